@@ -1,0 +1,71 @@
+// Turns finished toner tables into packets: the difference to the printer's reference table, its
+// cosine transform, quantised fields, and the residue that repairs what the fields do not reach.
+//
+// Room: authoring. Arguments and results are values. A wrong size or setting raises
+// std::invalid_argument; std::runtime_error if a table that should come back equal does not.
+//
+// What a device would print while it decodes is printed here too, once a table.
+//
+// The tables of a channel share one width table, which lives in the printer beside the reference,
+// so all that a printer shall rebuild is encoded in one call.
+#pragma once
+
+#include <vector>
+
+#include "authoring/rebuild.h"
+#include "authoring/table.h"
+
+namespace velora::authoring {
+
+struct EncoderSettings {
+  // The delta scalar [1..255]: the step between two neighbouring values of a coefficient.
+  int scalar = 4;
+  // With a residue every table comes back byte for byte; without one it is only near.
+  bool residue = true;
+  // How much squared error, in squared steps, a saved bit may cost (0 or more). 0 keeps each
+  // coefficient as near as the step allows; more drops bits and whole coefficients that matter
+  // least, first those of high frequency.
+  double economy = 0.3;
+};
+
+struct EncodedTable {
+  Packets packets;
+  // What the device makes of them.
+  Bytes rebuilt;
+  // How near the transform comes to a half, where a machine that rounds differently would make
+  // another byte. The encoder keeps 0.00003 and 1.5 millionths of the largest value, as far as
+  // moving fields by one step can do it.
+  double tie_distance;
+};
+
+struct EncodedChannel {
+  // What was used. Finer than what was asked for if a residue would not have fitted its byte.
+  EncoderSettings settings;
+  // Packed widths for the reference record: 2457 bytes for planes, 128 for curves.
+  Bytes widths;
+  // In the order of the wanted tables.
+  std::vector<EncodedTable> tables;
+};
+
+// One channel's planes, 4913 bytes each.
+EncodedChannel EncodePlanes(const Bytes& reference, const std::vector<Bytes>& wanted,
+                            const EncoderSettings& settings);
+
+// Gray curves, 256 bytes each.
+EncodedChannel EncodeCurves(const Bytes& reference, const std::vector<Bytes>& wanted,
+                            const EncoderSettings& settings);
+
+// The lossless encoding of planes, or of curves, whose packets compress best among two dozen
+// settings. The size of the reference tells which it is.
+EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& wanted);
+
+// Bytes in the packs: as they are, and after zlib table by table.
+struct EncodedSize {
+  int dct;
+  int residue;
+  int compressed;
+};
+EncodedSize SizeOf(const EncodedTable& table);
+EncodedSize SizeOf(const EncodedChannel& channel);
+
+}  // namespace velora::authoring

@@ -1,0 +1,30 @@
+# cmake --install: libvelora.so, velora.pc, the CMake package and the headers, which keep their
+# paths in the tree below include/velora-1.
+
+if(NOT TARGET velora)
+  return()
+endif()
+include(CMakePackageConfigHelpers)
+
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/velora)
+set(headers ${CMAKE_INSTALL_INCLUDEDIR}/velora-1)
+
+install(TARGETS velora EXPORT velora-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT velora-targets NAMESPACE velora:: DESTINATION ${package})
+configure_package_config_file(cmake/velora-config.cmake.in ${PROJECT_BINARY_DIR}/velora-config.cmake
+                              INSTALL_DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/velora-config-version.cmake
+                                 COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/velora-config.cmake
+              ${PROJECT_BINARY_DIR}/velora-config-version.cmake DESTINATION ${package})
+configure_file(cmake/velora.pc.in ${PROJECT_BINARY_DIR}/velora.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/velora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The caller's header, the exported classes, and what the ink door's interfaces stand on.
+install(DIRECTORY include/velora DESTINATION ${headers} FILES_MATCHING PATTERN "*.h")
+foreach(folder velora/frontend/toolkit velora/frontend/door plinth/runtime plinth/core velora/common
+               velora/wisp/api)
+  if(IS_DIRECTORY ${PROJECT_SOURCE_DIR}/${folder})
+    install(DIRECTORY ${folder}/ DESTINATION ${headers}/${folder} FILES_MATCHING PATTERN "*.h")
+  endif()
+endforeach()

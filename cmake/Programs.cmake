@@ -1,0 +1,73 @@
+# What stands around the library: authoring/ (the encoder side), tools/<name>/ (one program each),
+# bench/*.cpp and examples/* (one program a file). All but the examples are for native builds.
+
+if(NOT TARGET velora)
+  return()
+endif()
+
+file(GLOB examples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.c
+     ${PROJECT_SOURCE_DIR}/examples/*.cpp)
+foreach(source IN LISTS examples)
+  get_filename_component(name ${source} NAME_WE)
+  add_executable(example_${name} ${source})
+  target_link_libraries(example_${name} PRIVATE velora velora_settings)
+  set_target_properties(example_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
+                                                                    ${PROJECT_BINARY_DIR}/examples)
+endforeach()
+
+if(CMAKE_CROSSCOMPILING)
+  return()
+endif()
+
+if(VELORA_TOOLS)
+  find_path(VELORA_LCMS_INCLUDE lcms2.h)
+  find_library(VELORA_LCMS_LIBRARY lcms2)
+  find_path(VELORA_CLI11_INCLUDE CLI/CLI.hpp)
+  find_package(nlohmann_json QUIET)
+  find_package(PNG QUIET)
+  mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE)
+  file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
+  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND
+     OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND)
+    message(STATUS "No authoring and no tools: Little CMS, libpng, CLI11 or nlohmann-json is "
+                   "missing (scripts/setup installs them)")
+  elseif(authoring)
+    add_library(velora_authoring STATIC ${authoring})
+    target_link_libraries(velora_authoring PUBLIC velora_static ${VELORA_LCMS_LIBRARY} PNG::PNG)
+    set_target_properties(velora_authoring PROPERTIES ARCHIVE_OUTPUT_DIRECTORY
+                                                      ${PROJECT_BINARY_DIR})
+
+    file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true ${PROJECT_SOURCE_DIR}/tools/*)
+    foreach(folder IN LISTS folders)
+      get_filename_component(name ${folder} NAME)
+      file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+      if(sources)
+        add_executable(tool_${name} ${sources})
+        target_link_libraries(tool_${name} PRIVATE velora_authoring nlohmann_json::nlohmann_json
+                                                   ${CMAKE_DL_LIBS})
+        set_target_properties(tool_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
+                                                                 ${PROJECT_BINARY_DIR}/bin)
+        # A tool may load libvelora.so from the folder above its own.
+        add_dependencies(tool_${name} velora)
+      endif()
+    endforeach()
+  endif()
+endif()
+
+if(VELORA_BENCH AND NOT VELORA_SANITIZE)
+  find_package(benchmark QUIET)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/bench/*.cpp)
+  if(NOT benchmark_FOUND)
+    message(STATUS "No benchmarks: Google Benchmark is missing (scripts/setup installs it)")
+  else()
+    foreach(source IN LISTS sources)
+      get_filename_component(name ${source} NAME_WE)
+      add_executable(bench_${name} ${source})
+      target_link_libraries(
+        bench_${name} PRIVATE $<IF:$<TARGET_EXISTS:velora_authoring>,velora_authoring,velora_static>
+                              benchmark::benchmark)
+      set_target_properties(bench_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
+                                                                   ${PROJECT_BINARY_DIR}/bench)
+    endforeach()
+  endif()
+endif()

@@ -1,0 +1,81 @@
+# The rooms of the library, from the ground up, and the library itself in both forms:
+# velora (libvelora.so) and velora_static (the same objects, for tests and tools that look inside).
+#
+# The object world leaves frames by longjmp alone, so it is compiled without exceptions and without
+# unwind tables; scripts/check-unwinding holds it to that. RTTI stays on, dynamic_cast needs it.
+
+set(VELORA_ROOMS)
+set(VELORA_OBJECT_WORLD)
+
+# velora_room(NAME FOLDER [OBJECT_WORLD] [ONLY glob] [EXCEPT regex]): one object library of a
+# folder's sources; no target while the folder has none.
+function(velora_room name folder)
+  cmake_parse_arguments(room "OBJECT_WORLD" "ONLY;EXCEPT" "" ${ARGN})
+  if(NOT room_ONLY)
+    set(room_ONLY "*.cpp")
+  endif()
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/${room_ONLY})
+  if(room_EXCEPT)
+    list(FILTER sources EXCLUDE REGEX ${room_EXCEPT})
+  endif()
+  if(NOT sources)
+    return()
+  endif()
+  add_library(${name} OBJECT ${sources})
+  target_link_libraries(${name} PRIVATE velora_settings)
+  if(room_OBJECT_WORLD)
+    target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
+    set(VELORA_OBJECT_WORLD ${VELORA_OBJECT_WORLD} ${name} PARENT_SCOPE)
+  endif()
+  set(VELORA_ROOMS ${VELORA_ROOMS} ${name} PARENT_SCOPE)
+endfunction()
+
+velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD)
+velora_room(room_plinth_core plinth/core OBJECT_WORLD)
+velora_room(room_toolkit velora/frontend/toolkit)
+velora_room(room_common velora/common OBJECT_WORLD)
+velora_room(room_fenn velora/fenn OBJECT_WORLD)
+velora_room(room_wisp velora/wisp OBJECT_WORLD)
+velora_room(room_facade velora/frontend/door OBJECT_WORLD ONLY "Velora*.cpp")
+velora_room(room_door velora/frontend/door EXCEPT "/Velora[^/]*\\.cpp$")
+
+set(objects)
+foreach(room IN LISTS VELORA_ROOMS)
+  list(APPEND objects $<TARGET_OBJECTS:${room}>)
+endforeach()
+if(NOT objects)
+  message(STATUS "No room has a source yet: no library, no tests")
+  return()
+endif()
+
+add_library(velora SHARED ${objects})
+target_link_libraries(velora PRIVATE $<BUILD_INTERFACE:velora_settings>
+                                     $<BUILD_INTERFACE:velora_system>)
+target_include_directories(
+  velora INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velora-1>)
+set_target_properties(
+  velora
+  PROPERTIES LINKER_LANGUAGE CXX
+             VERSION ${PROJECT_VERSION}
+             SOVERSION ${PROJECT_VERSION_MAJOR}
+             LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
+             # A path of the build machine has no place in the library.
+             SKIP_BUILD_RPATH ON)
+if(NOT VELORA_SANITIZE)
+  target_link_options(velora PRIVATE -Wl,--no-undefined)
+endif()
+
+add_library(velora_static STATIC ${objects})
+target_link_libraries(velora_static PUBLIC velora_settings velora_system)
+set_target_properties(velora_static PROPERTIES LINKER_LANGUAGE CXX ARCHIVE_OUTPUT_DIRECTORY
+                                                                   ${PROJECT_BINARY_DIR})
+
+# For scripts/check-unwinding: one object file of the object world a line.
+set(object_world)
+foreach(room IN LISTS VELORA_OBJECT_WORLD)
+  list(APPEND object_world $<TARGET_OBJECTS:${room}>)
+endforeach()
+file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/object-world.txt
+     CONTENT "$<JOIN:${object_world},\n>\n")

@@ -1,0 +1,229 @@
+/* velora.h: rebuilds a printer's colour tables from compact packs; the records that a caller fills
+ * and the functions that it calls, in C99 and C++.
+ *
+ * Room: include/velora. The caller owns every record, every byte that a record points to, and the
+ * output buffer, and keeps them unchanged until the call returns. The table call copies none of
+ * them and keeps none of them. Failures are results; no exception leaves a function of this header.
+ *
+ * A table in a few lines:
+ *
+ *   ImagingBlob pack = {cbPack, abPack};
+ *   const ImagingBlob* apPacks[1] = {&pack};
+ *   ReferenceTable reference = {abPlanes, {abC, abM, abY, abK}, {2457, 2457, 2457, 2457}};
+ *   static unsigned char abTable[VELORA_SIZE_RGB_TO_CMYK];
+ *   if (_velora_v2_ReconstructTable_Moth_Posix_So(
+ *           platform, supplyFamily, productVariant, CTR_TABLE_CMYK, CTR_THEME_0, CTR_MEDIA_P,
+ *           CTR_AXIS_P, 1, apPacks, &reference, NULL, sizeof abTable, abTable))
+ *     print_with(abTable);
+ *
+ * What is printed: lines of the form
+ *   [CTR] function (line 61): "message"
+ * on standard error, both for failures and for the steps of a decode. There is no switch for them.
+ *
+ * Threads: any thread may call, but one table call at a time in a process.
+ */
+#pragma once
+
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define VELORA_API __attribute__((visibility("default")))
+#else
+#define VELORA_API
+#endif
+
+/* An enumeration that takes any 32-bit value, known or not. */
+#ifdef __cplusplus
+#define VELORA_ENUM_32 : uint32_t
+#else
+#define VELORA_ENUM_32
+#endif
+
+/* ------------------------------------------------------------------------------ table shapes -- */
+
+/* Bytes of a finished table; the caller's buffer has exactly this size. A colour table samples its
+ * RGB input on a grid of 17 x 17 x 17 points. It is planar: the byte of plane c at grid point
+ * (i, j, k), each in [0..17), stands at c * 4913 + i * 289 + j * 17 + k. The three axes run as in
+ * the printer's reference planes. The pack's colour map sets the order of the planes; it is C, M,
+ * Y, K or R, G, B by custom. */
+#define VELORA_SIZE_PLANE 4913
+#define VELORA_SIZE_RGB_TO_CMYK 19652 /* four planes */
+#define VELORA_SIZE_RGB_TO_RGB 14739  /* three planes */
+#define VELORA_SIZE_GRAY_CURVE 256    /* one byte for each input level */
+
+/* Bytes of a key of a correction: a SHA-256 digest. */
+#define VELORA_SIZE_KEY 32
+
+/* Most packs of one call. */
+#define VELORA_MAX_PACKS 10
+
+/* -------------------------------------------------------------------------------- print mode -- */
+
+/* Table, theme, medium and axis together are the print mode: the keys by which a pack's tables are
+ * chosen. The numbers are fixed. */
+
+typedef enum ctr_table_type VELORA_ENUM_32 {
+  CTR_TABLE_RGB = 0,        /* RGB to RGB; see CTR_THEME_GRAYSCALE */
+  CTR_TABLE_CMYK = 1,       /* RGB to CMYK; the gray curve for CTR_AXIS_MONO */
+  CTR_TABLE_FUSER_BLOB = 2, /* settings for the fuser, opaque bytes */
+  CTR_TABLE_FORCE_32 = 0x7FFFFFFF
+} ctr_table_type;
+
+/* What a theme stands for is up to the packs, except for CTR_THEME_GRAYSCALE. */
+typedef enum ctr_theme_type VELORA_ENUM_32 {
+  CTR_THEME_0 = 0,
+  CTR_THEME_1 = 1,
+  CTR_THEME_2 = 2,
+  CTR_THEME_3 = 3,
+  CTR_THEME_4 = 4,
+  CTR_THEME_GRAYSCALE = 5, /* with CTR_TABLE_RGB: RGB to grayscale, which the table entry refuses */
+  CTR_THEME_6 = 6,
+  CTR_THEME_7 = 7,
+  CTR_THEME_8 = 8,
+  CTR_THEME_9 = 9,
+  CTR_THEME_10 = 10,
+  CTR_THEME_FORCE_32 = 0x7FFFFFFF
+} ctr_theme_type;
+
+/* Named by the character that stands for the medium in packet keys and messages. */
+typedef enum ctr_media_type VELORA_ENUM_32 {
+  CTR_MEDIA_P = 0,
+  CTR_MEDIA_G = 1,
+  CTR_MEDIA_C = 2,
+  CTR_MEDIA_H = 3,
+  CTR_MEDIA_FORCE_32 = 0x7FFFFFFF
+} ctr_media_type;
+
+/* Named likewise; CTR_AXIS_MONO has the character M. */
+typedef enum ctr_axis_type VELORA_ENUM_32 {
+  CTR_AXIS_K = 0,
+  CTR_AXIS_P = 1,
+  CTR_AXIS_MONO = 2, /* the black channel alone */
+  CTR_AXIS_FORCE_32 = 0x7FFFFFFF
+} ctr_axis_type;
+
+/* -------------------------------------------------------------------------- caller records -- */
+
+/* One pack. */
+typedef struct ImagingBlob {
+  uint32_t size;       /* bytes of `data`; a pack is at most 32767 bytes long */
+  const uint8_t* data; /* the pack */
+} ImagingBlob;
+
+/* The tables that the printer holds, from which a pack's tables are differences. A width table has
+ * 4 bits for each coefficient, low nibble first. Data that starts with the bytes 0x5D, 0, 0 is
+ * taken for an LZMA stream. */
+typedef struct ReferenceTable {
+  const uint8_t* data;      /* CTR_AXIS_MONO: a gray curve of 256 bytes; otherwise four planes of
+                               4913 bytes in the order C, M, Y, K */
+  const uint8_t* apCbat[4]; /* width tables in the order C, M, Y, K; K alone for CTR_AXIS_MONO */
+  uint16_t acbCbat[4];      /* their bytes, in the same order: 128 for CTR_AXIS_MONO, otherwise
+                               2457 to 2464; fewer is an error, more are cut off with a message */
+} ReferenceTable;
+
+/* Last touches to finished tables. A channel is corrected only if its key is the SHA-256 digest of
+ * the channel as it was before correction; otherwise it is delivered without, and that is no
+ * failure. A corrected byte is the byte plus the correction's byte minus 128, held to 0 to 255. */
+typedef struct TableCorrections {
+  const uint8_t* apKeys[4]; /* keys of 32 bytes in the order K, C, M, Y; null: no correction for
+                               this channel */
+  const uint8_t* data;      /* CTR_AXIS_MONO: 256 bytes; otherwise four planes of 4913 bytes in the
+                               order C, M, Y, K (not the order of the keys); null: none at all */
+} TableCorrections;
+
+/* The process-wide objects of the library, handed from one layer to the next by whoever boots. */
+typedef struct BootRecord BootRecord;
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* -------------------------------------------------------------------------------- table entry --
+ */
+
+/* Rebuilds one table: boots the library, reads the packs, builds the table, and cleans up again.
+ *
+ *   ePlatform             the printer platform, [1..13] or 127
+ *   eSupplyFamily         the supply family, [0..9] or 127
+ *   eProductVariant       the product variant, [0..5]
+ *   eTableType ...        the print mode
+ *   nVelcases             how many packs, [1..10]
+ *   apVelcases            the packs, nVelcases pointers
+ *   pReferenceTable       required for CTR_TABLE_RGB and CTR_TABLE_CMYK, otherwise unused
+ *   pTableCorrections     null: no corrections
+ *   cbReconstructedTable  bytes of the buffer: the size of the table, see above; for
+ *                         CTR_TABLE_FUSER_BLOB the blob's size or more
+ *   abReconstructedTable  the buffer
+ *
+ * Returns 1 and fills the buffer, or returns 0, leaves the buffer as it was and has printed why. */
+VELORA_API int _velora_v2_ReconstructTable_Moth_Posix_So(
+    int ePlatform, int eSupplyFamily, int eProductVariant, ctr_table_type eTableType,
+    ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
+    unsigned int nVelcases, const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
+    const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,
+    unsigned char* abReconstructedTable);
+
+/* The same for a caller that has booted: pBootRecord carries its three objects, which the call
+ * shares and leaves alive. Null: the call boots by itself. */
+VELORA_API int _velora_v2_ReconstructTable_Moth_Posix_Lib(
+    BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+    ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
+    ctr_axis_type eAxisType, unsigned int nVelcases, const ImagingBlob** apVelcases,
+    const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections,
+    unsigned int cbReconstructedTable, unsigned char* abReconstructedTable);
+
+/* Prints "HelloWorld = n" to standard output and returns n: a sign of life of a linked library. */
+VELORA_API int _velora_HelloWorld(int n);
+
+/* ------------------------------------------------------------------------------------- layers --
+ */
+
+/* The table entry above needs none of what follows. The ink pipeline and a process that embeds the
+ * object world do: each layer is opened and closed by a family of its own, plinth_v1 (foundation),
+ * velora_v1 (ink) and velora_v2 (toner), each in two forms. A _Posix_Lib function works on its
+ * layer alone; a _Posix_So function works on the shared state of the flat functions as well.
+ *
+ * Initialize      Takes the record's three objects for the layer; the record stays the caller's
+ *                 and is not kept. Returns nonzero on success, 0 for a null record or one with a
+ *                 null pointer in it. A layer that is open stays as it is: nonzero.
+ *                 The _Posix_So forms of velora_v1 and velora_v2 open plinth_v1 too.
+ * CreateFactory   Returns a new factory of the layer, as the layer's IFactory*, with one reference
+ *                 that the caller drops. Call its Init() before anything else. Only for a thread
+ *                 that is registered with an open layer.
+ * Cleanup_Thread  Forgets the calling thread; call it on each thread, ahead of Cleanup_Process.
+ * Cleanup_Process Closes the layer and drops its objects; harmless on a closed layer. The
+ *                 _Posix_So forms of velora_v1 and velora_v2 leave plinth_v1 open. */
+
+VELORA_API int _plinth_v1_Initialize_Posix_Lib(BootRecord* pBootRecord);
+VELORA_API void* _plinth_v1_CreateFactory_Posix_Lib(void);
+VELORA_API void _plinth_v1_Cleanup_Thread_Posix_Lib(void);
+VELORA_API void _plinth_v1_Cleanup_Process_Posix_Lib(void);
+
+VELORA_API int _plinth_v1_Initialize_Posix_So(BootRecord* pBootRecord);
+VELORA_API void* _plinth_v1_CreateFactory_Posix_So(void);
+VELORA_API void _plinth_v1_Cleanup_Thread_Posix_So(void);
+VELORA_API void _plinth_v1_Cleanup_Process_Posix_So(void);
+
+VELORA_API int _velora_v1_Initialize_Posix_Lib(BootRecord* pBootRecord);
+VELORA_API void* _velora_v1_CreateFactory_Posix_Lib(void);
+VELORA_API void _velora_v1_Cleanup_Thread_Posix_Lib(void);
+VELORA_API void _velora_v1_Cleanup_Process_Posix_Lib(void);
+
+VELORA_API int _velora_v1_Initialize_Posix_So(BootRecord* pBootRecord);
+VELORA_API void* _velora_v1_CreateFactory_Posix_So(void);
+VELORA_API void _velora_v1_Cleanup_Thread_Posix_So(void);
+VELORA_API void _velora_v1_Cleanup_Process_Posix_So(void);
+
+VELORA_API int _velora_v2_Initialize_Posix_Lib(BootRecord* pBootRecord);
+VELORA_API void* _velora_v2_CreateFactory_Posix_Lib(void);
+VELORA_API void _velora_v2_Cleanup_Thread_Posix_Lib(void);
+VELORA_API void _velora_v2_Cleanup_Process_Posix_Lib(void);
+
+VELORA_API int _velora_v2_Initialize_Posix_So(BootRecord* pBootRecord);
+VELORA_API void* _velora_v2_CreateFactory_Posix_So(void);
+VELORA_API void _velora_v2_Cleanup_Thread_Posix_So(void);
+VELORA_API void _velora_v2_Cleanup_Process_Posix_So(void);
+
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,469 @@
+// Bodies of CArray.h, for the files that instantiate it.
+#pragma once
+
+#include <string.h>
+
+#include "plinth/core/CArray.h"
+
+namespace plinth::v1::core {
+
+template <class Configuration, class T>
+CArrayBody<Configuration, T>::CArrayBody()
+    : CSerializeable(kType), count(0), elements(nullptr), owned(false) {}
+
+template <class Configuration, class T>
+CArrayBody<Configuration, T>::~CArrayBody() {
+  if (owned) {
+    Delete_Elements(count, elements);
+  }
+}
+
+template <class Configuration, class T>
+auto CArrayBody<Configuration, T>::NewBlock(int count) -> Element* {
+  return new (api::Slots<Configuration>().platform, true, true) Element[static_cast<size_t>(count)];
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::CopyElements(Element* to, const Element* from, int count) {
+  if (count > 0) {
+    memcpy(static_cast<void*>(to), from, sizeof(Element) * static_cast<size_t>(count));
+  }
+  if constexpr (!kScalar) {
+    for (int i = 0; i < count; ++i) {
+      if (to[i] != nullptr) {
+        to[i]->AddRef();
+      }
+    }
+  }
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Delete_Elements(int count, Element* elements) {
+  if (elements == nullptr) {
+    return;
+  }
+  if constexpr (!kScalar) {
+    for (int i = 0; i < count; ++i) {
+      if (elements[i] != nullptr) {
+        elements[i]->Destroy();
+      }
+    }
+  }
+  operator delete[](elements, api::Slots<Configuration>().platform, false, false);
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::ReplaceBlock(Element* block, int newCount) {
+  if (owned) {
+    Delete_Elements(count, elements);
+  }
+  elements = block;
+  count = newCount;
+  owned = true;
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::InitBlank(int type, int newCount) {
+  PLINTH_FRAME(Configuration) {
+    if (newCount < 0) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    CObject::Init();
+    serializeableType = type;
+    if (newCount > 0) {
+      elements = NewBlock(newCount);
+      count = newCount;
+      owned = true;
+    }
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::InitBlock(int type, int newCount, Element* block, bool isOwned) {
+  PLINTH_FRAME(Configuration) {
+    if (newCount < 1 || block == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    if constexpr (!kScalar) {
+      for (int i = 0; i < newCount; ++i) {
+        if (block[i] == nullptr) {
+          PLINTH_RAISE(CException_Parameter_Invalid);
+        }
+      }
+    }
+    CObject::Init();
+    serializeableType = type;
+    count = newCount;
+    elements = block;
+    owned = isOwned;
+  }
+  PLINTH_CATCH {
+    owned = false;
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Init(Interface* other) {
+  PLINTH_FRAME(Configuration) {
+    if (other == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    other->CheckThis();
+    CObject::Init();
+    serializeableType = other->GetSerializeableType();
+    const int newCount = other->GetCount();
+    if (newCount > 0) {
+      elements = NewBlock(newCount);
+      count = newCount;
+      owned = true;
+      CopyElements(elements, other->GetElements(), newCount);
+    }
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Init(int type, api::ISerializer* serializer, void* context) {
+  PLINTH_FRAME(Configuration) {
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    CObject::Init();
+    serializeableType = type;
+    const int stored = serializer->Deserialize_uint28();
+    if (stored < 0) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (stored > 0) {
+      CheckStoredCount(serializer, stored);
+      elements = NewBlock(stored);
+      count = stored;
+      owned = true;
+      ReadElements(serializer, context);
+    }
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+// A count that no image of this size can hold ends before the allocation in what the reading of
+// its elements would end in.
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::CheckStoredCount(api::ISerializer* serializer,
+                                                    int stored) const {
+  if constexpr (kScalar) {
+    if (stored > serializer->GetImageCount_Bytes()) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+  } else {
+    if (stored > serializer->GetImageCount_References()) {
+      PLINTH_RAISE(CException_General);
+    }
+  }
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::ReadElements(api::ISerializer* serializer, void* context) {
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    serializer->Deserialize_Array_uint8(count, elements, 0, count);
+  } else if constexpr (std::is_same_v<T, int>) {
+    serializer->Deserialize_Array_uint28(count, elements, 0, count);
+  } else if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+    for (int i = 0; i < count; ++i) {
+      api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
+      elements[i] = dynamic_cast<T*>(read);
+      if (elements[i] == nullptr) {
+        read->Destroy();
+        PLINTH_RAISE(CException_Parameter_Invalid);
+      }
+    }
+  } else {
+    PLINTH_RAISE(CException_NotImplemented);
+  }
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Serialize(api::ISerializer* serializer, void* context) {
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  serializer->Serialization_Start(serializeableType);
+  serializer->Serialize_uint28(count);
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    if (count > 0) {
+      serializer->Serialize_Array_uint8(count, elements, 0, count);
+    }
+  } else if constexpr (std::is_same_v<T, int>) {
+    if (count > 0) {
+      serializer->Serialize_Array_uint28(count, elements, 0, count);
+    }
+  } else {
+    for (int i = 0; i < count; ++i) {
+      if (elements[i] == nullptr) {
+        PLINTH_RAISE(CException_This_Invalid);
+      }
+      elements[i]->Serialize(serializer, context);
+    }
+  }
+  serializer->Serialization_End(serializeableType);
+}
+
+// The changes below need no frame: a new block is the array's before anything can raise.
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Append(Interface* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  const int otherCount = other->GetCount();
+  if (otherCount > 0) {
+    const Element* added = other->GetElements();
+    Element* block = NewBlock(count + otherCount);
+    CopyElements(block, elements, count);
+    CopyElements(block + count, added, otherCount);
+    ReplaceBlock(block, count + otherCount);
+  }
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Truncate(int newCount) {
+  if (newCount < 0) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  if (newCount == 0) {
+    if (owned) {
+      Delete_Elements(count, elements);
+    }
+    elements = nullptr;
+    count = 0;
+  } else if (newCount < count) {
+    Element* block = NewBlock(newCount);
+    CopyElements(block, elements, newCount);
+    ReplaceBlock(block, newCount);
+  }
+}
+
+template <class Configuration, class T>
+int CArrayBody<Configuration, T>::GetCount() const {
+  CheckThis();
+  return count;
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Set(int index, Element value) {
+  if (index < 0 || index >= count) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if constexpr (!kScalar) {
+    if (value == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    CheckThis();
+    value->AddRef();
+    if (elements[index] != nullptr) {
+      elements[index]->Destroy();
+    }
+  } else {
+    CheckThis();
+  }
+  elements[index] = value;
+}
+
+template <class Configuration, class T>
+auto CArrayBody<Configuration, T>::Get(int index) const -> Element {
+  if (index < 0 || index >= count) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  if constexpr (!kScalar) {
+    if (elements[index] == nullptr) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+  }
+  return elements[index];
+}
+
+template <class Configuration, class T>
+auto CArrayBody<Configuration, T>::GetElements() const -> Element* {
+  CheckThis();
+  return elements;
+}
+
+template <class Configuration, class T>
+bool CArrayBody<Configuration, T>::IsOwned_Elements() const {
+  CheckThis();
+  return owned;
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::ClearOwnership_Elements() {
+  CheckThis();
+  owned = false;
+}
+
+// Exchange sort: it compares and swaps in an order that callers can see in what is raised when, and
+// in which of two equals survives. A deduplicating sort that meets equals ends in a raise, after it
+// has dropped them: the array is rebuilt at its full count or not at all.
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Sort(bool deduplicate) {
+  if constexpr (!kScalar) {
+    CheckThis();
+    if (count < 1) {
+      return;
+    }
+    for (int i = 0; i < count; ++i) {
+      if (elements[i] != nullptr) {
+        elements[i]->Sort(deduplicate);
+      }
+    }
+    for (int i = 0; i < count; ++i) {
+      for (int j = i + 1; j < count; ++j) {
+        if (elements[j] == nullptr) {
+          continue;
+        }
+        if (elements[i] == nullptr || elements[j]->IsLessThan(elements[i])) {
+          Element moved = elements[i];
+          elements[i] = elements[j];
+          elements[j] = moved;
+        } else if (deduplicate && elements[j]->IsEqualTo(elements[i])) {
+          elements[j]->Destroy();
+          elements[j] = nullptr;
+        }
+      }
+    }
+    for (int i = 0; i < count; ++i) {
+      if (deduplicate && elements[i] == nullptr) {
+        PLINTH_RAISE(CException_General);
+      }
+    }
+    Element* block = NewBlock(count);
+    CopyElements(block, elements, count);
+    ReplaceBlock(block, count);
+  }
+}
+
+template <class Configuration, class T>
+bool CArrayBody<Configuration, T>::IsEqualTo(api::ISerializeable* other) const {
+  const auto* right = static_cast<const CArrayBody*>(Comparable(other));
+  if (right->count != count) {
+    return false;
+  }
+  for (int i = 0; i < count; ++i) {
+    if constexpr (kScalar) {
+      if (elements[i] != right->elements[i]) {
+        return false;
+      }
+    } else {
+      if ((elements[i] == nullptr) != (right->elements[i] == nullptr)) {
+        return false;
+      }
+      if (elements[i] != nullptr && !elements[i]->IsEqualTo(right->elements[i])) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+
+template <class Configuration, class T>
+bool CArrayBody<Configuration, T>::IsLessThan(api::ISerializeable* other) const {
+  const auto* right = static_cast<const CArrayBody*>(Comparable(other));
+  if (right->count != count) {
+    return count < right->count;
+  }
+  for (int i = 0; i < count; ++i) {
+    if constexpr (kScalar) {
+      if (elements[i] != right->elements[i]) {
+        return elements[i] < right->elements[i];
+      }
+    } else {
+      if ((elements[i] == nullptr) != (right->elements[i] == nullptr)) {
+        return right->elements[i] == nullptr;
+      }
+      if (elements[i] != nullptr) {
+        if (elements[i]->IsLessThan(right->elements[i])) {
+          return true;
+        }
+        if (!elements[i]->IsEqualTo(right->elements[i])) {
+          return false;
+        }
+      }
+    }
+  }
+  return false;
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::CheckThis() const {
+  if (!valid || serializeableType == 0 || count < 0 || (elements == nullptr && count > 0)) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Reset() {
+  CSerializeable::Reset();
+  serializeableType = kType;
+  count = 0;
+  elements = nullptr;
+  owned = false;
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Delete() {
+  if (owned) {
+    Delete_Elements(count, elements);
+  }
+  CSerializeable::Delete();
+}
+
+template <class Configuration, class T, class CT>
+auto CArray<Configuration, T, CT, false>::New(int type, int newCount) -> CArray* {
+  api::CPlatform* platform = api::Slots<Configuration>().platform;
+  T** block = newCount > 0 ? Body::NewBlock(newCount) : nullptr;
+  auto* array = new (platform, false, false) CArray;
+  if (array == nullptr) {
+    Body::Delete_Elements(newCount, block);
+    PLINTH_RAISE(CException_Memory_AllocationFailed);
+  }
+  array->valid = true;
+  array->serializeableType = type;
+  array->count = newCount;
+  array->elements = block;
+  array->owned = block != nullptr;
+  return array;
+}
+
+template <class Configuration, class T>
+unsigned int CArray<Configuration, T, T, true>::CalculateChecksum() const {
+  this->CheckThis();
+  unsigned int sum = 0;
+  for (int i = 0; i < this->count; ++i) {
+    sum += static_cast<std::make_unsigned_t<T>>(this->elements[i]);
+  }
+  return sum;
+}
+
+}  // namespace plinth::v1::core

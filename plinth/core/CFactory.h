@@ -1,0 +1,29 @@
+// The foundation's factory, the root of every layer's chain.
+// Room: plinth/core. Raises as IFactory tells.
+#pragma once
+
+#include "plinth/core/CArray.h"
+#include "plinth/core/CSerializer.h"
+#include "plinth/core/api/IFactory.h"
+
+namespace plinth::v1::core::_factory {
+
+template <class Configuration>
+class CFactory : public CObject, public virtual api::_factory::IFactory {
+ public:
+  CFactory();
+  ~CFactory() override;
+  api::ISerializer* CreateSerializer() override;
+  api::IArray_uint8* CreateArray_uint8() override;
+  api::IArray_int32* CreateArray_int32() override;
+
+ protected:
+  // A blank object of the class, with one reference.
+  template <class Class>
+  Class* Create() const {
+    CheckThis();
+    return new (api::Slots<Configuration>().platform, false, true) Class;
+  }
+};
+
+}  // namespace plinth::v1::core::_factory

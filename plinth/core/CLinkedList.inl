@@ -1,0 +1,298 @@
+// Bodies of CLinkedList.h, for the files that instantiate it.
+#pragma once
+
+#include "plinth/core/CArray.h"
+#include "plinth/core/CLinkedList.h"
+
+namespace plinth::v1::core {
+
+template <class Configuration, class T, class CT>
+CLinkedList<Configuration, T, CT>::CLinkedList() : head(nullptr), tail(nullptr), count(0) {}
+
+template <class Configuration, class T, class CT>
+CLinkedList<Configuration, T, CT>::~CLinkedList() {
+  DeleteElements();
+}
+
+template <class Configuration, class T, class CT>
+auto CLinkedList<Configuration, T, CT>::NewElement() -> Element* {
+  return new (api::Slots<Configuration>().platform, false, true) Element;
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::FreeElement(Element* element) {
+  api::platform::PlacementDelete(api::Slots<Configuration>().platform, element);
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::DeleteElements() {
+  while (Element* element = head) {
+    head = element->next;
+    FreeElement(element);
+  }
+}
+
+// Nothing raises between the allocation and the list's hold on the element, so no frame is needed:
+// `value` was found not null before.
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Link(Element* previous, Element* next, T* value) {
+  Element* element = NewElement();
+  element->SetValue(value);
+  element->previous = previous;
+  element->next = next;
+  (previous != nullptr ? previous->next : head) = element;
+  (next != nullptr ? next->previous : tail) = element;
+  ++count;
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Init(int type) {
+  CObject::Init();
+  serializeableType = type;
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Init(api::IArray<T>* array) {
+  PLINTH_FRAME(Configuration) {
+    if (array == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    array->CheckThis();
+    Init(array->GetSerializeableType());
+    const int arrayCount = array->GetCount();
+    for (int i = 0; i < arrayCount; ++i) {
+      Link(tail, nullptr, array->Get(i));
+    }
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Init(Interface* other) {
+  PLINTH_FRAME(Configuration) {
+    if (other == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    other->CheckThis();
+    Init(other->GetSerializeableType());
+    for (const Element* element = other->GetHead(); element != nullptr; element = element->next) {
+      Link(tail, nullptr, element->GetValue());
+    }
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Init(int type, api::ISerializer* serializer,
+                                             void* context) {
+  PLINTH_FRAME(Configuration) {
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    Init(type);
+    if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+      api::ISerializeable* read = Defer(frame, serializer->Deserialize_Serializeable(context));
+      auto* array = dynamic_cast<api::IArray<T>*>(read);
+      if (array == nullptr) {
+        PLINTH_RAISE(CException_Parameter_Invalid);
+      }
+      const int arrayCount = array->GetCount();
+      for (int i = 0; i < arrayCount; ++i) {
+        Link(tail, nullptr, array->Get(i));
+      }
+    } else {
+      PLINTH_RAISE(CException_NotImplemented);
+    }
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Serialize(api::ISerializer* serializer, void* context) {
+  PLINTH_FRAME(Configuration) {
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    CheckThis();
+    api::IArray<T>* array =
+        new (api::Slots<Configuration>().platform, false, true) CArray<Configuration, T, CT>;
+    Defer(frame, array);
+    array->Init(serializeableType, count);
+    int index = 0;
+    for (const Element* element = head; element != nullptr; element = element->next) {
+      array->Set(index++, element->GetValue());
+    }
+    array->Serialize(serializer, context);
+  }
+  PLINTH_END
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Insert(Element* before, T* value) {
+  if (value == nullptr || (before == nullptr && head != nullptr)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  Link(before == nullptr ? nullptr : before->previous, before, value);
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Add(Element* after, T* value) {
+  if (value == nullptr || (after == nullptr && tail != nullptr)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  Link(after, after == nullptr ? nullptr : after->next, value);
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Remove(Element* element) {
+  if (element == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  Element* previous = element->previous;
+  Element* next = element->next;
+  FreeElement(element);
+  (previous != nullptr ? previous->next : head) = next;
+  (next != nullptr ? next->previous : tail) = previous;
+  --count;
+}
+
+template <class Configuration, class T, class CT>
+auto CLinkedList<Configuration, T, CT>::Remove_GetPrev(Element* element) -> Element* {
+  if (element == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  Element* previous = element->previous;
+  Remove(element);
+  return previous;
+}
+
+template <class Configuration, class T, class CT>
+auto CLinkedList<Configuration, T, CT>::Remove_GetNext(Element* element) -> Element* {
+  if (element == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  Element* next = element->next;
+  Remove(element);
+  return next;
+}
+
+template <class Configuration, class T, class CT>
+auto CLinkedList<Configuration, T, CT>::PopBack() -> Element* {
+  CheckThis();
+  if (tail == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  T* value = tail->GetValue();
+  Element* detached = NewElement();
+  detached->SetValue(value);
+  Remove(tail);
+  return detached;
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Append(Interface* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  for (const Element* element = other->GetHead(); element != nullptr; element = element->next) {
+    Link(tail, nullptr, element->GetValue());
+  }
+}
+
+template <class Configuration, class T, class CT>
+auto CLinkedList<Configuration, T, CT>::GetHead() const -> Element* {
+  CheckThis();
+  return head;
+}
+
+template <class Configuration, class T, class CT>
+auto CLinkedList<Configuration, T, CT>::GetTail() const -> Element* {
+  CheckThis();
+  return tail;
+}
+
+template <class Configuration, class T, class CT>
+int CLinkedList<Configuration, T, CT>::GetCount() const {
+  CheckThis();
+  return count;
+}
+
+template <class Configuration, class T, class CT>
+bool CLinkedList<Configuration, T, CT>::IsEqualTo(api::ISerializeable* other) const {
+  const auto* right = static_cast<const CLinkedList*>(Comparable(other));
+  if (right->count != count) {
+    return false;
+  }
+  const Element* b = right->head;
+  for (const Element* a = head; a != nullptr && b != nullptr; a = a->next, b = b->next) {
+    if (!a->GetValue()->IsEqualTo(b->GetValue())) {
+      return false;
+    }
+  }
+  return true;
+}
+
+template <class Configuration, class T, class CT>
+bool CLinkedList<Configuration, T, CT>::IsLessThan(api::ISerializeable* other) const {
+  const auto* right = static_cast<const CLinkedList*>(Comparable(other));
+  if (right->count != count) {
+    return count < right->count;
+  }
+  const Element* b = right->head;
+  for (const Element* a = head; a != nullptr && b != nullptr; a = a->next, b = b->next) {
+    if (a->GetValue()->IsLessThan(b->GetValue())) {
+      return true;
+    }
+    if (!a->GetValue()->IsEqualTo(b->GetValue())) {
+      return false;
+    }
+  }
+  return false;
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::CheckThis() const {
+  if (!valid || serializeableType == 0 || (head == nullptr) != (tail == nullptr) || count < 0) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Reset() {
+  CSerializeable::Reset();
+  serializeableType = 0;
+  head = nullptr;
+  tail = nullptr;
+  count = 0;
+}
+
+template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::Delete() {
+  DeleteElements();
+  CSerializeable::Delete();
+}
+
+}  // namespace plinth::v1::core

@@ -1,0 +1,68 @@
+#include "plinth/core/CObject.h"
+
+#include "plinth/core/api/ISerializer.h"
+
+namespace plinth::v1::api {
+
+IObject::~IObject() = default;
+
+void ISerializer::ETargetEndianness::Check(Enum value) {
+  if (value != Reversed && value != MemoryOrder) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+}
+
+}  // namespace plinth::v1::api
+
+namespace plinth::v1::core {
+
+using api::Configuration;
+
+CObject::CObject() : valid(false), refCount(1) {}
+
+CObject::~CObject() = default;
+
+void CObject::Init() {
+  if (refCount > 1) {
+    PLINTH_RAISE(CException_General);
+  }
+  Delete();
+  valid = true;
+}
+
+void CObject::Destroy() { RemoveRef(); }
+
+int CObject::GetRefCount() const {
+  CheckThis();
+  return refCount;
+}
+
+void CObject::CheckThis() const {
+  if (!valid) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+api::IObject* CObject::GetThis_Interface() { return this; }
+
+CObject* CObject::GetThis_Concrete() { return this; }
+
+void CObject::AddRef() { ++refCount; }
+
+void CObject::Reset() {
+  valid = false;
+  refCount = 1;
+}
+
+void CObject::Delete() { Reset(); }
+
+void CObject::RemoveRef() {
+  if (--refCount < 1) {
+    api::CPlatform* platform = api::Slots<Configuration>().platform;
+    void* memory = this;
+    this->~CObject();
+    operator delete(memory, platform, false, false);
+  }
+}
+
+}  // namespace plinth::v1::core

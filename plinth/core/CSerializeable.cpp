@@ -1,0 +1,45 @@
+#include "plinth/core/CSerializeable.h"
+
+namespace plinth::v1::core {
+
+using api::Configuration;
+
+CSerializeable::CSerializeable(int type) : serializeableType(type) {}
+
+CSerializeable::~CSerializeable() = default;
+
+void CSerializeable::Init(int type, api::ISerializer*, void*) {
+  CObject::Init();
+  serializeableType = type;
+}
+
+void CSerializeable::Sort(bool) {}
+
+int CSerializeable::GetSerializeableType() const { return serializeableType; }
+
+void CSerializeable::Serialize(api::ISerializer*, void*) {}
+
+bool CSerializeable::IsEqualTo(api::ISerializeable*) const { return false; }
+
+bool CSerializeable::IsLessThan(api::ISerializeable*) const { return false; }
+
+void CSerializeable::CheckThis() const { CheckMembers(); }
+
+void CSerializeable::CheckMembers() const {
+  if (!valid || serializeableType == 0) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+CObject* CSerializeable::Comparable(api::ISerializeable* other) const {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  if (other->GetSerializeableType() != serializeableType) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  return other->GetThis_Concrete();
+}
+
+}  // namespace plinth::v1::core

@@ -1,0 +1,34 @@
+// The base of all objects that an image can hold: the type id, and defaults that do nothing.
+// Room: plinth/core. Raises as CObject does, and `CException_This_Invalid` for the type id 0.
+#pragma once
+
+#include "plinth/core/CObject.h"
+#include "plinth/core/api/ISerializeable.h"
+
+namespace plinth::v1::core {
+
+class CSerializeable : public CObject, public virtual api::ISerializeable {
+ public:
+  explicit CSerializeable(int type = 0);
+  ~CSerializeable() override;
+  using CObject::Init;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  void Sort(bool deduplicate) override;
+  int GetSerializeableType() const override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(api::ISerializeable* other) const override;
+  bool IsLessThan(api::ISerializeable* other) const override;
+  void CheckThis() const override;
+
+ protected:
+  // `valid` and a type id, without a virtual call.
+  void CheckMembers() const;
+
+  // For comparisons of containers: null or another type id is the caller's fault and raises
+  // `CException_Parameter_Invalid`; otherwise the other's concrete part.
+  CObject* Comparable(api::ISerializeable* other) const;
+
+  int serializeableType;
+};
+
+}  // namespace plinth::v1::core

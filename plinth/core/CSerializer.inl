@@ -1,0 +1,533 @@
+// Bodies of CSerializer.h and of its records, for the files that instantiate it.
+#pragma once
+
+#include <assert.h>
+
+#include "plinth/core/CArray.inl"
+#include "plinth/core/CLinkedList.inl"
+#include "plinth/core/CSerializer.h"
+#include "plinth/core/serializer/Dictionary.inl"
+#include "plinth/core/serializer/Entry.inl"
+#include "plinth/core/serializer/states.inl"
+
+namespace plinth::v1::core {
+
+template <class Configuration>
+void CSerializer<Configuration>::EState::Check(Enum value) {
+  if (value < Working || value > Detached) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+}
+
+// ---- VLQ
+
+template <class Configuration>
+auto CSerializer<Configuration>::VLQ::Encode(unsigned int value) -> VLQ {
+  if (value > 0x20000000) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (value >= 0x10000000) {
+    PLINTH_RAISE(CException_General);
+  }
+  VLQ result = {0, {0, 0, 0, 0}, value};
+  unsigned int rest = value;
+  do {
+    const unsigned int group = rest & 0x7F;
+    rest >>= 7;
+    result.bytes[result.length++] = static_cast<unsigned char>(group | (rest != 0 ? 0x80 : 0));
+  } while (rest != 0);
+  return result;
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::VLQ::Decode(int size, const unsigned char* data, int offset)
+    -> VLQ {
+  if (size < 1 || data == nullptr || offset < 0 || offset >= size) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  VLQ result = {0, {0, 0, 0, 0}, 0};
+  for (int shift = 0; shift < 28; shift += 7) {
+    const int place = offset + result.length;
+    const unsigned char byte = place < size ? data[place] : 0;
+    result.bytes[result.length++] = byte;
+    result.value |= (byte & 0x7Fu) << shift;
+    if ((byte & 0x80) == 0) {
+      return result;
+    }
+  }
+  PLINTH_RAISE(CException_General);
+}
+
+// ---- Object
+
+template <class Configuration>
+void CSerializer<Configuration>::Object::CheckThis() const {
+  if (!initialized) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  assert(refCount >= 1);
+}
+
+// ---- CSerializer
+
+template <class Configuration>
+CSerializer<Configuration>::CSerializer()
+    : targetEndianness(), state(EState::None), stripped(false) {}
+
+template <class Configuration>
+CSerializer<Configuration>::~CSerializer() {
+  CSerializer::Delete_States();
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::NewArray_Entry(int count) -> IArray_Entry* {
+  return CArray<Configuration, Entry>::New(kRecordType, count);
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::NewArray_Dictionary(int count) -> IArray_Dictionary* {
+  return CArray<Configuration, Dictionary>::New(kRecordType, count);
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::NewList_Entry() -> IList_Entry* {
+  auto* list =
+      new (api::Slots<Configuration>().platform, false, true) CLinkedList<Configuration, Entry>;
+  list->Init(kRecordType);
+  return list;
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::NewList_Dictionary() -> IList_Dictionary* {
+  auto* list = new (api::Slots<Configuration>().platform, false, true)
+      CLinkedList<Configuration, Dictionary>;
+  list->Init(kRecordType);
+  return list;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
+                                      ETargetEndianness::Enum endianness) {
+  PLINTH_FRAME(Configuration) {
+    if (serializerHelper == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    ETargetEndianness::Check(endianness);
+    CObject::Init();
+    helper.Share(serializerHelper);
+    targetEndianness = endianness;
+    working.Take(new (api::Slots<Configuration>().platform, false, true)
+                     Working(endianness == ETargetEndianness::Reversed));
+    working->Init();
+    state = EState::Working;
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
+                                      ETargetEndianness::Enum endianness, int size,
+                                      unsigned char* data, bool owned) {
+  PLINTH_FRAME(Configuration) {
+    if (serializerHelper == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    ETargetEndianness::Check(endianness);
+    CObject::Init();
+    helper.Share(serializerHelper);
+    targetEndianness = endianness;
+    serialized.Take(CreateState_Serialized());
+    serialized->Init(endianness == ETargetEndianness::Reversed, size, data, owned);
+    state = EState::Serialized;
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::CheckMembers() const {
+  if (!valid || !helper) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  if (stripped) {
+    return;
+  }
+  const bool present = (state == EState::Working && working) ||
+                       (state == EState::Deduplicated && deduplicated) ||
+                       (state == EState::Serialized && serialized) || state == EState::Detached;
+  if (!present) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::CheckThis() const {
+  CheckMembers();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Reset() {
+  CObject::Reset();
+  helper.Forget();
+  targetEndianness = ETargetEndianness::Enum();
+  state = EState::None;
+  deduplicated.Forget();
+  serialized.Forget();
+  stripped = false;
+  working.Forget();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Delete() {
+  CSerializer::Delete_States();
+  helper.Drop();
+  CObject::Delete();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::DropReferences(IArray_Entry* entries) {
+  const int count = entries == nullptr ? 0 : entries->GetCount();
+  for (int i = 0; i < count; ++i) {
+    entries->GetElements()[i]->DropReferences();
+  }
+}
+
+// Entries hold each other, in both directions while they are written, and in whatever rings an image
+// has. Each state that stands knows all its entries, so they let go of each other here, at the end,
+// and one by one: neither a failed transition nor a long chain of references does harm.
+template <class Configuration>
+void CSerializer<Configuration>::Delete_States() {
+  if (working && working->allEntries) {
+    for (auto* node = working->allEntries->GetHead(); node != nullptr; node = node->next) {
+      node->value->DropReferences();
+    }
+  }
+  if (serialized) {
+    DropReferences(serialized->entries.Get());
+  }
+  if (deduplicated) {
+    DropReferences(deduplicated->entries.Get());
+  }
+  deduplicated.Drop();
+  serialized.Drop();
+  working.Drop();
+  state = EState::None;
+  stripped = true;
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::CreateState_Deduplicated() -> Deduplicated* {
+  return new (api::Slots<Configuration>().platform, false, true) Deduplicated;
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::CreateState_Serialized() -> Serialized* {
+  return new (api::Slots<Configuration>().platform, false, true) Serialized;
+}
+
+// ---- transitions
+
+template <class Configuration>
+void CSerializer<Configuration>::Transition(typename EState::Enum target) {
+  EState::Check(target);
+  CheckThis();
+  if (stripped) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  if (state == target && target <= EState::Serialized) {
+    return;
+  }
+  if (state > EState::Serialized || target > EState::Serialized) {
+    PLINTH_RAISE(CException_General);
+  }
+  if (target == EState::Working) {
+    PLINTH_RAISE(CException_NotImplemented);
+  }
+  if (state == EState::Working) {
+    Transition_WorkingToDeduplicated();
+  }
+  if (state == EState::Deduplicated && target == EState::Serialized) {
+    Transition_DeduplicatedToSerialized();
+  } else if (state == EState::Serialized && target == EState::Deduplicated) {
+    Transition_SerializedToDeduplicated();
+  }
+}
+
+// The image's order of dictionaries is settled here: those of root objects first, then the others,
+// each in order of creation. Parents were created before their children and are merged before them.
+template <class Configuration>
+void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
+  PLINTH_FRAME(Configuration) {
+    CheckThis();
+    if (state != EState::Working || deduplicated) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    IList_Dictionary* rest = Defer(frame, NewList_Dictionary());
+    rest->Append(working->allDictionaries.Get());
+    const int total = rest->GetCount();
+    const int rootCount = working->rootDictionaries->GetCount();
+    IArray_Dictionary* dictionaries = Defer(frame, NewArray_Dictionary(total));
+    int placed = 0;
+    for (auto* root = working->rootDictionaries->GetHead(); root != nullptr; root = root->next) {
+      auto* element = rest->GetHead();
+      while (element != nullptr && element->value != root->value) {
+        element = element->next;
+      }
+      if (element != nullptr) {
+        rest->Remove(element);
+        dictionaries->Set(placed++, root->GetValue());
+      }
+    }
+    if (placed != rootCount) {
+      PLINTH_RAISE(CException_General);
+    }
+    for (auto* element = rest->GetHead(); element != nullptr; element = element->next) {
+      dictionaries->Set(placed++, element->GetValue());
+    }
+    if (placed != total) {
+      PLINTH_RAISE(CException_General);
+    }
+    for (int i = rootCount; i < total; ++i) {
+      DeduplicateEntries(dictionaries->Get(i));
+    }
+    IArray_Entry* entries = Defer(frame, NewArray_Entry(0));
+    for (int i = 0; i < total; ++i) {
+      IArray_Entry* own = Defer(frame, dictionaries->Get(i)->BuildArray_Entries());
+      entries->Append(own);
+    }
+    Deduplicated* next = Defer(frame, CreateState_Deduplicated());
+    next->Init(this, targetEndianness == ETargetEndianness::Reversed, dictionaries, entries);
+    deduplicated.Take(HandOver(frame, next));
+    state = EState::Deduplicated;
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Transition_SerializedToDeduplicated() {
+  PLINTH_FRAME(Configuration) {
+    if (state != EState::Serialized || deduplicated) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    Deduplicated* next = Defer(frame, CreateState_Deduplicated());
+    next->Init(this, serialized->reverse, serialized->dictionaries.Get(),
+               serialized->entries.Get());
+    deduplicated.Take(HandOver(frame, next));
+    state = EState::Deduplicated;
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
+  PLINTH_FRAME(Configuration) {
+    if (state != EState::Deduplicated || serialized) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    Serialized* next = Defer(frame, CreateState_Serialized());
+    next->Init(deduplicated->reverse, deduplicated->dictionaries.Get(),
+               deduplicated->entries.Get());
+    serialized.Take(HandOver(frame, next));
+    state = EState::Serialized;
+  }
+  PLINTH_END
+}
+
+// The first-written copy survives. What a merged entry referenced stays in its own dictionary, and
+// merges in its turn with what the survivor references.
+template <class Configuration>
+void CSerializer<Configuration>::DeduplicateEntries(Dictionary* dictionary) {
+  if (dictionary == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (dictionary->state != EState::Working) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  IList_Entry* list = dictionary->working->entries.Get();
+  for (auto* kept = list->GetHead(); kept != nullptr; kept = kept->next) {
+    Entry* survivor = kept->GetValue();
+    auto* later = kept->next;
+    while (later != nullptr) {
+      Entry* copy = later->GetValue();
+      if (copy == survivor) {
+        PLINTH_RAISE(CException_General);
+      }
+      if (!survivor->IsEqualTo(copy)) {
+        later = later->next;
+        continue;
+      }
+      IList_Entry* referencedBy = copy->working->referencedBy.Get();
+      if (referencedBy->GetCount() != 1) {
+        PLINTH_RAISE(CException_General);
+      }
+      Entry* holder = referencedBy->GetHead()->GetValue();
+      if (holder->state != EState::Working) {
+        PLINTH_RAISE(CException_General);
+      }
+      for (auto* reference = holder->working->references->GetHead(); reference != nullptr;
+           reference = reference->next) {
+        if (reference->value == copy) {
+          reference->SetValue(survivor);
+          survivor->AddEntry_ReferencedBy(holder);
+        }
+      }
+      later = list->Remove_GetNext(later);
+    }
+  }
+}
+
+// ---- writing
+
+template <class Configuration>
+auto CSerializer<Configuration>::Writing() -> Working* {
+  Transition(EState::Working);
+  return working.Get();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialization_Start(int type) {
+  Writing()->Serialization_Start(type);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialization_End(int type) {
+  Writing()->Serialization_End(type);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialize_bool(bool value) {
+  Serialize_uint8(value ? 1 : 0);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialize_uint8(unsigned char value) {
+  Writing()->GetEntry_Serializing_Current()->Serialize_uint8(value);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialize_uint28(int value) {
+  Writing()->GetEntry_Serializing_Current()->Serialize_uint28(value);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialize_int32_NoVLQ(int value) {
+  Writing()->GetEntry_Serializing_Current()->Serialize_int32_NoVLQ(value);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialize_Array_uint8(int arraySize, unsigned char* array,
+                                                       int offset, int count) {
+  Writing()->GetEntry_Serializing_Current()->Serialize_Array_uint8(arraySize, array, offset, count);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialize_Array_uint28(int arraySize, int* array, int offset,
+                                                        int count) {
+  Writing()->GetEntry_Serializing_Current()->Serialize_Array_uint28(arraySize, array, offset,
+                                                                    count);
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::GetSerializedSize() {
+  Transition(EState::Serialized);
+  return serialized->length;
+}
+
+template <class Configuration>
+unsigned char* CSerializer<Configuration>::Serialize() {
+  Transition(EState::Serialized);
+  return serialized->bytes;
+}
+
+// ---- reading
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(void* context) {
+  Transition(EState::Deduplicated);
+  return deduplicated->Deserialize_Serializeable(context);
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(int type,
+                                                                           void* context) {
+  Transition(EState::Deduplicated);
+  return deduplicated->Deserialize_Serializeable(type, context);
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::Reading() -> Entry* {
+  Transition(EState::Deduplicated);
+  Entry* entry = deduplicated->GetEntry_Deserializing_Current();
+  if (entry->state != EState::Deduplicated) {  // moved on by a transition that failed
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return entry;
+}
+
+template <class Configuration>
+bool CSerializer<Configuration>::Deserialize_bool() {
+  return Deserialize_uint8() == 1;
+}
+
+template <class Configuration>
+unsigned char CSerializer<Configuration>::Deserialize_uint8() {
+  return Reading()->deduplicated->Deserialize_uint8();
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::Deserialize_uint28() {
+  return Reading()->deduplicated->Deserialize_uint28();
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::Deserialize_int32_NoVLQ() {
+  return Reading()->deduplicated->Deserialize_int32_NoVLQ();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Deserialize_Array_uint8(int arraySize, unsigned char* array,
+                                                         int offset, int count) {
+  Reading()->deduplicated->Deserialize_Array_uint8(arraySize, array, offset, count);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Deserialize_Array_uint28(int arraySize, int* array, int offset,
+                                                          int count) {
+  Reading()->deduplicated->Deserialize_Array_uint28(arraySize, array, offset, count);
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::GetImageCount_Bytes() const {
+  return deduplicated ? deduplicated->byteCount : 0;
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::GetImageCount_References() const {
+  return deduplicated ? deduplicated->referenceCount : 0;
+}
+
+template <class Configuration>
+api::ISerializerHelper* CSerializer<Configuration>::GetSerializerHelper() {
+  CheckThis();
+  return helper.Get();
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::GetTargetEndianness() const -> ETargetEndianness::Enum {
+  CheckThis();
+  return targetEndianness;
+}
+
+}  // namespace plinth::v1::core

@@ -1,0 +1,43 @@
+// A member that holds one counted reference.
+// Room: plinth/core. It lets its reference go when it is dropped, replaced or destructed. A member
+// of objects and records, never a local: jumps pass destructors.
+#pragma once
+
+namespace plinth::v1::core {
+
+template <class T>
+class Counted {
+ public:
+  Counted() = default;
+  ~Counted() { Drop(); }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+  // Takes over the caller's reference.
+  void Take(T* object) {
+    T* old = pointer;
+    pointer = object;
+    if (old != nullptr) {
+      old->Destroy();
+    }
+  }
+  // Takes a reference of its own.
+  void Share(T* object) {
+    if (object != nullptr) {
+      object->AddRef();
+    }
+    Take(object);
+  }
+  void Drop() { Take(nullptr); }
+  // Blank, with nothing let go.
+  void Forget() { pointer = nullptr; }
+
+  T* Get() const { return pointer; }
+  T* operator->() const { return pointer; }
+  explicit operator bool() const { return pointer != nullptr; }
+
+ private:
+  T* pointer = nullptr;
+};
+
+}  // namespace plinth::v1::core

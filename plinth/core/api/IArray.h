@@ -1,0 +1,63 @@
+// A sequence that is rebuilt, not grown: of values, or of counted object pointers.
+// Room: plinth/core. `T` is `unsigned char` or `int` for values, an interface for objects. An
+// object array holds one reference on each element it stores, save those handed over in a block.
+// Failures are raised: a bad index, a null argument, another type to compare with
+// `CException_Parameter_Invalid`; a null element got or written `CException_This_Invalid`.
+#pragma once
+
+#include <type_traits>
+
+#include "plinth/core/api/ISerializeable.h"
+
+namespace plinth::v1::api {
+
+template <class T, bool kScalar = std::is_arithmetic_v<T>>
+class IArray;
+
+template <class T>
+class IArray<T, true> : public virtual ISerializeable {
+ public:
+  using Element = T;
+  using ISerializeable::Init;
+  virtual void Init(int count) = 0;  // zero-filled
+  // Takes the block as it stands; with `owned` it ends with the array.
+  virtual void Init(int count, Element* elements, bool owned) = 0;
+  virtual void Init(IArray* other) = 0;
+  virtual void Append(IArray* other) = 0;
+  // Keeps the first `count` elements; never grows.
+  virtual void Truncate(int count) = 0;
+  virtual int GetCount() const = 0;
+  virtual void Set(int index, Element value) = 0;
+  virtual Element Get(int index) const = 0;
+  virtual Element* GetElements() const = 0;
+  virtual bool IsOwned_Elements() const = 0;
+  // Hands the block over to the caller.
+  virtual void ClearOwnership_Elements() = 0;
+  // The 32-bit sum of the elements as unsigned values.
+  virtual unsigned int CalculateChecksum() const = 0;
+};
+
+template <class T>
+class IArray<T, false> : public virtual ISerializeable {
+ public:
+  using Element = T*;
+  using ISerializeable::Init;
+  virtual void Init(int type, int count) = 0;  // all elements null
+  // Takes the block as it stands, references included; none may be null.
+  virtual void Init(int type, int count, Element* elements, bool owned) = 0;
+  virtual void Init(IArray* other) = 0;
+  virtual void Append(IArray* other) = 0;
+  virtual void Truncate(int count) = 0;
+  virtual int GetCount() const = 0;
+  virtual void Set(int index, Element value) = 0;
+  // Never null, and without a new reference.
+  virtual Element Get(int index) const = 0;
+  virtual Element* GetElements() const = 0;
+  virtual bool IsOwned_Elements() const = 0;
+  virtual void ClearOwnership_Elements() = 0;
+};
+
+using IArray_uint8 = IArray<unsigned char>;
+using IArray_int32 = IArray<int>;
+
+}  // namespace plinth::v1::api

@@ -1,0 +1,62 @@
+// A doubly linked list of counted object pointers. Its image is that of an array of the same type.
+// Room: plinth/core. The list owns its elements and one reference on each value; an `Element*` held
+// outside is good until that element is removed. Failures are raised.
+#pragma once
+
+#include "plinth/core/api/IArray.h"
+#include "plinth/runtime/api/frame.h"
+
+namespace plinth::v1::api {
+
+template <class T>
+class ILinkedList : public virtual ISerializeable {
+ public:
+  struct Element {
+    Element* previous = nullptr;
+    Element* next = nullptr;
+    T* value = nullptr;  // a counted reference
+
+    ~Element() {
+      if (value != nullptr) {
+        value->Destroy();
+      }
+    }
+    void SetValue(T* newValue) {
+      if (newValue == nullptr) {
+        Raise<Configuration, CException_Parameter_Invalid>();
+      }
+      newValue->AddRef();
+      if (value != nullptr) {
+        value->Destroy();
+      }
+      value = newValue;
+    }
+    // Without a new reference; a null value raises `CException_This_Invalid`.
+    T* GetValue() const {
+      if (value == nullptr) {
+        Raise<Configuration, CException_This_Invalid>();
+      }
+      return value;
+    }
+  };
+
+  using ISerializeable::Init;
+  virtual void Init(int type) = 0;
+  virtual void Init(IArray<T>* array) = 0;
+  virtual void Init(ILinkedList* other) = 0;
+  // In front of `before`, which is null only on an empty list.
+  virtual void Insert(Element* before, T* value) = 0;
+  // Behind `after`, which is null only on an empty list.
+  virtual void Add(Element* after, T* value) = 0;
+  virtual void Remove(Element* element) = 0;
+  virtual Element* Remove_GetPrev(Element* element) = 0;
+  virtual Element* Remove_GetNext(Element* element) = 0;
+  // The last value in a detached element, which the caller ends with PlacementDelete.
+  virtual Element* PopBack() = 0;
+  virtual void Append(ILinkedList* other) = 0;
+  virtual Element* GetHead() const = 0;
+  virtual Element* GetTail() const = 0;
+  virtual int GetCount() const = 0;
+};
+
+}  // namespace plinth::v1::api

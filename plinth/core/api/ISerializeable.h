@@ -1,0 +1,26 @@
+// An object that can be written into an image and read back.
+// Room: plinth/core. The type id is the key of its kind in the image and at the helper that makes
+// objects; 0 means none. Failures are raised.
+#pragma once
+
+#include "plinth/core/api/IObject.h"
+
+namespace plinth::v1::api {
+
+class ISerializer;
+
+class ISerializeable : public virtual IObject {
+ public:
+  using IObject::Init;
+  // Reads the object: its values in the order of writing, then its nested objects.
+  virtual void Init(int type, ISerializer* serializer, void* context) = 0;
+  // Sorts contained objects in place, each after its own content.
+  virtual void Sort(bool deduplicate) = 0;
+  virtual int GetSerializeableType() const = 0;
+  // Opens an entry of its type id, writes its values, then its nested objects, and closes it.
+  virtual void Serialize(ISerializer* serializer, void* context) = 0;
+  virtual bool IsEqualTo(ISerializeable* other) const = 0;
+  virtual bool IsLessThan(ISerializeable* other) const = 0;
+};
+
+}  // namespace plinth::v1::api

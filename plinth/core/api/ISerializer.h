@@ -1,0 +1,65 @@
+// Turns a tree of objects into one byte image and back.
+// Room: plinth/core. A serializer is either written (Init without an image, then Start, values,
+// nested objects, End) or read; taking the image or reading ends the writing. Failures are raised:
+// null or out-of-range arguments `CException_Parameter_Invalid`, an operation out of order
+// `CException_This_Invalid`, writing after a transition `CException_NotImplemented`.
+#pragma once
+
+#include "plinth/core/api/ISerializerHelper.h"
+
+namespace plinth::v1::api {
+
+class ISerializer : public virtual IObject {
+ public:
+  struct ETargetEndianness {
+    enum Enum {
+      Reversed = 1,    // the bytes of each int32_NoVLQ are reversed against memory order
+      MemoryOrder = 2  // they are kept
+    };
+    static void Check(Enum value);
+  };
+
+  using IObject::Init;
+  virtual void Init(ISerializerHelper* helper, ETargetEndianness::Enum endianness) = 0;
+  // Opens an image of `size` bytes; with `owned` the bytes end with the serializer.
+  virtual void Init(ISerializerHelper* helper, ETargetEndianness::Enum endianness, int size,
+                    unsigned char* data, bool owned) = 0;
+
+  virtual void Serialization_Start(int type) = 0;
+  virtual void Serialization_End(int type) = 0;
+
+  virtual void Serialize_bool(bool value) = 0;
+  virtual void Serialize_uint8(unsigned char value) = 0;
+  virtual void Serialize_uint28(int value) = 0;  // [0..0x0FFFFFFF]
+  virtual void Serialize_int32_NoVLQ(int value) = 0;
+  virtual void Serialize_Array_uint8(int arraySize, unsigned char* array, int offset,
+                                     int count) = 0;
+  virtual void Serialize_Array_uint28(int arraySize, int* array, int offset, int count) = 0;
+
+  // The next nested object of the one being read. It comes with a reference for the caller.
+  virtual ISerializeable* Deserialize_Serializeable(void* context) = 0;
+  // The next nested object, or else the next root object, which must have this type.
+  virtual ISerializeable* Deserialize_Serializeable(int type, void* context) = 0;
+
+  // The readers act on the object being read. At the end of its values they start again.
+  virtual bool Deserialize_bool() = 0;
+  virtual unsigned char Deserialize_uint8() = 0;
+  virtual int Deserialize_uint28() = 0;
+  virtual int Deserialize_int32_NoVLQ() = 0;
+  virtual void Deserialize_Array_uint8(int arraySize, unsigned char* array, int offset,
+                                       int count) = 0;
+  virtual void Deserialize_Array_uint28(int arraySize, int* array, int offset, int count) = 0;
+
+  virtual ISerializerHelper* GetSerializerHelper() = 0;
+  virtual ETargetEndianness::Enum GetTargetEndianness() const = 0;
+  virtual int GetSerializedSize() = 0;
+  // The image's bytes. They stay the serializer's.
+  virtual unsigned char* Serialize() = 0;
+
+  // What the image being read holds in all: bytes of data, and references between entries. No sound
+  // array can have more elements.
+  virtual int GetImageCount_Bytes() const = 0;
+  virtual int GetImageCount_References() const = 0;
+};
+
+}  // namespace plinth::v1::api

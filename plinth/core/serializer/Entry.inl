@@ -1,0 +1,651 @@
+// Bodies of Entry.h, for the files that instantiate it.
+#pragma once
+
+#include <string.h>
+
+#include "plinth/core/serializer/Entry.h"
+#include "plinth/core/serializer/Dictionary.h"
+
+namespace plinth::v1::core {
+
+// ---- Entry::Working
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Init() {
+  data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>);
+  data->Init(0);
+  references.Take(NewList_Entry());
+  referencedBy.Take(NewList_Entry());
+  this->initialized = true;
+}
+
+template <class Configuration>
+bool CSerializer<Configuration>::Entry::Working::IsEqualTo(const Working* other) const {
+  this->CheckThis();
+  return this == other ||
+         (dictionary->GetSerializeableType() == other->dictionary->GetSerializeableType() &&
+          data->IsEqualTo(other->data.Get()) && references->IsEqualTo(other->references.Get()));
+}
+
+// A lower type comes first; among equal types nothing does; only a higher type goes on to the data.
+template <class Configuration>
+bool CSerializer<Configuration>::Entry::Working::IsLessThan(const Working* other) const {
+  this->CheckThis();
+  const int type = dictionary->GetSerializeableType();
+  const int otherType = other->dictionary->GetSerializeableType();
+  if (type <= otherType) {
+    return type < otherType;
+  }
+  if (data->IsLessThan(other->data.Get())) {
+    return true;
+  }
+  return data->IsEqualTo(other->data.Get()) && references->IsLessThan(other->references.Get());
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Append(const unsigned char* bytes, int count) {
+  PLINTH_FRAME(Configuration) {
+    api::IArray_uint8* added =
+        new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>;
+    Defer(frame, added);
+    added->Init(count, const_cast<unsigned char*>(bytes), false);
+    data->Append(added);
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Serialize_uint8(unsigned char value) {
+  Append(&value, 1);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Serialize_uint28(int value) {
+  if (value < 0) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  const VLQ encoded = VLQ::Encode(static_cast<unsigned int>(value));
+  Append(encoded.bytes, encoded.length);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Serialize_int32_NoVLQ(int value) {
+  unsigned int pattern = static_cast<unsigned int>(value);
+  if (this->reverse) {
+    pattern = __builtin_bswap32(pattern);
+  }
+  unsigned char bytes[4];
+  memcpy(bytes, &pattern, sizeof bytes);
+  Append(bytes, 4);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint8(int arraySize,
+                                                                       unsigned char* array,
+                                                                       int offset, int count) {
+  if (arraySize < 1 || array == nullptr || offset < 0 || count < 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  Append(array + offset, count);
+}
+
+// The bulk of what is written value by value: encoded in runs, each appended at once. A bad element
+// raises with the elements before it appended.
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arraySize, int* array,
+                                                                        int offset, int count) {
+  if (arraySize < 1 || array == nullptr || offset < 0 || count < 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  constexpr int kMaxLargest = 0x0FFFFFFF;
+  unsigned char run[1024];
+  int used = 0;
+  for (int i = 0; i < count; ++i) {
+    const int value = array[offset + i];
+    const bool sound = value >= 0 && value <= kMaxLargest;
+    if (used > 0 && (!sound || used > static_cast<int>(sizeof run) - 4)) {
+      Append(run, used);
+      used = 0;
+    }
+    if (!sound) {
+      Serialize_uint28(value);
+    }
+    const VLQ encoded = VLQ::Encode(static_cast<unsigned int>(value));
+    memcpy(run + used, encoded.bytes, static_cast<size_t>(encoded.length));
+    used += encoded.length;
+  }
+  if (used > 0) {
+    Append(run, used);
+  }
+}
+
+// ---- Entry::Deduplicated
+
+template <class Configuration>
+CSerializer<Configuration>::Entry::Deduplicated::Deduplicated(Dictionary* owner, bool reverseBytes)
+    : Object(reverseBytes),
+      dictionary(owner),
+      dataLength(0),
+      data(nullptr),
+      cursor(0),
+      referenceCount(0),
+      references(nullptr),
+      referenceCursor(0),
+      object(nullptr),
+      underConstruction(false),
+      outer(nullptr),
+      height(0),
+      ownsData(false),
+      ownsReferences(false) {}
+
+template <class Configuration>
+CSerializer<Configuration>::Entry::Deduplicated::~Deduplicated() {
+  DropReferences();
+  if (ownsData) {
+    operator delete[](data, api::Slots<Configuration>().platform, false, false);
+  }
+  if (object != nullptr) {
+    object->Destroy();
+  }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Deduplicated::DropReferences() {
+  if (ownsReferences) {
+    CArray<Configuration, Entry>::Delete_Elements(referenceCount, references);
+  }
+  ownsReferences = false;
+  references = nullptr;
+  referenceCount = 0;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Deduplicated::Init(int newDataLength,
+                                                           unsigned char* newData,
+                                                           bool newOwnsData, int newReferenceCount,
+                                                           Entry** newReferences,
+                                                           bool newOwnsReferences) {
+  if (newDataLength < 0 || (newDataLength > 0) != (newData != nullptr) || newReferenceCount < 0 ||
+      (newReferenceCount > 0) != (newReferences != nullptr)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  dataLength = newDataLength;
+  data = newData;
+  ownsData = newOwnsData;
+  referenceCount = newReferenceCount;
+  references = newReferences;
+  ownsReferences = newOwnsReferences;
+  this->initialized = true;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Deduplicated::Rewind() {
+  if (cursor >= dataLength) {
+    cursor = 0;
+  }
+}
+
+template <class Configuration>
+unsigned char CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint8() {
+  if (data == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  Rewind();
+  if (dataLength == 0) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return data[cursor++];
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint28() {
+  Rewind();
+  const VLQ decoded = VLQ::Decode(dataLength, data, cursor);
+  cursor += decoded.length;
+  return static_cast<int>(decoded.value);
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ() {
+  Rewind();
+  if (cursor + 3 >= dataLength) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  unsigned int pattern;
+  memcpy(&pattern, data + cursor, sizeof pattern);
+  cursor += 4;
+  return static_cast<int>(this->reverse ? __builtin_bswap32(pattern) : pattern);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint8(int arraySize,
+                                                                              unsigned char* array,
+                                                                              int offset,
+                                                                              int count) {
+  if (arraySize < 1 || array == nullptr || offset < 0 || count < 1 ||
+      static_cast<long long>(offset) + count > arraySize) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (data == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  Rewind();
+  if (dataLength - cursor < count) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  memcpy(array + offset, data + cursor, static_cast<size_t>(count));
+  cursor += count;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint28(int arraySize,
+                                                                               int* array,
+                                                                               int offset,
+                                                                               int count) {
+  if (arraySize < 1 || array == nullptr || offset < 0 || count < 1 ||
+      static_cast<long long>(offset) + count > arraySize) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  for (int i = 0; i < count; ++i) {
+    array[offset + i] = Deserialize_uint28();
+  }
+}
+
+// ---- Entry::Serialized
+
+template <class Configuration>
+CSerializer<Configuration>::Entry::Serialized::Serialized(Dictionary* owner, bool reverseBytes)
+    : Object(reverseBytes),
+      dictionary(owner),
+      length(0),
+      bytes(nullptr),
+      dataLength(0),
+      data(nullptr),
+      referenceCount(0),
+      references(nullptr),
+      ownsBytes(false),
+      ownsData(false),
+      ownsReferences(false) {}
+
+template <class Configuration>
+CSerializer<Configuration>::Entry::Serialized::~Serialized() {
+  api::CPlatform* platform = api::Slots<Configuration>().platform;
+  if (ownsBytes) {
+    operator delete[](bytes, platform, false, false);
+  }
+  if (ownsData) {
+    operator delete[](data, platform, false, false);
+  }
+  if (ownsReferences) {
+    operator delete[](references, platform, false, false);
+  }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Serialized::Init(int size, unsigned char* image,
+                                                         int offset) {
+  if (size < 1 || image == nullptr || offset < 0 || offset >= size - 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  bytes = image + offset;
+  const int room = size - offset;
+  const VLQ dataPart = VLQ::Decode(size, image, offset);
+  dataLength = static_cast<int>(dataPart.value);
+  if (dataLength > room - (dataPart.length + 2)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  data = dataLength > 0 ? bytes + dataPart.length : nullptr;
+  length = dataPart.length + dataLength;
+
+  const VLQ referencePart = VLQ::Decode(size, image, offset + length);
+  const int referenceBytes = static_cast<int>(referencePart.value);
+  if (referenceBytes > room - (referencePart.length + 2 + length)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  length += referencePart.length;
+  int place = offset + length;
+  int remainder = referenceBytes;
+  int counted = 0;
+  for (; remainder > 0; ++counted) {
+    const VLQ reference = VLQ::Decode(size, image, place);
+    place += reference.length;
+    remainder -= reference.length;
+  }
+  if (remainder != 0) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (counted > 0) {
+    references = new (api::Slots<Configuration>().platform, true, true)
+        int[static_cast<size_t>(counted)];
+    ownsReferences = true;
+    referenceCount = counted;
+    place = offset + length;
+    for (int i = 0; i < counted; ++i) {
+      const VLQ reference = VLQ::Decode(size, image, place);
+      references[i] = static_cast<int>(reference.value);
+      place += reference.length;
+    }
+  }
+  length += referenceBytes;
+  this->initialized = true;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Serialized::Init(int newDataLength, unsigned char* newData,
+                                                         bool newOwnsData, int newReferenceCount,
+                                                         int* newReferences,
+                                                         bool newOwnsReferences) {
+  if (dictionary == nullptr || newDataLength < 0 || (newDataLength > 0 && newData == nullptr) ||
+      newReferenceCount < 0 || (newReferenceCount > 0 && newReferences == nullptr)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  int referenceBytes = 0;
+  for (int i = 0; i < newReferenceCount; ++i) {
+    referenceBytes += VLQ::Encode(static_cast<unsigned int>(newReferences[i])).length;
+  }
+  const VLQ dataPart = VLQ::Encode(static_cast<unsigned int>(newDataLength));
+  const VLQ referencePart = VLQ::Encode(static_cast<unsigned int>(referenceBytes));
+  const int total = dataPart.length + newDataLength + referencePart.length + referenceBytes;
+  bytes = new (api::Slots<Configuration>().platform, true, true)
+      unsigned char[static_cast<size_t>(total)];
+  ownsBytes = true;
+  length = total;
+
+  unsigned char* to = bytes;
+  const auto put = [&to](const unsigned char* from, int count) {
+    if (count > 0) {
+      memcpy(to, from, static_cast<size_t>(count));
+      to += count;
+    }
+  };
+  put(dataPart.bytes, dataPart.length);
+  put(newData, newDataLength);
+  put(referencePart.bytes, referencePart.length);
+  for (int i = 0; i < newReferenceCount; ++i) {
+    const VLQ reference = VLQ::Encode(static_cast<unsigned int>(newReferences[i]));
+    put(reference.bytes, reference.length);
+  }
+  dataLength = newDataLength;
+  data = newData;
+  ownsData = newOwnsData;
+  referenceCount = newReferenceCount;
+  references = newReferences;
+  ownsReferences = newOwnsReferences;
+  this->initialized = true;
+}
+
+// ---- Entry
+
+template <class Configuration>
+CSerializer<Configuration>::Entry::Entry() : Object(false), state(EState::None), number(-1) {}
+
+template <class Configuration>
+CSerializer<Configuration>::Entry::~Entry() = default;
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverseBytes) {
+  if (dictionary == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->reverse = reverseBytes;
+  working.Take(Object::template New<Working>(dictionary, reverseBytes));
+  working->Init();
+  state = EState::Working;
+  this->initialized = true;
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverseBytes, int size,
+                                            unsigned char* image, int offset) {
+  if (dictionary == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->reverse = reverseBytes;
+  serialized.Take(Object::template New<Serialized>(dictionary, reverseBytes));
+  serialized->Init(size, image, offset);
+  state = EState::Serialized;
+  this->initialized = true;
+  return serialized->length;
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::Entry::GetDictionary() const -> Dictionary* {
+  switch (state) {
+    case EState::Working:
+      return working->dictionary;
+    case EState::Deduplicated:
+      return deduplicated->dictionary;
+    case EState::Serialized:
+      return serialized->dictionary;
+    default:
+      PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+template <class Configuration>
+int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned char* image,
+                                                       int offset) {
+  if (size < 1 || image == nullptr || offset < 0 || offset >= size - 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (image[offset] == Dictionary::kTerminator[0] &&
+      image[offset + 1] == Dictionary::kTerminator[1]) {
+    return 0;
+  }
+  const VLQ dataPart = VLQ::Decode(size, image, offset);
+  const long long behindData =
+      static_cast<long long>(offset) + dataPart.length + static_cast<int>(dataPart.value);
+  if (behindData >= size) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  const VLQ referencePart = VLQ::Decode(size, image, static_cast<int>(behindData));
+  const long long end = behindData + referencePart.length + static_cast<int>(referencePart.value);
+  if (end - offset <= 1 || end > size) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  return static_cast<int>(end - offset);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::AddEntry_ReferencedBy(Entry* entry) {
+  if (entry == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (state != EState::Working) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  working->referencedBy->Add(working->referencedBy->GetTail(), entry);
+}
+
+template <class Configuration>
+bool CSerializer<Configuration>::Entry::IsEqualTo(Entry* other) const {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (state != EState::Working) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  if (other->state != EState::Working) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  return working->IsEqualTo(other->working.Get());
+}
+
+template <class Configuration>
+bool CSerializer<Configuration>::Entry::IsLessThan(Entry* other) const {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (state != EState::Working) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  if (other->state != EState::Working) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  return working->IsLessThan(other->working.Get());
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Transition_WorkingToDeduplicated(IArray_Entry* entries) {
+  PLINTH_FRAME(Configuration) {
+    if (entries == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    if (state != EState::Working) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    const int count = working->references->GetCount();
+    IArray_Entry* references = Defer(frame, NewArray_Entry(count));
+    int copied = 0;
+    for (auto* element = working->references->GetHead(); element != nullptr && copied < count;
+         element = element->next) {
+      references->Set(copied++, element->GetValue());
+    }
+    if (copied != count) {
+      PLINTH_RAISE(CException_General);
+    }
+    api::IArray_uint8* data = working->data.Get();
+    Deduplicated* form =
+        Defer(frame, Object::template New<Deduplicated>(working->dictionary, this->reverse));
+    form->Init(data->GetCount(), data->GetElements(), data->IsOwned_Elements(), count,
+               references->GetElements(), references->IsOwned_Elements());
+    data->ClearOwnership_Elements();
+    references->ClearOwnership_Elements();
+    deduplicated.Take(HandOver(frame, form));
+    working.Drop();
+    state = EState::Deduplicated;
+  }
+  PLINTH_END
+}
+
+// No frame: the new form is the entry's from the moment it exists, and stays unused until `state`
+// says so.
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Transition_SerializedToDeduplicated(
+    IArray_Entry* entries) {
+  if (entries == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (state != EState::Serialized) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  Serialized* from = serialized.Get();
+  const int count = from->referenceCount;
+  if (count > entries->GetCount()) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  deduplicated.Take(Object::template New<Deduplicated>(from->dictionary, this->reverse));
+  Deduplicated* form = deduplicated.Get();
+  if (count > 0) {
+    form->references = new (api::Slots<Configuration>().platform, true, true)
+        Entry*[static_cast<size_t>(count)];
+    form->ownsReferences = true;
+    form->referenceCount = count;
+    for (int i = 0; i < count; ++i) {
+      Entry* referenced = entries->Get(from->references[i]);
+      referenced->AddRef();
+      form->references[i] = referenced;
+    }
+  }
+  form->Init(from->dataLength, from->data, from->ownsData, count, form->references, count > 0);
+  from->ownsData = false;
+  state = EState::Deduplicated;
+  serialized.Drop();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(
+    IArray_Entry* entries) {
+  int* volatile numbers = nullptr;
+  PLINTH_FRAME(Configuration) {
+    if (entries == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    if (state != EState::Deduplicated) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    Deduplicated* from = deduplicated.Get();
+    const int count = from->referenceCount;
+    const int entryCount = entries->GetCount();
+    if (count > entryCount) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    if (count > 0) {
+      numbers =
+          new (api::Slots<Configuration>().platform, true, true) int[static_cast<size_t>(count)];
+    }
+    for (int i = 0; i < count; ++i) {
+      // Whoever writes the image has numbered the entries; one that is not in the array has none.
+      const int number = from->references[i]->number;
+      if (number < 0 || number >= entryCount ||
+          entries->GetElements()[number] != from->references[i]) {
+        PLINTH_RAISE(CException_General);
+      }
+      numbers[i] = number;
+    }
+    Serialized* form =
+        Defer(frame, Object::template New<Serialized>(from->dictionary, this->reverse));
+    form->Init(from->dataLength, from->data, false, count, numbers, false);
+    form->ownsData = from->ownsData;
+    from->ownsData = false;
+    form->ownsReferences = true;
+    numbers = nullptr;
+    serialized.Take(HandOver(frame, form));
+    deduplicated.Drop();
+    state = EState::Serialized;
+  }
+  PLINTH_TAIL { operator delete[](numbers, api::Slots<Configuration>().platform, false, false); }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::ToDeduplicated(IArray_Entry* entries) {
+  switch (state) {
+    case EState::Working:
+      return Transition_WorkingToDeduplicated(entries);
+    case EState::Serialized:
+      return Transition_SerializedToDeduplicated(entries);
+    case EState::Deduplicated:
+      return;
+    default:
+      PLINTH_RAISE(CException_General);
+  }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::ToSerialized(IArray_Entry* entries) {
+  switch (state) {
+    case EState::Working:
+      Transition_WorkingToDeduplicated(entries);
+      return Transition_DeduplicatedToSerialized(entries);
+    case EState::Deduplicated:
+      return Transition_DeduplicatedToSerialized(entries);
+    case EState::Serialized:
+      return;
+    default:
+      PLINTH_RAISE(CException_General);
+  }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::DropReferences() {
+  if (working) {
+    working->references.Drop();
+    working->referencedBy.Drop();
+  }
+  if (deduplicated) {
+    deduplicated->DropReferences();
+  }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Sort(bool) {
+  PLINTH_RAISE(CException_NotImplemented);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Serialize(api::ISerializer*, void*) {
+  PLINTH_RAISE(CException_NotImplemented);
+}
+
+}  // namespace plinth::v1::core

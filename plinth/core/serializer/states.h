@@ -1,0 +1,96 @@
+// The serializer's three state objects.
+// Room: plinth/core. Counted; each transition makes the next and leaves the one before in place
+// until the serializer lets all go.
+#pragma once
+
+#include "plinth/core/CSerializer.h"
+
+namespace plinth::v1::core {
+
+// What objects write, entry by entry.
+template <class Configuration>
+class CSerializer<Configuration>::Working : public CSerializer<Configuration>::Object {
+ public:
+  explicit Working(bool reverseBytes) : Object(reverseBytes), current(nullptr) {}
+  void Destroy() { Object::RemoveRef(this); }
+  void Init();
+  void Serialization_Start(int type);
+  void Serialization_End(int type);
+  // The open entry; none raises `CException_This_Invalid`.
+  typename Entry::Working* GetEntry_Serializing_Current() const;
+
+  Counted<IList_Dictionary> rootDictionaries;  // made while no entry was open
+  Counted<IList_Dictionary> allDictionaries;   // in order of creation
+  Counted<IList_Dictionary> dictionaryStack;   // one per open entry
+  Counted<IList_Entry> allEntries;             // in order of creation
+  Counted<IList_Entry> entryStack;             // the open entries
+  typename IList_Entry::Element* current;      // the entry stack's tail, or null
+
+ private:
+  Dictionary* FindDictionary(int type) const;
+};
+
+// What can be read: the entries in image order, and the stack of those being read.
+template <class Configuration>
+class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuration>::Object {
+ public:
+  // A blank object of the type, by default from the helper.
+  virtual api::ISerializeable* CreateSerializeable(int type);
+  Deduplicated();
+  virtual ~Deduplicated();
+  void Destroy() { Object::RemoveRef(this); }
+
+  void Init(api::ISerializer* owner, bool reverseBytes, IArray_Dictionary* allDictionaries,
+            IArray_Entry* allEntries);
+  api::ISerializeable* Deserialize_Serializeable(void* context);
+  api::ISerializeable* Deserialize_Serializeable(int type, void* context);
+  Entry* GetEntry_Deserializing_Current() const;
+
+  // Deeper than any sound pack nests, and far from a stack's end.
+  static constexpr int kMaxDepth = 256;
+
+  api::ISerializer* serializer;
+  Counted<api::ISerializerHelper> helper;
+  Counted<IArray_Dictionary> dictionaries;
+  int dictionaryIndex;  // stays -1
+  Counted<IArray_Entry> entries;
+  int rootCursor;
+  Counted<IList_Entry> readStack;
+  typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
+  int depth;    // objects under construction
+  int deepest;  // the level that the innermost one reaches with what it holds so far
+  int byteCount;
+  int referenceCount;
+
+ private:
+  Entry* GetEntry_Nested_Unprocessed();
+  api::ISerializeable* Read(Entry* entry, void* context);
+  api::ISerializeable* CreateSerializeable(Entry* entry, void* context);
+  api::ISerializeable* Construct(Entry* entry, void* context);
+  // Lets go of objects whose construction failed, out to the given one.
+  void Abandon(typename Entry::Deduplicated* last);
+};
+
+// The image.
+template <class Configuration>
+class CSerializer<Configuration>::Serialized : public CSerializer<Configuration>::Object {
+ public:
+  Serialized();
+  ~Serialized();
+  void Destroy() { Object::RemoveRef(this); }
+
+  // Parses an image. With `owned` its bytes end with this object; a failure leaves them to the
+  // caller.
+  void Init(bool reverseBytes, int size, unsigned char* data, bool owned);
+  // Writes an image.
+  void Init(bool reverseBytes, IArray_Dictionary* allDictionaries, IArray_Entry* allEntries);
+
+  int length;
+  unsigned char* bytes;
+  int position;
+  Counted<IArray_Dictionary> dictionaries;
+  Counted<IArray_Entry> entries;
+  bool ownsBytes;
+};
+
+}  // namespace plinth::v1::core

@@ -1,0 +1,390 @@
+// Bodies of states.h, for the files that instantiate it.
+#pragma once
+
+#include <string.h>
+
+#include "plinth/core/serializer/Dictionary.h"
+#include "plinth/core/serializer/Entry.h"
+#include "plinth/core/serializer/states.h"
+
+namespace plinth::v1::core {
+
+// ---- Working
+
+template <class Configuration>
+void CSerializer<Configuration>::Working::Init() {
+  rootDictionaries.Take(NewList_Dictionary());
+  allDictionaries.Take(NewList_Dictionary());
+  dictionaryStack.Take(NewList_Dictionary());
+  allEntries.Take(NewList_Entry());
+  entryStack.Take(NewList_Entry());
+  this->initialized = true;
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::Working::FindDictionary(int type) const -> Dictionary* {
+  for (auto* element = allDictionaries->GetHead(); element != nullptr; element = element->next) {
+    if (element->value->GetSerializeableType() == type) {
+      return element->value;
+    }
+  }
+  return nullptr;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Working::Serialization_Start(int type) {
+  PLINTH_FRAME(Configuration) {
+    if (type < 1) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    Dictionary* dictionary = FindDictionary(type);
+    // A transition that failed may have moved records on.
+    if ((dictionary != nullptr && dictionary->state != EState::Working) ||
+        (current != nullptr && current->GetValue()->state != EState::Working)) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (dictionary == nullptr) {
+      dictionary = Defer(frame, Object::template New<Dictionary>());
+      dictionary->Init(type);
+      if (dictionaryStack->GetCount() == 0) {
+        rootDictionaries->Add(rootDictionaries->GetTail(), dictionary);
+      }
+      allDictionaries->Add(allDictionaries->GetTail(), dictionary);
+    }
+    dictionaryStack->Add(dictionaryStack->GetTail(), dictionary);
+
+    Entry* entry = Defer(frame, Object::template New<Entry>());
+    entry->Init(dictionary, this->reverse);
+    allEntries->Add(allEntries->GetTail(), entry);
+    IList_Entry* siblings = dictionary->working->entries.Get();
+    siblings->Add(siblings->GetTail(), entry);
+    if (current != nullptr) {
+      Entry* holder = current->GetValue();
+      IList_Entry* references = holder->working->references.Get();
+      references->Add(references->GetTail(), entry);
+      entry->AddEntry_ReferencedBy(holder);
+    }
+    entryStack->Add(entryStack->GetTail(), entry);
+    current = entryStack->GetTail();
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Working::Serialization_End(int type) {
+  if (type < 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (current == nullptr ||
+      current->GetValue()->GetDictionary()->GetSerializeableType() != type ||
+      dictionaryStack->GetTail() == nullptr ||
+      dictionaryStack->GetTail()->GetValue()->GetSerializeableType() != type) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  dictionaryStack->Remove(dictionaryStack->GetTail());
+  entryStack->Remove(entryStack->GetTail());
+  current = entryStack->GetTail();
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::Working::GetEntry_Serializing_Current() const ->
+    typename Entry::Working* {
+  if (current == nullptr || current->GetValue()->state != EState::Working) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return current->GetValue()->working.Get();
+}
+
+// ---- Deduplicated
+
+template <class Configuration>
+CSerializer<Configuration>::Deduplicated::Deduplicated()
+    : Object(false),
+      serializer(nullptr),
+      dictionaryIndex(-1),
+      rootCursor(-1),
+      constructing(nullptr),
+      depth(0),
+      deepest(0),
+      byteCount(0),
+      referenceCount(0) {}
+
+template <class Configuration>
+CSerializer<Configuration>::Deduplicated::~Deduplicated() = default;
+
+template <class Configuration>
+void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, bool reverseBytes,
+                                                    IArray_Dictionary* allDictionaries,
+                                                    IArray_Entry* allEntries) {
+  if (owner == nullptr || allDictionaries == nullptr || allEntries == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  serializer = owner;
+  helper.Share(owner->GetSerializerHelper());
+  this->reverse = reverseBytes;
+  dictionaries.Share(allDictionaries);
+  entries.Share(allEntries);
+  const int dictionaryCount = allDictionaries->GetCount();
+  for (int i = 0; i < dictionaryCount; ++i) {
+    allDictionaries->Get(i)->ToDeduplicated(allEntries);
+  }
+  const int entryCount = allEntries->GetCount();
+  byteCount = 0;
+  referenceCount = 0;
+  for (int i = 0; i < entryCount; ++i) {
+    const auto* form = allEntries->GetElements()[i]->deduplicated.Get();
+    byteCount += form->dataLength;
+    referenceCount += form->referenceCount;
+  }
+  readStack.Take(NewList_Entry());
+  this->initialized = true;
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeable(int type) {
+  return helper->CreateSerializeable(type);
+}
+
+template <class Configuration>
+auto CSerializer<Configuration>::Deduplicated::GetEntry_Deserializing_Current() const -> Entry* {
+  auto* tail = readStack->GetTail();
+  if (tail == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return tail->GetValue();
+}
+
+// The next nested entry of the object being read, or of the nearest one around it that has any
+// left. All values of an object are read before its first nested object is.
+template <class Configuration>
+auto CSerializer<Configuration>::Deduplicated::GetEntry_Nested_Unprocessed() -> Entry* {
+  while (auto* tail = readStack->GetTail()) {
+    Entry* entry = tail->GetValue();
+    if (entry->state != EState::Deduplicated) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    auto* form = entry->deduplicated.Get();
+    if (form->cursor != form->dataLength) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (form->referenceCursor < form->referenceCount) {
+      if (Entry* nested = form->references[form->referenceCursor++]) {
+        return nested;
+      }
+    }
+    form->referenceCursor = 0;
+    readStack->Remove(tail);
+  }
+  return nullptr;
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::Read(Entry* entry, void* context) {
+  readStack->Add(readStack->GetTail(), entry);
+  return CreateSerializeable(entry, context);
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::Deserialize_Serializeable(
+    void* context) {
+  Entry* entry = GetEntry_Nested_Unprocessed();
+  if (entry == nullptr) {
+    PLINTH_RAISE(CException_General);
+  }
+  return Read(entry, context);
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::Deserialize_Serializeable(
+    int type, void* context) {
+  Entry* entry = GetEntry_Nested_Unprocessed();
+  if (entry == nullptr) {
+    if (++rootCursor >= entries->GetCount()) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    entry = entries->Get(rootCursor);
+  }
+  if (entry->GetDictionary()->GetSerializeableType() != type) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  return Read(entry, context);
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeable(Entry* entry,
+                                                                                  void* context) {
+  if (entry == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (entry->state != EState::Deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  auto* form = entry->deduplicated.Get();
+  const bool shared = form->object != nullptr;
+  if (form->underConstruction || depth + (shared ? form->height : 1) > kMaxDepth) {
+    PLINTH_RAISE(CException_General);
+  }
+  if (shared) {
+    // A second referrer: it shares the instance, and the entry's bytes are not read again.
+    if (readStack->GetTail() == nullptr) {
+      PLINTH_RAISE(CException_General);
+    }
+    readStack->Remove(readStack->GetTail());
+    deepest = depth + form->height > deepest ? depth + form->height : deepest;
+    form->object->AddRef();
+    return form->object;
+  }
+  if (depth > 0) {
+    return Construct(entry, context);
+  }
+  api::ISerializeable* volatile result = nullptr;
+  PLINTH_FRAME(Configuration) { result = Construct(entry, context); }
+  PLINTH_TAIL {
+    Abandon(nullptr);
+    depth = 0;
+    deepest = 0;
+  }
+  PLINTH_END
+  return result;
+}
+
+// The entry holds its object from the start, and the outermost object's frame lets go of all that
+// are under construction when one fails, so the inner ones need no frame.
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* entry,
+                                                                        void* context) {
+  auto* form = entry->deduplicated.Get();
+  const int type = entry->GetDictionary()->GetSerializeableType();
+  form->object = CreateSerializeable(type);
+  form->underConstruction = true;
+  form->outer = constructing;
+  constructing = form;
+  const int level = depth + 1;
+  const int deepestAround = deepest;
+  depth = level;
+  deepest = level;
+  form->object->Init(type, serializer, context);
+  Abandon(form);
+  constructing = form->outer;
+  form->underConstruction = false;
+  form->height = deepest - level + 1;
+  depth = level - 1;
+  deepest = deepestAround > deepest ? deepestAround : deepest;
+  form->object->AddRef();
+  return form->object;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Deduplicated::Abandon(typename Entry::Deduplicated* last) {
+  while (constructing != last) {
+    auto* failed = constructing;
+    constructing = failed->outer;
+    failed->underConstruction = false;
+    failed->object->Destroy();
+    failed->object = nullptr;
+  }
+}
+
+// ---- Serialized
+
+template <class Configuration>
+CSerializer<Configuration>::Serialized::Serialized()
+    : Object(false), length(0), bytes(nullptr), position(0), ownsBytes(false) {}
+
+template <class Configuration>
+CSerializer<Configuration>::Serialized::~Serialized() {
+  if (ownsBytes) {
+    operator delete[](bytes, api::Slots<Configuration>().platform, false, false);
+  }
+}
+
+// No frame: each record is held by an array, and each array by this object, before it is filled.
+template <class Configuration>
+void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, unsigned char* data,
+                                                  bool owned) {
+  if (size < 1 || data == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->reverse = reverseBytes;
+  int dictionaryCount = 0;
+  int place = 0;
+  while (place < size) {
+    place += Dictionary::CalculateLength(size, data, place);
+    ++dictionaryCount;
+  }
+  if (place != size || dictionaryCount < 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  dictionaries.Take(NewArray_Dictionary(dictionaryCount));
+  int entryCount = 0;
+  position = 0;
+  for (int i = 0; i < dictionaryCount; ++i) {
+    Dictionary* dictionary = Object::template New<Dictionary>();
+    dictionaries->GetElements()[i] = dictionary;
+    position += dictionary->Init(reverseBytes, size, data, position);
+    entryCount += dictionary->serialized->count;
+  }
+  entries.Take(NewArray_Entry(entryCount));
+  int filled = 0;
+  for (int i = 0; i < dictionaryCount; ++i) {
+    const auto* dictionary = dictionaries->GetElements()[i]->serialized.Get();
+    for (int j = 0; j < dictionary->count; ++j) {
+      dictionary->entries[j]->AddRef();
+      entries->GetElements()[filled++] = dictionary->entries[j];
+    }
+  }
+  if (position != size || filled != entryCount) {
+    PLINTH_RAISE(CException_General);
+  }
+  length = size;
+  bytes = data;
+  ownsBytes = owned;
+  this->initialized = true;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Serialized::Init(bool reverseBytes,
+                                                  IArray_Dictionary* allDictionaries,
+                                                  IArray_Entry* allEntries) {
+  if (allDictionaries == nullptr || allEntries == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->reverse = reverseBytes;
+  dictionaries.Share(allDictionaries);
+  entries.Share(allEntries);
+  const int entryCount = allEntries->GetCount();
+  for (int i = 0; i < entryCount; ++i) {
+    allEntries->Get(i)->number = i;
+  }
+  const int dictionaryCount = allDictionaries->GetCount();
+  for (int i = 0; i < dictionaryCount; ++i) {
+    allDictionaries->Get(i)->ToSerialized(allEntries);
+  }
+  if (dictionaryCount < 1) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  int total = 0;
+  for (int i = 0; i < dictionaryCount; ++i) {
+    const Dictionary* dictionary = allDictionaries->Get(i);
+    if (dictionary->state != EState::Serialized) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (dictionary->serialized->length == 0) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    total += dictionary->serialized->length;
+  }
+  bytes = new (api::Slots<Configuration>().platform, true, true)
+      unsigned char[static_cast<size_t>(total)];
+  ownsBytes = true;
+  length = total;
+  position = 0;
+  for (int i = 0; i < dictionaryCount; ++i) {
+    const auto* dictionary = allDictionaries->Get(i)->serialized.Get();
+    memcpy(bytes + position, dictionary->bytes, static_cast<size_t>(dictionary->length));
+    position += dictionary->length;
+  }
+  this->initialized = true;
+}
+
+}  // namespace plinth::v1::core

@@ -1,0 +1,29 @@
+#include "plinth/runtime/api/CException.h"
+
+#include <string.h>
+
+#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/placement.h"
+
+namespace plinth::v1::api::_exports::common::exception {
+
+CException::CException(int exceptionCode) : code(exceptionCode), message(), reserved(false) {}
+
+CException::~CException() = default;
+
+void CException::Destroy() {
+  if (reserved) {
+    this->~CException();
+  } else {
+    boot_manager::PlacementDelete(Slots<Configuration>().bootManager, this);
+  }
+}
+
+void CException::Reset() {
+  code = 0;
+  memset(message, 0, sizeof message);
+}
+
+void CException::Delete() { Reset(); }
+
+}  // namespace plinth::v1::api::_exports::common::exception

@@ -1,0 +1,68 @@
+#include "plinth/runtime/api/CJumpManager.h"
+
+#include <string.h>
+
+#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/placement.h"
+
+namespace plinth::v1::api {
+
+namespace {
+
+// Whichever layer's frame asks, nodes come from the foundation's boot manager.
+IBootManager* NodeMemory() { return Slots<Configuration>().bootManager; }
+
+}  // namespace
+
+CJumpManager::CJumpManager()
+    : refCount(1),
+      valid(true),
+      top(nullptr),
+      environment(),
+      current(&environment),
+      caught(nullptr),
+      pending(nullptr),
+      reserve() {}
+
+jmp_buf* CJumpManager::PushEnvironment() {
+  JumpNode* node = new (NodeMemory(), false) JumpNode;
+  if (node == nullptr) {
+    memset(&environment, 0, sizeof environment);
+    return current = &environment;
+  }
+  memset(static_cast<void*>(node), 0, sizeof *node);
+  node->next = top;
+  top = node;
+  return current = &node->environment;
+}
+
+jmp_buf* CJumpManager::PopEnvironment() {
+  JumpNode* node = top;
+  if (node == nullptr) {
+    memset(&environment, 0, sizeof environment);
+  } else {
+    top = node->next;
+    memcpy(&environment, &node->environment, sizeof environment);
+    operator delete(node, NodeMemory(), false);
+  }
+  return current = &environment;
+}
+
+void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager) {
+  if (jumpManager == nullptr || --jumpManager->refCount >= 1) {
+    return;
+  }
+  while (JumpNode* node = jumpManager->top) {
+    jumpManager->top = node->next;
+    operator delete(node, bootManager, false);
+  }
+  boot_manager::PlacementDelete(bootManager, jumpManager);
+}
+
+void Throw(CJumpManager* jumpManager, CException* exception) {
+  jumpManager->caught = exception;
+  jumpManager->pending = exception;
+  longjmp(*jumpManager->PopEnvironment(), exception->code);
+}
+
+}  // namespace plinth::v1::api

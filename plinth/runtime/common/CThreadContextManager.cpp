@@ -1,0 +1,183 @@
+#include "plinth/runtime/api/CThreadContextManager.h"
+
+#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/IBootManager.h"
+#include "plinth/runtime/api/placement.h"
+
+namespace plinth::v1::api {
+
+using Bucket = CThreadContextManager::Bucket;
+
+namespace boot_manager {
+void PlacementDelete(IBootManager* bootManager, Bucket::Entry* entry) {
+  if (entry != nullptr) {
+    RemoveRef(entry->jumpManager, bootManager);
+    operator delete(entry, bootManager, false);
+  }
+}
+}  // namespace boot_manager
+
+CThreadContextManager::CThreadContextManager()
+    : refCount(1),
+      valid(false),
+      semaphoreManager(nullptr),
+      threadManager(nullptr),
+      bucketCapacity(0),
+      semaphore(nullptr),
+      buckets(nullptr) {}
+
+bool CThreadContextManager::Init(ISemaphoreManager* semaphores, IThreadManager* threads,
+                                 IBootManager* bootManager) {
+  Delete(bootManager);
+  semaphoreManager = semaphores;
+  threadManager = threads;
+  bucketCapacity = kBucketCapacity;
+  buckets = new (bootManager, true) Bucket*[kBuckets];
+  bool complete = buckets != nullptr;
+  for (int i = 0; complete && i < kBuckets; ++i) {
+    buckets[i] = new (bootManager, false) Bucket{true, kBucketCapacity, nullptr, 0};
+    complete = buckets[i] != nullptr;
+  }
+  if (complete) {
+    semaphore = semaphoreManager->Semaphore_Create(1);
+  }
+  if (semaphore == nullptr) {
+    Delete(bootManager);
+    return false;
+  }
+  valid = true;
+  return true;
+}
+
+bool CThreadContextManager::IsUsable() const {
+  return valid && semaphoreManager != nullptr && threadManager != nullptr && bucketCapacity > 0 &&
+         semaphore != nullptr && buckets != nullptr;
+}
+
+Bucket* CThreadContextManager::BucketOf(int threadId) const {
+  return buckets[threadId & (kBuckets - 1)];
+}
+
+Bucket::Entry* CThreadContextManager::FindEntry() const {
+  if (!IsUsable()) {
+    return nullptr;
+  }
+  const int threadId = threadManager->GetThreadHandle();
+  if (threadId == 0) {
+    return nullptr;
+  }
+  const Bucket* bucket = BucketOf(threadId);
+  if (bucket == nullptr || !bucket->valid || bucket->capacity < 1 || bucket->head == nullptr) {
+    return nullptr;
+  }
+  const int sought = threadManager->GetThreadHandle();
+  Bucket::Entry* entry = bucket->head;
+  while (entry != nullptr && entry->threadId != sought) {
+    entry = entry->next;
+  }
+  return entry;
+}
+
+CJumpManager* CThreadContextManager::GetJumpManager() const {
+  if (!IsUsable()) {
+    return nullptr;
+  }
+  semaphoreManager->Semaphore_Wait(semaphore);
+  const Bucket::Entry* entry = FindEntry();
+  CJumpManager* jumpManager = entry == nullptr ? nullptr : entry->jumpManager;
+  semaphoreManager->Semaphore_Release(semaphore);
+  return jumpManager;
+}
+
+bool CThreadContextManager::RegisterThread(IBootManager* bootManager, CJumpManager* shared) {
+  if (!IsUsable()) {
+    return false;
+  }
+  semaphoreManager->Semaphore_Wait(semaphore);
+  bool known = FindEntry() != nullptr;
+  const int threadId = threadManager->GetThreadHandle();
+  if (!known && threadId != 0) {
+    CJumpManager* jumpManager = shared;
+    if (jumpManager != nullptr) {
+      ++jumpManager->refCount;
+    } else {
+      jumpManager = new (bootManager, false) CJumpManager;
+    }
+    Bucket* bucket = BucketOf(threadId);
+    if (jumpManager != nullptr && bucket->valid && bucket->capacity > 0 &&
+        bucket->count != bucket->capacity) {
+      Bucket::Entry* entry = new (bootManager, false)
+          Bucket::Entry{true, nullptr, bucket->head, threadId, jumpManager};
+      if (entry != nullptr) {
+        if (bucket->head != nullptr) {
+          bucket->head->previous = entry;
+        }
+        bucket->head = entry;
+        ++bucket->count;
+        known = true;
+      }
+    }
+    if (!known) {
+      RemoveRef(jumpManager, bootManager);
+    }
+  }
+  semaphoreManager->Semaphore_Release(semaphore);
+  return known;
+}
+
+void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
+  if (!IsUsable()) {
+    return;
+  }
+  semaphoreManager->Semaphore_Wait(semaphore);
+  if (Bucket::Entry* entry = FindEntry()) {
+    Bucket* bucket = BucketOf(entry->threadId);
+    if (bucket->valid && bucket->capacity > 0 && bucket->count > 0) {
+      (entry->previous != nullptr ? entry->previous->next : bucket->head) = entry->next;
+      if (entry->next != nullptr) {
+        entry->next->previous = entry->previous;
+      }
+      --bucket->count;
+      boot_manager::PlacementDelete(bootManager, entry);
+    }
+  }
+  semaphoreManager->Semaphore_Release(semaphore);
+}
+
+void CThreadContextManager::Delete() { Delete(ResidentBootManager()); }
+
+void CThreadContextManager::Delete(IBootManager* bootManager) {
+  const bool guarded = semaphore != nullptr && semaphoreManager != nullptr;
+  if (guarded) {
+    semaphoreManager->Semaphore_Wait(semaphore);
+  }
+  for (int i = 0; buckets != nullptr && i < kBuckets; ++i) {
+    Bucket* bucket = buckets[i];
+    while (bucket != nullptr && bucket->head != nullptr) {
+      Bucket::Entry* entry = bucket->head;
+      bucket->head = entry->next;
+      boot_manager::PlacementDelete(bootManager, entry);
+    }
+    boot_manager::PlacementDelete(bootManager, bucket);
+  }
+  operator delete[](buckets, bootManager, false);
+  if (guarded) {
+    semaphoreManager->Semaphore_Release(semaphore);
+    semaphoreManager->Semaphore_Destroy(semaphore);
+  }
+  if (threadManager != nullptr) {
+    threadManager->Destroy();
+  }
+  if (semaphoreManager != nullptr) {
+    semaphoreManager->Destroy();
+  }
+  refCount = 1;
+  valid = false;
+  semaphoreManager = nullptr;
+  threadManager = nullptr;
+  bucketCapacity = 0;
+  semaphore = nullptr;
+  buckets = nullptr;
+}
+
+}  // namespace plinth::v1::api

@@ -1,0 +1,95 @@
+#include "plinth/runtime/api/frame.h"
+
+namespace plinth::v1::api {
+
+namespace {
+
+// Throw for an environment that has no node: nothing is popped, the embedded one is jumped to.
+[[noreturn]] void ThrowInPlace(CJumpManager* jumpManager, CException* exception) {
+  jumpManager->caught = exception;
+  jumpManager->pending = exception;
+  longjmp(jumpManager->environment, exception->code);
+}
+
+}  // namespace
+
+jmp_buf* FramePush(volatile Frame& frame) {
+  CJumpManager* jumpManager = frame.jumpManager;
+  const JumpNode* top = jumpManager->top;
+  jmp_buf* environment = jumpManager->PushEnvironment();
+  frame.pushed = jumpManager->top != top;
+  return environment;
+}
+
+void FrameOpen(volatile Frame& frame, IBootManager* bootManager) {
+  CJumpManager* jumpManager = frame.jumpManager;
+  if (!frame.pushed) {
+    ThrowInPlace(jumpManager, OrReserve<CException_Memory_AllocationFailed>(nullptr, jumpManager));
+  }
+  CGarbageCollector* collector = new (bootManager, false) CGarbageCollector;
+  if (collector == nullptr) {
+    Throw(jumpManager, OrReserve<CException_Memory_AllocationFailed>(nullptr, jumpManager));
+  }
+  frame.collector = collector;
+  jumpManager->top->collector = collector;
+}
+
+bool FrameCatch(volatile Frame& frame) {
+  CJumpManager* jumpManager = frame.jumpManager;
+  CException* exception = jumpManager->caught;
+  if (exception == nullptr || exception->code != frame.result) {
+    return false;
+  }
+  jumpManager->caught = nullptr;
+  jumpManager->pending = nullptr;
+  frame.exception = exception;
+  frame.registered = frame.collector != nullptr && frame.collector->Add(exception);
+  frame.catching = true;
+  return true;
+}
+
+void FrameRethrow(volatile Frame& frame) {
+  CException* exception = frame.exception;
+  if (frame.registered) {
+    HandOver(frame, exception);
+  }
+  frame.rethrown = true;
+  if (frame.pushed) {
+    Throw(frame.jumpManager, exception);
+  }
+  ThrowInPlace(frame.jumpManager, exception);
+}
+
+void FrameLand(volatile Frame& frame) {
+  if (frame.finished) {
+    return;
+  }
+  frame.finished = true;
+  if (frame.catching && !frame.popNeeded && !frame.rethrown) {
+    // A new exception out of a catch body: its throw has popped the catch's environment, and what
+    // is popped here is the frame's around. Catch bodies raise nothing but their rethrow.
+    frame.popNeeded = true;
+  }
+  if (frame.popNeeded && frame.pushed) {
+    frame.jumpManager->PopEnvironment();
+  }
+}
+
+void FrameClose(volatile Frame& frame, IBootManager* bootManager) {
+  FrameLand(frame);
+  CGarbageCollector* collector = frame.collector;
+  if (collector != nullptr && --collector->refCount < 1) {
+    collector->closing = true;
+    collector->Close();
+    operator delete(collector, bootManager, false);
+  }
+  frame.collector = nullptr;
+  if (frame.catching && !frame.registered && !frame.rethrown) {
+    frame.exception->Destroy();
+  }
+  if (CException* pending = frame.jumpManager->pending) {
+    Throw(frame.jumpManager, pending);
+  }
+}
+
+}  // namespace plinth::v1::api

@@ -1,0 +1,41 @@
+#include "plinth/runtime/common/handler/CHandler.h"
+
+#include "plinth/runtime/api/frame.h"
+
+namespace plinth::v1::api::_exports::common::handler {
+
+namespace {
+using Configuration = FlatConfiguration;
+}
+
+IHandler::~IHandler() = default;
+
+CHandler::CHandler() : valid(false) {}
+
+CHandler::~CHandler() = default;
+
+bool CHandler::Init() {
+  Delete();
+  valid = true;
+  return true;
+}
+
+void CHandler::Destroy() {
+  void* const memory = dynamic_cast<void*>(this);
+  this->~CHandler();
+  operator delete(memory, ResidentBootManager(), false);
+}
+
+bool CHandler::IsValid() const { return valid; }
+
+void CHandler::CheckThis() const {
+  if (!IsValid()) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+void CHandler::Reset() { valid = false; }
+
+void CHandler::Delete() { Reset(); }
+
+}  // namespace plinth::v1::api::_exports::common::handler

@@ -1,0 +1,88 @@
+#include "plinth/runtime/api/placement.h"
+
+#include "plinth/runtime/api/CPlatform.h"
+#include "plinth/runtime/api/IBootManager.h"
+#include "plinth/runtime/api/frame.h"
+#include "plinth/runtime/api/handler/IHandler_Memory.h"
+
+using plinth::v1::api::CPlatform;
+using plinth::v1::api::IBootManager;
+
+namespace {
+
+// The platform's forms and the handlers raise through the flat block, whichever layer calls.
+using Configuration = plinth::v1::api::FlatConfiguration;
+using namespace plinth::v1::api::_exports::common::exception;
+
+void* Allocate(IBootManager* bootManager, size_t size, bool unused) {
+  return bootManager == nullptr || size == 0 ? nullptr
+                                             : bootManager->Allocate(static_cast<int>(size), unused);
+}
+
+void Free(IBootManager* bootManager, void* pointer) {
+  if (bootManager != nullptr) {
+    bootManager->Free(pointer);
+  }
+}
+
+bool IsUsable(const CPlatform* platform) {
+  if (platform == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+    return false;
+  }
+  if (platform->memory == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+    return false;
+  }
+  return true;
+}
+
+void* Allocate(CPlatform* platform, size_t size, bool unused, bool raise) {
+  if (size == 0) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+    return nullptr;
+  }
+  // A size that an int does not hold reads as negative there and is refused.
+  return IsUsable(platform) ? platform->memory->Allocate(static_cast<int>(size), unused, raise)
+                            : nullptr;
+}
+
+void Free(CPlatform* platform, void* pointer) {
+  if (IsUsable(platform)) {
+    platform->memory->Free(pointer);
+  }
+}
+
+}  // namespace
+
+void* operator new(size_t size, IBootManager* bootManager, bool unused) noexcept {
+  return Allocate(bootManager, size, unused);
+}
+
+void* operator new[](size_t size, IBootManager* bootManager, bool unused) noexcept {
+  return Allocate(bootManager, size, unused);
+}
+
+void operator delete(void* pointer, IBootManager* bootManager, bool) noexcept {
+  Free(bootManager, pointer);
+}
+
+void operator delete[](void* pointer, IBootManager* bootManager, bool) noexcept {
+  Free(bootManager, pointer);
+}
+
+void* operator new(size_t size, CPlatform* platform, bool unused, bool raise) noexcept {
+  return Allocate(platform, size, unused, raise);
+}
+
+void* operator new[](size_t size, CPlatform* platform, bool unused, bool raise) noexcept {
+  return Allocate(platform, size, unused, raise);
+}
+
+void operator delete(void* pointer, CPlatform* platform, bool, bool) noexcept {
+  Free(platform, pointer);
+}
+
+void operator delete[](void* pointer, CPlatform* platform, bool, bool) noexcept {
+  Free(platform, pointer);
+}

@@ -1,0 +1,142 @@
+#include "plinth/runtime/api/boot.h"
+
+#include <new>
+
+#include "plinth/runtime/api/CPlatform.h"
+#include "plinth/runtime/api/CThreadContextManager.h"
+#include "plinth/runtime/common/handler/CHandler_Memory.h"
+#include "plinth/runtime/posix/CBootManager_Posix.h"
+#include "plinth/runtime/posix/CSemaphoreManager_Posix.h"
+#include "plinth/runtime/posix/CThreadManager_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_Debug_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_File_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_String_Posix.h"
+
+namespace plinth::v1::api {
+
+namespace {
+
+using namespace _exports::common::handler;
+using namespace _exports::posix;
+using namespace _exports::posix::handler;
+
+CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
+  ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Posix;
+  IThreadManager* threads = new (bootManager, false) CThreadManager_Posix;
+  CThreadContextManager* contexts =
+      semaphores == nullptr || threads == nullptr ? nullptr
+                                                  : new (bootManager, false) CThreadContextManager;
+  if (contexts == nullptr) {
+    boot_manager::PlacementDelete(bootManager, threads);
+    boot_manager::PlacementDelete(bootManager, semaphores);
+    return nullptr;
+  }
+  if (!contexts->Init(semaphores, threads, bootManager)) {
+    boot_manager::PlacementDelete(bootManager, contexts);
+    return nullptr;
+  }
+  return contexts;
+}
+
+CPlatform* MakePlatform(IBootManager* bootManager) {
+  CPlatform* platform = new (bootManager, false) CPlatform;
+  if (platform == nullptr) {
+    return nullptr;
+  }
+  IHandler_File* file = new (bootManager, false) CHandler_File_Posix;
+  IHandler_Debug* debug = new (bootManager, false) CHandler_Debug_Posix;
+  IHandler_Memory* memory = new (bootManager, false) CHandler_Memory;
+  IHandler_String* string = new (bootManager, false) CHandler_String_Posix;
+  // A handler that could not be made leaves the one behind it without its foundation; all four
+  // are then ended by the platform.
+  if (file != nullptr) {
+    file->Init();
+  }
+  if (debug != nullptr) {
+    debug->Init(file);
+  }
+  if (memory != nullptr) {
+    memory->Init(debug);
+  }
+  if (string != nullptr) {
+    string->Init();
+  }
+  if (!platform->Init(file, debug, memory, string)) {
+    boot_manager::PlacementDelete(bootManager, platform);
+    return nullptr;
+  }
+  return platform;
+}
+
+// The three objects of a full block stand together; a block that could not be filled is empty.
+bool Build(BootSlots& slots) {
+  slots.bootClaimed = true;
+  slots.contextClaimed = true;  // from the start: a late comer finds no gap between the two
+  slots.bootManager = new (std::nothrow) CBootManager_Posix;
+  slots.bootReady = slots.bootManager != nullptr;
+  if (slots.bootReady) {
+    slots.threadContextManager = MakeThreadContextManager(slots.bootManager);
+    slots.platform =
+        slots.threadContextManager == nullptr ? nullptr : MakePlatform(slots.bootManager);
+    slots.contextReady = slots.platform != nullptr;
+  }
+  if (!slots.contextReady) {
+    CleanupProcess(slots);
+    return false;
+  }
+  return true;
+}
+
+// Waits while another thread is building.
+void AwaitBuilder(const BootSlots& slots) {
+  const volatile BootSlots& seen = slots;
+  CBootManager_Posix clock;
+  while ((seen.bootClaimed && !seen.bootReady) || (seen.contextClaimed && !seen.contextReady)) {
+    clock.Sleep(5);
+  }
+}
+
+}  // namespace
+
+BootRecord* Boot(BootSlots& slots) {
+  AwaitBuilder(slots);
+  const bool found = slots.bootReady && slots.contextReady;
+  if (!found && !Build(slots)) {
+    return nullptr;
+  }
+  BootRecord* record = new (slots.bootManager, false)
+      BootRecord{slots.bootManager, slots.threadContextManager, slots.platform};
+  if (record == nullptr || !slots.threadContextManager->RegisterThread(slots.bootManager)) {
+    FreeBootRecord(slots, record);
+    if (!found) {
+      CleanupProcess(slots);
+    }
+    return nullptr;
+  }
+  return record;
+}
+
+void FreeBootRecord(const BootSlots& slots, BootRecord* record) {
+  operator delete(record, slots.bootManager, false);
+}
+
+bool ShareThread(BootSlots& slots, const BootSlots& from) {
+  if (slots.threadContextManager == nullptr ||
+      slots.threadContextManager == from.threadContextManager) {
+    return true;
+  }
+  CJumpManager* own = from.threadContextManager->GetJumpManager();
+  CThreadContextManager::Bucket::Entry* known = slots.threadContextManager->FindEntry();
+  if (known == nullptr) {
+    return slots.threadContextManager->RegisterThread(slots.bootManager, own);
+  }
+  if (known->jumpManager != own) {
+    // An entry that an earlier call left behind: its stack is empty, and this call's takes over.
+    RemoveRef(known->jumpManager, slots.bootManager);
+    known->jumpManager = own;
+    ++own->refCount;
+  }
+  return true;
+}
+
+}  // namespace plinth::v1::api

@@ -1,0 +1,126 @@
+#include "authoring/icc.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <set>
+#include <stdexcept>
+
+#include "authoring/picture.h"
+
+namespace velora::authoring {
+namespace {
+
+// These tests run where the packages with the profiles are installed.
+class Icc : public testing::Test {
+ protected:
+  void SetUp() override {
+    profiles_ = FindProfiles();
+    std::set<ProfileKind> kinds;
+    for (const Profile& profile : profiles_) kinds.insert(profile.kind);
+    if (kinds.size() < 3) GTEST_SKIP() << "no RGB, CMYK and gray profiles installed";
+  }
+
+  std::vector<Profile> profiles_;
+};
+
+// The byte of a channel (C, M, Y, K) at a corner of the cube.
+int Corner(const Bytes& table, int channel, int red, int green, int blue) {
+  return table[channel * kPlaneSize + 16 * (red * 289 + green * 17 + blue)];
+}
+
+TEST_F(Icc, ThereAreAReferenceAndEightPrintModes) {
+  const std::vector<SampledTable> tables = SampleTables(profiles_, 9);
+  ASSERT_EQ(tables.size(), 9u);
+  std::set<std::string> digests, sources;
+  for (const SampledTable& table : tables) {
+    digests.insert(table.digest);
+    sources.insert(table.source.name);
+    EXPECT_EQ(table.digest, DigestString(table.bytes));
+  }
+  EXPECT_EQ(digests.size(), 9u);
+  EXPECT_GE(sources.size(), 3u);
+  EXPECT_EQ(SampleTables(profiles_, 9)[8].digest, tables[8].digest);
+}
+
+TEST_F(Icc, AxesAreRedGreenBlueAndPlanesAreCyanMagentaYellowBlack) {
+  const Bytes table = SampleTables(profiles_, 1)[0].bytes;
+  ASSERT_EQ(table.size(), static_cast<std::size_t>(kTableSize));
+  for (int channel = 0; channel < kChannels; ++channel) {
+    EXPECT_EQ(Corner(table, channel, 1, 1, 1), 0) << channel;
+  }
+  EXPECT_GT(Corner(table, 3, 0, 0, 0), 100);
+  EXPECT_LT(Corner(table, 0, 1, 0, 0), 50);   // red: no cyan
+  EXPECT_LT(Corner(table, 1, 0, 1, 0), 50);   // green: no magenta
+  EXPECT_LT(Corner(table, 2, 0, 0, 1), 50);   // blue: no yellow
+  EXPECT_GT(Corner(table, 1, 1, 0, 0), 150);  // red: magenta and yellow
+  EXPECT_GT(Corner(table, 2, 1, 0, 0), 150);
+  EXPECT_GT(Corner(table, 0, 0, 0, 1), 150);  // blue: cyan
+}
+
+TEST_F(Icc, CurvesRunFromFullTonerToNone) {
+  const std::vector<SampledCurve> curves = SampleCurves(profiles_, 2);
+  ASSERT_EQ(curves.size(), 2u);
+  EXPECT_NE(curves[0].bytes, curves[1].bytes);
+  for (const SampledCurve& curve : curves) {
+    EXPECT_EQ(curve.bytes.front(), 255);
+    EXPECT_EQ(curve.bytes.back(), 0);
+    EXPECT_TRUE(std::is_sorted(curve.bytes.rbegin(), curve.bytes.rend()));
+  }
+}
+
+TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
+  const SampledTable sampled = SampleTables(profiles_, 1)[0];
+  const LabMeter meter(sampled.output);
+  EXPECT_EQ(meter.Compare(sampled.bytes, sampled.bytes).largest, 0);
+  // Full black on one point of white paper: nearly the whole length of L*.
+  Bytes marked = sampled.bytes;
+  marked[kTableSize - 1] = 255;
+  const ColorDifference difference = meter.Compare(sampled.bytes, marked);
+  EXPECT_GT(difference.largest, 60);
+  EXPECT_LE(difference.largest, 101);
+  EXPECT_NEAR(difference.mean, difference.largest / kPlaneSize, 1e-9);
+}
+
+TEST_F(Icc, APictureShowsWhitePaperAndTheDifference) {
+  const SampledTable sampled = SampleTables(profiles_, 1)[0];
+  Bytes rebuilt = sampled.bytes;
+  rebuilt[kTableSize - 1] = 10;
+  const std::string path = testing::TempDir() + "table.png";
+  WriteComparison(path, sampled.bytes, rebuilt, RgbView(sampled.output), 16);
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  ASSERT_TRUE(png_image_begin_read_from_file(&image, path.c_str()));
+  image.format = PNG_FORMAT_RGB;
+  Bytes pixels(PNG_IMAGE_SIZE(image));
+  ASSERT_TRUE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr));
+  std::remove(path.c_str());
+  ASSERT_EQ(image.width, 17u * 72 + 4);
+  ASSERT_EQ(image.height, 3u * 72 + 4);
+  // The last point of the last slice stands 5 pixels before a strip's end.
+  const auto green_at = [&](unsigned x, unsigned y) {
+    return pixels[3 * (y * image.width + x) + 1];
+  };
+  const unsigned right = image.width - 5;
+  EXPECT_GT(green_at(right, 71), 240);      // white paper
+  EXPECT_EQ(green_at(right + 1, 71), 128);  // the margin
+  EXPECT_EQ(green_at(right, 3 * 72 - 1), 160);
+  EXPECT_EQ(green_at(right - 4, 3 * 72 - 1), 0);
+}
+
+TEST(IccFailures, AreToldWithTheirPath) {
+  const std::string path = testing::TempDir() + "broken.icc";
+  std::ofstream(path) << "no profile";
+  const Profile broken{path, "broken", ProfileKind::kRgbSource};
+  EXPECT_THROW(SampleTable(broken, broken, Intent::kRelative), std::runtime_error);
+  EXPECT_TRUE(FindProfiles({testing::TempDir() + "no such folder"}).empty());
+  std::remove(path.c_str());
+  EXPECT_THROW(WritePicture(testing::TempDir() + "no/such/folder.png", {Bytes(3 * kPlaneSize)}),
+               std::runtime_error);
+}
+
+}  // namespace
+}  // namespace velora::authoring

@@ -1,0 +1,97 @@
+#include "tests/core/node.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+
+#include <algorithm>
+
+namespace velora_test {
+
+Image Hex(const std::string& text) {
+  Image bytes;
+  for (size_t i = 0; i + 1 < text.size(); i += 3) {
+    bytes.push_back(static_cast<unsigned char>(strtoul(text.substr(i, 2).c_str(), nullptr, 16)));
+  }
+  return bytes;
+}
+
+std::string ToHex(const unsigned char* bytes, int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    char digits[4];
+    snprintf(digits, sizeof digits, i == 0 ? "%02X" : " %02X", bytes[i]);
+    text += digits;
+  }
+  return text;
+}
+
+static std::vector<Held<INode>> Trees(const char*& at) {
+  std::vector<Held<INode>> nodes;
+  while (*at != '\0' && *at != ')') {
+    char* end;
+    Held<INode> node = Leaf(static_cast<int>(strtol(at, &end, 10)), 0);
+    at = end + 1;
+    if (*end == '=') {
+      const int type = node->GetSerializeableType();
+      node->Init(type, static_cast<int>(strtol(at, &end, 10)));
+      at = end;
+    } else {
+      for (const Held<INode>& child : Trees(at)) {
+        node->Add(child.get());
+      }
+      ++at;
+    }
+    at += *at == ' ';
+    nodes.push_back(std::move(node));
+  }
+  return nodes;
+}
+
+std::vector<Held<INode>> Trees(const std::string& text) {
+  const char* at = text.c_str();
+  return Trees(at);
+}
+
+CoreTest::CoreTest() : helper(Make<CNodeHelper>()) { helper->Init(); }
+
+Held<ISerializer> CoreTest::Writer(Endianness::Enum endianness) {
+  Held<ISerializer> serializer(Make<Serializer>());
+  serializer->Init(helper.get(), endianness);
+  return serializer;
+}
+
+Held<ISerializer> CoreTest::Reader(const Image& image, Endianness::Enum endianness) {
+  Held<ISerializer> serializer(Make<Serializer>());
+  auto* bytes = new (Slots<Configuration>().platform, false, true) unsigned char[image.size()];
+  memcpy(bytes, image.data(), image.size());
+  serializer->Init(helper.get(), endianness, static_cast<int>(image.size()), bytes, true);
+  return serializer;
+}
+
+std::string CoreTest::ImageOf(ISerializer* writer) {
+  const int size = writer->GetSerializedSize();
+  return ToHex(writer->Serialize(), size);
+}
+
+int CoreTest::ReadCode(const Image& image, const std::vector<int>& types) {
+  const int before = heap.live;
+  const int size = static_cast<int>(image.size());
+  // An exact copy, so that a read behind its end is seen.
+  const std::unique_ptr<unsigned char[]> exact(new unsigned char[image.size()]);
+  std::copy(image.begin(), image.end(), exact.get());
+  unsigned char* const bytes = exact.get();
+  const int code = CodeOf([&] {
+    PLINTH_FRAME(Configuration) {
+      ISerializer* serializer = Defer<ISerializer>(frame, Make<Serializer>());
+      serializer->Init(helper.get(), Endianness::Reversed, size, bytes, false);
+      for (int type : types) {
+        Defer(frame, serializer->Deserialize_Serializeable(type, nullptr));
+      }
+    }
+    PLINTH_END
+  });
+  EXPECT_EQ(heap.live, before) << ToHex(image.data(), size);
+  return code;
+}
+
+}  // namespace velora_test

@@ -1,0 +1,276 @@
+// The serializer: the image on literal bytes, merging, order of reading, states.
+#include "tests/core/node.h"
+
+namespace velora_test {
+namespace {
+
+// Two leaves that are one in the image, below a root.
+const char kWorkedTree[] = "112(32=5 32=5)";
+const char kWorked[] = "70 01 02 02 01 01 80 00 20 01 05 00 80 00";
+
+// With the states in reach.
+struct Opened : Serializer {
+  using Serializer::Transition;
+};
+
+template <int kState>
+void To(ISerializer* serializer) {
+  dynamic_cast<Opened*>(serializer)->Transition(static_cast<Opened::EState::Enum>(kState));
+}
+
+class SerializerTest : public CoreTest {
+ protected:
+  Held<ISerializer> Written(const std::string& trees, ISerializer* made = Make<Opened>()) {
+    Held<ISerializer> writer(made);
+    writer->Init(helper.get(), Endianness::Reversed);
+    for (const Held<INode>& root : Trees(trees)) {
+      root->Serialize(writer.get(), nullptr);
+    }
+    return writer;
+  }
+};
+
+TEST_F(SerializerTest, WorkedImageWrittenAndRead) {
+  Held<ISerializer> writer = Written(kWorkedTree);
+  EXPECT_EQ(ImageOf(writer.get()), kWorked);
+  EXPECT_EQ(ImageOf(writer.get()), kWorked);
+
+  Held<ISerializer> readers[] = {Written(kWorkedTree), Reader(Hex(kWorked))};
+  for (Held<ISerializer>& reader : readers) {
+    int context = 0;
+    Held<ISerializeable> root(reader->Deserialize_Serializeable(112, &context));
+    EXPECT_EQ(root->GetRefCount(), 2);  // this one and the entry's
+    IArray<INode>* children = dynamic_cast<INode*>(root.get())->GetChildren();
+    INode* leaf = children->Get(0);
+    EXPECT_EQ(leaf->GetValue(), 5);
+    EXPECT_EQ(leaf->GetContext(), &context);
+    EXPECT_EQ(children->Get(1), leaf);
+    EXPECT_EQ(leaf->GetRefCount(), 3);
+    reader.reset();
+    EXPECT_EQ(root->GetRefCount(), 1);
+    EXPECT_EQ(leaf->GetRefCount(), 2);
+  }
+}
+
+TEST_F(SerializerTest, MergingAndOrder) {
+  const struct {
+    const char* trees;
+    int code;
+    const char* image;
+  } rows[] = {
+      // Equal roots stay.
+      {"112() 112()", 0, "70 01 00 00 01 00 00 80 00"},
+      // Parents merge, then their children.
+      {"112(113(32=5) 113(32=5))", 0,
+       "70 01 02 02 01 01 80 00 71 01 01 01 02 80 00 20 01 05 00 80 00"},
+      {"112(113(114(32=5)) 113(114(32=5)) 32=6)", 0,
+       "70 01 03 03 01 01 04 80 00 71 01 01 01 02 80 00 72 01 01 01 03 80 00"
+       " 20 01 05 00 01 06 00 80 00"},
+      // They differ in a child.
+      {"112(113(32=5) 113(32=6))", 0,
+       "70 01 02 02 01 02 80 00 71 01 01 01 03 01 01 01 04 80 00 20 01 05 00 01 06 00 80 00"},
+      // Children of different parents merge, in each place of each parent.
+      {"112(113(32=5) 114(32=6 32=5 32=5))", 0,
+       "70 01 02 02 01 04 80 00 71 01 01 01 02 80 00 20 01 05 00 01 06 00 80 00"
+       " 72 01 03 03 03 02 02 80 00"},
+      // Equal bytes of another type do not.
+      {"112(32=5 33=5)", 0, "70 01 02 02 01 02 80 00 20 01 05 00 80 00 21 01 05 00 80 00"},
+      // Dictionaries of roots come first, each kind in order of creation.
+      {"112(33=5) 113(32=5)", 0,
+       "70 01 01 01 02 80 00 71 01 01 01 03 80 00 21 01 05 00 80 00 20 01 05 00 80 00"},
+      // A root's type below itself stands in one dictionary, and is not merged.
+      {"112(112() 112())", 0, "70 01 02 02 01 02 01 00 00 01 00 00 80 00"},
+      // A root of a type that first stood below another has no referrer to be merged for.
+      {"112(32=5) 32=5", 1, ""},
+      {"112(32=5) 32=6", 0, "70 01 01 01 01 80 00 20 01 05 00 01 06 00 80 00"},
+      // More references than entries.
+      {"112(32=5 32=5 32=5)", 3000, ""},
+      // Nothing at all.
+      {"", 3000, ""},
+  };
+  for (const auto& row : rows) {
+    Held<ISerializer> writer = Written(row.trees);
+    EXPECT_EQ(CodeOf([&] { writer->GetSerializedSize(); }), row.code) << row.trees;
+    if (row.code == 0) {
+      EXPECT_EQ(ImageOf(writer.get()), row.image) << row.trees;
+    } else {
+      EXPECT_EQ(CodeOf([&] { writer->Serialize(); }), row.code) << row.trees;
+    }
+  }
+}
+
+TEST_F(SerializerTest, ReadingFollowsTheReferencesWhereverTheyPoint) {
+  const struct {
+    const char* image;
+    int first, second;  // values of the root's two children
+  } rows[] = {
+      {"70 01 02 02 02 01 80 00 20 01 05 00 01 06 00 80 00", 6, 5},
+      // Back to an earlier root, which has been read by then.
+      {"20 01 07 00 80 00 70 01 02 02 00 02 80 00 21 01 05 00 80 00", 7, 5},
+      // The same type twice, and numbers in a longer form than they need.
+      {"70 01 02 04 81 00 82 00 80 00 20 01 05 00 80 00 20 01 06 00 80 00", 5, 6},
+  };
+  for (const auto& row : rows) {
+    const Image image = Hex(row.image);
+    Held<ISerializer> reader = Reader(image);
+    Held<ISerializeable> first(reader->Deserialize_Serializeable(image[0], nullptr));
+    Held<ISerializeable> root(image[0] == 112 ? first.release()
+                                              : reader->Deserialize_Serializeable(112, nullptr));
+    IArray<INode>* children = dynamic_cast<INode*>(root.get())->GetChildren();
+    EXPECT_EQ(children->Get(0)->GetValue(), row.first);
+    EXPECT_EQ(children->Get(1)->GetValue(), row.second);
+  }
+}
+
+// Type 20 reads nothing, so the test asks in its place.
+TEST_F(SerializerTest, AnObjectReadsItsValuesThenItsNestedObjects) {
+  Held<ISerializer> reader = Reader(
+      Hex("14 01 09 02 01 02 80 00 70 01 01 01 03 80 00 20 01 05 00 01 06 00 80 00"));
+  const auto next = [&](int type) {
+    return CodeOf([&] {
+      (type == 0 ? reader->Deserialize_Serializeable(nullptr)
+                 : reader->Deserialize_Serializeable(type, nullptr))
+          ->Destroy();
+    });
+  };
+  EXPECT_EQ(CodeOf([&] { reader->Deserialize_uint8(); }), 4000);  // nothing is being read
+  EXPECT_EQ(next(0), 1);                                          // a root has no holder
+  EXPECT_EQ(next(20), 0);
+  EXPECT_EQ(next(0), 4000);  // its value is unread
+  EXPECT_EQ(reader->Deserialize_uint8(), 9);
+  EXPECT_EQ(next(112), 0);     // reads its own nested leaf, 6
+  EXPECT_EQ(next(33), 3000);   // the root's second nested object has type 32
+  EXPECT_EQ(next(0), 1);       // and was its last
+  EXPECT_EQ(next(112), 0);     // counting on: roots are entries too
+  EXPECT_EQ(next(32), 0);
+  EXPECT_EQ(next(32), 0);
+  EXPECT_EQ(next(32), 4000);   // behind the last entry
+}
+
+TEST_F(SerializerTest, StartAndEndMustMatch) {
+  Held<ISerializer> writer = Writer();
+  const auto start = [&](int type) { return CodeOf([&] { writer->Serialization_Start(type); }); };
+  const auto end = [&](int type) { return CodeOf([&] { writer->Serialization_End(type); }); };
+  EXPECT_EQ(start(0), 3000);
+  EXPECT_EQ(end(0), 3000);
+  EXPECT_EQ(end(32), 4000);
+  EXPECT_EQ(CodeOf([&] { writer->Serialize_uint8(1); }), 4000);
+  EXPECT_EQ(start(112), 0);
+  writer->Serialize_uint28(1);
+  EXPECT_EQ(start(32), 0);
+  writer->Serialize_uint8(5);
+  EXPECT_EQ(end(112), 4000);
+  EXPECT_EQ(end(32), 0);
+  EXPECT_EQ(end(32), 4000);
+  EXPECT_EQ(end(112), 0);
+  EXPECT_EQ(CodeOf([&] { writer->Serialize_bool(true); }), 4000);
+  EXPECT_EQ(ImageOf(writer.get()), "70 01 01 01 01 80 00 20 01 05 00 80 00");
+}
+
+TEST_F(SerializerTest, States) {
+  const auto take = [](ISerializer* s) { s->Serialize(); };
+  const auto read = [](ISerializer* s) { s->Deserialize_Serializeable(112, nullptr)->Destroy(); };
+  const auto readMore = [](ISerializer* s) { s->Deserialize_uint28(); };
+  const auto start = [](ISerializer* s) { s->Serialization_Start(32); };
+  const auto end = [](ISerializer* s) { s->Serialization_End(112); };
+  const auto write = [](ISerializer* s) { s->Serialize_uint8(1); };
+  const auto strip = [](ISerializer* s) { dynamic_cast<Opened*>(s)->Delete_States(); };
+  const auto none = [](ISerializer*) {};
+  using Step = void (*)(ISerializer*);
+  const struct {
+    bool fromImage;
+    Step first;
+    Step second;
+    int code;
+  } rows[] = {
+      {false, none, To<0>, 3000}, {false, none, To<1>, 0},    {false, none, To<4>, 1},
+      {false, none, To<5>, 3000}, {false, none, To<2>, 0},    {false, none, To<3>, 0},
+      {false, take, take, 0},   {false, take, start, 2},  {false, take, end, 2},
+      {false, take, write, 2},  {false, take, read, 4000}, {false, take, readMore, 4000},
+      {false, take, To<1>, 2},    {false, take, To<4>, 1},    {false, read, start, 2},
+      {false, read, end, 2},    {false, read, write, 2},  {false, read, take, 0},
+      {false, read, To<1>, 2},    {false, read, To<4>, 1},    {false, read, readMore, 0},
+      {true, none, take, 0},    {true, none, start, 2},   {true, none, write, 2},
+      {true, none, To<1>, 2},     {true, none, read, 0},    {true, read, take, 4000},
+      {true, read, start, 2},   {true, read, readMore, 0}, {true, take, read, 0},
+      {false, strip, take, 4000}, {false, strip, write, 4000}, {true, strip, read, 4000},
+      {true, read, strip, 0},
+  };
+  for (const auto& row : rows) {
+    Held<ISerializer> serializer = Written(kWorkedTree);
+    if (row.fromImage) {
+      Image image = Hex(kWorked);
+      auto* bytes = new (Slots<Configuration>().platform, false, true) unsigned char[image.size()];
+      memcpy(bytes, image.data(), image.size());
+      serializer->Init(helper.get(), Endianness::Reversed, static_cast<int>(image.size()), bytes,
+                       true);
+    }
+    row.first(serializer.get());
+    EXPECT_EQ(CodeOf([&] { row.second(serializer.get()); }), row.code) << &row - rows;
+    EXPECT_EQ(serializer->GetSerializerHelper(), helper.get());
+    EXPECT_EQ(serializer->GetTargetEndianness(), Endianness::Reversed);
+  }
+}
+
+// A transition that memory stops leaves the serializer where it was: taken again, the image is the
+// same or refused; written to, it accepts or refuses.
+TEST_F(SerializerTest, WritingWhenMemoryRunsOut) {
+  const char trees[] = "112(113(32=5) 113(32=5) 114(32=6 32=5)) 112()";
+  const std::string image = ImageOf(Written(trees).get());
+  const auto take = [](ISerializer* s) { s->Serialize(); };
+  const auto start = [](ISerializer* s) { s->Serialization_Start(112); };
+  const auto write = [](ISerializer* s) { s->Serialize_uint8(1); };
+  int again = 0, refused = 0;
+  bool reached = true;
+  for (int nth = 1; reached; ++nth) {
+    for (bool open : {false, true}) {
+      Held<ISerializer> writer = Written(trees);
+      if (open) {
+        start(writer.get());
+      }
+      heap.failAt = nth;
+      const int code = CodeOf([&] { take(writer.get()); });
+      reached = heap.failAt == 0;
+      heap.failAt = 0;
+      EXPECT_EQ(code, reached ? 2000 : 0) << nth;
+      if (open) {
+        for (int result : {CodeOf([&] { write(writer.get()); }),
+                           CodeOf([&] { start(writer.get()); })}) {
+          EXPECT_TRUE(result == 2 || result == 4000 || (reached && result == 0)) << nth;
+        }
+      } else if (CodeOf([&] { take(writer.get()); }) == 0) {
+        EXPECT_EQ(ImageOf(writer.get()), image) << nth;
+        ++again;
+      } else {
+        ++refused;
+      }
+    }
+  }
+  EXPECT_GT(again, refused);
+}
+
+TEST_F(SerializerTest, ReadingWhenMemoryRunsOut) {
+  const std::string image = ImageOf(Written("112(113(32=5) 114(32=6 32=5))").get());
+  bool reached = true;
+  for (int nth = 1; reached; ++nth) {
+    Held<ISerializer> reader = Reader(Hex(image)), writer = Writer();
+    ISerializeable* root = nullptr;
+    heap.failAt = nth;
+    const int code = CodeOf([&] { root = reader->Deserialize_Serializeable(112, nullptr); });
+    reached = heap.failAt == 0;
+    heap.failAt = 0;
+    EXPECT_EQ(code, reached ? 2000 : 0) << nth;
+    if (reached && reader->GetImageCount_References() == 0) {
+      root = reader->Deserialize_Serializeable(112, nullptr);  // the transition had failed
+    }
+    if (root != nullptr) {
+      root->Serialize(writer.get(), nullptr);
+      root->Destroy();
+      EXPECT_EQ(ImageOf(writer.get()), image) << nth;
+    }
+  }
+  ForEachFailingAllocation([&] { return ReadCode(image, {112}) == 0; });
+}
+
+}  // namespace
+}  // namespace velora_test

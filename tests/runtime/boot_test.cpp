@@ -1,0 +1,159 @@
+// Process boot and clean-up, through the flat functions: what stands, who counts, what is refused.
+#include "plinth/runtime/api/boot.h"
+
+#include <string.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include "plinth/runtime/api/flat.h"
+#include "plinth/runtime/api/handler/IHandler_Memory.h"
+#include "plinth/runtime/posix/CBootManager_Posix.h"
+#include "plinth/runtime/posix/CThreadManager_Posix.h"
+#include "tests/support/process_heap.h"
+#include "tests/support/runtime_fixture.h"
+
+namespace velora_test {
+namespace {
+
+using _exports::posix::CBootManager_Posix;
+using _exports::posix::CThreadManager_Posix;
+
+class BootTest : public ::testing::Test {
+ protected:
+  ~BootTest() override {
+    FreeBootRecord(flat, record);
+    CleanupProcess(Slots<Configuration>());
+    CleanupProcess(flat);
+  }
+
+  BootSlots& flat = Slots<FlatConfiguration>();
+  BootRecord* record = Boot(flat);
+};
+
+TEST_F(BootTest, RoundsOfBootAndCleanupEachServeACall) {
+  for (int round = 0; round < 3; ++round) {
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->platform->refCount, 1) << "the block in which it was made";
+    ASSERT_NE(_plinth_v1_Initialize_Posix_So(record), 0);
+    EXPECT_EQ(record->platform->refCount, 2) << "the flat block was full already";
+    EXPECT_EQ(static_cast<CBootManager_Posix*>(record->bootManager)->GetRefCount(), 2);
+    EXPECT_EQ(CodeOf([this] { record->platform->memory->Allocate(0, false, true); }), 3000);
+    FreeBootRecord(flat, record);
+    _plinth_v1_Cleanup_Thread_Posix_So();
+    EXPECT_EQ(flat.threadContextManager->GetJumpManager(), nullptr);
+    _plinth_v1_Cleanup_Process_Posix_So();
+    EXPECT_EQ(flat.bootManager, nullptr);
+    EXPECT_EQ(Slots<Configuration>().platform, nullptr);
+    record = Boot(flat);
+  }
+}
+
+TEST_F(BootTest, ObjectsLiveAsLongAsOneBlockHoldsThem) {
+  ASSERT_NE(_plinth_v1_Initialize_Posix_So(record), 0);
+  FreeBootRecord(flat, record);
+  CleanupProcess(flat);
+  EXPECT_EQ(Slots<Configuration>().platform->refCount, 1);
+  EXPECT_EQ(CodeOf([] { PLINTH_RAISE(CException_General); }), 1);
+
+  // The next call's objects are others; the foundation keeps those it has.
+  record = Boot(flat);
+  ASSERT_NE(_plinth_v1_Initialize_Posix_So(record), 0);
+  EXPECT_NE(Slots<Configuration>().platform, flat.platform);
+  EXPECT_EQ(flat.platform->refCount, 1);
+  ASSERT_TRUE(ShareThread(Slots<Configuration>(), flat));
+  EXPECT_EQ(JumpManager<Configuration>(), JumpManager<FlatConfiguration>());
+  EXPECT_EQ(JumpManager<Configuration>()->refCount, 2);
+  EXPECT_EQ(CodeOf([] { Raise<FlatConfiguration, CException_This_Invalid>(); }), 4000)
+      << "frames of both blocks meet on one stack";
+  _plinth_v1_Cleanup_Thread_Posix_So();
+  EXPECT_EQ(JumpManager<Configuration>(), nullptr);
+  EXPECT_EQ(JumpManager<FlatConfiguration>(), nullptr);
+}
+
+TEST_F(BootTest, RefusesABadRecord) {
+  EXPECT_EQ(_plinth_v1_Initialize_Posix_So(nullptr), 0);
+  EXPECT_EQ(_plinth_v1_Initialize_Posix_Lib(nullptr), 0);
+  EXPECT_EQ(Slots<Configuration>().bootManager, nullptr);
+}
+
+TEST_F(BootTest, FullBlockIsNotBuiltAgainAndOtherThreadsJoin) {
+  CPlatform* const platform = flat.platform;
+  BootRecord* again = Boot(flat);
+  ASSERT_NE(again, nullptr);
+  EXPECT_EQ(again->platform, platform);
+  EXPECT_EQ(platform->refCount, 1);
+  FreeBootRecord(flat, again);
+  ASSERT_NE(_plinth_v1_Initialize_Posix_So(record), 0);
+
+  std::thread([this] {
+    EXPECT_EQ(flat.threadContextManager->GetJumpManager(), nullptr);
+    BootRecord* own = Boot(flat);
+    ASSERT_NE(own, nullptr);
+    EXPECT_EQ(CodeOf([] { PLINTH_RAISE(CException_General); }), 1);
+    FreeBootRecord(flat, own);
+    _plinth_v1_Cleanup_Thread_Posix_So();
+  }).join();
+  EXPECT_EQ(CodeOf([] { PLINTH_RAISE(CException_General); }), 1) << "this thread is still known";
+}
+
+struct LateLayer {};
+
+TEST_F(BootTest, LateComerWaitsForTheThreadThatBuilds) {
+  BootSlots& slots = Slots<LateLayer>();
+  slots.bootClaimed = slots.contextClaimed = true;
+  slots.bootManager = record->bootManager;
+  slots.bootReady = true;
+  std::atomic<BootRecord*> late{nullptr};
+  std::thread thread([&] { late = Boot(slots); });
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_EQ(late, nullptr);
+  slots.threadContextManager = record->threadContextManager;
+  slots.platform = record->platform;
+  slots.contextReady = true;
+  thread.join();
+  ASSERT_NE(late, nullptr);
+  EXPECT_EQ(late.load()->platform, record->platform);
+  FreeBootRecord(slots, late);
+  slots = {};
+}
+
+class CrowdedThreads : public CThreadManager_Posix {
+ public:
+  int GetThreadHandle() const override { return id; }
+  int id = 0;
+};
+
+TEST_F(BootTest, ThreadWithoutAPlaceIsRefusedAndTheRestStands) {
+  IThreadManager* const own = flat.threadContextManager->threadManager;
+  CrowdedThreads crowd;
+  flat.threadContextManager->threadManager = &crowd;
+  const int first = (own->GetThreadHandle() + 1) & 15;  // a bucket beside this thread's
+  for (int i = 1; i <= 6; ++i) {
+    crowd.id = first + 16 * i;
+    BootRecord* got = Boot(flat);
+    EXPECT_EQ(got != nullptr, i <= 5) << i;
+    FreeBootRecord(flat, got);
+  }
+  flat.threadContextManager->threadManager = own;
+  EXPECT_TRUE(flat.contextReady);
+  EXPECT_NE(flat.threadContextManager->GetJumpManager(), nullptr);
+}
+
+TEST(BootMemoryTest, BootThatRunsOutOfMemoryLeavesAnEmptyBlock) {
+  BootSlots& flat = Slots<FlatConfiguration>();
+  ForEachFailingCalloc([&flat] {
+    BootRecord* const record = Boot(flat);
+    if (record != nullptr) {
+      FreeBootRecord(flat, record);
+      CleanupProcess(flat);
+    }
+    const BootSlots empty = {};
+    EXPECT_EQ(memcmp(&flat, &empty, sizeof flat), 0);
+    return record != nullptr;
+  });
+}
+
+}  // namespace
+}  // namespace velora_test

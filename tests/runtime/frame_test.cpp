@@ -1,0 +1,285 @@
+// Frames: which environment is popped when, what runs in which order, and whose the exception is.
+#include "plinth/runtime/api/frame.h"
+
+#include <string.h>
+
+#include <string>
+
+#include "tests/support/runtime_fixture.h"
+
+namespace velora_test {
+namespace {
+
+// Writes its name when it ends.
+struct Tracked {
+  void Destroy() {
+    if (--refCount < 1) {
+      *trace += name;
+    }
+  }
+  std::string* trace;
+  char name;
+  int refCount = 1;
+};
+
+class FrameTest : public RuntimeTest<> {
+ protected:
+  int Depth() const {
+    int depth = 0;
+    for (const JumpNode* node = jumpManager->top; node != nullptr; node = node->next) {
+      ++depth;
+    }
+    return depth;
+  }
+
+  // A frame without a catch that owns two objects, and hands over a third before it may raise.
+  void Inner(bool raise) {
+    PLINTH_FRAME(Configuration) {
+      Defer(frame, &a);
+      Defer(frame, &b);
+      HandOver(frame, Defer(frame, &c));
+      depth = Depth();
+      if (raise) {
+        PLINTH_RAISE(CException_General);
+      }
+      trace += '.';
+    }
+    PLINTH_TAIL { trace += '1' + Depth(); }
+    PLINTH_END
+    trace += ';';
+  }
+
+  void Middle(bool raise) {
+    PLINTH_FRAME(Configuration) {
+      Defer(frame, &d);
+      Inner(raise);
+    }
+    PLINTH_TAIL { trace += '1' + Depth(); }
+    PLINTH_END
+  }
+
+  void Rethrowing() {
+    PLINTH_FRAME(Configuration) { Middle(true); }
+    PLINTH_CATCH {
+      caught = frame.exception;
+      trace += 'R';
+      PLINTH_RETHROW;
+    }
+    PLINTH_TAIL { trace += 'T'; }
+    PLINTH_END
+    trace += '!';
+  }
+
+  CJumpManager* jumpManager = JumpManager<Configuration>();
+  std::string trace;
+  Tracked a{&trace, 'a'}, b{&trace, 'b'}, c{&trace, 'c'}, d{&trace, 'd'};
+  int depth = 0;
+  CException* caught = nullptr;
+};
+
+TEST_F(FrameTest, NormalEndPopsItsOwnEnvironmentThenRunsTheTailThenReleases) {
+  Inner(false);
+  EXPECT_EQ(depth, 1);
+  EXPECT_EQ(trace, ".1ba;");
+  EXPECT_EQ(jumpManager->pending, nullptr);
+  EXPECT_EQ(jumpManager->current, &jumpManager->environment);
+}
+
+TEST_F(FrameTest, RaiseRunsEveryTailOnItsWayAndPopsEachEnvironmentOnce) {
+  const int before = heap.live;
+  volatile int depthInCatch = 0;
+  PLINTH_FRAME(Configuration) { Middle(true); }
+  PLINTH_CATCH {
+    depthInCatch = Depth();
+    EXPECT_EQ(frame.result, CException_General::kCode);
+    EXPECT_EQ(jumpManager->caught, nullptr);
+    EXPECT_EQ(jumpManager->pending, nullptr);
+    trace += 'C';
+  }
+  PLINTH_TAIL { trace += '1' + Depth(); }
+  PLINTH_END
+  EXPECT_EQ(depth, 3);
+  EXPECT_EQ(trace, "3ba2dC1");
+  EXPECT_EQ(depthInCatch, 1);
+  EXPECT_EQ(heap.live, before) << "the catch ends the exception";
+}
+
+TEST_F(FrameTest, RethrowPassesTheSameObjectOn) {
+  PLINTH_FRAME(Configuration) { Rethrowing(); }
+  PLINTH_CATCH {
+    EXPECT_EQ(frame.exception, caught);
+    EXPECT_EQ(frame.exception->code, CException_General::kCode);
+    EXPECT_EQ(Depth(), 1);
+  }
+  PLINTH_END
+  EXPECT_EQ(trace, "4ba3dRT");
+  EXPECT_EQ(Depth(), 0);
+}
+
+TEST_F(FrameTest, FrameInsideACatchKeepsTheExceptionOfTheCatch) {
+  EXPECT_EQ(CodeOf([this] {
+              PLINTH_FRAME(Configuration) { PLINTH_RAISE(CException_This_Invalid); }
+              PLINTH_CATCH {
+                Inner(false);
+                PLINTH_RETHROW;
+              }
+              PLINTH_END
+            }),
+            CException_This_Invalid::kCode);
+  EXPECT_EQ(trace, ".3ba;");
+}
+
+TEST_F(FrameTest, ChangedLocalsSurviveTheJump) {
+  volatile int counted = 0;
+  int* volatile buffer = nullptr;
+  int storage = 0;
+  EXPECT_EQ(CodeOf([&] {
+              PLINTH_FRAME(Configuration) {
+                for (int i = 0; i < 7; ++i) {
+                  counted = counted + 1;
+                }
+                buffer = &storage;
+                Inner(true);
+                buffer = nullptr;
+              }
+              PLINTH_TAIL { storage = buffer != nullptr ? counted : -1; }
+              PLINTH_END
+            }),
+            1);
+  EXPECT_EQ(storage, 7);
+}
+
+// A catch raises nothing but its rethrow; a new exception there skips the frame around.
+TEST_F(FrameTest, NewExceptionOutOfACatchSkipsTheFrameAround) {
+  CGarbageCollector* volatile skipped = nullptr;
+  EXPECT_EQ(CodeOf([&] {
+              PLINTH_FRAME(Configuration) {
+                skipped = jumpManager->top->collector;
+                PLINTH_FRAME(Configuration) { PLINTH_RAISE(CException_General); }
+                PLINTH_CATCH { PLINTH_RAISE(CException_NotImplemented); }
+                PLINTH_TAIL { trace += 'i'; }
+                PLINTH_END
+              }
+              PLINTH_TAIL { trace += 'm'; }
+              PLINTH_END
+            }),
+            CException_NotImplemented::kCode);
+  EXPECT_EQ(trace, "i");
+  EXPECT_EQ(Depth(), 0);
+  operator delete(skipped, Slots<Configuration>().bootManager, false);
+}
+
+TEST_F(FrameTest, EveryClassArrivesWithItsCode) {
+  const auto raise = [](auto exception) {
+    return CodeOf([&] { Raise<FlatConfiguration, decltype(exception)>(); });
+  };
+  EXPECT_EQ(raise(CException_General()), 1);
+  EXPECT_EQ(raise(CException_NotImplemented()), 2);
+  EXPECT_EQ(raise(CException_WrongInitMethod()), 3);
+  EXPECT_EQ(raise(CException_File_OpenFailed()), 1000);
+  EXPECT_EQ(raise(CException_File_ReadFailed()), 1001);
+  EXPECT_EQ(raise(CException_File_WriteFailed()), 1002);
+  EXPECT_EQ(raise(CException_Memory_AllocationFailed()), 2000);
+  EXPECT_EQ(raise(CException_Memory_OutputBufferInsufficient()), 2001);
+  EXPECT_EQ(raise(CException_Parameter_Invalid()), 3000);
+  EXPECT_EQ(raise(CException_This_Invalid()), 4000);
+}
+
+TEST_F(FrameTest, PopOfAnEmptyStackClearsTheEmbeddedEnvironment) {
+  memset(&jumpManager->environment, 0x55, sizeof(jmp_buf));
+  EXPECT_EQ(jumpManager->PopEnvironment(), &jumpManager->environment);
+  const jmp_buf zero = {};
+  EXPECT_EQ(memcmp(&jumpManager->environment, &zero, sizeof(jmp_buf)), 0);
+  EXPECT_EQ(jumpManager->current, &jumpManager->environment);
+}
+
+TEST_F(FrameTest, RaiseOutsideOfEveryFrameEndsTheProcess) {
+  EXPECT_DEATH((Raise<Configuration, CException_General>()), "");
+}
+
+// Whatever fails (node, collector, a registration, the exception itself), the frames end in order.
+TEST_F(FrameTest, ExhaustedMemoryEndsFramesAsARaiseDoes) {
+  ForEachFailingAllocation([this] {
+    trace.clear();
+    const int code = CodeOf([this] { Middle(false); });
+    EXPECT_TRUE(code == 0 || code == 2000) << code;
+    EXPECT_EQ(Depth(), 0);
+    a.refCount = b.refCount = c.refCount = d.refCount = 1;
+    return code == 0;
+  });
+  EXPECT_EQ(trace, ".3ba;2d");
+  ForEachFailingAllocation([this] {
+    const int code = CodeOf([this] { Rethrowing(); });
+    EXPECT_TRUE(code == 1 || code == 2000) << code;
+    EXPECT_EQ(Depth(), 0);
+    a.refCount = b.refCount = c.refCount = d.refCount = 1;
+    return code == 1;
+  });
+}
+
+class CollectorTest : public FrameTest {
+ protected:
+  void Close() {
+    collector.closing = true;
+    collector.Close();
+  }
+
+  CGarbageCollector collector;
+};
+
+TEST_F(CollectorTest, ReleasesNewestFirst) {
+  collector.Add(&a);
+  collector.Add(&b);
+  collector.Add(static_cast<Tracked*>(nullptr));
+  collector.Add(&c);
+  Close();
+  EXPECT_EQ(trace, "cba");
+  EXPECT_EQ(collector.head, nullptr);
+}
+
+TEST_F(CollectorTest, RemoveTakesTheFirstNodeOfItsObjectAndNoOther) {
+  a.refCount = 3;
+  for (Tracked* object : {&b, &a, &c, &a}) {
+    collector.Add(object);
+  }
+  collector.Remove(&d);
+  collector.Remove(&a);
+  EXPECT_EQ(trace, "");
+  EXPECT_EQ(a.refCount, 3);
+  EXPECT_EQ(collector.head->object, &c);
+  collector.Remove(&b);  // the last of the list
+  Close();
+  EXPECT_EQ(trace, "c");
+  EXPECT_EQ(a.refCount, 2) << "one node was left, and a shared object survives it";
+}
+
+TEST_F(CollectorTest, ObjectAddedTwiceIsReleasedTwice) {
+  a.refCount = 2;
+  collector.Add(&a);
+  collector.Add(&a);
+  Close();
+  EXPECT_EQ(trace, "a");
+}
+
+TEST_F(CollectorTest, EndsExceptionsAndPlainBuffersWithTheirOwnAllocators) {
+  const int before = heap.live;
+  CException* exception = new (Slots<Configuration>().bootManager, false) CException_General;
+  collector.Add(exception);
+  collector.Add(new (Slots<Configuration>().platform, false, true) char[17]);
+  EXPECT_EQ(heap.live, before + 4);
+  Close();
+  EXPECT_EQ(heap.live, before);
+}
+
+TEST_F(CollectorTest, ClosingListGivesNothingBack) {
+  volatile Frame frame = {};
+  frame.collector = &collector;
+  Defer(frame, &a);
+  collector.closing = true;
+  HandOver(frame, &a);
+  collector.Close();
+  EXPECT_EQ(trace, "a");
+}
+
+}  // namespace
+}  // namespace velora_test

@@ -1,0 +1,314 @@
+// The four handlers: codes for bad arguments, and what really reaches the C library.
+#include <errno.h>
+#include <fcntl.h>
+#include <limits.h>
+#include <stdarg.h>
+#include <stdint.h>
+#include <stdio.h>
+#include <string.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+
+#include "plinth/runtime/common/handler/CHandler_Memory.h"
+#include "plinth/runtime/posix/handler/CHandler_Debug_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_File_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_String_Posix.h"
+#include "tests/support/process_heap.h"
+#include "tests/support/runtime_fixture.h"
+
+namespace velora_test {
+namespace {
+
+using namespace _exports::common::handler;
+using namespace _exports::posix::handler;
+
+class HandlerTest : public RuntimeTest<> {
+ protected:
+  IHandler_File* file = runtime.record.platform->file;
+  IHandler_Debug* debug = runtime.record.platform->debug;
+  IHandler_Memory* memory = runtime.record.platform->memory;
+  IHandler_String* string = runtime.record.platform->string;
+};
+
+void* Handle(int descriptor) { return reinterpret_cast<void*>(static_cast<intptr_t>(descriptor)); }
+int Descriptor(void* handle) { return static_cast<int>(reinterpret_cast<intptr_t>(handle)); }
+
+void ExhaustHeap(IHandler_Memory* memory, bool raise) {
+  WatchProcessHeap(1);
+  void* const block = memory->Allocate(INT_MAX / 2, false, raise);
+  StopWatching();
+  EXPECT_EQ(block == nullptr, CanWatchProcessHeap());
+  memory->Free(block);
+}
+
+TEST_F(HandlerTest, AllocateRaisesByCode) {
+  CHandler_Memory blank;
+  const struct {
+    IHandler_Memory* handler;
+    int size;
+    bool raise;
+    int code;
+  } rows[] = {{memory, 0, false, 3000},
+              {memory, -1, true, 3000},
+              {memory, INT_MIN, true, 3000},
+              {&blank, 0, true, 3000},
+              {&blank, 8, false, 4000}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(CodeOf([&] { row.handler->Allocate(row.size, true, row.raise); }), row.code)
+        << row.size;
+  }
+  EXPECT_EQ(CodeOf([&] { ExhaustHeap(memory, false); }), 0);
+  EXPECT_EQ(CodeOf([&] { ExhaustHeap(memory, true); }), CanWatchProcessHeap() ? 2000 : 0);
+  StopWatching();
+  char* const bytes = static_cast<char*>(memory->Allocate(257, false, false));
+  EXPECT_EQ(bytes[0], 0);
+  EXPECT_EQ(memcmp(bytes, bytes + 1, 256), 0);
+  memory->Free(bytes);
+  memory->Free(nullptr);
+  int local = 0;
+  EXPECT_TRUE(memory->IsHeapMemory(&local));
+}
+
+TEST_F(HandlerTest, HandlersThatStandOnAnotherNeedIt) {
+  CHandler_Debug_Posix ownDebug;
+  CHandler_Memory ownMemory;
+  EXPECT_FALSE(ownDebug.Init());
+  EXPECT_FALSE(ownDebug.Init(nullptr));
+  EXPECT_TRUE(ownDebug.Init(file));
+  EXPECT_FALSE(ownMemory.Init());
+  EXPECT_TRUE(ownMemory.Init(debug));
+  EXPECT_FALSE(ownMemory.Init(nullptr)) << "a failed Init leaves it blank";
+  EXPECT_FALSE(ownMemory.IsValid());
+  EXPECT_EQ(CodeOf([&] { ownMemory.CheckThis(); }), 4000);
+  EXPECT_EQ(CodeOf([&] { ownDebug.CheckThis(); }), 0);
+  ownDebug.Delete();
+  EXPECT_FALSE(ownDebug.IsValid());
+}
+
+TEST_F(HandlerTest, BasesRaiseNotImplemented) {
+  CHandler_File plainFile;
+  CHandler_Debug plainDebug;
+  CHandler_String plainString;
+  char text[8];
+  va_list none{};
+  EXPECT_EQ(CodeOf([&] { plainFile.Open("x", 1); }), 2);
+  EXPECT_EQ(CodeOf([&] { plainDebug.StartTimer(); }), 2);
+  EXPECT_EQ(CodeOf([&] { plainString.Vsnprintf(text, 8, "x", none); }), 2);
+  EXPECT_EQ(plainString.Strlen("four"), 4);
+}
+
+class FileTest : public HandlerTest {
+ protected:
+  FileTest() { path = ::testing::TempDir() + "velora_file_" + std::to_string(getpid()); }
+  ~FileTest() override { unlink(path.c_str()); }
+
+  // Opens, or answers the code as a negative number.
+  int Open(const char* name, int flags) {
+    volatile int descriptor = -1;
+    const int code = CodeOf([&] { descriptor = Descriptor(file->Open(name, flags)); });
+    return code != 0 ? -code : descriptor;
+  }
+
+  std::string path;
+};
+
+TEST_F(FileTest, OpenRefusesByCode) {
+  EXPECT_EQ(Open(nullptr, 1), -3000);
+  for (const int flags : {3, 5, 6, 7, 3 | 32}) {
+    EXPECT_EQ(Open(path.c_str(), flags), -3000) << flags;
+  }
+  EXPECT_EQ(Open(path.c_str(), 1), -1000) << "missing file";
+  CHandler_File_Posix blank;
+  EXPECT_EQ(CodeOf([&] { blank.Open(path.c_str(), 1); }), 4000);
+  EXPECT_EQ(CodeOf([&] { blank.Open(path.c_str(), 3); }), 3000) << "arguments come first";
+}
+
+TEST_F(FileTest, FlagsReachTheSystem) {
+  const struct {
+    int flags;
+    int status;  // of the open descriptor
+  } rows[] = {{2 | 32, O_WRONLY},
+              {0, O_RDONLY},
+              {1, O_RDONLY},
+              {4, O_RDWR},
+              {2 | 8, O_WRONLY | O_APPEND},
+              {1 | 16, O_RDONLY | O_NONBLOCK}};
+  for (const auto& row : rows) {
+    const int descriptor = Open(path.c_str(), row.flags);
+    ASSERT_GE(descriptor, 0) << row.flags;
+    EXPECT_EQ(fcntl(descriptor, F_GETFL) & (O_ACCMODE | O_APPEND | O_NONBLOCK), row.status);
+    file->Close(Handle(descriptor));
+    EXPECT_EQ(fcntl(descriptor, F_GETFL), -1) << "closed";
+    chmod(path.c_str(), 0600);
+  }
+  EXPECT_EQ(Open(path.c_str(), 2 | 32 | 128), -1000) << "exclusive";
+}
+
+TEST_F(FileTest, BytesGoOutAndComeBack) {
+  char text[] = "seventeen planes";
+  void* handle = Handle(Open(path.c_str(), 4 | 32));
+  EXPECT_EQ(file->Write(handle, 4, 4, text), 16);
+  EXPECT_EQ(file->GetSize(handle), 16);
+  lseek(Descriptor(handle), 6, SEEK_SET);
+  char back[32] = {};
+  EXPECT_EQ(file->Read(handle, 8, 4, back), 10) << "fewer than asked at the end";
+  EXPECT_STREQ(back, "een planes");
+  EXPECT_EQ(file->Read(handle, 1, 1, back), 0);
+  file->Close(handle);
+  chmod(path.c_str(), 0600);
+  handle = Handle(Open(path.c_str(), 2 | 64));
+  EXPECT_EQ(file->GetSize(handle), 0) << "truncated";
+  EXPECT_EQ(CodeOf([&] { file->Read(handle, 1, 1, back); }), 1001) << "opened for writing";
+  file->Close(handle);
+  handle = Handle(Open(path.c_str(), 1));
+  EXPECT_EQ(CodeOf([&] { file->Write(handle, 1, 1, text); }), 1002) << "opened for reading";
+  file->Close(handle);
+}
+
+TEST_F(FileTest, TransfersRefuseByCode) {
+  char buffer[8];
+  const struct {
+    int descriptor, size, count;
+    void* buffer;
+  } rows[] = {{-1, 1, 1, buffer},
+              {0, 0, 1, buffer},
+              {0, 1, 0, buffer},
+              {0, -1, -1, buffer},
+              {0, 1, 1, nullptr}};
+  for (const auto& row : rows) {
+    void* const handle = Handle(row.descriptor);
+    EXPECT_EQ(CodeOf([&] { file->Read(handle, row.size, row.count, row.buffer); }), 3000);
+    EXPECT_EQ(CodeOf([&] { file->Write(handle, row.size, row.count, row.buffer); }), 3000);
+  }
+  EXPECT_EQ(CodeOf([&] { file->GetSize(Handle(-1)); }), 3000);
+  EXPECT_EQ(CodeOf([&] { file->GetSize(Handle(1 << 20)); }), 1) << "no such descriptor";
+  CHandler_File_Posix blank;
+  EXPECT_EQ(CodeOf([&] { blank.GetSize(Handle(0)); }), 4000);
+  EXPECT_EQ(CodeOf([&] { blank.Read(Handle(0), 1, 1, buffer); }), 4000);
+  EXPECT_EQ(CodeOf([&] { file->Close(Handle(-1)); }), 0);
+}
+
+// The operations that take a va_list, as calls with arguments.
+int Format(IHandler_String* handler, char* target, int size, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const int length = handler->Vsnprintf(target, size, format, arguments);
+  va_end(arguments);
+  return length;
+}
+
+int RequiredSize(IHandler_String* handler, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const int size = handler->Vsnprintf_GetRequiredSize(format, arguments);
+  va_end(arguments);
+  return size;
+}
+
+void Print(IHandler_Debug* handler, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  handler->_DbgPrint(format, arguments);
+  va_end(arguments);
+}
+
+// No size of buffer helps a character that the locale does not have.
+const wchar_t kUnprintable[] = {0x10FFFFF, 0};
+
+TEST_F(HandlerTest, FormattingIsMeasuredAndNeverCut) {
+  char target[16] = "untouched";
+  EXPECT_EQ(RequiredSize(string, "%d-%s", 17, "grid"), 8);
+  EXPECT_EQ(RequiredSize(string, "%*d", 200000, 1), 200001) << "beyond the largest scratch";
+  EXPECT_EQ(CodeOf([&] { Format(string, target, 7, "%d-%s", 17, "grid"); }), 2001);
+  EXPECT_STREQ(target, "untouched");
+  EXPECT_EQ(Format(string, target, 8, "%d-%s", 17, "grid"), 7);
+  EXPECT_STREQ(target, "17-grid");
+  EXPECT_EQ(CodeOf([&] { Format(string, target, -5, "x"); }), 2001);
+  EXPECT_EQ(CodeOf([&] { Format(string, target, 16, nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { RequiredSize(string, nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { RequiredSize(string, "%ls", kUnprintable); }), 3000);
+  CHandler_String_Posix blank;
+  EXPECT_EQ(CodeOf([&] { Format(&blank, target, 16, "x"); }), 4000);
+  ForEachFailingAllocation(
+      [&] { return CodeOf([&] { Format(string, target, 16, "%d", 1); }) == 0; });
+}
+
+TEST_F(HandlerTest, StringCopiesKeepTheirLimits) {
+  char target[8] = "#######";
+  EXPECT_EQ(string->Strcpy(target, 4, "magent"), 6);
+  EXPECT_STREQ(target, "mag");
+  EXPECT_EQ(string->Strcpy(target, 6, "black"), 5);
+  EXPECT_STREQ(target, "black");
+  EXPECT_EQ(string->Strcpy(target, 5, "black"), 5);
+  EXPECT_STREQ(target, "blac");
+  EXPECT_EQ(string->Strcpy(target, 1, "black"), 5);
+  EXPECT_STREQ(target, "");
+
+  memcpy(target, "#######", 8);
+  string->Strncpy(target, 1, "cyan", 3);  // the size limits nothing, and nothing terminates
+  EXPECT_STREQ(target, "cya####");
+
+  char appended[16] = "KC";
+  string->Strcat(appended, 4, "MYxyz");
+  EXPECT_STREQ(appended, "KCMYx");
+
+  const struct {
+    char* target;
+    int size;
+    const char* source;
+  } rows[] = {{nullptr, 4, "x"}, {target, 0, "x"}, {target, 4, nullptr}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(CodeOf([&] { string->Strcpy(row.target, row.size, row.source); }), 3000);
+    EXPECT_EQ(CodeOf([&] { string->Strncpy(row.target, row.size, row.source, 1); }), 3000);
+    EXPECT_EQ(CodeOf([&] { string->Strcat(row.target, row.size, row.source); }), 3000);
+  }
+}
+
+TEST_F(HandlerTest, DebugOutputPrintsWholeTextsAndFailsInSilence) {
+  CHandler_Debug_Posix blank;
+  const int before = heap.live;
+  ::testing::internal::CaptureStdout();
+  Print(debug, "%s=%d;", "n", 17);
+  Print(debug, "%5000d", 1);
+  Print(debug, nullptr);
+  Print(&blank, "hidden");
+  Print(debug, "%ls", kUnprintable);
+  for (const int nth : {1, 2}) {
+    heap.failAt = nth;
+    Print(debug, "hidden");
+  }
+  fflush(stdout);
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "n=17;" + std::string(4999, ' ') + "1");
+  EXPECT_EQ(heap.live, before);
+}
+
+TEST_F(HandlerTest, TimerMeasuresNothingAndFreesBoth) {
+  const int before = heap.live;
+  EXPECT_EQ(debug->StopTimer(debug->StartTimer()), 0);
+  EXPECT_EQ(debug->StopTimer(nullptr), -1);
+  heap.failAt = 1;
+  EXPECT_EQ(debug->StartTimer(), nullptr);
+  void* const timer = debug->StartTimer();
+  heap.failAt = 1;
+  debug->StopTimer(timer);
+  EXPECT_EQ(heap.live, before);
+}
+
+TEST_F(HandlerTest, DebugCopyIgnoresWhatItCannotUse) {
+  char target[8] = "#######";
+  CHandler_Debug_Posix blank;
+  debug->StrCpy(nullptr, 8, "x");
+  debug->StrCpy(target, 8, nullptr);
+  debug->StrCpy(target, 0, "x");
+  debug->StrCpy(target, -1, "x");
+  blank.StrCpy(target, 8, "x");
+  EXPECT_STREQ(target, "#######");
+  debug->StrCpy(target, 4, "magenta");
+  EXPECT_STREQ(target, "mag");
+  EXPECT_EQ(target[4], '#');
+}
+
+}  // namespace
+}  // namespace velora_test

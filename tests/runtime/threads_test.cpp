@@ -1,0 +1,227 @@
+// The table of threads: places, links and counts, with ids of the test's choice.
+#include <thread>
+#include <vector>
+
+#include "plinth/runtime/api/CThreadContextManager.h"
+#include "plinth/runtime/posix/CSemaphoreManager_Posix.h"
+#include "plinth/runtime/posix/CThreadManager_Posix.h"
+#include "tests/support/runtime_fixture.h"
+
+namespace velora_test {
+namespace {
+
+using _exports::posix::CSemaphoreManager_Posix;
+using _exports::posix::CThreadManager_Posix;
+
+// Counts what is held, so that a path that forgets to release shows.
+class FakeSemaphores : public CSemaphoreManager_Posix {
+ public:
+  explicit FakeSemaphores(bool works = true) : works(works) {}
+  void Destroy() override { destroyed = true; }
+  void* Semaphore_Create(int) const override { return works ? &held : nullptr; }
+  void Semaphore_Wait(void*) const override { ++held; }
+  void Semaphore_Release(void*) const override { --held; }
+
+  bool works;
+  bool destroyed = false;
+  mutable int held = 0;
+};
+
+class FakeThreads : public CThreadManager_Posix {
+ public:
+  void Destroy() override { destroyed = true; }
+  int GetThreadHandle() const override { return id; }
+
+  int id = 0;
+  bool destroyed = false;
+};
+
+class ThreadTableTest : public RuntimeTest<> {
+ protected:
+  ThreadTableTest() { EXPECT_TRUE(table.Init(&semaphores, &threads, bootManager)); }
+  ~ThreadTableTest() override {
+    EXPECT_EQ(semaphores.held, 0);
+    table.Delete(bootManager);
+    EXPECT_TRUE(semaphores.destroyed && threads.destroyed);
+  }
+
+  bool Register(int id) {
+    threads.id = id;
+    return table.RegisterThread(bootManager);
+  }
+  void Remove(int id) {
+    threads.id = id;
+    table.RemoveThread(bootManager);
+  }
+  CJumpManager* Find(int id) {
+    threads.id = id;
+    return table.GetJumpManager();
+  }
+  // The ids in the bucket of `id` from the head, after a check of every link.
+  std::vector<int> Ids(int id) {
+    std::vector<int> ids;
+    const CThreadContextManager::Bucket& bucket = *table.buckets[id & 15];
+    const CThreadContextManager::Bucket::Entry* previous = nullptr;
+    for (auto* entry = bucket.head; entry != nullptr; entry = entry->next) {
+      EXPECT_EQ(entry->previous, previous);
+      EXPECT_EQ(Find(entry->threadId), entry->jumpManager);
+      ids.push_back(entry->threadId);
+      previous = entry;
+    }
+    EXPECT_EQ(static_cast<size_t>(bucket.count), ids.size());
+    return ids;
+  }
+
+  IBootManager* bootManager = runtime.record.bootManager;
+  FakeSemaphores semaphores;
+  FakeThreads threads;
+  CThreadContextManager table;
+};
+
+using IdList = std::vector<int>;
+
+TEST_F(ThreadTableTest, SixthThreadOfABucketIsRefusedUntilOneLeaves) {
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_TRUE(Register(7 + 16 * i));
+  }
+  const int before = heap.live;
+  EXPECT_FALSE(Register(7 + 16 * 5));
+  EXPECT_EQ(heap.live, before);
+  EXPECT_EQ(Find(7 + 16 * 5), nullptr);
+  EXPECT_TRUE(Register(8));
+  EXPECT_TRUE(Register(7)) << "known already";
+  Remove(7 + 16 * 2);
+  EXPECT_TRUE(Register(7 + 16 * 5));
+  EXPECT_EQ(Ids(7), (IdList{87, 71, 55, 23, 7}));
+}
+
+TEST_F(ThreadTableTest, RemovalKeepsTheBucketLinked) {
+  for (const int id : {1, 17, 33, 49}) {
+    EXPECT_TRUE(Register(id));
+  }
+  Remove(65);  // unknown
+  EXPECT_EQ(Ids(1), (IdList{49, 33, 17, 1}));
+  Remove(33);  // in the middle
+  EXPECT_EQ(Ids(1), (IdList{49, 17, 1}));
+  Remove(49);  // the head
+  EXPECT_EQ(Ids(1), (IdList{17, 1}));
+  Remove(1);  // the tail
+  EXPECT_EQ(Ids(1), (IdList{17}));
+  Remove(17);
+  Remove(17);
+  EXPECT_EQ(Ids(1), IdList{});
+}
+
+TEST_F(ThreadTableTest, SecondRegistrationKeepsTheEntry) {
+  EXPECT_TRUE(Register(5));
+  CJumpManager* const jumpManager = Find(5);
+  EXPECT_EQ(jumpManager->current, &jumpManager->environment);
+  EXPECT_TRUE(Register(5));
+  EXPECT_EQ(Find(5), jumpManager);
+  EXPECT_EQ(Ids(5), IdList{5});
+}
+
+TEST_F(ThreadTableTest, ThreadWithoutAnIdHasNoPlace) {
+  EXPECT_FALSE(Register(0));
+  EXPECT_EQ(Find(0), nullptr);
+  Remove(0);
+  EXPECT_TRUE(Register(-3)) << "ids of any sign have a bucket";
+  EXPECT_EQ(Ids(-3), IdList{-3});
+}
+
+TEST_F(ThreadTableTest, RemovalFreesTheNodesLeftOnTheStack) {
+  const int before = heap.live;
+  EXPECT_TRUE(Register(5));
+  Find(5)->PushEnvironment();
+  Find(5)->PushEnvironment();
+  Remove(5);
+  EXPECT_EQ(heap.live, before);
+}
+
+TEST_F(ThreadTableTest, SharedJumpManagerLivesAsLongAsOneEntry) {
+  CThreadContextManager other;
+  FakeSemaphores otherSemaphores;
+  ASSERT_TRUE(other.Init(&otherSemaphores, &threads, bootManager));
+  EXPECT_TRUE(Register(5));
+  CJumpManager* const jumpManager = Find(5);
+  EXPECT_TRUE(other.RegisterThread(bootManager, jumpManager));
+  EXPECT_EQ(other.GetJumpManager(), jumpManager);
+  Remove(5);
+  EXPECT_EQ(jumpManager->refCount, 1);
+  other.Delete(bootManager);
+  threads.destroyed = false;
+}
+
+TEST_F(ThreadTableTest, DeleteTwiceLeavesABlankTable) {
+  EXPECT_TRUE(Register(5));
+  for (int i = 0; i < 2; ++i) {
+    table.refCount = 3;
+    table.Delete(bootManager);
+    EXPECT_EQ(table.refCount, 1);
+    EXPECT_EQ(table.bucketCapacity, 0);
+    EXPECT_FALSE(table.IsUsable());
+    EXPECT_EQ(table.GetJumpManager(), nullptr);
+    EXPECT_FALSE(table.RegisterThread(bootManager));
+    table.RemoveThread(bootManager);
+  }
+}
+
+TEST_F(ThreadTableTest, EachMissingPartMakesTheTableUnusable) {
+  EXPECT_TRUE(Register(5));
+  const auto refuses = [this](auto& field) {
+    const auto kept = field;
+    field = {};
+    EXPECT_EQ(table.GetJumpManager(), nullptr);
+    EXPECT_EQ(table.FindEntry(), nullptr);
+    EXPECT_FALSE(table.RegisterThread(bootManager));
+    table.RemoveThread(bootManager);
+    field = kept;
+  };
+  refuses(table.valid);
+  refuses(table.semaphoreManager);
+  refuses(table.threadManager);
+  refuses(table.bucketCapacity);
+  refuses(table.semaphore);
+  refuses(table.buckets);
+  EXPECT_EQ(Ids(5), IdList{5});
+}
+
+TEST_F(ThreadTableTest, SetUpAndRegistrationLeaveNothingWhenMemoryRunsOut) {
+  ForEachFailingAllocation([this] {
+    CThreadContextManager other;
+    FakeSemaphores otherSemaphores;
+    FakeThreads otherThreads;
+    const bool made = other.Init(&otherSemaphores, &otherThreads, bootManager);
+    EXPECT_EQ(otherThreads.destroyed, !made);
+    EXPECT_EQ(other.IsUsable(), made);
+    otherThreads.id = 5;
+    const bool known = other.RegisterThread(bootManager);
+    EXPECT_EQ(other.GetJumpManager() != nullptr, known);
+    other.Delete(bootManager);
+    return known;
+  });
+}
+
+TEST_F(ThreadTableTest, SetUpFailsWithoutASemaphore) {
+  CThreadContextManager other;
+  FakeSemaphores none(false);
+  EXPECT_FALSE(other.Init(&none, &threads, bootManager));
+  EXPECT_TRUE(none.destroyed);
+  EXPECT_EQ(other.buckets, nullptr);
+  threads.destroyed = false;
+}
+
+TEST_F(ThreadTableTest, PosixManagers) {
+  EXPECT_EQ(CSemaphoreManager_Posix().Semaphore_Create(0), reinterpret_cast<void*>(1));
+  CThreadManager_Posix own;
+  int other = 0;
+  std::thread([&] { other = own.GetThreadHandle(); }).join();
+  EXPECT_NE(own.GetThreadHandle(), 0);
+  EXPECT_NE(own.GetThreadHandle(), other);
+  own.Delete();
+  EXPECT_FALSE(own.IsValid());
+  EXPECT_TRUE(own.Init() && own.IsValid());
+}
+
+}  // namespace
+}  // namespace velora_test

@@ -1,0 +1,95 @@
+#include "tests/support/runtime_fixture.h"
+
+#include "plinth/runtime/common/handler/CHandler_Memory.h"
+#include "plinth/runtime/posix/CBootManager_Posix.h"
+#include "plinth/runtime/posix/CSemaphoreManager_Posix.h"
+#include "plinth/runtime/posix/CThreadManager_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_Debug_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_File_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_String_Posix.h"
+
+namespace velora_test {
+
+Heap heap;
+
+bool Heap::Fails() { return failAt != 0 && --failAt == 0; }
+
+namespace {
+
+using namespace _exports::common::handler;
+using namespace _exports::posix;
+using namespace _exports::posix::handler;
+
+class CountingBootManager : public CBootManager_Posix {
+ public:
+  void* Allocate(int size, bool unused) override {
+    void* memory = heap.Fails() ? nullptr : CBootManager_Posix::Allocate(size, unused);
+    heap.live += memory != nullptr;
+    return memory;
+  }
+  void Free(void* pointer) override {
+    heap.live -= pointer != nullptr;
+    CBootManager_Posix::Free(pointer);
+  }
+};
+
+class CountingMemory : public CHandler_Memory {
+ public:
+  void* Allocate(int size, bool unused, bool raise) override {
+    if (size > 0 && heap.Fails()) {
+      if (raise) {
+        Raise<FlatConfiguration, CException_Memory_AllocationFailed>();
+      }
+      return nullptr;
+    }
+    void* memory = CHandler_Memory::Allocate(size, unused, raise);
+    heap.live += memory != nullptr;
+    return memory;
+  }
+  void Free(void* pointer) override {
+    heap.live -= pointer != nullptr;
+    CHandler_Memory::Free(pointer);
+  }
+};
+
+CPlatform* MakePlatform(IBootManager* bootManager) {
+  auto* file = new (bootManager, false) CHandler_File_Posix;
+  auto* debug = new (bootManager, false) CHandler_Debug_Posix;
+  auto* memory = new (bootManager, false) CountingMemory;
+  auto* string = new (bootManager, false) CHandler_String_Posix;
+  auto* platform = new (bootManager, false) CPlatform;
+  EXPECT_TRUE(file->Init() && debug->Init(file) && memory->Init(debug) && string->Init() &&
+              platform->Init(file, debug, memory, string));
+  return platform;
+}
+
+}  // namespace
+
+Runtime::Runtime() {
+  heap.live = 0;
+  heap.failAt = 0;
+  IBootManager* bootManager = new CountingBootManager;
+  auto* contexts = new (bootManager, false) CThreadContextManager;
+  EXPECT_TRUE(contexts->Init(new (bootManager, false) CSemaphoreManager_Posix,
+                             new (bootManager, false) CThreadManager_Posix, bootManager));
+  EXPECT_TRUE(contexts->RegisterThread(bootManager));
+  record = {bootManager, contexts, MakePlatform(bootManager)};
+  Fill<FlatConfiguration>();
+  Fill<Configuration>();
+  // The flat block takes each object's first count as its own.
+  record.bootManager->RemoveRef();
+  --record.threadContextManager->refCount;
+  --record.platform->refCount;
+}
+
+Runtime::~Runtime() {
+  const CJumpManager* jumpManager = JumpManager<FlatConfiguration>();
+  EXPECT_EQ(jumpManager->top, nullptr) << "a frame was left open";
+  EXPECT_EQ(jumpManager->pending, nullptr) << "an exception was left pending";
+  CleanupThread(Slots<FlatConfiguration>());
+  CleanupProcess(Slots<Configuration>());
+  CleanupProcess(Slots<FlatConfiguration>());
+  EXPECT_EQ(heap.live, 0) << "allocations were left behind";
+}
+
+}  // namespace velora_test

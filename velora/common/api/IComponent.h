@@ -1,0 +1,57 @@
+// The unit that a pack holds and a lookup finds: one colour map, one gray curve, one packet.
+// Room: velora/common. A stored component and its copies share version, conditions, tags,
+// properties and recipe; getters give them without a new reference and raise `CException_General`
+// for one that the state does not have.
+#pragma once
+
+#include "velora/common/api/IConditions.h"
+#include "velora/common/api/IRecipe.h"
+
+namespace velora::common::api {
+
+enum EComponentState {
+  kComponentState_Reference = 1,  // tags and properties: stands for another in a recipe
+  kComponentState_Stored = 2,     // all five, as read from a pack
+  kComponentState_Resolved = 3    // none of the five; holds data that was built
+};
+
+template <class Configuration>
+class IComponent : public virtual IRecipe<Configuration>::IOperand {
+ public:
+  using IOperand = typename IRecipe<Configuration>::IOperand;
+  using IOperator = typename IRecipe<Configuration>::IOperator;
+  using IOperand::Init;
+  virtual void Init(ITags<Configuration>* tags, IProperties<Configuration>* properties) = 0;
+  virtual void Init(IProperty<Configuration>* version, IConditions<Configuration>* conditions,
+                    ITags<Configuration>* tags, IProperties<Configuration>* properties,
+                    IRecipe<Configuration>* recipe) = 0;
+  // Resolves the recipe whose operators the list holds, and returns what is left of the list.
+  virtual ILinkedList<IOperator>* Init(ILinkedList<IOperator>* operators,
+                                       IProperties<Configuration>* properties,
+                                       typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
+  virtual void Init(IComponent* other) = 0;
+  virtual int GetComponentState() const = 0;
+  virtual IProperty<Configuration>* GetComponentVersion() const = 0;
+  virtual IConditions<Configuration>* GetConditions() const = 0;
+  virtual ITags<Configuration>* GetTags() const = 0;
+  virtual IProperties<Configuration>* GetProperties() const = 0;
+  virtual IRecipe<Configuration>* GetRecipe() const = 0;
+};
+
+// A component that makes `Data` from its recipe on demand, and keeps it for one print mode.
+template <class Configuration, class Data>
+class IBuilt : public virtual IComponent<Configuration> {
+ public:
+  using IComponent<Configuration>::Init;
+  // The data for the veltune's print mode, with a reference for the caller.
+  virtual Data* BuildData(typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
+  // What was built last, without a new reference; none raises `CException_This_Invalid`.
+  virtual Data* GetData() const = 0;
+  // Shares another's data in place of its own.
+  virtual void SetData(Data* data) = 0;
+};
+
+template <class Configuration, class T>
+using IComponentList = IList<Configuration, T>;
+
+}  // namespace velora::common::api

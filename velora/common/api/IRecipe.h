@@ -1,0 +1,58 @@
+// How a component is made from others: build operators and operands in postfix order.
+// Room: velora/common. Resolving consumes a copy of the list from its end. An operand is a
+// reference component, which stands for one that is found at run time.
+#pragma once
+
+#include "plinth/core/api/ILinkedList.h"
+#include "velora/common/api/elements.h"
+
+namespace velora::common::api {
+
+using plinth::v1::api::ILinkedList;
+
+template <class Configuration>
+class IRecipe : public virtual ISerializeable<Configuration> {
+ public:
+  using IVeltune = typename Vocabulary<Configuration>::IVeltune;
+
+  class IOperator : public virtual ISerializeable<Configuration> {
+   public:
+    using ISerializeable<Configuration>::Init;
+    virtual void Init(IOperator* other) = 0;
+    // Takes its operands off the list's end and makes its data. Returns the list.
+    virtual ILinkedList<IOperator>* Resolve(ILinkedList<IOperator>* operators,
+                                            IProperties<Configuration>* properties,
+                                            IVeltune* veltune) = 0;
+    virtual bool IsOperator() const = 0;
+  };
+
+  class IOperand : public virtual IOperator {
+   public:
+    using IOperator::Init;
+    virtual void Init(IOperand* other) = 0;
+  };
+
+  // An operator that leaves `Data` behind when it has been resolved.
+  template <class Data>
+  class IProducer : public virtual IOperator {
+   public:
+    // The data, with a reference for the caller; the operator lets go of what it made.
+    virtual Data* TakeData() = 0;
+  };
+
+  // A build operator: it holds its data between its resolving and the hand-over.
+  template <class Data>
+  class IBuild : public virtual IProducer<Data> {
+   public:
+    // Without a new reference; none raises `CException_This_Invalid`.
+    virtual Data* GetData() const = 0;
+    virtual void DestroyData() = 0;
+  };
+
+  using ISerializeable<Configuration>::Init;
+  virtual void Init(ILinkedList<IOperator>* operators) = 0;
+  virtual void Init(IRecipe* other) = 0;
+  virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
+};
+
+}  // namespace velora::common::api

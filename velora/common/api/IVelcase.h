@@ -1,0 +1,64 @@
+// A pack: the serializer of its own payload, behind a header.
+// Room: velora/common. What is read is copied out of the caller's bytes; a pack that was read is
+// stripped of its image and cannot be written again. Failures are raised; the classes stand at
+// each operation of CVelcase.
+#pragma once
+
+#include "plinth/core/api/IArray.h"
+#include "plinth/core/api/ISerializer.h"
+#include "velora/common/enumeration.h"
+
+namespace velora::common::api {
+
+using plinth::v1::api::IArray_uint8;
+using plinth::v1::api::ISerializer;
+using plinth::v1::api::ISerializerHelper;
+
+template <class Configuration>
+class IVelcase : public virtual ISerializer {
+ public:
+  using Pack = typename Vocabulary<Configuration>::IVelcase;
+  using ETargetEndianness = ISerializer::ETargetEndianness;
+
+  using ISerializer::Init;
+  // Opens a new pack for writing.
+  virtual void Init(typename EVelcaseSchema<Configuration>::Enum schema,
+                    typename ESupplyFamily<Configuration>::Enum family, int channel,
+                    typename EVelcaseVersion<Configuration>::Enum version,
+                    ISerializerHelper* helper, ETargetEndianness::Enum endianness) = 0;
+  virtual void Init(Pack* other) = 0;
+  // Reads a pack of a family. `size` enters the checksum; the header rules how much is read.
+  virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
+                    ETargetEndianness::Enum endianness,
+                    typename ESupplyFamily<Configuration>::Enum family, const char* pathname) = 0;
+  virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
+                    ETargetEndianness::Enum endianness,
+                    typename ESupplyFamily<Configuration>::Enum family) = 0;
+  virtual void Append(Pack* other) = 0;
+  virtual void SortComponents(bool deduplicate) = 0;
+  virtual typename EVelcaseSchema<Configuration>::Enum GetVelcaseSchema() const = 0;
+  virtual typename ESupplyFamily<Configuration>::Enum GetSupplyFamily() const = 0;
+  virtual int GetChannel() const = 0;
+  virtual typename EVelcaseVersion<Configuration>::Enum GetVelcaseVersion() const = 0;
+  virtual int GetPayloadSize_Compressed() const = 0;
+  virtual int GetVeloraSchema() const = 0;
+  virtual int GetPayloadSize_Uncompressed() const = 0;
+  virtual IArray_uint8* GetArray_uint8_Pathname() = 0;
+  virtual const char* GetPathname() = 0;
+  virtual int GetSize_BeforeDeserialization() const = 0;
+  virtual unsigned int GetChecksum() const = 0;
+  // What a pack has only because its interface is an object's: each raises.
+  virtual void Init(int type, ISerializer* serializer, void* context) = 0;
+  virtual void Serialize(ISerializer* serializer, void* context) = 0;
+  virtual void Sort(bool deduplicate) = 0;
+  virtual bool IsEqualTo(Pack* other) const = 0;
+  virtual bool IsLessThan(Pack* other) const = 0;
+  using ISerializer::Serialize;
+
+  // Reads a pack that lies in `extent` bytes: nothing behind them is read, whatever the header says.
+  virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
+                    ETargetEndianness::Enum endianness,
+                    typename ESupplyFamily<Configuration>::Enum family, unsigned int extent) = 0;
+};
+
+}  // namespace velora::common::api

@@ -1,0 +1,53 @@
+// What every stored component does when it is asked for its data: the one build protocol.
+// Room: velora/common. Holds one reference on the data that it built last, and remembers for which
+// print mode. `Class` is the concrete component; its interface names the type ids (kType,
+// kOperators, kMayRefer), and its static Locate(veltune, reference) finds a component of its kind.
+//
+// Raises `CException_Parameter_Invalid` for a null argument, `CException_This_Invalid` in the wrong
+// state, for an operator that the kind does not accept, and for operands left over,
+// `CException_General` for a recipe that leads back to itself or too deep, and whatever the
+// operators raise. Data built before stays until a new build has finished.
+#pragma once
+
+#include "velora/common/api/IVeltune.h"
+#include "velora/common/core/CComponent.h"
+
+namespace velora::common::core {
+
+template <class Configuration, class Class, class Interface, class Data>
+class CBuilt : public CComponent<Configuration>, public virtual Interface {
+ public:
+  using Component = CComponent<Configuration>;
+  using Operators = typename Component::Operators;
+  using Properties = typename Component::Properties;
+  using IVeltune = typename Component::IVeltune;
+  using DataType = Data;
+  static constexpr int kSerializeableType = Interface::kType;
+
+  CBuilt();
+  ~CBuilt() override;
+  using Component::Init;
+  // The copy: shares the parts, the data and the remembered print mode.
+  void Init(api::IComponent<Configuration>* other) override;
+  // Resolves the last element of the list, with what it takes of the others.
+  Operators* Init(Operators* operators, Properties* newProperties, IVeltune* veltune) override;
+  Data* BuildData(IVeltune* veltune) override;
+  Data* GetData() const override;
+  void SetData(Data* newData) override;
+  void Reset() override;
+  void Delete() override;
+
+ protected:
+  // The data belongs to the veltune's present print mode, which is known by its one mapping object.
+  bool IsVeltuneValid(IVeltune* veltune) const;
+  void UpdatePrintModeMapping(IVeltune* veltune);
+
+ private:
+  Data* Resolve(IVeltune* veltune);
+  static bool Accepts(int operatorType);
+
+  Counted<Data> data;
+  const void* printModeMapping;  // a canonical object of the mappings, not owned
+};
+
+}  // namespace velora::common::core

@@ -1,0 +1,171 @@
+// Bodies of CBuilt.h, for the files that instantiate it.
+#pragma once
+
+#include "velora/common/core/CBuilt.h"
+#include "velora/common/core/CComponent.inl"
+#include "velora/common/core/create.h"
+
+#define VELORA_BUILT template <class Configuration, class Class, class Interface, class Data>
+#define VELORA_BUILT_OF CBuilt<Configuration, Class, Interface, Data>
+
+namespace velora::common::core {
+
+VELORA_BUILT VELORA_BUILT_OF::CBuilt() : Component(Interface::kType), printModeMapping(nullptr) {}
+
+VELORA_BUILT VELORA_BUILT_OF::~CBuilt() = default;
+
+VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
+  if (other == nullptr || other->GetSerializeableType() != Interface::kType) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  Component::Init(other);
+  const auto* source = static_cast<const CBuilt*>(other->GetThis_Concrete());
+  data.Share(source->data.Get());
+  printModeMapping = source->printModeMapping;
+}
+
+VELORA_BUILT bool VELORA_BUILT_OF::Accepts(int operatorType) {
+  for (const int accepted : Interface::kOperators) {
+    if (accepted == operatorType) {
+      return true;
+    }
+  }
+  return false;
+}
+
+VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newProperties,
+                                        IVeltune* veltune) -> Operators* {
+  PLINTH_FRAME(Configuration) {
+    if (operators == nullptr || veltune == nullptr ||
+        (!Interface::kMayRefer && newProperties == nullptr)) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    Component::Init(operators, newProperties, veltune);
+    auto* last = Defer(frame, operators->PopBack());
+    auto* step = last->GetValue();
+    const int type = step->GetSerializeableType();
+    if (step->IsOperator()) {
+      using Producer = typename api::IRecipe<Configuration>::template IProducer<Data>;
+      auto* producer = dynamic_cast<Producer*>(step);
+      if (!Accepts(type) || producer == nullptr) {
+        PLINTH_RAISE(CException_This_Invalid);
+      }
+      if (newProperties == nullptr) {
+        PLINTH_RAISE(CException_Parameter_Invalid);
+      }
+      producer->Resolve(operators, newProperties, veltune);
+      data.Take(producer->TakeData());
+    } else {
+      auto* reference = dynamic_cast<Interface*>(step);
+      if (!Interface::kMayRefer || type != Interface::kType || reference == nullptr) {
+        PLINTH_RAISE(CException_This_Invalid);
+      }
+      Interface* found = Defer(frame, Class::Locate(veltune, reference));
+      data.Take(found->BuildData(veltune));
+    }
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+  return operators;
+}
+
+VELORA_BUILT Data* VELORA_BUILT_OF::BuildData(IVeltune* veltune) {
+  if (veltune == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  const bool resolved = this->componentState == api::kComponentState_Resolved;
+  if ((resolved && !data) || (!resolved && this->componentState != api::kComponentState_Stored)) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  if (!resolved && !(data && IsVeltuneValid(veltune))) {
+    return Resolve(veltune);
+  }
+  data->AddRef();
+  return data.Get();
+}
+
+// The stored recipe stays as it is: a temporary consumes a copy of its list, which must then be
+// used up. Components that share a recipe object resolve alike, so a recipe that is met again inside
+// its own construction would never end.
+VELORA_BUILT Data* VELORA_BUILT_OF::Resolve(IVeltune* veltune) {
+  Data* volatile built = nullptr;
+  const api::BuildChain* outer = veltune->GetBuildChain();
+  const api::BuildChain link = {this->recipe.Get(), outer, outer == nullptr ? 1 : outer->depth + 1};
+  PLINTH_FRAME(Configuration) {
+    bool sound = link.depth <= api::IVeltune<Configuration>::kMaxChain;
+    for (const api::BuildChain* step = outer; step != nullptr; step = step->outer) {
+      sound = sound && step->recipe != link.recipe;
+    }
+    if (!sound) {
+      PLINTH_RAISE(CException_General);
+    }
+    veltune->SetBuildChain(&link);
+    this->Call_Callback_Build();
+    this->Call_Callback_Resolve();
+    Class* temporary = Defer(frame, Create<Configuration, Class>());
+    using Rest = plinth::v1::core::CLinkedList<Configuration,
+                                               typename api::IRecipe<Configuration>::IOperator>;
+    Operators* rest = Defer<Operators>(frame, Create<Configuration, Rest>());
+    rest->Init(this->recipe->GetLinkedList_Operators());
+    Component* asComponent = temporary;
+    if (asComponent->Init(rest, this->properties.Get(), veltune)->GetCount() != 0) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    data.Share(temporary->GetData());
+    UpdatePrintModeMapping(veltune);
+    data->AddRef();
+    built = data.Get();
+    this->Call_Callback_Resolve_Done();
+    this->Call_Callback_Build_Done();
+  }
+  PLINTH_TAIL { veltune->SetBuildChain(outer); }
+  PLINTH_END
+  return built;
+}
+
+VELORA_BUILT Data* VELORA_BUILT_OF::GetData() const {
+  this->CheckThis();
+  if (!data) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return data.Get();
+}
+
+VELORA_BUILT void VELORA_BUILT_OF::SetData(Data* newData) {
+  if (newData == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  if (data.Get() != newData) {
+    data.Share(newData);
+  }
+}
+
+VELORA_BUILT bool VELORA_BUILT_OF::IsVeltuneValid(IVeltune* veltune) const {
+  return printModeMapping != nullptr &&
+         printModeMapping == veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
+}
+
+VELORA_BUILT void VELORA_BUILT_OF::UpdatePrintModeMapping(IVeltune* veltune) {
+  printModeMapping = veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
+}
+
+VELORA_BUILT void VELORA_BUILT_OF::Reset() {
+  Component::Reset();
+  data.Forget();
+  printModeMapping = nullptr;
+}
+
+VELORA_BUILT void VELORA_BUILT_OF::Delete() {
+  data.Drop();
+  Component::Delete();
+}
+
+}  // namespace velora::common::core
+
+#undef VELORA_BUILT
+#undef VELORA_BUILT_OF

@@ -1,0 +1,298 @@
+// Bodies of CComponent.h, for the files that instantiate it.
+#pragma once
+
+#include "velora/common/core/CComponent.h"
+#include "velora/common/core/CConditions.inl"
+#include "velora/common/core/CList.inl"
+#include "velora/common/core/CRecipe.inl"
+
+namespace velora::common::core {
+
+template <class Configuration>
+CComponent<Configuration>::CComponent(int type) : Operand(type), componentState(0) {}
+
+template <class Configuration>
+CComponent<Configuration>::~CComponent() = default;
+
+template <class Configuration>
+void CComponent<Configuration>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(api::ISerializeable<Configuration>* other) {
+  this->Init(dynamic_cast<Interface*>(other));
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(typename Interface::IOperator* other) {
+  this->Init(dynamic_cast<Interface*>(other));
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(typename Interface::IOperand* other) {
+  this->Init(dynamic_cast<Interface*>(other));
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(Tags* newTags, Properties* newProperties) {
+  if (newTags == nullptr || newProperties == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  plinth::v1::core::CObject::Init();
+  componentState = api::kComponentState_Reference;
+  tags.Share(newTags);
+  properties.Share(newProperties);
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(api::IProperty<Configuration>* newVersion,
+                                     api::IConditions<Configuration>* newConditions, Tags* newTags,
+                                     Properties* newProperties,
+                                     api::IRecipe<Configuration>* newRecipe) {
+  if (newVersion == nullptr || newConditions == nullptr || newTags == nullptr ||
+      newProperties == nullptr || newRecipe == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  plinth::v1::core::CObject::Init();
+  componentState = api::kComponentState_Stored;
+  version.Share(newVersion);
+  conditions.Share(newConditions);
+  tags.Share(newTags);
+  properties.Share(newProperties);
+  recipe.Share(newRecipe);
+}
+
+template <class Configuration>
+auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune*) -> Operators* {
+  plinth::v1::core::CObject::Init();
+  componentState = api::kComponentState_Resolved;
+  return operators;
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(Interface* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  other->CheckThis();
+  Operand::Init(static_cast<api::ISerializeable<Configuration>*>(other));
+  componentState = other->GetComponentState();
+  if (componentState != api::kComponentState_Resolved) {
+    tags.Share(other->GetTags());
+    properties.Share(other->GetProperties());
+  }
+  if (componentState == api::kComponentState_Stored) {
+    version.Share(other->GetComponentVersion());
+    conditions.Share(other->GetConditions());
+    recipe.Share(other->GetRecipe());
+  }
+}
+
+// An object of the type that the interface needs, by a type id that the reader has tested.
+template <class Interface>
+Interface* Nested(plinth::v1::api::ISerializeable* read) {
+  return dynamic_cast<Interface*>(read);
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
+  using Words = Vocabulary<Configuration>;
+  PLINTH_FRAME(Configuration) {
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    plinth::v1::core::CObject::Init();
+    const int state = serializer->Deserialize_uint28();
+    if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    const auto read = [&](int type, void* nestedContext) {
+      return serializer->Deserialize_Serializeable(type, nestedContext);
+    };
+    tags.Take(Nested<Tags>(read(Words::kTags, context)));
+    properties.Take(Nested<Properties>(read(Words::kProperties, context)));
+    if (state == api::kComponentState_Stored) {
+      version.Take(Nested<api::IProperty<Configuration>>(read(Words::kComponentVersion, context)));
+      conditions.Take(
+          Nested<api::IConditions<Configuration>>(read(Words::kConditions, context)));
+      recipe.Take(
+          Nested<api::IRecipe<Configuration>>(read(Words::kRecipe, properties.Get())));
+    }
+    componentState = state;
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+template <class Configuration>
+int CComponent<Configuration>::GetComponentState() const {
+  this->CheckThis();
+  return componentState;
+}
+
+template <class Configuration>
+template <class Part>
+Part* CComponent<Configuration>::Present(const Counted<Part>& part) {
+  if (!part) {
+    PLINTH_RAISE(CException_General);
+  }
+  return part.Get();
+}
+
+template <class Configuration>
+api::IProperty<Configuration>* CComponent<Configuration>::GetComponentVersion() const {
+  this->CheckThis();
+  return Present(version);
+}
+
+template <class Configuration>
+api::IConditions<Configuration>* CComponent<Configuration>::GetConditions() const {
+  this->CheckThis();
+  return Present(conditions);
+}
+
+template <class Configuration>
+auto CComponent<Configuration>::GetTags() const -> Tags* {
+  this->CheckThis();
+  return Present(tags);
+}
+
+template <class Configuration>
+auto CComponent<Configuration>::GetProperties() const -> Properties* {
+  this->CheckThis();
+  return Present(properties);
+}
+
+template <class Configuration>
+api::IRecipe<Configuration>* CComponent<Configuration>::GetRecipe() const {
+  this->CheckThis();
+  return Present(recipe);
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Sort(bool deduplicate) {
+  this->CheckThis();
+  Present(tags)->Sort(deduplicate);
+  Present(properties)->Sort(deduplicate);
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* context) {
+  Operand::Serialize(serializer, context);
+  if (componentState == api::kComponentState_Resolved) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  serializer->Serialization_Start(this->serializeableType);
+  serializer->Serialize_uint28(componentState);
+  tags->Serialize(serializer, context);
+  properties->Serialize(serializer, context);
+  if (componentState == api::kComponentState_Stored) {
+    version->Serialize(serializer, context);
+    conditions->Serialize(serializer, context);
+    recipe->Serialize(serializer, properties.Get());
+  }
+  serializer->Serialization_End(this->serializeableType);
+}
+
+// The order of fields differs from that of IsLessThan.
+template <class Configuration>
+bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  const auto* right = static_cast<const CComponent*>(this->Comparable(other));
+  if (componentState != right->componentState) {
+    return false;
+  }
+  if (componentState == api::kComponentState_Resolved) {
+    return true;  // no parts to compare
+  }
+  if (!tags->IsEqualTo(right->tags.Get()) || !properties->IsEqualTo(right->properties.Get())) {
+    return false;
+  }
+  return componentState == api::kComponentState_Reference ||
+         (version->IsEqualTo(right->version.Get()) &&
+          conditions->IsEqualTo(right->conditions.Get()) &&
+          recipe->IsEqualTo(right->recipe.Get()));
+}
+
+template <class Configuration>
+bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  const auto* right = static_cast<const CComponent*>(this->Comparable(other));
+  if (componentState != right->componentState) {
+    return componentState < right->componentState;
+  }
+  if (componentState == api::kComponentState_Resolved) {
+    return false;
+  }
+  // The first part that differs decides.
+  if (componentState == api::kComponentState_Stored) {
+    if (version->IsLessThan(right->version.Get())) {
+      return true;
+    }
+    if (!version->IsEqualTo(right->version.Get())) {
+      return false;
+    }
+    if (conditions->IsLessThan(right->conditions.Get())) {
+      return true;
+    }
+    if (!conditions->IsEqualTo(right->conditions.Get())) {
+      return false;
+    }
+  }
+  if (tags->IsLessThan(right->tags.Get())) {
+    return true;
+  }
+  if (!tags->IsEqualTo(right->tags.Get())) {
+    return false;
+  }
+  if (properties->IsLessThan(right->properties.Get())) {
+    return true;
+  }
+  if (!properties->IsEqualTo(right->properties.Get())) {
+    return false;
+  }
+  return componentState == api::kComponentState_Stored && recipe->IsLessThan(right->recipe.Get());
+}
+
+template <class Configuration>
+void CComponent<Configuration>::CheckMembers() const {
+  const bool hasReference = tags && properties;
+  const bool hasStored = version && conditions && recipe;
+  const bool sound = componentState == api::kComponentState_Reference  ? hasReference
+                     : componentState == api::kComponentState_Stored   ? hasReference && hasStored
+                     : componentState == api::kComponentState_Resolved ? true
+                                                                       : false;
+  if (!this->valid || this->serializeableType == 0 || !sound) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+template <class Configuration>
+void CComponent<Configuration>::CheckThis() const {
+  CheckMembers();
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Reset() {
+  Operand::Reset();
+  version.Forget();
+  conditions.Forget();
+  tags.Forget();
+  properties.Forget();
+  recipe.Forget();
+  componentState = 0;
+}
+
+template <class Configuration>
+void CComponent<Configuration>::Delete() {
+  version.Drop();
+  conditions.Drop();
+  tags.Drop();
+  properties.Drop();
+  recipe.Drop();
+  Operand::Delete();
+}
+
+}  // namespace velora::common::core

@@ -1,0 +1,191 @@
+// Conditions: the expression, its operators and the operands that both pipelines have.
+// Room: velora/common. Raises as IConditions tells; a null or wrong parameter to an operator
+// `CException_Parameter_Invalid`, to a leaf in place of the one it was resolved with
+// `CException_This_Invalid`.
+#pragma once
+
+#include "plinth/core/CLinkedList.h"
+#include "velora/common/api/IConditions.h"
+#include "velora/common/core/CValue.h"
+
+namespace velora::common::core {
+
+template <class Configuration>
+class CConditions : public CSerializeable<Configuration>,
+                    public virtual api::IConditions<Configuration> {
+ public:
+  using Interface = api::IConditions<Configuration>;
+  using IOperator = typename Interface::IOperator;
+  using IPrintModeParameters = typename Interface::IPrintModeParameters;
+  using Operators = api::ILinkedList<IOperator>;
+  static constexpr int kSerializeableType = Vocabulary<Configuration>::kConditions;
+
+  // The base of everything on the list.
+  class COperator : public CElement<Configuration>, public virtual IOperator {
+   public:
+    explicit COperator(int type);
+    ~COperator() override;
+    using CElement<Configuration>::Init;
+    void Init(IOperator* other) override;
+    void Init(int type, api::ISerializer* serializer, void* context) override;
+    Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+    bool Evaluate(IPrintModeParameters* parameters) const override;
+    bool IsOperator() const override;
+    void Serialize(api::ISerializer* serializer, void* context) override;
+    bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+    bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+    void Reset() override;
+
+   protected:
+    // Takes the last element off the list, resolves it, and leaves it on the frame's collector.
+    static IOperator* ResolveLast(volatile plinth::v1::api::Frame& frame, Operators* operators,
+                                  IPrintModeParameters* parameters);
+
+    IPrintModeParameters* resolvedWith;  // not owned, only compared
+    bool result;
+  };
+
+  // A leaf.
+  class COperand : public COperator {
+   public:
+    using COperator::COperator;
+    using COperator::Init;
+    bool IsOperator() const override;
+
+   protected:
+    void CheckResolvedWith(IPrintModeParameters* parameters) const;
+  };
+
+  // Both sides are always resolved: each must take its elements off the list.
+  template <int kType, bool (*kCombine)(bool, bool)>
+  class CBinary : public COperator {
+   public:
+    static constexpr int kSerializeableType = kType;
+    CBinary() : COperator(kType) {}
+    Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+  };
+  static bool And(bool x, bool y) { return x && y; }
+  static bool Or(bool x, bool y) { return x || y; }
+  using COperator_And = CBinary<Vocabulary<Configuration>::kConditionsOperator_And, &And>;
+  using COperator_Or = CBinary<Vocabulary<Configuration>::kConditionsOperator_Or, &Or>;
+
+  class COperator_Not : public COperator {
+   public:
+    static constexpr int kSerializeableType = Vocabulary<Configuration>::kConditionsOperator_Not;
+    COperator_Not() : COperator(kSerializeableType) {}
+    Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+  };
+
+  CConditions();
+  ~CConditions() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(api::ISerializeable<Configuration>* other) override;
+  void Init(Operators* newOperators) override;
+  void Init(Interface* other) override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  bool Evaluate(IPrintModeParameters* parameters) const override;
+  Operators* GetLinkedList_Operators() override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  Counted<Operators> operators;
+};
+
+namespace conditions {
+
+// Always true, and counted against a component in the choice among several.
+template <class Configuration>
+class CDefaultCondition : public CConditions<Configuration>::COperand {
+ public:
+  using Base = typename CConditions<Configuration>::COperand;
+  static constexpr int kSerializeableType = Vocabulary<Configuration>::kDefaultCondition;
+  CDefaultCondition() : Base(kSerializeableType) {}
+  bool Evaluate(
+      typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const override;
+};
+
+// An operand with a value. `Test` has the question: static bool Test::Ask(parameters, value).
+template <class Configuration, class E, int kType, class Test>
+class COperandOf
+    : public CValue<Configuration, typename CConditions<Configuration>::COperand,
+                    api::IValue<typename api::IConditions<Configuration>::IOperator, E>, kType> {
+ public:
+  bool Evaluate(
+      typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const override;
+};
+
+namespace system {
+
+// What a test may say of itself; by default the parameters must be those of `Resolve`.
+struct Test {
+  static constexpr bool kAnyParameters = false;
+};
+
+struct PlatformTest : Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int value) {
+    return parameters->GetPlatform() == value;
+  }
+};
+
+struct SupplyFamilyTest : Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int value) {
+    return parameters->GetSupplyFamily() == value;
+  }
+};
+
+struct ProductVariantTest : Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int value) {
+    return parameters->GetProductVariant() == value;
+  }
+};
+
+// The version of the pack of a channel; no pack of that channel raises.
+template <int kChannel>
+struct VelcaseVersionTest : Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int value) {
+    return parameters->GetVelcaseVersion(kChannel) == value;
+  }
+};
+
+template <class C>
+using CPlatform =
+    COperandOf<C, api::EPlatform<C>, Vocabulary<C>::kCondition_Platform, PlatformTest>;
+template <class C>
+using CSupplyFamily =
+    COperandOf<C, api::ESupplyFamily<C>, Vocabulary<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
+template <class C>
+using CProductVariant = COperandOf<C, api::EProductVariant<C>,
+                                   Vocabulary<C>::kCondition_ProductVariant, ProductVariantTest>;
+template <class C, int kType, int kChannel>
+using CVelcaseVersion =
+    COperandOf<C, api::EVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
+template <class C>
+using CVelcaseVersion_Cyan =
+    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;
+template <class C>
+using CVelcaseVersion_Magenta =
+    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Magenta, api::kChannel_Magenta>;
+template <class C>
+using CVelcaseVersion_Yellow =
+    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Yellow, api::kChannel_Yellow>;
+template <class C>
+using CVelcaseVersion_Black =
+    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Black, api::kChannel_Black>;
+template <class C>
+using CVelcaseVersion_Printer =
+    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Printer, api::kChannel_Printer>;
+
+}  // namespace system
+}  // namespace conditions
+
+}  // namespace velora::common::core

@@ -1,0 +1,64 @@
+// The bases of all data-model objects.
+// Room: velora/common. An object does not own its callbacks record. Raises as plinth's
+// CSerializeable does.
+#pragma once
+
+#include "plinth/core/CSerializeable.h"
+#include "plinth/core/Counted.h"
+#include "velora/common/api/elements.h"
+
+namespace velora::common::core {
+
+using plinth::v1::core::Counted;
+using namespace plinth::v1::api::_exports::common::exception;
+
+// Adds the callbacks.
+template <class Configuration>
+class CSerializeable : public plinth::v1::core::CSerializeable,
+                       public virtual api::ISerializeable<Configuration> {
+ public:
+  using Interface = api::ISerializeable<Configuration>;
+  using Callbacks = typename Interface::Callbacks;
+
+  explicit CSerializeable(int type);
+  ~CSerializeable() override;
+  using plinth::v1::core::CSerializeable::Init;
+  void Init(Interface* other) override;
+  void SetCallbacks(Callbacks* newCallbacks) override;
+  Callbacks* GetCallbacks() const override;
+  int Call_Callback_Locate() override;
+  int Call_Callback_Locate_Done() override;
+  int Call_Callback_Build() override;
+  int Call_Callback_Build_Done() override;
+  int Call_Callback_Resolve() override;
+  int Call_Callback_Resolve_Done() override;
+  int Call_Callback_ReportSize_Encoded(int size) override;
+  void Reset() override;
+
+ protected:
+  Callbacks* callbacks;
+};
+
+template <class Configuration>
+class CElement : public CSerializeable<Configuration> {
+ public:
+  using CSerializeable<Configuration>::CSerializeable;
+  // A null serializer or a blank object raises; nothing is written.
+  void Serialize(api::ISerializer* serializer, void* context) override;
+};
+
+// The base of a tag or of a property: nothing to compare, nothing to write.
+template <class Configuration, class Interface>
+class CNamed : public CElement<Configuration>, public virtual Interface {
+ public:
+  using CElement<Configuration>::CElement;
+  using CElement<Configuration>::Init;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+};
+
+template <class Configuration>
+using CTag = CNamed<Configuration, api::ITag<Configuration>>;
+template <class Configuration>
+using CProperty = CNamed<Configuration, api::IProperty<Configuration>>;
+
+}  // namespace velora::common::core

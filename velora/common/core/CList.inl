@@ -1,0 +1,232 @@
+// Bodies of CList.h, for the files that instantiate it.
+#pragma once
+
+#include "plinth/core/CArray.inl"
+#include "velora/common/core/CElement.inl"
+#include "velora/common/core/CList.h"
+#include "velora/common/core/create.h"
+#include "velora/common/core/values.h"
+
+#define VELORA_LIST template <class Configuration, class T, class Interface, int kType, int kArrayType>
+#define VELORA_LIST_OF CList<Configuration, T, Interface, kType, kArrayType>
+
+namespace velora::common::core {
+
+VELORA_LIST VELORA_LIST_OF::CList() : CElement<Configuration>(kType) {}
+
+VELORA_LIST VELORA_LIST_OF::~CList() = default;
+
+VELORA_LIST void VELORA_LIST_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+
+VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
+  if (newArray == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  plinth::v1::core::CObject::Init();
+  array.Share(newArray);
+}
+
+VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
+  PLINTH_FRAME(Configuration) {
+    if (other == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
+    array.Take(Create<Configuration, plinth::v1::core::CArray<Configuration, T>>());
+    array->Init(other->GetArray());
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_LIST void VELORA_LIST_OF::Init(int, api::ISerializer* serializer, void* context) {
+  PLINTH_FRAME(Configuration) {
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    plinth::v1::core::CObject::Init();
+    auto* read = Defer(frame, serializer->Deserialize_Serializeable(kArrayType, context));
+    Array* found = dynamic_cast<Array*>(read);
+    if (found == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    array.Share(found);
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_LIST void VELORA_LIST_OF::Append(List* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  array->Append(other->GetArray());
+}
+
+VELORA_LIST auto VELORA_LIST_OF::GetArray() const -> Array* {
+  CheckThis();
+  return array.Get();
+}
+
+VELORA_LIST void VELORA_LIST_OF::Sort(bool deduplicate) {
+  CheckThis();
+  array->Sort(deduplicate);
+}
+
+VELORA_LIST void VELORA_LIST_OF::Serialize(api::ISerializer* serializer, void* context) {
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  serializer->Serialization_Start(kType);
+  array->Serialize(serializer, context);
+  serializer->Serialization_End(kType);
+}
+
+VELORA_LIST bool VELORA_LIST_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  return array->IsEqualTo(static_cast<CList*>(this->Comparable(other))->GetArray());
+}
+
+VELORA_LIST bool VELORA_LIST_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  return array->IsLessThan(static_cast<CList*>(this->Comparable(other))->GetArray());
+}
+
+VELORA_LIST void VELORA_LIST_OF::CheckThis() const {
+  if (!this->valid || !array) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+VELORA_LIST void VELORA_LIST_OF::Reset() {
+  CElement<Configuration>::Reset();
+  array.Forget();
+}
+
+VELORA_LIST void VELORA_LIST_OF::Delete() {
+  array.Drop();
+  CElement<Configuration>::Delete();
+}
+
+#undef VELORA_LIST
+#undef VELORA_LIST_OF
+
+inline bool TagsPolicy::Judge(int type, bool equal) {
+  const int index = type - SharedVocabulary::kFirstTag;
+  if (index >= 0 && index < SharedVocabulary::kTagTypes) {
+    (equal ? matched : unmatched)[index] = true;
+  }
+  return true;
+}
+
+inline bool TagsPolicy::Verdict() const {
+  bool any = false;
+  for (int i = 0; i < SharedVocabulary::kTagTypes; ++i) {
+    if (unmatched[i] && !matched[i]) {
+      return false;
+    }
+    any = any || matched[i];
+  }
+  return any;
+}
+
+inline bool PropertiesPolicy::Judge(int, bool equal) { return agreed = equal; }
+
+inline bool PropertiesPolicy::Verdict() const { return agreed; }
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+template <class Visitor>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matchable* other,
+                                                                         Visitor visit) const {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  api::IArray<T>* own = this->array.Get();
+  api::IArray<T>* others = other->GetArray();
+  const int ownCount = own->GetCount();
+  const int otherCount = others->GetCount();
+  for (int i = 0; i < ownCount; ++i) {
+    T* a = own->Get(i);
+    for (int j = 0; j < otherCount; ++j) {
+      T* b = others->Get(j);
+      if (a->GetSerializeableType() == b->GetSerializeableType() && !visit(a, b)) {
+        return;
+      }
+    }
+  }
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+int CMatchable<Configuration, T, kType, kArrayType, Policy>::GetCount_Matching(
+    Matchable* other) const {
+  int count = 0;
+  ForEachPair(other, [&count](T* a, T* b) {
+    count += a->IsEqualTo(b) ? 1 : 0;
+    return true;
+  });
+  return count;
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
+    Matchable* other) const {
+  Policy policy;
+  ForEachPair(other, [&policy](T* a, T* b) {
+    return policy.Judge(a->GetSerializeableType(), a->IsEqualTo(b));
+  });
+  return policy.Verdict();
+}
+
+template <class Configuration>
+CPropertiesHelper<Configuration>::CPropertiesHelper() = default;
+
+template <class Configuration>
+CPropertiesHelper<Configuration>::~CPropertiesHelper() = default;
+
+template <class Configuration>
+auto CPropertiesHelper<Configuration>::GetChannel(Properties* properties) const ->
+    typename api::EChannel<Configuration>::Enum {
+  return GetValueOf<properties::CChannel<Configuration>>(properties);
+}
+
+template <class Configuration>
+auto CPropertiesHelper<Configuration>::GetComponentVersion(Properties* properties) const ->
+    typename api::EComponentVersion<Configuration>::Enum {
+  return GetValueOf<properties::CComponentVersion<Configuration>>(properties);
+}
+
+template <class Configuration>
+auto CPropertiesHelper<Configuration>::GetVariant(Properties* properties) const ->
+    typename api::EVariant<Configuration>::Enum {
+  return GetValueOf<properties::CVariant<Configuration>>(properties);
+}
+
+template <class Configuration>
+api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(
+    Properties* properties, int type, bool required) const {
+  if (properties == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  auto* array = properties->GetArray();
+  const int count = array->GetCount();
+  for (int i = 0; i < count; ++i) {
+    auto* property = array->Get(i);
+    if (property->GetSerializeableType() == type) {
+      return property;
+    }
+  }
+  if (required) {
+    PLINTH_RAISE(CException_General);
+  }
+  return nullptr;
+}
+
+}  // namespace velora::common::core

@@ -1,0 +1,46 @@
+// The parameters of a print mode that both pipelines have: printer and packs.
+// Room: velora/common. Holds one reference on the array of packs. Raises as IPrintModeParameters
+// tells.
+#pragma once
+
+#include "plinth/core/CObject.h"
+#include "plinth/core/Counted.h"
+#include "velora/common/api/IVelcase.h"
+#include "velora/common/api/IVeltune.h"
+
+namespace velora::common::core {
+
+using plinth::v1::core::Counted;
+using namespace plinth::v1::api::_exports::common::exception;
+
+template <class Configuration>
+class CPrintModeParameters : public plinth::v1::core::CObject,
+                             public virtual api::IPrintModeParameters<Configuration> {
+ public:
+  using Interface = api::IPrintModeParameters<Configuration>;
+  using Parameters = typename Interface::Parameters;
+  using Pack = typename Interface::Pack;
+
+  CPrintModeParameters();
+  ~CPrintModeParameters() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(int newPlatform, int newProductVariant, api::IArray<Pack>* newVelcases) override;
+  void Init(Parameters* other) override;
+  Pack* FindVelcase(int channel) const override;
+  api::IArray<Pack>* GetArray_Velcases() const override;
+  int GetPlatform() const override;
+  int GetSupplyFamily() const override;
+  int GetProductVariant() const override;
+  int GetVelcaseVersion(int channel) const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  int platform;
+  int productVariant;
+  Counted<api::IArray<Pack>> velcases;
+};
+
+}  // namespace velora::common::core

@@ -1,0 +1,66 @@
+// Recipes: the list of operators and operands, and the bases of what stands on it.
+// Room: velora/common. Holds one reference on its list. Raises as IRecipe tells.
+#pragma once
+
+#include "plinth/core/CLinkedList.h"
+#include "velora/common/api/IRecipe.h"
+#include "velora/common/core/CElement.h"
+
+namespace velora::common::core {
+
+template <class Configuration>
+class CRecipe : public CSerializeable<Configuration>, public virtual api::IRecipe<Configuration> {
+ public:
+  using Interface = api::IRecipe<Configuration>;
+  using IOperator = typename Interface::IOperator;
+  using IOperand = typename Interface::IOperand;
+  using IVeltune = typename Interface::IVeltune;
+  using Operators = api::ILinkedList<IOperator>;
+  static constexpr int kSerializeableType = Vocabulary<Configuration>::kRecipe;
+
+  // The base of everything on the list. It has no field, compares by its type id, and writes
+  // nothing: a concrete operator opens its own entry around it.
+  class COperator : public CElement<Configuration>, public virtual IOperator {
+   public:
+    explicit COperator(int type);
+    ~COperator() override;
+    using CElement<Configuration>::Init;
+    void Init(IOperator* other) override;
+    void Init(int type, api::ISerializer* serializer, void* context) override;
+    Operators* Resolve(Operators* operators, api::IProperties<Configuration>* properties,
+                       IVeltune* veltune) override;
+    bool IsOperator() const override;
+    bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+    bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  };
+
+  class COperand : public COperator, public virtual IOperand {
+   public:
+    explicit COperand(int type);
+    ~COperand() override;
+    using COperator::Init;
+    void Init(IOperand* other) override;
+    bool IsOperator() const override;
+  };
+
+  CRecipe();
+  ~CRecipe() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(api::ISerializeable<Configuration>* other) override;
+  void Init(Operators* newOperators) override;
+  void Init(Interface* other) override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  Operators* GetLinkedList_Operators() override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  Counted<Operators> operators;
+};
+
+}  // namespace velora::common::core

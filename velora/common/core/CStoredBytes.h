@@ -1,0 +1,89 @@
+// The recipe operators, as families: with stored bytes, with data that they make, with both.
+// Room: velora/common. Hold one reference on their bytes and on their data. Raise
+// `CException_Parameter_Invalid` for a null argument, `CException_This_Invalid` for missing bytes or
+// data.
+#pragma once
+
+#include "velora/common/core/CComponent.h"
+
+namespace velora::common::core {
+
+// An operator with an array of bytes, stored as a nested object. Compares by type id, then by the
+// array.
+template <class Configuration, class Interface, int kType>
+class CStoredBytes : public CRecipe<Configuration>::COperator, public virtual Interface {
+ public:
+  using Base = typename CRecipe<Configuration>::COperator;
+  using Operators = typename CRecipe<Configuration>::Operators;
+  using Properties = api::IProperties<Configuration>;
+  using IVeltune = typename Vocabulary<Configuration>::IVeltune;
+  static constexpr int kSerializeableType = kType;
+
+  CStoredBytes();
+  ~CStoredBytes() override;
+  using Base::Init;
+  void Init() override;
+  void Init(api::ISerializeable<Configuration>* other) override;
+  void Init(typename Interface::IOperator* other) override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ protected:
+  // Brings a blank object to life around an array, which it shares.
+  void InitBytes(Properties* newProperties, api::IArray_uint8* newBytes);
+  api::IArray_uint8* GetBytes() const;
+
+  Counted<api::IArray_uint8> bytes;
+  Properties* properties;  // of the owning component, not owned; null where none was given
+};
+
+// Adds the data that `Resolve` makes, to an operator with bytes or without.
+template <class Configuration, class Base, class Data>
+class CProducer : public Base, public virtual api::IRecipe<Configuration>::template IBuild<Data> {
+ public:
+  using Operators = typename CRecipe<Configuration>::Operators;
+  using Properties = api::IProperties<Configuration>;
+  using IVeltune = typename Vocabulary<Configuration>::IVeltune;
+
+  CProducer();
+  ~CProducer() override;
+  using Base::Init;
+  Data* GetData() const override;
+  void DestroyData() override;
+  Data* TakeData() override;
+  void Reset() override;
+  void Delete() override;
+
+ protected:
+  // The head of every Resolve: the checks, the old data gone, the callback.
+  void BeginResolve(Operators* operators, Properties* properties, IVeltune* veltune);
+
+  Counted<Data> data;
+};
+
+// An operator without stored bytes: its entry is its type id.
+template <class Configuration, class Interface, int kType>
+class CBare : public CRecipe<Configuration>::COperator, public virtual Interface {
+ public:
+  using Base = typename CRecipe<Configuration>::COperator;
+  static constexpr int kSerializeableType = kType;
+  CBare();
+  ~CBare() override;
+  using Base::Init;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+};
+
+// Resolves the list's last element as a component of the class, which must be a reference: null
+// properties refuse an operator, unless `properties` are given. The component is left on the
+// frame's collector.
+template <class Configuration, class Class>
+Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
+                      typename CRecipe<Configuration>::Operators* operators,
+                      typename Vocabulary<Configuration>::IVeltune* veltune);
+
+}  // namespace velora::common::core

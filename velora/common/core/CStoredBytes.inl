@@ -1,0 +1,183 @@
+// Bodies of CStoredBytes.h, for the files that instantiate it.
+#pragma once
+
+#include "velora/common/core/CComponent.inl"
+#include "velora/common/core/CStoredBytes.h"
+
+namespace velora::common::core {
+
+#define VELORA_STORED template <class Configuration, class Interface, int kType>
+#define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
+
+VELORA_STORED VELORA_STORED_OF::CStoredBytes() : Base(kType), properties(nullptr) {}
+
+VELORA_STORED VELORA_STORED_OF::~CStoredBytes() = default;
+
+VELORA_STORED void VELORA_STORED_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+
+VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
+                                               api::IArray_uint8* newBytes) {
+  if (newBytes == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  plinth::v1::core::CObject::Init();
+  properties = newProperties;
+  bytes.Share(newBytes);
+}
+
+VELORA_STORED void VELORA_STORED_OF::Init(api::ISerializeable<Configuration>* other) {
+  if (other == nullptr || other->GetSerializeableType() != kType) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  other->CheckThis();
+  const auto* source = static_cast<const CStoredBytes*>(other->GetThis_Concrete());
+  Base::Init(other);
+  properties = source->properties;
+  bytes.Share(source->bytes.Get());
+}
+
+VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::IOperator* other) {
+  this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
+}
+
+VELORA_STORED void VELORA_STORED_OF::Init(int, api::ISerializer* serializer, void* context) {
+  PLINTH_FRAME(Configuration) {
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    plinth::v1::core::CObject::Init();
+    auto* read = Defer(frame, serializer->Deserialize_Serializeable(1, context));
+    auto* array = dynamic_cast<api::IArray_uint8*>(read);
+    if (array == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    bytes.Share(array);
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_STORED void VELORA_STORED_OF::Serialize(api::ISerializer* serializer, void* context) {
+  Base::Serialize(serializer, context);
+  serializer->Serialization_Start(kType);
+  bytes->Serialize(serializer, context);
+  serializer->Serialization_End(kType);
+}
+
+VELORA_STORED bool VELORA_STORED_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  return Base::IsEqualTo(other) &&
+         bytes->IsEqualTo(static_cast<CStoredBytes*>(other->GetThis_Concrete())->bytes.Get());
+}
+
+VELORA_STORED bool VELORA_STORED_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  const ETypeOrder order = CompareTypes<Configuration>(this, other);
+  return order == kSameType
+             ? bytes->IsLessThan(static_cast<CStoredBytes*>(other->GetThis_Concrete())->bytes.Get())
+             : order == kLowerType;
+}
+
+VELORA_STORED void VELORA_STORED_OF::CheckThis() const {
+  if (!this->valid || !bytes) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+VELORA_STORED api::IArray_uint8* VELORA_STORED_OF::GetBytes() const {
+  this->CheckThis();
+  return bytes.Get();
+}
+
+VELORA_STORED void VELORA_STORED_OF::Reset() {
+  Base::Reset();
+  properties = nullptr;
+  bytes.Forget();
+}
+
+VELORA_STORED void VELORA_STORED_OF::Delete() {
+  bytes.Drop();
+  Base::Delete();
+}
+
+#undef VELORA_STORED
+#undef VELORA_STORED_OF
+
+template <class Configuration, class Interface, int kType>
+CBare<Configuration, Interface, kType>::CBare() : Base(kType) {}
+
+template <class Configuration, class Interface, int kType>
+CBare<Configuration, Interface, kType>::~CBare() = default;
+
+template <class Configuration, class Interface, int kType>
+void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* serializer,
+                                                       void* context) {
+  Base::Serialize(serializer, context);
+  serializer->Serialization_Start(kType);
+  serializer->Serialization_End(kType);
+}
+
+template <class Configuration, class Base, class Data>
+CProducer<Configuration, Base, Data>::CProducer() = default;
+
+template <class Configuration, class Base, class Data>
+CProducer<Configuration, Base, Data>::~CProducer() = default;
+
+template <class Configuration, class Base, class Data>
+void CProducer<Configuration, Base, Data>::BeginResolve(Operators* operators,
+                                                        Properties* properties,
+                                                        IVeltune* veltune) {
+  if (operators == nullptr || properties == nullptr || veltune == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  DestroyData();
+  this->Call_Callback_Resolve();
+}
+
+template <class Configuration, class Base, class Data>
+Data* CProducer<Configuration, Base, Data>::GetData() const {
+  this->CheckThis();
+  if (!data) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return data.Get();
+}
+
+template <class Configuration, class Base, class Data>
+void CProducer<Configuration, Base, Data>::DestroyData() {
+  data.Drop();
+}
+
+template <class Configuration, class Base, class Data>
+Data* CProducer<Configuration, Base, Data>::TakeData() {
+  Data* taken = GetData();
+  taken->AddRef();
+  DestroyData();
+  return taken;
+}
+
+template <class Configuration, class Base, class Data>
+void CProducer<Configuration, Base, Data>::Reset() {
+  Base::Reset();
+  data.Forget();
+}
+
+template <class Configuration, class Base, class Data>
+void CProducer<Configuration, Base, Data>::Delete() {
+  data.Drop();
+  Base::Delete();
+}
+
+template <class Configuration, class Class>
+Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
+                      typename CRecipe<Configuration>::Operators* operators,
+                      typename Vocabulary<Configuration>::IVeltune* veltune) {
+  Class* operand = Defer(frame, Create<Configuration, Class>());
+  CComponent<Configuration>* component = operand;
+  component->Init(operators, nullptr, veltune);
+  return operand;
+}
+
+}  // namespace velora::common::core

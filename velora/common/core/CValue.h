@@ -1,0 +1,42 @@
+// One stored value: the body of every tag, property and operand that has one.
+// Room: velora/common. `Init` checks the range; what is read from an image is stored as it stands.
+// A concrete class is this template over its base, its interface and its type id.
+#pragma once
+
+#include "velora/common/core/CElement.h"
+
+namespace velora::common::core {
+
+template <class Configuration, class Base, class Interface, int kType>
+class CValue : public Base, public virtual Interface {
+ public:
+  using Enumeration = typename Interface::Enumeration;
+  using Enum = typename Enumeration::Enum;
+  using Copied = typename Interface::Copied;
+  static constexpr int kSerializeableType = kType;
+
+  CValue();
+  ~CValue() override;
+  using Base::Init;
+  void Init() override;
+  void Init(Enum newValue) override;
+  void Init(Copied* other) override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  Enum GetValue() const override;
+  void Reset() override;
+
+ private:
+  int value;
+};
+
+// An entry of a type id alone, or with data of its own: objects of different types are unequal, a
+// lower type id comes first. The answer where the types decide, or `kSameType`.
+enum ETypeOrder { kLowerType, kSameType, kHigherType };
+template <class Configuration>
+ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
+                        plinth::v1::api::ISerializeable* other);
+
+}  // namespace velora::common::core

@@ -1,0 +1,111 @@
+// Bodies of CValue.h, for the files that instantiate it.
+#pragma once
+
+#include "velora/common/core/CElement.inl"
+#include "velora/common/core/CValue.h"
+
+namespace velora::common::core {
+
+template <class Configuration>
+ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
+                        plinth::v1::api::ISerializeable* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  one->CheckThis();
+  const int type = one->GetSerializeableType();
+  const int otherType = other->GetSerializeableType();
+  return type < otherType ? kLowerType : type == otherType ? kSameType : kHigherType;
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+CValue<Configuration, Base, Interface, kType>::CValue() : Base(kType), value(0) {}
+
+template <class Configuration, class Base, class Interface, int kType>
+CValue<Configuration, Base, Interface, kType>::~CValue() = default;
+
+template <class Configuration, class Base, class Interface, int kType>
+void CValue<Configuration, Base, Interface, kType>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+// The three below check or read everything before they touch the object, so that a failure finds
+// only what `Delete` has to clear.
+template <class Configuration, class Base, class Interface, int kType>
+void CValue<Configuration, Base, Interface, kType>::Init(Enum newValue) {
+  if (this->refCount > 1) {
+    PLINTH_RAISE(CException_General);
+  }
+  this->Delete();
+  Enumeration::Check(newValue);
+  plinth::v1::core::CObject::Init();
+  value = newValue;
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
+  if (other == nullptr || other->GetSerializeableType() != kType) {
+    this->Delete();
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  other->CheckThis();
+  const int copied = static_cast<CValue*>(other->GetThis_Concrete())->value;
+  Base::Init(static_cast<api::ISerializeable<Configuration>*>(other));
+  value = copied;
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+void CValue<Configuration, Base, Interface, kType>::Init(int, api::ISerializer* serializer,
+                                                         void*) {
+  plinth::v1::core::CObject::Init();
+  this->Delete();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  const int read = serializer->Deserialize_uint28();
+  this->valid = true;
+  value = read;
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+void CValue<Configuration, Base, Interface, kType>::Serialize(api::ISerializer* serializer,
+                                                              void* context) {
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  serializer->Serialization_Start(kType);
+  Base::Serialize(serializer, context);
+  serializer->Serialize_uint28(value);
+  serializer->Serialization_End(kType);
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+bool CValue<Configuration, Base, Interface, kType>::IsEqualTo(
+    plinth::v1::api::ISerializeable* other) const {
+  return CompareTypes<Configuration>(this, other) == kSameType &&
+         static_cast<const CValue*>(other->GetThis_Concrete())->value == value;
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+bool CValue<Configuration, Base, Interface, kType>::IsLessThan(
+    plinth::v1::api::ISerializeable* other) const {
+  const ETypeOrder order = CompareTypes<Configuration>(this, other);
+  return order == kSameType
+             ? value < static_cast<const CValue*>(other->GetThis_Concrete())->value
+             : order == kLowerType;
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+auto CValue<Configuration, Base, Interface, kType>::GetValue() const -> Enum {
+  this->CheckThis();
+  return static_cast<Enum>(value);
+}
+
+template <class Configuration, class Base, class Interface, int kType>
+void CValue<Configuration, Base, Interface, kType>::Reset() {
+  Base::Reset();
+  value = 0;
+}
+
+}  // namespace velora::common::core

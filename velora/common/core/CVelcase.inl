@@ -1,0 +1,355 @@
+// Bodies of CVelcase.h, for the files that instantiate it.
+#pragma once
+
+#include <stdio.h>
+#include <string.h>
+#include <zlib.h>
+
+#include "plinth/core/CSerializer.inl"
+#include "velora/common/core/CList.inl"
+#include "velora/common/core/CVelcase.h"
+#include "velora/common/core/create.h"
+#include "velora/common/core/pack.h"
+
+#define VELORA_PACK template <class Configuration>
+#define VELORA_PACK_OF CVelcase<Configuration>
+
+namespace velora::common::core {
+
+VELORA_PACK VELORA_PACK_OF::CVelcase()
+    : schema(Schema()),
+      family(static_cast<Family>(-1)),
+      channel(-1),
+      version(Version()),
+      compressedSize(0),
+      veloraSchema(Vocabulary<Configuration>::kVeloraSchema),
+      pipeline(0),
+      uncompressedSize(0),
+      sizeBeforeDeserialization(0),
+      checksum(0) {}
+
+VELORA_PACK VELORA_PACK_OF::~CVelcase() = default;
+
+VELORA_PACK void VELORA_PACK_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+
+VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness endianness) {
+  Base::Init(helper, endianness);
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness endianness,
+                                      int size, unsigned char* data, bool owned) {
+  Base::Init(helper, endianness, size, data, owned);
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
+                                      Version newVersion, api::ISerializerHelper* helper,
+                                      Endianness endianness) {
+  api::EVelcaseSchema<Configuration>::Check(newSchema);
+  api::ESupplyFamily<Configuration>::Check(newFamily);
+  if constexpr (Vocabulary<Configuration>::kChecksChannelFirst) {
+    using EChannel = api::EChannel<Configuration>;
+    EChannel::Check(static_cast<typename EChannel::Enum>(newChannel));
+  }
+  api::EVelcaseVersion<Configuration>::Check(newVersion);
+  Base::Init(helper, endianness);
+  schema = newSchema;
+  family = newFamily;
+  channel = newChannel;
+  version = newVersion;
+  pipeline = Vocabulary<Configuration>::kHasPipeline ? 1 : 0;
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  Base::Init(other->GetSerializerHelper(), other->GetTargetEndianness());
+  const auto* source = static_cast<const CVelcase*>(other->GetThis_Concrete());
+  schema = source->schema;
+  family = source->family;
+  channel = source->channel;
+  version = source->version;
+  compressedSize = source->compressedSize;
+  veloraSchema = source->veloraSchema;
+  pipeline = source->pipeline;
+  uncompressedSize = source->uncompressedSize;
+  pathname.Share(source->pathname.Get());
+  sizeBeforeDeserialization = source->sizeBeforeDeserialization;
+  checksum = source->checksum;
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
+                                      api::ISerializerHelper* helper, Endianness endianness,
+                                      Family expected, const char* newPathname) {
+  PLINTH_FRAME(Configuration) {
+    if (newPathname == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    this->Init(size, data, helper, endianness, expected);
+    const int length = static_cast<int>(strlen(newPathname));
+    if (length == 0) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    pathname.Take(Create<Configuration, plinth::v1::core::CArray_uint8<Configuration>>());
+    pathname->Init(length + 1);
+    snprintf(reinterpret_cast<char*>(pathname->GetElements()), static_cast<size_t>(length) + 1,
+             "%s", newPathname);
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
+                                      api::ISerializerHelper* helper, Endianness endianness,
+                                      Family expected) {
+  this->Init(size, data, helper, endianness, expected, 0xFFFFFFFFu);
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
+                                      api::ISerializerHelper* helper, Endianness endianness,
+                                      Family expected, unsigned int extent) {
+  using Words = Vocabulary<Configuration>;
+  using Layout = PackLayout<Configuration>;
+  PLINTH_FRAME(Configuration) {
+    if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
+        extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    api::ESupplyFamily<Configuration>::Check(expected);
+    const Schema readSchema = static_cast<Schema>(data[Layout::kSchema]);
+    const Family readFamily = static_cast<Family>(data[Layout::kFamily]);
+    const int readChannel = data[Layout::kChannel];
+    const Version readVersion = static_cast<Version>(data[Layout::kVersion]);
+    api::EVelcaseSchema<Configuration>::Check(readSchema);
+    api::ESupplyFamily<Configuration>::Check(readFamily);
+    if (readFamily != expected) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    if constexpr (Words::kChecksChannelFirst) {
+      using EChannel = api::EChannel<Configuration>;
+      EChannel::Check(static_cast<typename EChannel::Enum>(readChannel));
+    }
+    api::EVelcaseVersion<Configuration>::Check(readVersion);
+    const int payload = GetBigEndian(data + Layout::kPayload);
+    if (payload == 0 || static_cast<unsigned int>(payload) > Words::kMaxPayload) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    const int readPipeline = Words::kHasPipeline ? data[Layout::kPipeline] : 0;
+    if (Words::kHasPipeline && readPipeline == 0) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    const int imageSize = GetBigEndian(data + Layout::kUncompressed);
+    if (imageSize < 1 || imageSize > Words::kMaxUncompressed) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    // A header can lie about the stream's length: never behind the bytes that are there.
+    const int declared = payload - Layout::kPayloadExtra;
+    const unsigned int present = extent - Layout::kHeaderSize;
+    const int streamSize = declared > 0 && static_cast<unsigned int>(declared) > present
+                               ? static_cast<int>(present)
+                               : declared;
+    if (streamSize < 1) {
+      PLINTH_RAISE(CException_General);
+    }
+    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    api::IArray_uint8* compressed = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    compressed->Init(streamSize, data + Layout::kHeaderSize, false);
+    api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    image->Init(imageSize);
+    ZlibDecompress(compressed, image);
+    Base::Init(helper, endianness, image->GetCount(), image->GetElements(),
+               image->IsOwned_Elements());
+    image->ClearOwnership_Elements();
+    schema = readSchema;
+    family = readFamily;
+    channel = readChannel;
+    version = readVersion;
+    compressedSize = declared;
+    veloraSchema = data[Layout::kVeloraSchema];
+    pipeline = readPipeline;
+    uncompressedSize = imageSize;
+    sizeBeforeDeserialization = size;
+    for (int i = 0; i < size; ++i) {
+      checksum += data[i];
+    }
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+}
+
+VELORA_PACK void VELORA_PACK_OF::SortComponents(bool) {}
+
+#define VELORA_PACK_GETTER(Type, Name, field) \
+  VELORA_PACK auto VELORA_PACK_OF::Name() const -> Type { \
+    this->CheckThis();                        \
+    return field;                             \
+  }
+VELORA_PACK_GETTER(Schema, GetVelcaseSchema, schema)
+VELORA_PACK_GETTER(Family, GetSupplyFamily, family)
+VELORA_PACK_GETTER(int, GetChannel, channel)
+VELORA_PACK_GETTER(Version, GetVelcaseVersion, version)
+VELORA_PACK_GETTER(int, GetPayloadSize_Compressed, compressedSize)
+VELORA_PACK_GETTER(int, GetVeloraSchema, veloraSchema)
+VELORA_PACK_GETTER(int, GetPipeline, pipeline)
+VELORA_PACK_GETTER(int, GetPayloadSize_Uncompressed, uncompressedSize)
+VELORA_PACK_GETTER(int, GetSize_BeforeDeserialization, sizeBeforeDeserialization)
+VELORA_PACK_GETTER(unsigned int, GetChecksum, checksum)
+#undef VELORA_PACK_GETTER
+
+VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::GetArray_uint8_Pathname() {
+  this->CheckThis();
+  if (!pathname) {
+    constexpr char kNone[] = "Empty";
+    pathname.Take(Create<Configuration, plinth::v1::core::CArray_uint8<Configuration>>());
+    pathname->Init(static_cast<int>(sizeof kNone));
+    memcpy(pathname->GetElements(), kNone, sizeof kNone);
+  }
+  return pathname.Get();
+}
+
+VELORA_PACK const char* VELORA_PACK_OF::GetPathname() {
+  return reinterpret_cast<const char*>(GetArray_uint8_Pathname()->GetElements());
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(int, api::ISerializer*, void*) {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+VELORA_PACK void VELORA_PACK_OF::Serialize(api::ISerializer*, void*) {
+  PLINTH_RAISE(CException_NotImplemented);
+}
+
+VELORA_PACK void VELORA_PACK_OF::Sort(bool) { PLINTH_RAISE(CException_NotImplemented); }
+
+VELORA_PACK bool VELORA_PACK_OF::IsEqualTo(Pack*) const { PLINTH_RAISE(CException_NotImplemented); }
+
+VELORA_PACK bool VELORA_PACK_OF::IsLessThan(Pack*) const {
+  PLINTH_RAISE(CException_NotImplemented);
+}
+
+VELORA_PACK void VELORA_PACK_OF::Reset() {
+  Base::Reset();
+  schema = Schema();
+  family = static_cast<Family>(-1);
+  channel = -1;
+  version = Version();
+  compressedSize = 0;
+  veloraSchema = Vocabulary<Configuration>::kVeloraSchema;
+  pipeline = 0;
+  uncompressedSize = 0;
+  pathname.Forget();
+  sizeBeforeDeserialization = 0;
+  checksum = 0;
+}
+
+VELORA_PACK void VELORA_PACK_OF::Delete() {
+  pathname.Drop();
+  Base::Delete();
+}
+
+// ---- compression
+
+VELORA_PACK void* VELORA_PACK_OF::ZlibMemAlloc(void*, unsigned int items, unsigned int size) {
+  const unsigned long long bytes = static_cast<unsigned long long>(items) * size;
+  if (bytes == 0 || bytes > 0x7FFFFFFF) {
+    return nullptr;
+  }
+  return operator new(static_cast<size_t>(bytes), plinth::v1::api::Slots<Configuration>().platform,
+                      false, false);
+}
+
+VELORA_PACK void VELORA_PACK_OF::ZlibMemFree(void*, void* address) {
+  if (address != nullptr) {
+    operator delete(address, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+}
+
+VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArray_uint8* out) {
+  z_stream* volatile stream = nullptr;
+  volatile bool open = false;
+  PLINTH_FRAME(Configuration) {
+    if (in == nullptr || out == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    z_stream* inflating = Create<Configuration, z_stream>();
+    memset(static_cast<void*>(inflating), 0, sizeof *inflating);
+    stream = inflating;
+    inflating->zalloc = &ZlibMemAlloc;
+    inflating->zfree = &ZlibMemFree;
+    if (inflateInit2(inflating, 15) != Z_OK) {
+      PLINTH_RAISE(CException_General);
+    }
+    open = true;
+    inflating->next_in = in->GetElements();
+    inflating->avail_in = static_cast<uInt>(in->GetCount());
+    inflating->next_out = out->GetElements();
+    inflating->avail_out = static_cast<uInt>(out->GetCount());
+    if (inflate(inflating, Z_FINISH) != Z_STREAM_END || inflating->avail_out != 0) {
+      PLINTH_RAISE(CException_General);
+    }
+  }
+  PLINTH_TAIL {
+    if (open) {
+      inflateEnd(stream);
+    }
+    operator delete(stream, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+  PLINTH_END
+}
+
+VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::ZlibCompress(api::IArray_uint8* in) {
+  z_stream* volatile stream = nullptr;
+  volatile bool open = false;
+  api::IArray_uint8* volatile result = nullptr;
+  PLINTH_FRAME(Configuration) {
+    if (in == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    api::IArray_uint8* out = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    out->Init(in);
+    // No allocator is given: deflating uses zlib's own.
+    z_stream* deflating = Create<Configuration, z_stream>();
+    memset(static_cast<void*>(deflating), 0, sizeof *deflating);
+    stream = deflating;
+    if (deflateInit2(deflating, 9, Z_DEFLATED, 15, 9, Z_DEFAULT_STRATEGY) != Z_OK) {
+      PLINTH_RAISE(CException_General);
+    }
+    open = true;
+    deflating->next_in = in->GetElements();
+    deflating->avail_in = static_cast<uInt>(in->GetCount());
+    deflating->next_out = out->GetElements();
+    deflating->avail_out = static_cast<uInt>(out->GetCount());
+    if (deflate(deflating, Z_FINISH) != Z_STREAM_END || deflating->avail_in != 0) {
+      PLINTH_RAISE(CException_General);
+    }
+    out->Truncate(out->GetCount() - static_cast<int>(deflating->avail_out));
+    result = HandOver(frame, out);
+  }
+  PLINTH_TAIL {
+    if (open) {
+      deflateEnd(stream);
+    }
+    operator delete(stream, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+  PLINTH_END
+  return result;
+}
+
+#undef VELORA_PACK
+#undef VELORA_PACK_OF
+
+}  // namespace velora::common::core

@@ -1,0 +1,194 @@
+// Bodies of CVelcaseOf in CVelcase.h, for the files that instantiate it.
+#pragma once
+
+#include "velora/common/core/CVelcase.inl"
+
+#define VELORA_PACK template <class Configuration, class Interface, class... Kinds>
+#define VELORA_PACK_OF CVelcaseOf<Configuration, Interface, Kinds...>
+
+namespace velora::common::core {
+
+VELORA_PACK VELORA_PACK_OF::CVelcaseOf() : fileSize(0), fileBytes(nullptr), initializing(false) {}
+
+VELORA_PACK VELORA_PACK_OF::~CVelcaseOf() { DropFile(); }
+
+VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
+                                      Version newVersion, api::ISerializerHelper* helper,
+                                      Endianness endianness, ListOf<Kinds>*... given) {
+  PLINTH_FRAME(Configuration) {
+    if (((given == nullptr) || ...)) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    initializing = true;
+    Base::Init(newSchema, newFamily, newChannel, newVersion, helper, endianness);
+    initializing = true;
+    (Slot<Kinds>().Share(given), ...);
+    initializing = false;
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+// A layer's packs share their lists with a copy, or have them copied.
+VELORA_PACK template <class Kind>
+void VELORA_PACK_OF::TakeListOf(Pack* other) {
+  ListOf<Kind>* source = static_cast<CVelcaseOf*>(other->GetThis_Concrete())->template GetList<Kind>();
+  if constexpr (Vocabulary<Configuration>::kCopiesLists) {
+    Slot<Kind>().Take(Create<Configuration, CComponentList<Configuration, Kind>>());
+    Slot<Kind>()->Init(source);
+  } else {
+    Slot<Kind>().Share(source);
+  }
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+  PLINTH_FRAME(Configuration) {
+    initializing = true;
+    Base::Init(other);
+    initializing = true;
+    (TakeListOf<Kinds>(other), ...);
+    initializing = false;
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_PACK template <class Kind>
+void VELORA_PACK_OF::ReadList() {
+  auto* read = this->Deserialize_Serializeable(Kind::kListType, nullptr);
+  Slot<Kind>().Take(dynamic_cast<ListOf<Kind>*>(read));
+}
+
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
+                                      api::ISerializerHelper* helper, Endianness endianness,
+                                      Family expected, unsigned int extent) {
+  PLINTH_FRAME(Configuration) {
+    initializing = true;
+    Base::Init(size, data, helper, endianness, expected, extent);
+    initializing = true;
+    if constexpr (!Vocabulary<Configuration>::kChecksChannelFirst) {
+      using EChannel = api::EChannel<Configuration>;
+      EChannel::Check(static_cast<typename EChannel::Enum>(this->channel));
+    }
+    (ReadList<Kinds>(), ...);
+    this->Delete_States();
+    initializing = false;
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
+  Base::Append(other);
+  auto* source = static_cast<CVelcaseOf*>(other->GetThis_Concrete());
+  (Slot<Kinds>()->Append(source->template GetList<Kinds>()), ...);
+}
+
+VELORA_PACK void VELORA_PACK_OF::SortComponents(bool deduplicate) {
+  CheckThis();
+  (Slot<Kinds>()->Sort(deduplicate), ...);
+}
+
+VELORA_PACK int VELORA_PACK_OF::GetSerializedSize() {
+  Serialize();
+  return fileSize;
+}
+
+VELORA_PACK unsigned char* VELORA_PACK_OF::Serialize() {
+  CheckThis();
+  if (fileBytes != nullptr) {
+    return fileBytes;
+  }
+  PLINTH_FRAME(Configuration) {
+    (Slot<Kinds>()->Serialize(this, nullptr), ...);
+    const int imageSize = Base::Base::GetSerializedSize();
+    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    image->Init(imageSize, Base::Base::Serialize(), false);
+    WriteFile(Defer(frame, Base::ZlibCompress(image)), imageSize);
+  }
+  PLINTH_CATCH {
+    DropFile();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+  return fileBytes;
+}
+
+VELORA_PACK void VELORA_PACK_OF::WriteFile(api::IArray_uint8* compressed, int imageSize) {
+  using Layout = PackLayout<Configuration>;
+  using Words = Vocabulary<Configuration>;
+  const int streamSize = compressed->GetCount();
+  if (streamSize > Words::kMaxPayload) {
+    PLINTH_RAISE(CException_General);
+  }
+  const int size = Layout::kHeaderSize + streamSize;
+  if (size > Layout::kHeaderSize + Words::kMaxPayload) {
+    PLINTH_RAISE(CException_General);
+  }
+  unsigned char* bytes = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
+      unsigned char[static_cast<size_t>(size)];
+  fileBytes = bytes;
+  fileSize = size;
+  this->compressedSize = streamSize;
+  bytes[Layout::kSchema] = static_cast<unsigned char>(this->schema);
+  bytes[Layout::kFamily] = static_cast<unsigned char>(this->family);
+  bytes[Layout::kChannel] = static_cast<unsigned char>(this->channel);
+  bytes[Layout::kVersion] = static_cast<unsigned char>(this->version);
+  SetBigEndian(bytes + Layout::kPayload, streamSize + Layout::kPayloadExtra);
+  bytes[Layout::kVeloraSchema] = static_cast<unsigned char>(this->veloraSchema);
+  if constexpr (Words::kHasPipeline) {
+    bytes[Layout::kPipeline] = static_cast<unsigned char>(this->pipeline);
+  }
+  SetBigEndian(bytes + Layout::kUncompressed, imageSize);
+  if (compressed->GetCount() != streamSize) {
+    PLINTH_RAISE(CException_General);
+  }
+  memcpy(bytes + Layout::kHeaderSize, compressed->GetElements(), static_cast<size_t>(streamSize));
+}
+
+VELORA_PACK void VELORA_PACK_OF::DropFile() {
+  if (fileBytes != nullptr) {
+    operator delete[](fileBytes, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+  fileBytes = nullptr;
+  fileSize = 0;
+}
+
+VELORA_PACK void VELORA_PACK_OF::CheckThis() const {
+  this->CheckMembers();
+  const bool complete = initializing || (static_cast<bool>(Slot<Kinds>()) && ...);
+  if (!complete || this->compressedSize > Vocabulary<Configuration>::kMaxPayload ||
+      this->uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed || fileSize < 0 ||
+      (fileBytes != nullptr) != (fileSize > 0)) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+VELORA_PACK void VELORA_PACK_OF::Reset() {
+  Base::Reset();
+  (Slot<Kinds>().Forget(), ...);
+  fileSize = 0;
+  fileBytes = nullptr;
+  initializing = false;
+}
+
+VELORA_PACK void VELORA_PACK_OF::Delete() {
+  DropFile();
+  (Slot<Kinds>().Drop(), ...);
+  Base::Delete();
+}
+
+#undef VELORA_PACK
+#undef VELORA_PACK_OF
+
+}  // namespace velora::common::core

@@ -1,0 +1,58 @@
+// The lookup: from a reference component and a list to the one component that fits.
+// Room: velora/common. Holds one reference on its parameters. Nothing left after the filters raises
+// `CException_General`; a condition that cannot be evaluated stops the lookup with what it raises.
+// Evaluation writes into the conditions' operators, so a list serves one lookup at a time.
+#pragma once
+
+#include "plinth/core/CObject.h"
+#include "plinth/core/Counted.h"
+#include "velora/common/api/IComponent.h"
+#include "velora/common/api/IVeltune.h"
+
+namespace velora::common::core {
+
+using plinth::v1::core::Counted;
+using namespace plinth::v1::api::_exports::common::exception;
+
+template <class Configuration>
+class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<Configuration> {
+ public:
+  using Interface = api::IVeltune<Configuration>;
+  using Parameters = typename Interface::Parameters;
+  using Veltune = typename Interface::Veltune;
+
+  CVeltune();
+  ~CVeltune() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(Parameters* newParameters) override;
+  void Init(Veltune* other) override;
+  Parameters* GetPrintModeParameters() const override;
+  void Serialize() override;
+  void Deserialize() override;
+  const api::BuildChain* GetBuildChain() const override;
+  void SetBuildChain(const api::BuildChain* chain) override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+  // The chosen component of the list, without a new reference.
+  template <class Kind>
+  static Kind* Locate_FromComponentList(Kind* key, api::IComponentList<Configuration, Kind>* list,
+                                        Parameters* parameters);
+  // A new component of the concrete class that is a copy of the chosen one. The caller owns it, and
+  // can have it build data without touching the pack.
+  template <class Class, class Kind>
+  static Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list,
+                      Parameters* parameters);
+
+ private:
+  // Keeps the candidates with the highest score, and answers it; none score below `floor`.
+  template <class Candidates, class Score>
+  static int KeepBest(Candidates* candidates, int floor, Score score);
+
+  Counted<Parameters> parameters;
+  const api::BuildChain* buildChain;
+};
+
+}  // namespace velora::common::core

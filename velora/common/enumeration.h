@@ -1,0 +1,44 @@
+// Enumerations: a nested `Enum` without enumerator names, and a `Check` of its range.
+// Room: velora/common. The numbers come from the data and mean nothing but equality here, save the
+// channels below. `Check` raises `CException_Parameter_Invalid`; values read from an image are not
+// checked.
+#pragma once
+
+#include "plinth/runtime/api/frame.h"
+#include "velora/common/Vocabulary.h"
+
+// An enumeration over the layer's range of the same name.
+#define VELORA_ENUMERATION(Name)                                                  \
+  template <class Configuration>                                                  \
+  struct Name {                                                                   \
+    enum Enum : int {};                                                           \
+    static void Check(Enum value) {                                               \
+      if (!::velora::common::Vocabulary<Configuration>::Name.Contains(value)) {   \
+        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid);            \
+      }                                                                           \
+    }                                                                             \
+  };
+
+namespace velora::common::api {
+
+VELORA_ENUMERATION(EPlatform)
+VELORA_ENUMERATION(ESupplyFamily)
+VELORA_ENUMERATION(EProductVariant)
+VELORA_ENUMERATION(EComponentVersion)
+VELORA_ENUMERATION(EChannel)
+VELORA_ENUMERATION(EVariant)
+VELORA_ENUMERATION(EVelcaseVersion)
+VELORA_ENUMERATION(EVelcaseSchema)
+
+// The channels that the code knows.
+enum EKnownChannel {
+  kChannel_Black = 0,
+  kChannel_Cyan = 13,
+  kChannel_Magenta = 21,
+  kChannel_Yellow = 29,
+  kChannel_Drum = 100,
+  kChannel_Fuser = 126,
+  kChannel_Printer = 127
+};
+
+}  // namespace velora::common::api

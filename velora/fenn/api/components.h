@@ -1,0 +1,178 @@
+// The toner components: what a pack can hold, and the data that comes of it.
+// Room: velora/fenn. Data objects are counted and do not change. `Build...` gives a reference to the
+// caller, `Get...` does not. Failures are raised as the common IBuilt tells.
+#pragma once
+
+#include "velora/fenn/api/vocabulary.h"
+
+namespace velora::v2::fenn::api {
+
+// A finished table: `kLimit` is the most bytes that it can have.
+template <unsigned int kLimit>
+class ITableData : public virtual plinth::v1::api::IObject {
+ public:
+  static constexpr unsigned int kMaxSize = kLimit;
+  using plinth::v1::api::IObject::Init;
+  // With `owned` the bytes end with the object.
+  virtual void Init(unsigned int size, unsigned char* data, bool owned) = 0;
+  virtual void Init(ITableData* other) = 0;  // a private copy
+  virtual unsigned int GetSize_ReconstructedData() const = 0;
+  virtual unsigned char* GetReconstructedData() const = 0;
+  // Data is made, never stored: these raise `CException_NotImplemented`.
+  virtual void Init(int type, ISerializer* serializer, void* context) = 0;
+  virtual void Serialize(ISerializer* serializer, void* context) = 0;
+  virtual void Sort(bool deduplicate) = 0;
+  virtual bool IsEqualTo(ITableData* other) const = 0;
+  virtual bool IsLessThan(ITableData* other) const = 0;
+};
+using IGrayCurveData = ITableData<VELORA_SIZE_GRAY_CURVE>;
+using IColorMapData = ITableData<VELORA_SIZE_RGB_TO_CMYK>;
+
+// One plane of a colour table: an array of 4916 bytes, of which 4913 count.
+class IChannelMapData : public virtual plinth::v1::api::IObject {
+ public:
+  using plinth::v1::api::IObject::Init;
+  virtual void Init(IArray_uint8* array) = 0;
+  virtual void Init(IChannelMapData* other) = 0;
+  virtual IArray_uint8* GetArray_uint8_Reconstructed_CXF() const = 0;
+};
+
+// The type ids of a kind of component: its own, those of its list and its array, and those of the
+// operators that its recipe may end with.
+template <int kTypeId, int kListTypeId, int kArrayTypeId, bool kReferences, int... kOperatorIds>
+struct Kind {
+  static constexpr int kType = kTypeId;
+  static constexpr int kListType = kListTypeId;
+  static constexpr int kArrayType = kArrayTypeId;
+  static constexpr bool kMayRefer = kReferences;
+  static constexpr int kOperators[] = {kOperatorIds...};
+};
+
+// A run of bytes, for whoever builds from it.
+class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> {
+ public:
+  IArray_uint8* BuildArray_uint8_Packet(IVeltune* veltune) { return BuildData(veltune); }
+  IArray_uint8* GetArray_uint8_Packet() const { return GetData(); }
+};
+
+template <int kTypeId, int kListTypeId, int kArrayTypeId, int kFromDataId>
+class IPacketOf : public virtual IPacket,
+                  public Kind<kTypeId, kListTypeId, kArrayTypeId, true, kFromDataId> {
+ public:
+  static constexpr int kFromDataType = kFromDataId;
+  using Data = IArray_uint8;
+};
+using IPacket_ColorDCT = IPacketOf<23, 115, 11, 93>;
+using IPacket_ColorResidue = IPacketOf<24, 116, 12, 94>;
+using IPacket_MonoDCT = IPacketOf<25, 117, 13, 95>;
+using IPacket_MonoResidue = IPacketOf<26, 118, 14, 96>;
+using IPacket_MonoCBAT = IPacketOf<27, 119, 15, 97>;
+using IPacket_DeltaScalar = IPacketOf<28, 120, 16, 98>;
+using IPacket_Blob = IPacketOf<29, 121, 17, 99>;
+
+class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveData>,
+                   public Kind<21, 113, 9, true, 89, 90> {
+ public:
+  using Data = IGrayCurveData;
+  IGrayCurveData* BuildGrayCurveData(IVeltune* veltune) { return BuildData(veltune); }
+  IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+};
+
+class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
+                    public Kind<22, 114, 10, true, 91, 92> {
+ public:
+  using Data = IChannelMapData;
+  IChannelMapData* BuildChannelMapData(IVeltune* veltune) { return BuildData(veltune); }
+  IChannelMapData* GetChannelMapData() const { return GetData(); }
+};
+
+// Its recipe ends with an operator: a colour map cannot be a reference.
+class IColorMap : public virtual common::api::IBuilt<Configuration, IColorMapData>,
+                  public Kind<20, 112, 8, false, 86, 87, 88> {
+ public:
+  using Data = IColorMapData;
+  IColorMapData* BuildColorMapData(IVeltune* veltune) { return BuildData(veltune); }
+  void SetColorMapData(IColorMapData* data) { SetData(data); }
+  IColorMapData* GetColorMapData() const { return GetData(); }
+};
+
+// ---- recipe operators
+
+// The bytes of a packet, stored.
+class IFromData : public virtual IRecipe::IProducer<IArray_uint8> {
+ public:
+  using IRecipe::IOperator::Init;
+  virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
+  virtual void Init(IFromData* other) = 0;
+  virtual IArray_uint8* GetArray_uint8_Packet() const = 0;
+};
+
+// A delta scalar is a packet of one byte.
+class IFromData_DeltaScalar : public virtual IFromData {
+ public:
+  using IFromData::Init;
+  virtual void Init(IProperties* properties, unsigned char scalar) = 0;
+};
+
+class IBuild_GrayCurve : public virtual IRecipe::IBuild<IGrayCurveData> {
+ public:
+  IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+  void DestroyGrayCurveData() { DestroyData(); }
+};
+
+class IBuild_ChannelMap : public virtual IRecipe::IBuild<IChannelMapData> {
+ public:
+  IChannelMapData* GetChannelMapData() const { return GetData(); }
+  void DestroyChannelMapData() { DestroyData(); }
+};
+
+class IBuild_ColorMap : public virtual IRecipe::IBuild<IColorMapData> {
+ public:
+  IColorMapData* GetColorMapData() const { return GetData(); }
+  void DestroyColorMapData() { DestroyData(); }
+};
+
+// Stored bytes that a pack can hold and that make no table: asked for data, they have none.
+class IBuild_Monolithic_GrayCurve : public virtual IBuild_GrayCurve {
+ public:
+  using IRecipe::IOperator::Init;
+  virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
+                    IArray_uint8* cbat, IArray_uint8* scalar) = 0;
+  virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
+};
+
+class IBuild_Monolithic_ChannelMap : public virtual IBuild_ChannelMap {
+ public:
+  using IRecipe::IOperator::Init;
+  virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
+                    IArray_uint8* scalar) = 0;
+  virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
+};
+
+template <class ComponentKind>
+using IListOf = common::api::IComponentList<Configuration, ComponentKind>;
+using IColorMaps = IListOf<IColorMap>;
+using IGrayCurves = IListOf<IGrayCurve>;
+using IChannelMaps = IListOf<IChannelMap>;
+using IPackets_ColorDCT = IListOf<IPacket_ColorDCT>;
+using IPackets_ColorResidue = IListOf<IPacket_ColorResidue>;
+using IPackets_MonoDCT = IListOf<IPacket_MonoDCT>;
+using IPackets_MonoResidue = IListOf<IPacket_MonoResidue>;
+using IPackets_MonoCBAT = IListOf<IPacket_MonoCBAT>;
+using IPackets_DeltaScalar = IListOf<IPacket_DeltaScalar>;
+using IPackets_Blob = IListOf<IPacket_Blob>;
+
+// The kinds in the order of a pack's root lists: X(kind, list).
+#define FENN_KINDS(X)                            \
+  X(ColorMap, ColorMaps)                         \
+  X(GrayCurve, GrayCurves)                       \
+  X(ChannelMap, ChannelMaps)                     \
+  X(Packet_ColorDCT, Packets_ColorDCT)           \
+  X(Packet_ColorResidue, Packets_ColorResidue)   \
+  X(Packet_MonoDCT, Packets_MonoDCT)             \
+  X(Packet_MonoResidue, Packets_MonoResidue)     \
+  X(Packet_MonoCBAT, Packets_MonoCBAT)           \
+  X(Packet_DeltaScalar, Packets_DeltaScalar)     \
+  X(Packet_Blob, Packets_Blob)
+
+}  // namespace velora::v2::fenn::api

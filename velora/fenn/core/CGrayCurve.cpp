@@ -1,0 +1,98 @@
+#include "velora/fenn/core/components.inl"
+#include "velora/fenn/core/decoding.h"
+#include "velora/frontend/toolkit/RawData.h"
+#include "velora/frontend/toolkit/arithmetic.h"
+#include "velora/frontend/toolkit/cbat.h"
+#include "velora/frontend/toolkit/digest.h"
+#include "velora/frontend/toolkit/transform.h"
+
+namespace velora::v2::fenn::core::components {
+
+template class CTableData<api::IGrayCurveData>;
+
+using CBuild_Curve = CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar;
+
+// The difference to the printer's curve: coefficients times the scalar through the inverse
+// transform, plus the reference, held, plus the residue, held; then the correction, if the digest
+// of the curve is the correction's key.
+Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties,
+                                 IVeltune* veltune) {
+  unsigned char* volatile table = nullptr;
+  PLINTH_FRAME(Configuration) {
+    this->BeginResolve(operators, properties, veltune);
+    RawData* rawData = veltune->GetRawData();
+    const Packets packets = {
+        ResolvePacket<CPacket_DeltaScalar>(frame, operators, veltune),
+        ResolvePacket<CPacket_MonoCBAT>(frame, operators, veltune),
+        ResolvePacket<CPacket_MonoResidue>(frame, operators, veltune),
+        ResolvePacket<CPacket_MonoDCT>(frame, operators, veltune),
+    };
+
+    // The residue's widths travel in the pack, those of the coefficients in the printer's record.
+    // Both readers write a curve's 256 fields only for the mono axis.
+    ReconKey key = KeyOf(veltune, 'r', 'K');
+    BytePacket* referenceCbat = rawData->getCbatPacket(0);
+    if (referenceCbat == nullptr || referenceCbat->key.getAxis() != 'M' || key.getAxis() != 'M') {
+      PLINTH_RAISE(CException_General);
+    }
+    BytePacket residuePacket = PacketOf(key, packets.residue);
+    key.setTag('c');
+    BytePacket cbatPacket = PacketOf(key, packets.cbat);
+    short* residue = NewBuffer<short>(frame, Ctr::kCurve);
+    ReadCbat(&residuePacket, &cbatPacket, 1, residue);
+
+    key.setTag('d');
+    BytePacket dctPacket = PacketOf(key, packets.dct);
+    short* coefficients = NewBuffer<short>(frame, Ctr::kCurve);
+    ReadCbat(&dctPacket, referenceCbat, packets.scalar->Get(0), coefficients);
+    int* spectrum = NewBuffer<int>(frame, Ctr::kCurve);
+    for (unsigned int i = 0; i < Ctr::kCurve; ++i) {
+      spectrum[i] = coefficients[i];
+    }
+    float* transform = NewBuffer<float>(frame, Ctr::kCurve);
+    Transform(Ctr::InverseDct1D(spectrum, transform));
+
+    BytePacket* reference = rawData->getRefPacket(0);
+    if (reference == nullptr || reference->data == nullptr ||
+        reference->getExtent() < Ctr::kCurve) {
+      PLINTH_RAISE(CException_General);
+    }
+    table = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
+        unsigned char[Ctr::kCurve];
+    Ctr::AddResidueMono(table, reference->data, transform, residue);
+    const CorrectionPacket& correction = rawData->m_aCorrections[0];
+    if (HasCorrection(veltune, 0) && correction.data != nullptr &&
+        DigestMatches(table, Ctr::kCurve, correction)) {
+      Ctr::ApplyCorrection(table, correction.data, Ctr::kCurve);
+    }
+    this->data.Take(Create<Configuration, CGrayCurveData>());
+    this->data->Init(Ctr::kCurve, table, true);
+    table = nullptr;
+    this->Call_Callback_Resolve_Done();
+  }
+  PLINTH_TAIL {
+    operator delete[](table, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+  PLINTH_END
+  return operators;
+}
+
+using CMonolithic = CGrayCurve::COperator::CBuild_Monolithic;
+
+void CMonolithic::Init(IProperties*, IArray_uint8*, IArray_uint8*, IArray_uint8*, IArray_uint8*) {
+  plinth::v1::core::CObject::Init();
+}
+
+IArray_uint8* CMonolithic::GetArray_uint8_Packet_Encoded() const { return GetBytes(); }
+
+Operators* CMonolithic::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
+  if (operators == nullptr || properties == nullptr || veltune == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  return operators;
+}
+
+template class CBuiltOf<CGrayCurve, api::IGrayCurve>;
+
+}  // namespace velora::v2::fenn::core::components

@@ -1,0 +1,49 @@
+// The 396 canonical print modes of the toner pipeline.
+// Room: velora/fenn. The table owns its mappings, from the platform; both raise as their interfaces
+// tell.
+#pragma once
+
+#include "velora/fenn/api/vocabulary.h"
+
+namespace velora::v2::fenn::core {
+
+using api::Configuration;
+
+class CPrintModeMapping : public api::IPrintModeMapping {
+ public:
+  CPrintModeMapping();
+  ~CPrintModeMapping() override;
+  void Init(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
+            ctr_axis_type axis) override;
+  ctr_table_type GetTableType() const override;
+  ctr_theme_type GetThemeType() const override;
+  ctr_media_type GetMediaType() const override;
+  ctr_axis_type GetAxisType() const override;
+
+ private:
+  void CheckThis() const;
+
+  bool m_bInitialized;
+  ctr_table_type m_eTableType;
+  ctr_theme_type m_eThemeType;
+  ctr_media_type m_eMediaType;
+  ctr_axis_type m_eAxisType;
+};
+
+class CPrintModeMappings : public api::IPrintModeMappings {
+ public:
+  CPrintModeMappings();
+  ~CPrintModeMappings() override;
+  void Init() override;
+  void Destroy() override;
+  api::IPrintModeMapping* GetPrintModeMapping(ctr_table_type table, ctr_theme_type theme,
+                                              ctr_media_type media,
+                                              ctr_axis_type axis) const override;
+  void Delete() override;
+
+ private:
+  CPrintModeMapping** m_apMappings;  // the axis runs fastest, then media, theme, table
+  bool m_bInitialized;
+};
+
+}  // namespace velora::v2::fenn::core

@@ -1,0 +1,224 @@
+// The toner components and their recipe operators.
+// Room: velora/fenn. Components are the common build protocol over a kind; an operator makes the
+// data that its component keeps. Failures are raised: a null argument `CException_Parameter_Invalid`,
+// a wrong recipe `CException_This_Invalid`, a stream that does not decode or a missing reference
+// `CException_General`.
+#pragma once
+
+#include "velora/common/core/CBuilt.h"
+#include "velora/common/core/CStoredBytes.h"
+#include "velora/fenn/api/IVeltune.h"
+#include "velora/fenn/core/words.h"
+
+namespace velora::v2::fenn::core::components {
+
+using api::IArray_uint8;
+using api::IProperties;
+using api::IVeltune;
+using Operators = common::core::CRecipe<Configuration>::Operators;
+
+// A component of a kind, as the concrete class that the build protocol needs.
+template <class Class, class Interface>
+class CBuiltOf : public common::core::CBuilt<Configuration, Class, Interface,
+                                             typename Interface::Data> {
+ public:
+  static Interface* Locate(IVeltune* veltune, Interface* reference) {
+    return veltune->Locate(reference);
+  }
+};
+
+// ---- packets
+
+// The seven packets are one template; their interfaces tell them apart.
+template <class Interface>
+class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
+ public:
+  struct COperator {
+    class CFromData;
+  };
+};
+
+// A leaf of a recipe: it takes no operand, and its bytes are what the packet keeps.
+template <class Interface>
+class CPacket<Interface>::COperator::CFromData
+    : public common::core::CStoredBytes<
+          Configuration,
+          std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
+                             api::IFromData_DeltaScalar, api::IFromData>,
+          Interface::kFromDataType> {
+ public:
+  using Base = common::core::CStoredBytes<
+      Configuration,
+      std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
+                         api::IFromData_DeltaScalar, api::IFromData>,
+      Interface::kFromDataType>;
+  using Base::Init;
+  void Init(IProperties* properties, IArray_uint8* array) override;
+  void Init(api::IFromData* other) override;
+  // Of a delta scalar alone: overrides where the interface has it.
+  virtual void Init(IProperties* properties, unsigned char scalar);
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+  IArray_uint8* GetArray_uint8_Packet() const override;
+  IArray_uint8* TakeData() override;
+};
+
+using CPacket_ColorDCT = CPacket<api::IPacket_ColorDCT>;
+using CPacket_ColorResidue = CPacket<api::IPacket_ColorResidue>;
+using CPacket_MonoDCT = CPacket<api::IPacket_MonoDCT>;
+using CPacket_MonoResidue = CPacket<api::IPacket_MonoResidue>;
+using CPacket_MonoCBAT = CPacket<api::IPacket_MonoCBAT>;
+using CPacket_DeltaScalar = CPacket<api::IPacket_DeltaScalar>;
+using CPacket_Blob = CPacket<api::IPacket_Blob>;
+
+// ---- data
+
+template <class Interface>
+class CTableData : public plinth::v1::core::CObject, public virtual Interface {
+ public:
+  CTableData();
+  ~CTableData() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(unsigned int newSize, unsigned char* newData, bool isOwned) override;
+  void Init(Interface* other) override;
+  unsigned int GetSize_ReconstructedData() const override;
+  unsigned char* GetReconstructedData() const override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  void Sort(bool deduplicate) override;
+  bool IsEqualTo(Interface* other) const override;
+  bool IsLessThan(Interface* other) const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  void FreeData();
+
+  unsigned int size;
+  unsigned char* data;
+  bool owned;
+};
+using CGrayCurveData = CTableData<api::IGrayCurveData>;
+using CColorMapData = CTableData<api::IColorMapData>;
+
+class CChannelMapData : public plinth::v1::core::CObject, public virtual api::IChannelMapData {
+ public:
+  CChannelMapData();
+  ~CChannelMapData() override;
+  using api::IChannelMapData::Init;
+  void Init() override;
+  void Init(IArray_uint8* newArray) override;
+  void Init(api::IChannelMapData* other) override;
+  IArray_uint8* GetArray_uint8_Reconstructed_CXF() const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  Counted<IArray_uint8> array;
+};
+
+// ---- tables
+
+class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
+ public:
+  struct COperator {
+    class CBuild_DCT_Residue_CBAT_DeltaScalar;
+    class CBuild_Monolithic;
+  };
+};
+
+class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
+ public:
+  struct COperator {
+    class CBuild_DCT_Residue_DeltaScalar;
+    class CBuild_Monolithic;
+  };
+};
+
+class CColorMap : public CBuiltOf<CColorMap, api::IColorMap> {
+ public:
+  struct COperator {
+    template <int kType, int kPlanes>
+    class CBuild;
+    using CBuild_RGBtoCMYK = CBuild<86, 4>;
+    using CBuild_RGBtoRGB = CBuild<87, 3>;
+    using CBuild_RGBtoGrayscale = CBuild<88, 1>;
+  };
+};
+
+// An operator that stores nothing of its own and makes data from operands.
+template <class Interface, class Data, int kType>
+using CBareProducer =
+    common::core::CProducer<Configuration, common::core::CBare<Configuration, Interface, kType>,
+                            Data>;
+
+// An operator that stores bytes and makes no data.
+template <class Interface, class Data, int kType>
+using CStoringProducer =
+    common::core::CProducer<Configuration,
+                            common::core::CStoredBytes<Configuration, Interface, kType>, Data>;
+
+class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
+    : public CBareProducer<api::IBuild_GrayCurve, api::IGrayCurveData, 89> {
+ public:
+  // The recipe reads, from its start: coefficients, residue, residue widths, scalar, this operator.
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+class CGrayCurve::COperator::CBuild_Monolithic
+    : public CStoringProducer<api::IBuild_Monolithic_GrayCurve, api::IGrayCurveData, 90> {
+ public:
+  using Base = CStoringProducer<api::IBuild_Monolithic_GrayCurve, api::IGrayCurveData, 90>;
+  using Base::Init;
+  void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue, IArray_uint8* cbat,
+            IArray_uint8* scalar) override;
+  IArray_uint8* GetArray_uint8_Packet_Encoded() const override;
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
+    : public CBareProducer<api::IBuild_ChannelMap, api::IChannelMapData, 91> {
+ public:
+  // The recipe reads, from its start: coefficients, residue, scalar, this operator.
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+class CChannelMap::COperator::CBuild_Monolithic
+    : public CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92> {
+ public:
+  using Base = CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92>;
+  using Base::Init;
+  void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
+            IArray_uint8* scalar) override;
+  IArray_uint8* GetArray_uint8_Packet_Encoded() const override;
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+// Puts its channel maps one behind the other, in the order in which the recipe names them.
+template <int kType, int kPlanes>
+class CColorMap::COperator::CBuild
+    : public CBareProducer<api::IBuild_ColorMap, api::IColorMapData, kType> {
+ public:
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+}  // namespace velora::v2::fenn::core::components
+
+namespace velora::v2::fenn::core::component_lists {
+
+template <class Kind>
+using CListOf = common::core::CComponentList<Configuration, Kind>;
+using CColorMaps = CListOf<api::IColorMap>;
+using CGrayCurves = CListOf<api::IGrayCurve>;
+using CChannelMaps = CListOf<api::IChannelMap>;
+using CPackets_ColorDCT = CListOf<api::IPacket_ColorDCT>;
+using CPackets_ColorResidue = CListOf<api::IPacket_ColorResidue>;
+using CPackets_MonoDCT = CListOf<api::IPacket_MonoDCT>;
+using CPackets_MonoResidue = CListOf<api::IPacket_MonoResidue>;
+using CPackets_MonoCBAT = CListOf<api::IPacket_MonoCBAT>;
+using CPackets_DeltaScalar = CListOf<api::IPacket_DeltaScalar>;
+using CPackets_Blob = CListOf<api::IPacket_Blob>;
+
+}  // namespace velora::v2::fenn::core::component_lists

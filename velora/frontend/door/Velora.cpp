@@ -1,0 +1,153 @@
+#include "velora/frontend/door/Velora.h"
+
+#include <string.h>
+
+#include "velora/frontend/door/library.h"
+#include "velora/frontend/toolkit/message.h"
+
+namespace {
+
+using Configuration = plinth::v1::api::FrontEndConfiguration;
+using namespace plinth::v1::api::_exports::common::exception;
+using plinth::v1::api::Defer;
+using plinth::v1::api::Frame;
+namespace fenn = velora::v2::fenn::api;
+
+// Runs a body in the outermost frame. Whatever is raised in it ends here, as a line; what a failing
+// end raises is swallowed.
+template <class Body>
+bool Guard(const char* function, int line, Body body) {
+  volatile bool done = false;
+  PLINTH_FRAME(Configuration) {
+    PLINTH_FRAME(Configuration) {
+      body(frame);
+      done = true;
+    }
+    PLINTH_CATCH { Ctr::PrintLine(function, line, "Exception"); }
+    PLINTH_END
+  }
+  PLINTH_CATCH { done = false; }
+  PLINTH_END
+  return done;
+}
+
+}  // namespace
+
+Velora::Velora(void* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+               ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
+               ctr_axis_type eAxisType, unsigned int nVelcases, RawData* pRawData,
+               CT_PROCESSING* pCT)
+    : m_pBootRecord(pBootRecord),
+      m_ePlatform(ePlatform),
+      m_eSupplyFamily(eSupplyFamily),
+      m_eProductVariant(eProductVariant),
+      m_eTableType(eTableType),
+      m_eThemeType(eThemeType),
+      m_eMediaType(eMediaType),
+      m_eAxisType(eAxisType),
+      m_nVelcases(nVelcases),
+      m_pRawData(pRawData),
+      m_pCT(pCT) {}
+
+Velora::~Velora() { releaseLibrary(); }
+
+// What the four table methods differ in.
+struct Velora::Table {
+  unsigned int smallest;
+  void (fenn::IVeltune::*reconstruct)(unsigned int cb, unsigned char* ab);
+  const char* function;
+  int line;
+};
+
+bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab) {
+  if (!initLibrary(m_pBootRecord)) {
+    return false;
+  }
+  const bool done = Guard(table.function, table.line, [&](volatile Frame& frame) {
+    if (cb < table.smallest || ab == nullptr) {
+      PLINTH_RAISE(CException_General);
+    }
+    fenn::IVeltune* veltune =
+        createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType, m_eThemeType,
+                      m_eMediaType, m_eAxisType, m_nVelcases, m_pRawData, m_pCT);
+    if (veltune == nullptr) {
+      PLINTH_RAISE(CException_General);
+    }
+    Defer(frame, veltune);
+    (veltune->*table.reconstruct)(cb, ab);
+  });
+  releaseLibrary();
+  return done;
+}
+
+bool Velora::reconstructColorTable_RGBtoCMYK(unsigned int cb, unsigned char* ab) {
+  return reconstruct({VELORA_SIZE_RGB_TO_CMYK, &fenn::IVeltune::ReconstructColorTable_RGBtoCMYK,
+                      "reconstructColorTable_RGBtoCMYK", 448},
+                     cb, ab);
+}
+
+bool Velora::reconstructGrayCurve(unsigned int cb, unsigned char* ab) {
+  return reconstruct({VELORA_SIZE_GRAY_CURVE, &fenn::IVeltune::ReconstructGrayCurve,
+                      "reconstructGrayCurve", 518},
+                     cb, ab);
+}
+
+bool Velora::reconstructColorTable_RGBtoRGB(unsigned int cb, unsigned char* ab) {
+  return reconstruct({VELORA_SIZE_RGB_TO_RGB, &fenn::IVeltune::ReconstructColorTable_RGBtoRGB,
+                      "reconstructColorTable_RGBtoRGB", 586},
+                     cb, ab);
+}
+
+// The smallest size here and the exact size behind it exclude each other.
+bool Velora::reconstructColorTable_RGBtoGrayscale(unsigned int cb, unsigned char* ab) {
+  return reconstruct({VELORA_SIZE_RGB_TO_RGB, &fenn::IVeltune::ReconstructColorTable_RGBtoGrayscale,
+                      "reconstructColorTable_RGBtoGrayscale", 655},
+                     cb, ab);
+}
+
+bool Velora::getFuserBlobSize(unsigned int* pcb) {
+  if (!initLibrary(m_pBootRecord)) {
+    return false;
+  }
+  const bool done = getFuserBlob(pcb, nullptr, true);
+  releaseLibrary();
+  return done;
+}
+
+bool Velora::getFuserBlobData(unsigned int cb, unsigned char* ab) {
+  if (!initLibrary(m_pBootRecord)) {
+    return false;
+  }
+  const bool done = getFuserBlob(&cb, ab, false);
+  releaseLibrary();
+  return done;
+}
+
+bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) {
+  constexpr char kName[] = "getFuserBlob";
+  return Guard(kName, 747, [&](volatile Frame& frame) {
+    fenn::IVeltune* veltune =
+        createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType, m_eThemeType,
+                      m_eMediaType, m_eAxisType, m_nVelcases, m_pRawData, m_pCT);
+    if (veltune == nullptr) {
+      PLINTH_RAISE(CException_General);
+    }
+    Defer(frame, veltune);
+    fenn::IArray_uint8* blob = Defer(frame, veltune->ReconstructFuserBlob());
+    const unsigned int count = static_cast<unsigned int>(blob->GetCount());
+    if (ab != nullptr && pcb != nullptr && !bSizeOnly) {
+      if (count > *pcb) {
+        Ctr::PrintLine(kName, 723, "Insufficient buffer for receiving fuser blob");
+        PLINTH_RAISE(CException_General);
+      }
+      if (count > 0) {
+        memcpy(ab, blob->GetElements(), count);
+      }
+    } else if (pcb != nullptr && bSizeOnly) {
+      *pcb = count;
+    } else {
+      Ctr::PrintLine(kName, 738, "Invalid parameters");
+      PLINTH_RAISE(CException_General);
+    }
+  });
+}

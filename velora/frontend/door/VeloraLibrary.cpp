@@ -1,0 +1,169 @@
+#include "plinth/runtime/api/boot.h"
+#include "velora/common/core/create.h"
+#include "velora/frontend/door/library.h"
+#include "velora/frontend/toolkit/RawData.h"
+#include "velora/frontend/toolkit/message.h"
+
+namespace fenn = velora::v2::fenn::api;
+
+fenn::_factory::IFactory* g_pFactory = nullptr;
+fenn::IPrintModeMappings* g_pPrintModeMappings = nullptr;
+
+namespace {
+
+using Configuration = plinth::v1::api::FrontEndConfiguration;
+using Foundation = plinth::v1::api::Configuration;
+using namespace plinth::v1::api::_exports::common::exception;
+using plinth::v1::api::Boot;
+using plinth::v1::api::BootSlots;
+using plinth::v1::api::CleanupProcess;
+using plinth::v1::api::CleanupThread;
+using plinth::v1::api::FlatConfiguration;
+using plinth::v1::api::FreeBootRecord;
+using plinth::v1::api::Initialize;
+using plinth::v1::api::ShareThread;
+using plinth::v1::api::Slots;
+
+constexpr char kInitLibrary[] = "initLibrary";
+
+// This thread was made known to a flat block with another boot than the front end's.
+bool addedToFlatBlock = false;
+
+BootSlots& FrontEnd() { return Slots<Configuration>(); }
+
+// Frames of every layer that a call passes must meet on one stack of environments, also where an
+// earlier call has left a block with another boot: the flat block for the handlers, the
+// foundation's, and the toner layer's.
+bool ShareThreadWithLayers() {
+  BootSlots& flat = Slots<FlatConfiguration>();
+  const bool known = flat.threadContextManager == nullptr ||
+                     flat.threadContextManager->FindEntry() != nullptr;
+  if (!ShareThread(flat, FrontEnd())) {
+    return false;
+  }
+  addedToFlatBlock = !known;
+  return ShareThread(Slots<Foundation>(), FrontEnd()) &&
+         ShareThread(Slots<fenn::Configuration>(), FrontEnd());
+}
+
+void CloseLayers() {
+  _velora_v2_Cleanup_Thread_Posix_Lib();
+  _plinth_v1_Cleanup_Thread_Posix_Lib();
+  if (addedToFlatBlock) {
+    CleanupThread(Slots<FlatConfiguration>());
+    addedToFlatBlock = false;
+  }
+  CleanupThread(FrontEnd());
+  _velora_v2_Cleanup_Process_Posix_Lib();
+  _plinth_v1_Cleanup_Process_Posix_Lib();
+  CleanupProcess(FrontEnd());
+}
+
+bool OpenLayers(BootRecord* record) {
+  const bool open = _plinth_v1_Initialize_Posix_Lib(record) != 0 &&
+                    _velora_v2_Initialize_Posix_Lib(record) != 0 && ShareThreadWithLayers();
+  FreeBootRecord(FrontEnd(), record);
+  if (!open) {
+    CloseLayers();
+  }
+  return open;
+}
+
+bool MakeFactory() {
+  fenn::_factory::IFactory* volatile factory = nullptr;
+  fenn::IPrintModeMappings* volatile mappings = nullptr;
+  volatile bool made = false;
+  PLINTH_FRAME(Configuration) {
+    factory = static_cast<fenn::_factory::IFactory*>(_velora_v2_CreateFactory_Posix_Lib());
+    factory->Init();
+    mappings = factory->CreatePrintModeMappings();
+    mappings->Init();
+    g_pFactory = factory;
+    g_pPrintModeMappings = mappings;
+    made = true;
+  }
+  PLINTH_CATCH {
+    Ctr::PrintLine(kInitLibrary, 240, "Exception");
+    if (mappings != nullptr) {
+      mappings->Destroy();
+    }
+    if (factory != nullptr) {
+      factory->Destroy();
+    }
+  }
+  PLINTH_END
+  return made;
+}
+
+}  // namespace
+
+bool initLibrary(void* pBootRecord) {
+  if (pBootRecord != nullptr) {
+    BootRecord* given = static_cast<BootRecord*>(pBootRecord);
+    if (!Initialize(FrontEnd(), given) || _plinth_v1_Initialize_Posix_Lib(given) == 0) {
+      Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
+      return false;
+    }
+  }
+  BootRecord* record = Boot(FrontEnd());
+  if (record == nullptr || !OpenLayers(record)) {
+    Ctr::PrintLine(kInitLibrary, 186, "Could not initialize Velora library");
+    return false;
+  }
+  return MakeFactory();
+}
+
+void releaseLibrary() {
+  if (g_pPrintModeMappings != nullptr) {
+    g_pPrintModeMappings->Destroy();
+    g_pPrintModeMappings = nullptr;
+  }
+  if (g_pFactory != nullptr) {
+    g_pFactory->Destroy();
+    g_pFactory = nullptr;
+  }
+  CloseLayers();
+}
+
+fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVariant,
+                              ctr_table_type eTableType, ctr_theme_type eThemeType,
+                              ctr_media_type eMediaType, ctr_axis_type eAxisType,
+                              unsigned int nVelcases, RawData* pRawData, CT_PROCESSING* pCT) {
+  if (g_pFactory == nullptr || g_pPrintModeMappings == nullptr) {
+    return nullptr;
+  }
+  fenn::IVeltune* volatile veltune = nullptr;
+  PLINTH_FRAME(Configuration) {
+    constexpr int kRecordType = 3;
+    constexpr auto kEndianness = fenn::ISerializer::ETargetEndianness::Reversed;
+    fenn::ISerializerHelper* helper = Defer(frame, g_pFactory->CreateSerializerHelper());
+    helper->Init();
+    fenn::IArray<fenn::IVelcase>* packs = Defer(frame, g_pFactory->CreateArray_Velcase());
+    packs->Init(kRecordType, static_cast<int>(nVelcases));
+    for (unsigned int i = 0; i < nVelcases; ++i) {
+      const BytePacket* packet = pRawData->getVelcase(i);
+      if (packet == nullptr) {
+        PLINTH_RAISE(CException_General);
+      }
+      fenn::IVelcase* pack = Defer(frame, g_pFactory->CreateVelcase());
+      pack->Init(packet->length, packet->data, helper, kEndianness,
+                 static_cast<fenn::ESupplyFamily::Enum>(eSupplyFamily),
+                 pRawData->getVelcaseExtent(i));
+      packs->Set(static_cast<int>(i), pack);
+    }
+    veltune = g_pFactory->CreateVeltune();
+    veltune->Init(static_cast<fenn::EPlatform::Enum>(ePlatform),
+                  static_cast<fenn::EProductVariant::Enum>(eProductVariant), packs,
+                  g_pPrintModeMappings, eTableType, eThemeType, eMediaType, eAxisType, pRawData,
+                  pCT);
+  }
+  PLINTH_CATCH {
+    Ctr::PrintLine("createVeltune", 376, "Exception");
+    if (veltune != nullptr) {
+      veltune->Destroy();
+      veltune = nullptr;
+    }
+  }
+  PLINTH_END
+  return veltune;
+}

@@ -1,0 +1,47 @@
+// The flat table entries and the library's sign of life.
+#include <stdio.h>
+
+#include "plinth/runtime/api/boot.h"
+#include "velora/frontend/door/ReconstructTable.h"
+
+using plinth::v1::api::Boot;
+using plinth::v1::api::FlatConfiguration;
+using plinth::v1::api::Slots;
+
+int _velora_v2_ReconstructTable_Moth_Posix_Lib(
+    BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+    ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
+    ctr_axis_type eAxisType, unsigned int nVelcases, const ImagingBlob** apVelcases,
+    const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections,
+    unsigned int cbReconstructedTable, unsigned char* abReconstructedTable) {
+  return ReconstructTable(pBootRecord, ePlatform, eSupplyFamily, eProductVariant, eTableType,
+                          eThemeType, eMediaType, eAxisType, nVelcases, apVelcases,
+                          pReferenceTable, pTableCorrections, cbReconstructedTable,
+                          abReconstructedTable);
+}
+
+// One whole life. The boot record stays allocated behind the call; the foundation's block is left
+// open by a call that is refused before it reaches the object world.
+int _velora_v2_ReconstructTable_Moth_Posix_So(
+    int ePlatform, int eSupplyFamily, int eProductVariant, ctr_table_type eTableType,
+    ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
+    unsigned int nVelcases, const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
+    const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,
+    unsigned char* abReconstructedTable) {
+  BootRecord* record = Boot(Slots<FlatConfiguration>());
+  if (record == nullptr || _velora_v2_Initialize_Posix_So(record) == 0) {
+    return 0;
+  }
+  const int result = _velora_v2_ReconstructTable_Moth_Posix_Lib(
+      record, ePlatform, eSupplyFamily, eProductVariant, eTableType, eThemeType, eMediaType,
+      eAxisType, nVelcases, apVelcases, pReferenceTable, pTableCorrections, cbReconstructedTable,
+      abReconstructedTable);
+  _velora_v2_Cleanup_Thread_Posix_So();
+  _velora_v2_Cleanup_Process_Posix_So();
+  return result;
+}
+
+int _velora_HelloWorld(int n) {
+  printf("HelloWorld = %d\n", n);
+  return n;
+}

@@ -1,0 +1,28 @@
+// The object world as the facade uses it: brought up and taken down around each call.
+// Room: velora/frontend/door. The library owns factory and mappings while it is up. Failures are
+// results with a line on standard error.
+#pragma once
+
+#include "velora/fenn/api/IFactory.h"
+
+class RawData;
+struct CT_PROCESSING;
+
+extern velora::v2::fenn::api::_factory::IFactory* g_pFactory;
+extern velora::v2::fenn::api::IPrintModeMappings* g_pPrintModeMappings;
+
+// Fills the front end's block, from the given boot or by a boot of its own, and makes factory and
+// mappings.
+bool initLibrary(void* pBootRecord);
+
+// Releases all of that. Harmless when the library is down.
+void releaseLibrary();
+
+// Reads the packs and makes the object of one request, with a reference for the caller; null, with
+// a line, on any failure.
+velora::v2::fenn::api::IVeltune* createVeltune(int ePlatform, int eSupplyFamily,
+                                               int eProductVariant, ctr_table_type eTableType,
+                                               ctr_theme_type eThemeType,
+                                               ctr_media_type eMediaType, ctr_axis_type eAxisType,
+                                               unsigned int nVelcases, RawData* pRawData,
+                                               CT_PROCESSING* pCT);
