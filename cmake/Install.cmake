@@ -22,8 +22,9 @@ install(FILES ${PROJECT_BINARY_DIR}/velora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR
 
 # The caller's header, the exported classes, and what the ink door's interfaces stand on.
 install(DIRECTORY include/velora DESTINATION ${headers} FILES_MATCHING PATTERN "*.h")
-foreach(folder velora/frontend/toolkit velora/frontend/door plinth/runtime plinth/core velora/common
-               velora/wisp/api)
+install(FILES velora/frontend/door/ReconstructTable.h velora/frontend/door/Velora.h
+        DESTINATION ${headers}/velora/frontend/door)
+foreach(folder velora/frontend/toolkit plinth/runtime plinth/core velora/common velora/wisp/api)
   if(IS_DIRECTORY ${PROJECT_SOURCE_DIR}/${folder})
     install(DIRECTORY ${folder}/ DESTINATION ${headers}/${folder} FILES_MATCHING PATTERN "*.h")
   endif()

@@ -10,7 +10,7 @@ file(GLOB examples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*.c
 foreach(source IN LISTS examples)
   get_filename_component(name ${source} NAME_WE)
   add_executable(example_${name} ${source})
-  target_link_libraries(example_${name} PRIVATE velora velora_settings)
+  target_link_libraries(example_${name} PRIVATE velora velora_settings velora_outside)
   set_target_properties(example_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
                                                                     ${PROJECT_BINARY_DIR}/examples)
 endforeach()

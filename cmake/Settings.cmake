@@ -45,3 +45,10 @@ if(VELORA_SANITIZE)
 else()
   target_compile_options(velora_settings INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
+
+# For a program that uses the ink door's interfaces through the shared library: the check of a call's
+# dynamic type needs type information that the library keeps to itself.
+add_library(velora_outside INTERFACE)
+if(VELORA_SANITIZE)
+  target_compile_options(velora_outside INTERFACE -fno-sanitize=vptr)
+endif()

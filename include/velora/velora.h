@@ -194,6 +194,30 @@ VELORA_API int _velora_HelloWorld(int n);
  * Cleanup_Process Closes the layer and drops its objects; harmless on a closed layer. The
  *                 _Posix_So forms of velora_v1 and velora_v2 leave plinth_v1 open. */
 
+/* What a caller of a layer needs beside it, all on the shared state of the flat functions.
+ *
+ * Boot            Makes the process-wide objects if there are none, and makes the calling thread
+ *                 known to them. Returns a new record of them to initialize layers from, or null
+ *                 when memory runs out or 5 threads of the same table slot are known already. A
+ *                 further thread that calls into a layer boots too; it needs no Initialize.
+ * FreeBootRecord  Frees the record, ahead of Cleanup_Process; the objects live on. Null is ignored.
+ * Try             Runs pBody(pContext) such that an operation of a layer's objects can fail in it.
+ *                 Returns 0, or what went wrong: 1 a condition that does not hold or damaged data,
+ * 2 not implemented, 3 a forbidden Init, 1000 to 1002 a file's open, read, write, 2000 no memory,
+ * 2001 a buffer too small, 3000 a bad argument (pBody null), 4000 an object that is not
+ * initialized; -1 for a thread that is not known, and pBody was not run.
+ *
+ * An operation that fails leaves pBody by longjmp: no object with a destructor may live in pBody or
+ * below it across such a call, and no C++ exception may leave pBody. Operations that can fail are
+ * called nowhere but in a Try; Destroy and AddRef cannot. A Try may stand inside another.
+ *
+ * A table call of velora_v2 in its _Posix_So form cleans the shared state up when it ends, the
+ * calling thread's entry included: it belongs ahead of Boot or behind the last Cleanup_Process. */
+
+VELORA_API BootRecord* _plinth_v1_Boot_Posix_So(void);
+VELORA_API void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* pBootRecord);
+VELORA_API int _plinth_v1_Try_Posix_So(void (*pBody)(void* pContext), void* pContext);
+
 VELORA_API int _plinth_v1_Initialize_Posix_Lib(BootRecord* pBootRecord);
 VELORA_API void* _plinth_v1_CreateFactory_Posix_Lib(void);
 VELORA_API void _plinth_v1_Cleanup_Thread_Posix_Lib(void);

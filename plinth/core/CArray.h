@@ -52,6 +52,8 @@ class CArrayBody : public CSerializeable, public virtual api::IArray<T> {
   void InitBlock(int type, int newCount, Element* block, bool isOwned);
 
   static Element* NewBlock(int count);
+  template <class Array>
+  static Array* NewArray(int type, int newCount);
 
   int count;
   Element* elements;
@@ -76,6 +78,10 @@ class CArray<Configuration, T, T, true> : public CArrayBody<Configuration, T> {
 
   using Body::Init;
   void Init(int newCount) override { Body::InitBlank(Body::kType, newCount); }
+  // A new live array, as `Init(newCount)` leaves it, without a frame. The caller owns it.
+  static CArray* New(int newCount) {
+    return Body::template NewArray<CArray>(Body::kType, newCount);
+  }
   void Init(int newCount, T* block, bool isOwned) override {
     Body::InitBlock(Body::kType, newCount, block, isOwned);
   }
@@ -91,7 +97,9 @@ class CArray<Configuration, T, CT, false> : public CArrayBody<Configuration, T> 
 
   using Body::Init;
   // A new live array, as `Init(type, newCount)` leaves it, without a frame. The caller owns it.
-  static CArray* New(int type, int newCount);
+  static CArray* New(int type, int newCount) {
+    return Body::template NewArray<CArray>(type, newCount);
+  }
   void Init(int type, int newCount) override { Body::InitBlank(type, newCount); }
   void Init(int type, int newCount, T** block, bool isOwned) override {
     Body::InitBlock(type, newCount, block, isOwned);

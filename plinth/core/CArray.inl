@@ -67,103 +67,83 @@ void CArrayBody<Configuration, T>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// The Init forms need no frame: they make the object valid last, and what it holds by then is its
+// own.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::InitBlank(int type, int newCount) {
-  PLINTH_FRAME(Configuration) {
-    if (newCount < 0) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CObject::Init();
-    serializeableType = type;
-    if (newCount > 0) {
-      elements = NewBlock(newCount);
-      count = newCount;
-      owned = true;
-    }
-  }
-  PLINTH_CATCH {
+  if (newCount < 0) {
     Delete();
-    PLINTH_RETHROW;
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
+  BeginInit();
+  if (newCount > 0) {
+    elements = NewBlock(newCount);
+    count = newCount;
+    owned = true;
+  }
+  serializeableType = type;
+  valid = true;
 }
 
+// A refused block stays the caller's, and what the array held before is dropped with it.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::InitBlock(int type, int newCount, Element* block, bool isOwned) {
-  PLINTH_FRAME(Configuration) {
-    if (newCount < 1 || block == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
+  bool sound = newCount >= 1 && block != nullptr;
+  if constexpr (!kScalar) {
+    for (int i = 0; sound && i < newCount; ++i) {
+      sound = block[i] != nullptr;
     }
-    if constexpr (!kScalar) {
-      for (int i = 0; i < newCount; ++i) {
-        if (block[i] == nullptr) {
-          PLINTH_RAISE(CException_Parameter_Invalid);
-        }
-      }
-    }
-    CObject::Init();
-    serializeableType = type;
-    count = newCount;
-    elements = block;
-    owned = isOwned;
   }
-  PLINTH_CATCH {
+  if (!sound) {
     owned = false;
     Delete();
-    PLINTH_RETHROW;
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
+  BeginInit();
+  serializeableType = type;
+  count = newCount;
+  elements = block;
+  owned = isOwned;
+  valid = true;
 }
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(Interface* other) {
-  PLINTH_FRAME(Configuration) {
-    if (other == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    other->CheckThis();
-    CObject::Init();
-    serializeableType = other->GetSerializeableType();
-    const int newCount = other->GetCount();
-    if (newCount > 0) {
-      elements = NewBlock(newCount);
-      count = newCount;
-      owned = true;
-      CopyElements(elements, other->GetElements(), newCount);
-    }
+  BeginInit();
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
+  other->CheckThis();
+  const int newCount = other->GetCount();
+  if (newCount > 0) {
+    elements = NewBlock(newCount);
+    count = newCount;
+    owned = true;
+    CopyElements(elements, other->GetElements(), newCount);
   }
-  PLINTH_END
+  serializeableType = other->GetSerializeableType();
+  valid = true;
 }
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(int type, api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CObject::Init();
-    serializeableType = type;
-    const int stored = serializer->Deserialize_uint28();
-    if (stored < 0) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    if (stored > 0) {
-      CheckStoredCount(serializer, stored);
-      elements = NewBlock(stored);
-      count = stored;
-      owned = true;
-      ReadElements(serializer, context);
-    }
+  BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
+  const int stored = serializer->Deserialize_uint28();
+  if (stored < 0) {
+    PLINTH_RAISE(CException_This_Invalid);
   }
-  PLINTH_END
+  if (stored > 0) {
+    CheckStoredCount(serializer, stored);
+    elements = NewBlock(stored);
+    count = stored;
+    owned = true;
+    ReadElements(serializer, context);
+  }
+  serializeableType = type;
+  valid = true;
 }
 
 // A count that no image of this size can hold ends before the allocation in what the reading of
@@ -439,21 +419,23 @@ void CArrayBody<Configuration, T>::Delete() {
   CSerializeable::Delete();
 }
 
-template <class Configuration, class T, class CT>
-auto CArray<Configuration, T, CT, false>::New(int type, int newCount) -> CArray* {
+template <class Configuration, class T>
+template <class Array>
+Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
   api::CPlatform* platform = api::Slots<Configuration>().platform;
-  T** block = newCount > 0 ? Body::NewBlock(newCount) : nullptr;
-  auto* array = new (platform, false, false) CArray;
-  if (array == nullptr) {
-    Body::Delete_Elements(newCount, block);
+  Element* block = newCount > 0 ? NewBlock(newCount) : nullptr;
+  auto* made = new (platform, false, false) Array;
+  if (made == nullptr) {
+    Delete_Elements(newCount, block);
     PLINTH_RAISE(CException_Memory_AllocationFailed);
   }
+  CArrayBody* array = made;
   array->valid = true;
   array->serializeableType = type;
   array->count = newCount;
   array->elements = block;
   array->owned = block != nullptr;
-  return array;
+  return made;
 }
 
 template <class Configuration, class T>

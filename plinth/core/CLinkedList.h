@@ -1,5 +1,6 @@
 // The working form of every list of components, operators and serializer records.
-// Room: plinth/core. Owns its elements and one reference on each value. Raises as ILinkedList tells.
+// Room: plinth/core. Owns its elements and one reference on each value. Raises as ILinkedList
+// tells.
 #pragma once
 
 #include "plinth/core/CSerializeable.h"
@@ -46,6 +47,7 @@ class CLinkedList : public CSerializeable, public virtual api::ILinkedList<T> {
   void DeleteElements();
   // Links a new element that holds `value` between two neighbours, either of which may be null.
   void Link(Element* previous, Element* next, T* value);
+  void LinkAll(api::IArray<T>* array);
 
   Element* head;
   Element* tail;

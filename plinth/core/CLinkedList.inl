@@ -50,6 +50,8 @@ void CLinkedList<Configuration, T, CT>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// The Init forms need no frame: they make the object valid last, and what it holds by then is its
+// own.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(int type) {
   CObject::Init();
@@ -57,71 +59,60 @@ void CLinkedList<Configuration, T, CT>::Init(int type) {
 }
 
 template <class Configuration, class T, class CT>
+void CLinkedList<Configuration, T, CT>::LinkAll(api::IArray<T>* array) {
+  const int arrayCount = array->GetCount();
+  for (int i = 0; i < arrayCount; ++i) {
+    Link(tail, nullptr, array->Get(i));
+  }
+}
+
+template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(api::IArray<T>* array) {
-  PLINTH_FRAME(Configuration) {
-    if (array == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    array->CheckThis();
-    Init(array->GetSerializeableType());
-    const int arrayCount = array->GetCount();
-    for (int i = 0; i < arrayCount; ++i) {
-      Link(tail, nullptr, array->Get(i));
-    }
+  BeginInit();
+  if (array == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  array->CheckThis();
+  LinkAll(array);
+  serializeableType = array->GetSerializeableType();
+  valid = true;
 }
 
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(Interface* other) {
-  PLINTH_FRAME(Configuration) {
-    if (other == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    other->CheckThis();
-    Init(other->GetSerializeableType());
-    for (const Element* element = other->GetHead(); element != nullptr; element = element->next) {
-      Link(tail, nullptr, element->GetValue());
-    }
+  BeginInit();
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
+  other->CheckThis();
+  for (const Element* element = other->GetHead(); element != nullptr; element = element->next) {
+    Link(tail, nullptr, element->GetValue());
   }
-  PLINTH_END
+  serializeableType = other->GetSerializeableType();
+  valid = true;
 }
 
+// The array that was read is the serializer's as well, and outlives this reference to it.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(int type, api::ISerializer* serializer,
                                              void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
+  BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+    api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
+    auto* array = dynamic_cast<api::IArray<T>*>(read);
+    read->Destroy();
+    if (array == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    Init(type);
-    if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
-      api::ISerializeable* read = Defer(frame, serializer->Deserialize_Serializeable(context));
-      auto* array = dynamic_cast<api::IArray<T>*>(read);
-      if (array == nullptr) {
-        PLINTH_RAISE(CException_Parameter_Invalid);
-      }
-      const int arrayCount = array->GetCount();
-      for (int i = 0; i < arrayCount; ++i) {
-        Link(tail, nullptr, array->Get(i));
-      }
-    } else {
-      PLINTH_RAISE(CException_NotImplemented);
-    }
+    LinkAll(array);
+  } else {
+    PLINTH_RAISE(CException_NotImplemented);
   }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  serializeableType = type;
+  valid = true;
 }
 
 template <class Configuration, class T, class CT>

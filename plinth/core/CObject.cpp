@@ -23,11 +23,15 @@ CObject::CObject() : valid(false), refCount(1) {}
 CObject::~CObject() = default;
 
 void CObject::Init() {
+  BeginInit();
+  valid = true;
+}
+
+void CObject::BeginInit() {
   if (refCount > 1) {
     PLINTH_RAISE(CException_General);
   }
   Delete();
-  valid = true;
 }
 
 void CObject::Destroy() { RemoveRef(); }

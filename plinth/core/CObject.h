@@ -30,6 +30,10 @@ class CObject : public virtual api::IObject {
   virtual void RemoveRef();
 
  protected:
+  // What `Init` does, up to `valid`: for an Init that needs no frame, because it makes the object
+  // valid last. What it has taken by then is the object's, and ends with it or with its next Init.
+  void BeginInit();
+
   bool valid;
   int refCount;
 };

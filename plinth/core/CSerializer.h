@@ -1,7 +1,8 @@
 // The serializer: a state machine over three forms of one content.
 // Room: plinth/core. Working collects what objects write; Deduplicated has equal nested entries
-// merged and can be read; Serialized is the flat image. Owns its helper reference, its state objects
-// and, through them, the image. Raises as ISerializer tells; a failed transition leaves the state.
+// merged and can be read; Serialized is the flat image. Owns its helper reference, its state
+// objects and, through them, the image. Raises as ISerializer tells; a failed transition leaves the
+// state.
 //
 // Every object that writes itself becomes one Entry: its values as bytes, and references to the
 // entries of its nested objects. All entries of a type stand in one Dictionary. The image is the
@@ -115,7 +116,7 @@ class CSerializer : public CObject, public virtual api::ISerializer {
 // byte but the last.
 template <class Configuration>
 struct CSerializer<Configuration>::VLQ {
-  int length;              // bytes in use, 1 to 4
+  int length;  // bytes in use, 1 to 4
   unsigned char bytes[4];
   unsigned int value;
 

@@ -8,6 +8,7 @@
 #include "plinth/core/CSerializer.h"
 #include "plinth/core/serializer/Dictionary.inl"
 #include "plinth/core/serializer/Entry.inl"
+#include "plinth/core/serializer/EntryForms.inl"
 #include "plinth/core/serializer/states.inl"
 
 namespace plinth::v1::core {
@@ -204,9 +205,9 @@ void CSerializer<Configuration>::DropReferences(IArray_Entry* entries) {
   }
 }
 
-// Entries hold each other, in both directions while they are written, and in whatever rings an image
-// has. Each state that stands knows all its entries, so they let go of each other here, at the end,
-// and one by one: neither a failed transition nor a long chain of references does harm.
+// Entries hold each other, in both directions while they are written, and in whatever rings an
+// image has. Each state that stands knows all its entries, so they let go of each other here, at
+// the end, and one by one: neither a failed transition nor a long chain of references does harm.
 template <class Configuration>
 void CSerializer<Configuration>::Delete_States() {
   if (working && working->allEntries) {

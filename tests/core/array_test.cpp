@@ -167,9 +167,12 @@ TEST_F(ArrayTest, OrderIsByLengthFirst) {
     std::initializer_list<int> left, right;
     bool equal, less, greater;
   } rows[] = {
-      {{1, 2}, {1, 2, 0}, false, true, false}, {{9}, {1, 2}, false, true, false},
-      {{1, 2}, {1, 2}, true, false, false},    {{1, 2}, {1, 3}, false, true, false},
-      {{-1, 5}, {1, 2}, false, true, false},   {{2, 1}, {1, 9}, false, false, true},
+      {{1, 2}, {1, 2, 0}, false, true, false},
+      {{9}, {1, 2}, false, true, false},
+      {{1, 2}, {1, 2}, true, false, false},
+      {{1, 2}, {1, 3}, false, true, false},
+      {{-1, 5}, {1, 2}, false, true, false},
+      {{2, 1}, {1, 9}, false, false, true},
       {{}, {}, true, false, false},
   };
   for (const auto& row : rows) {
@@ -183,7 +186,7 @@ TEST_F(ArrayTest, OrderIsByLengthFirst) {
   const struct {
     const char *left, *right;
     bool equal, less;
-  } objects[] = {{"a", "ab", false, true}, {"b-", "-a", false, true}, {"-a", "b-", false, false},
+  } objects[] = {{"a", "ab", false, true},  {"b-", "-a", false, true}, {"-a", "b-", false, false},
                  {"--", "--", true, false}, {"-a", "-b", false, true}, {"ab", "ab", true, false},
                  {"b", "a", false, false}};
   for (const auto& row : objects) {
@@ -200,8 +203,8 @@ TEST_F(ArrayTest, SortMovesGapsBackAndADeduplicatingOneRaisesForThem) {
     int code;
     const char* after;
   } rows[] = {
-      {"-ba", false, 0, "ab-"}, {"dacb", true, 0, "abcd"},   {"bab", false, 0, "abb"},
-      {"", true, 0, ""},        {"bab", true, 1, "ab-"},     {"ab-", true, 1, "ab-"},
+      {"-ba", false, 0, "ab-"}, {"dacb", true, 0, "abcd"},     {"bab", false, 0, "abb"},
+      {"", true, 0, ""},        {"bab", true, 1, "ab-"},       {"ab-", true, 1, "ab-"},
       {"--", false, 0, "--"},   {"cacbac", true, 1, "abc---"},
   };
   for (const auto& row : rows) {
@@ -224,15 +227,15 @@ TEST_F(ArrayTest, NothingIsLostWhenMemoryRunsOut) {
   Held<IArray<INode>> array = Nodes("cab"), other = Nodes("de");
   ForEachFailingAllocation([&] {
     return CodeOf([&] {
-      PLINTH_FRAME(Configuration) {
-        IArray<INode>* copy = Defer<IArray<INode>>(frame, Make<NodeArray>());
-        copy->Init(array.get());
-        copy->Append(other.get());
-        copy->Sort(true);
-        copy->Truncate(4);
-      }
-      PLINTH_END
-    }) == 0;
+             PLINTH_FRAME(Configuration) {
+               IArray<INode>* copy = Defer<IArray<INode>>(frame, Make<NodeArray>());
+               copy->Init(array.get());
+               copy->Append(other.get());
+               copy->Sort(true);
+               copy->Truncate(4);
+             }
+             PLINTH_END
+           }) == 0;
   });
   EXPECT_EQ(Content(array.get()) + Content(other.get()), "cabde");
 }

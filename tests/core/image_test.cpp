@@ -77,7 +77,7 @@ TEST_F(ImageTest, Refused) {
       {"an array in itself", "04 01 01 01 00 80 00", 4, 1},
       {"more bytes than the entry has", "01 03 03 01 02 00 80 00 20 01 05 00 80 00", 1, 4000},
       {"more integers, from the start", "02 03 03 01 02 00 80 00", 2, 0},
-      // More than the image has, refused before the block is asked for.
+      // More than the image has.
       {"256 MB of bytes", "01 04 FF FF FF 7F 00 80 00", 1, 4000},
       {"256 M integers", "02 05 FF FF FF 7F 01 00 80 00", 2, 4000},
       {"256 M nodes", "04 04 FF FF FF 7F 01 01 80 00 20 01 05 00 80 00", 4, 1},
@@ -86,9 +86,28 @@ TEST_F(ImageTest, Refused) {
     EXPECT_EQ(ReadCode(row.image, {row.type}), row.code) << row.name;
   }
   Held<ISerializer> serializer(Make<Serializer>());
-  EXPECT_EQ(CodeOf([&] {
-    serializer->Init(helper.get(), Endianness::Reversed, 6, nullptr, true);
-  }), 3000);
+  EXPECT_EQ(CodeOf([&] { serializer->Init(helper.get(), Endianness::Reversed, 6, nullptr, true); }),
+            3000);
+}
+
+// The refusal comes before the block is asked for: as many allocations as when there is no count.
+TEST_F(ImageTest, CountsAboveTheImageAllocateNothing) {
+  const auto allocations = [&](const std::string& image, int type) {
+    heap.failAt = 1000;
+    EXPECT_NE(ReadCode(image, {type}), 0);
+    return 1000 - heap.failAt.exchange(0);
+  };
+  const struct {
+    int type;
+    const char *above, *none;
+  } rows[] = {
+      {1, "01 01 02 00 80 00", "01 00 00 80 00"},
+      {2, "02 01 02 00 80 00", "02 00 00 80 00"},
+      {4, "04 01 02 01 01 80 00 20 01 05 00 80 00", "04 00 01 01 80 00 20 01 05 00 80 00"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(allocations(row.above, row.type), allocations(row.none, row.type)) << row.type;
+  }
 }
 
 // The bytes stay the caller's when they are refused, and end with the serializer when not.
@@ -99,9 +118,8 @@ TEST_F(ImageTest, OwnershipOfTheBytes) {
     auto* bytes = new (platform, false, true) unsigned char[image.size()];
     memcpy(bytes, image.data(), image.size());
     Held<ISerializer> serializer(Make<Serializer>());
-    const int code = CodeOf([&] {
-      serializer->Init(helper.get(), Endianness::Reversed, 6, bytes, true);
-    });
+    const int code =
+        CodeOf([&] { serializer->Init(helper.get(), Endianness::Reversed, 6, bytes, true); });
     if (code == 0) {
       EXPECT_EQ(serializer->Serialize(), bytes);
       EXPECT_EQ(serializer->GetSerializedSize(), 6);
@@ -174,8 +192,9 @@ TEST_F(ImageTest, EveryCutAndEveryChangedByte) {
     const Image sound = Hex(sample.image);
     ASSERT_EQ(ReadCode(sound, sample.types), 0);
     for (size_t place = 0; place < sound.size(); ++place) {
-      EXPECT_NE(ReadCode(Image(sound.begin(), sound.begin() + static_cast<long>(place)),
-                         sample.types), 0) << place;
+      EXPECT_NE(
+          ReadCode(Image(sound.begin(), sound.begin() + static_cast<long>(place)), sample.types), 0)
+          << place;
       for (int value = 0; value < 256; ++value) {
         Image damaged = sound;
         damaged[place] = static_cast<unsigned char>(value);

@@ -77,6 +77,12 @@ TEST_F(ListTest, ReferencesFollowTheElements) {
   EXPECT_EQ(detached->value, node.get());
   platform::PlacementDelete(Slots<Configuration>().platform, detached);
 
+  // The only reference may be stored over itself.
+  list->Add(nullptr, Leaf(32, 1).get());
+  list->GetHead()->SetValue(list->GetHead()->value);
+  EXPECT_EQ(Content(list.get()), "b");
+  list->Remove(list->GetTail());
+
   list->Add(nullptr, node.get());
   Held<ILinkedList<INode>> copy(Make<NodeList>());
   copy->Init(list.get());
@@ -99,8 +105,7 @@ TEST_F(ListTest, ReferencesFollowTheElements) {
 TEST_F(ListTest, RefusedArguments) {
   Held<INode> node = Leaf(32, 0);
   list->Add(nullptr, node.get());
-  Held<ILinkedList<INode>> blank(Make<NodeList>()), empty = ListOf(""),
-                           other = ListOf("", 5);
+  Held<ILinkedList<INode>> blank(Make<NodeList>()), empty = ListOf(""), other = ListOf("", 5);
   Held<IArray<INode>> gap(Make<NodeArray>());
   gap->Init(4, 1);
   Held<ISerializer> writer = Writer();
@@ -146,7 +151,7 @@ TEST_F(ListTest, OrderIsByLengthFirst) {
   const struct {
     const char *left, *right;
     bool equal, less;
-  } rows[] = {{"z", "aa", false, true}, {"aa", "z", false, false}, {"ab", "ac", false, true},
+  } rows[] = {{"z", "aa", false, true},   {"aa", "z", false, false}, {"ab", "ac", false, true},
               {"ac", "ab", false, false}, {"ab", "ab", true, false}, {"", "", true, false}};
   for (const auto& row : rows) {
     Held<ILinkedList<INode>> left = ListOf(row.left), right = ListOf(row.right);
@@ -163,8 +168,8 @@ TEST_F(ListTest, ImageIsThatOfAnArrayAndReadsBack) {
   for (int i = 0; i < 3; ++i) {
     array->Set(i, At(written.get(), i)->value);
   }
-  for (ISerializeable* object : {static_cast<ISerializeable*>(written.get()),
-                                 static_cast<ISerializeable*>(array.get())}) {
+  for (ISerializeable* object :
+       {static_cast<ISerializeable*>(written.get()), static_cast<ISerializeable*>(array.get())}) {
     Held<ISerializer> writer = Writer();
     object->Serialize(writer.get(), nullptr);
     EXPECT_EQ(ImageOf(writer.get()), "04 01 03 03 01 02 01 80 00 20 01 01 00 01 00 00 80 00");
@@ -187,17 +192,17 @@ TEST_F(ListTest, NothingIsLostWhenMemoryRunsOut) {
   Held<ILinkedList<INode>> other = ListOf("abc");
   ForEachFailingAllocation([&] {
     return CodeOf([&] {
-      PLINTH_FRAME(Configuration) {
-        ILinkedList<INode>* copy = Defer<ILinkedList<INode>>(frame, Make<NodeList>());
-        copy->Init(other.get());
-        copy->Append(other.get());
-        Defer(frame, copy->PopBack());
-        ISerializer* serializer = Defer<ISerializer>(frame, Make<Serializer>());
-        serializer->Init(helper.get(), Endianness::Reversed);
-        copy->Serialize(serializer, nullptr);
-      }
-      PLINTH_END
-    }) == 0;
+             PLINTH_FRAME(Configuration) {
+               ILinkedList<INode>* copy = Defer<ILinkedList<INode>>(frame, Make<NodeList>());
+               copy->Init(other.get());
+               copy->Append(other.get());
+               Defer(frame, copy->PopBack());
+               ISerializer* serializer = Defer<ISerializer>(frame, Make<Serializer>());
+               serializer->Init(helper.get(), Endianness::Reversed);
+               copy->Serialize(serializer, nullptr);
+             }
+             PLINTH_END
+           }) == 0;
   });
   EXPECT_EQ(Content(other.get()), "abc");
 }

@@ -5,6 +5,17 @@
 
 #include <algorithm>
 
+#include "plinth/core/CArray.inl"
+#include "plinth/core/CLinkedList.inl"
+
+namespace plinth::v1::core {
+
+template class CArrayBody<api::Configuration, velora_test::INode>;
+template class CArray<api::Configuration, velora_test::INode>;
+template class CLinkedList<api::Configuration, velora_test::INode>;
+
+}  // namespace plinth::v1::core
+
 namespace velora_test {
 
 Image Hex(const std::string& text) {

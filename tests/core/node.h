@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "plinth/core/CSerializer.inl"
+#include "plinth/core/CSerializer.h"
 #include "tests/support/runtime_fixture.h"
 
 namespace velora_test {
@@ -59,8 +59,7 @@ class CNode : public CSerializeable, public virtual INode {
         children.Take(Make<NodeArray>());
         children->Init(4, value);
         for (int i = 0; i < value; ++i) {
-          ISerializeable* read =
-              Defer(frame, serializer->Deserialize_Serializeable(newContext));
+          ISerializeable* read = Defer(frame, serializer->Deserialize_Serializeable(newContext));
           children->Set(i, dynamic_cast<INode*>(read));
         }
       }
@@ -179,8 +178,7 @@ class CoreTest : public RuntimeTest<> {
   CoreTest();
   Held<ISerializer> Writer(Endianness::Enum endianness = Endianness::Reversed);
   // On an exact copy of the image, which it owns.
-  Held<ISerializer> Reader(const Image& image,
-                           Endianness::Enum endianness = Endianness::Reversed);
+  Held<ISerializer> Reader(const Image& image, Endianness::Enum endianness = Endianness::Reversed);
   // The image of what has been written.
   static std::string ImageOf(ISerializer* writer);
   // Opens an image and reads a root of each type; what that raised, or 0. Leaves nothing behind.

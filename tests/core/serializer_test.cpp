@@ -124,8 +124,8 @@ TEST_F(SerializerTest, ReadingFollowsTheReferencesWhereverTheyPoint) {
 
 // Type 20 reads nothing, so the test asks in its place.
 TEST_F(SerializerTest, AnObjectReadsItsValuesThenItsNestedObjects) {
-  Held<ISerializer> reader = Reader(
-      Hex("14 01 09 02 01 02 80 00 70 01 01 01 03 80 00 20 01 05 00 01 06 00 80 00"));
+  Held<ISerializer> reader =
+      Reader(Hex("14 01 09 02 01 02 80 00 70 01 01 01 03 80 00 20 01 05 00 01 06 00 80 00"));
   const auto next = [&](int type) {
     return CodeOf([&] {
       (type == 0 ? reader->Deserialize_Serializeable(nullptr)
@@ -138,13 +138,13 @@ TEST_F(SerializerTest, AnObjectReadsItsValuesThenItsNestedObjects) {
   EXPECT_EQ(next(20), 0);
   EXPECT_EQ(next(0), 4000);  // its value is unread
   EXPECT_EQ(reader->Deserialize_uint8(), 9);
-  EXPECT_EQ(next(112), 0);     // reads its own nested leaf, 6
-  EXPECT_EQ(next(33), 3000);   // the root's second nested object has type 32
-  EXPECT_EQ(next(0), 1);       // and was its last
-  EXPECT_EQ(next(112), 0);     // counting on: roots are entries too
+  EXPECT_EQ(next(112), 0);    // reads its own nested leaf, 6
+  EXPECT_EQ(next(33), 3000);  // the root's second nested object has type 32
+  EXPECT_EQ(next(0), 1);      // and was its last
+  EXPECT_EQ(next(112), 0);    // counting on: roots are entries too
   EXPECT_EQ(next(32), 0);
   EXPECT_EQ(next(32), 0);
-  EXPECT_EQ(next(32), 4000);   // behind the last entry
+  EXPECT_EQ(next(32), 4000);  // behind the last entry
 }
 
 TEST_F(SerializerTest, StartAndEndMustMatch) {
@@ -183,16 +183,16 @@ TEST_F(SerializerTest, States) {
     Step second;
     int code;
   } rows[] = {
-      {false, none, To<0>, 3000}, {false, none, To<1>, 0},    {false, none, To<4>, 1},
-      {false, none, To<5>, 3000}, {false, none, To<2>, 0},    {false, none, To<3>, 0},
-      {false, take, take, 0},   {false, take, start, 2},  {false, take, end, 2},
-      {false, take, write, 2},  {false, take, read, 4000}, {false, take, readMore, 4000},
-      {false, take, To<1>, 2},    {false, take, To<4>, 1},    {false, read, start, 2},
-      {false, read, end, 2},    {false, read, write, 2},  {false, read, take, 0},
-      {false, read, To<1>, 2},    {false, read, To<4>, 1},    {false, read, readMore, 0},
-      {true, none, take, 0},    {true, none, start, 2},   {true, none, write, 2},
-      {true, none, To<1>, 2},     {true, none, read, 0},    {true, read, take, 4000},
-      {true, read, start, 2},   {true, read, readMore, 0}, {true, take, read, 0},
+      {false, none, To<0>, 3000}, {false, none, To<1>, 0},     {false, none, To<4>, 1},
+      {false, none, To<5>, 3000}, {false, none, To<2>, 0},     {false, none, To<3>, 0},
+      {false, take, take, 0},     {false, take, start, 2},     {false, take, end, 2},
+      {false, take, write, 2},    {false, take, read, 4000},   {false, take, readMore, 4000},
+      {false, take, To<1>, 2},    {false, take, To<4>, 1},     {false, read, start, 2},
+      {false, read, end, 2},      {false, read, write, 2},     {false, read, take, 0},
+      {false, read, To<1>, 2},    {false, read, To<4>, 1},     {false, read, readMore, 0},
+      {true, none, take, 0},      {true, none, start, 2},      {true, none, write, 2},
+      {true, none, To<1>, 2},     {true, none, read, 0},       {true, read, take, 4000},
+      {true, read, start, 2},     {true, read, readMore, 0},   {true, take, read, 0},
       {false, strip, take, 4000}, {false, strip, write, 4000}, {true, strip, read, 4000},
       {true, read, strip, 0},
   };
@@ -209,6 +209,45 @@ TEST_F(SerializerTest, States) {
     EXPECT_EQ(CodeOf([&] { row.second(serializer.get()); }), row.code) << &row - rows;
     EXPECT_EQ(serializer->GetSerializerHelper(), helper.get());
     EXPECT_EQ(serializer->GetTargetEndianness(), Endianness::Reversed);
+  }
+}
+
+// An image that cannot be written, after reading has begun: what was read has moved on.
+TEST_F(SerializerTest, ReadingBehindAFailedTransition) {
+  Held<ISerializer> serializer = Written("112() 112(32=5 32=5 32=5 32=5)");
+  serializer->Deserialize_Serializeable(112, nullptr)->Destroy();
+  EXPECT_EQ(CodeOf([&] { serializer->Serialize(); }), 3000);
+  EXPECT_EQ(CodeOf([&] { serializer->Deserialize_uint28(); }), 4000);
+  EXPECT_EQ(CodeOf([&] { serializer->Deserialize_Serializeable(112, nullptr); }), 4000);
+}
+
+// An equal type is not less; only a higher one goes on to the data.
+TEST_F(SerializerTest, OrderOfEntries) {
+  using Entry = Serializer::Entry;
+  const struct {
+    int type, value, otherType, otherValue;
+    bool less, equal;
+  } rows[] = {{1, 9, 2, 0, true, false},  {1, 0, 1, 9, false, false}, {2, 0, 1, 9, true, false},
+              {2, 9, 1, 0, false, false}, {2, 5, 1, 5, false, false}, {1, 5, 1, 5, false, true}};
+  for (const auto& row : rows) {
+    Held<Serializer::Dictionary> left(Make<Serializer::Dictionary>()),
+        right(Make<Serializer::Dictionary>());
+    left->Init(row.type);
+    right->Init(row.otherType);
+    Held<Entry> a(Make<Entry>()), b(Make<Entry>()), blank(Make<Entry>());
+    a->Init(left.get(), false);
+    a->working->Serialize_uint8(static_cast<unsigned char>(row.value));
+    b->Init(right.get(), false);
+    b->working->Serialize_uint8(static_cast<unsigned char>(row.otherValue));
+    EXPECT_EQ(a->IsLessThan(b.get()), row.less) << &row - rows;
+    EXPECT_EQ(a->IsEqualTo(b.get()), row.equal) << &row - rows;
+    EXPECT_TRUE(a->IsEqualTo(a.get()));
+    EXPECT_EQ(CodeOf([&] { a->IsEqualTo(nullptr); }), 3000);
+    EXPECT_EQ(CodeOf([&] { a->IsLessThan(blank.get()); }), 3000);
+    EXPECT_EQ(CodeOf([&] { blank->IsLessThan(a.get()); }), 4000);
+    EXPECT_EQ(CodeOf([&] { a->AddEntry_ReferencedBy(nullptr); }), 3000);
+    EXPECT_EQ(CodeOf([&] { blank->AddEntry_ReferencedBy(a.get()); }), 4000);
+    EXPECT_EQ(CodeOf([&] { a->Init(nullptr, false); }), 3000);
   }
 }
 
@@ -234,8 +273,8 @@ TEST_F(SerializerTest, WritingWhenMemoryRunsOut) {
       heap.failAt = 0;
       EXPECT_EQ(code, reached ? 2000 : 0) << nth;
       if (open) {
-        for (int result : {CodeOf([&] { write(writer.get()); }),
-                           CodeOf([&] { start(writer.get()); })}) {
+        for (int result :
+             {CodeOf([&] { write(writer.get()); }), CodeOf([&] { start(writer.get()); })}) {
           EXPECT_TRUE(result == 2 || result == 4000 || (reached && result == 0)) << nth;
         }
       } else if (CodeOf([&] { take(writer.get()); }) == 0) {

@@ -20,7 +20,8 @@ class ValueTest : public CoreTest {
     return ImageOf(writer.get());
   }
   // A reader that stands on a root entry with this data, nothing of it read.
-  Held<ISerializer> On(const std::string& data, Endianness::Enum endianness = Endianness::Reversed) {
+  Held<ISerializer> On(const std::string& data,
+                       Endianness::Enum endianness = Endianness::Reversed) {
     Image image = Hex(data);
     const auto length = static_cast<unsigned char>(image.size());
     image.insert(image.begin(), {20, length});
@@ -68,11 +69,17 @@ TEST_F(ValueTest, VlqDecode) {
     unsigned int value;
     int length;
   } rows[] = {
-      {"AC 02 05", 0, 0, 300, 2},    {"AC 02 05", 2, 0, 5, 1},      {"80 00", 0, 0, 0, 2},
-      {"81 80 80 00", 0, 0, 1, 4},   {"FF FF FF FF", 0, 1, 0, 0},   {"FF FF FF FF 00", 0, 1, 0, 0},
-      {"05", 1, 3000, 0, 0},         {"05", -1, 3000, 0, 0},
+      {"AC 02 05", 0, 0, 300, 2},
+      {"AC 02 05", 2, 0, 5, 1},
+      {"80 00", 0, 0, 0, 2},
+      {"81 80 80 00", 0, 0, 1, 4},
+      {"FF FF FF FF", 0, 1, 0, 0},
+      {"FF FF FF FF 00", 0, 1, 0, 0},
+      {"05", 1, 3000, 0, 0},
+      {"05", -1, 3000, 0, 0},
       // Cut off by the buffer's end: what is missing is 0.
-      {"05 85", 1, 0, 5, 2},         {"FF FF FF", 0, 0, 0x1FFFFF, 4},
+      {"05 85", 1, 0, 5, 2},
+      {"FF FF FF", 0, 0, 0x1FFFFF, 4},
   };
   for (const auto& row : rows) {
     const Image image = Hex(row.bytes);
@@ -80,8 +87,10 @@ TEST_F(ValueTest, VlqDecode) {
     memcpy(exact.get(), image.data(), image.size());
     VLQ decoded = {};
     EXPECT_EQ(CodeOf([&] {
-      decoded = VLQ::Decode(static_cast<int>(image.size()), exact.get(), row.offset);
-    }), row.code) << row.bytes;
+                decoded = VLQ::Decode(static_cast<int>(image.size()), exact.get(), row.offset);
+              }),
+              row.code)
+        << row.bytes;
     EXPECT_EQ(decoded.value, row.value) << row.bytes;
     EXPECT_EQ(decoded.length, row.length) << row.bytes;
   }
@@ -149,8 +158,7 @@ TEST_F(ValueTest, RefusedWrites) {
       {"30 bits", 1, [](auto* s, auto*, auto*) { s->Serialize_uint28(0x20000000); }},
       {"above", 3000, [](auto* s, auto*, auto*) { s->Serialize_uint28(0x20000001); }},
       {"no size", 3000, [](auto* s, auto* p, auto*) { s->Serialize_Array_uint8(0, p, 0, 1); }},
-      {"no array", 3000,
-       [](auto* s, auto*, auto*) { s->Serialize_Array_uint8(1, nullptr, 0, 1); }},
+      {"no array", 3000, [](auto* s, auto*, auto*) { s->Serialize_Array_uint8(1, nullptr, 0, 1); }},
       {"offset", 3000, [](auto* s, auto* p, auto*) { s->Serialize_Array_uint8(1, p, -1, 1); }},
       {"count", 3000, [](auto* s, auto* p, auto*) { s->Serialize_Array_uint8(1, p, 0, 0); }},
       {"no size", 3000, [](auto* s, auto*, auto* i) { s->Serialize_Array_uint28(0, i, 0, 1); }},
@@ -160,11 +168,14 @@ TEST_F(ValueTest, RefusedWrites) {
       {"count", 3000, [](auto* s, auto*, auto* i) { s->Serialize_Array_uint28(1, i, 0, 0); }},
       {"element", 3000, [](auto* s, auto*, auto* i) { s->Serialize_Array_uint28(2, i, 1, 1); }},
   };
-  EXPECT_EQ(Written(Endianness::Reversed, [&](ISerializer* writer) {
-    for (const auto& row : rows) {
-      EXPECT_EQ(CodeOf([&] { row.write(writer, &byte, ints); }), row.code) << row.name;
-    }
-  }), "14 00 00 80 00");
+  EXPECT_EQ(Written(Endianness::Reversed,
+                    [&](ISerializer* writer) {
+                      for (const auto& row : rows) {
+                        EXPECT_EQ(CodeOf([&] { row.write(writer, &byte, ints); }), row.code)
+                            << row.name;
+                      }
+                    }),
+            "14 00 00 80 00");
 }
 
 TEST_F(ValueTest, ReadersStartAgainAtTheEndOfTheData) {

@@ -59,7 +59,9 @@ class FrameTest : public RuntimeTest<> {
   }
 
   void Rethrowing() {
-    PLINTH_FRAME(Configuration) { Middle(true); }
+    PLINTH_FRAME(Configuration) {
+      Middle(true);
+    }
     PLINTH_CATCH {
       caught = frame.exception;
       trace += 'R';
@@ -88,7 +90,9 @@ TEST_F(FrameTest, NormalEndPopsItsOwnEnvironmentThenRunsTheTailThenReleases) {
 TEST_F(FrameTest, RaiseRunsEveryTailOnItsWayAndPopsEachEnvironmentOnce) {
   const int before = heap.live;
   volatile int depthInCatch = 0;
-  PLINTH_FRAME(Configuration) { Middle(true); }
+  PLINTH_FRAME(Configuration) {
+    Middle(true);
+  }
   PLINTH_CATCH {
     depthInCatch = Depth();
     EXPECT_EQ(frame.result, CException_General::kCode);
@@ -105,7 +109,9 @@ TEST_F(FrameTest, RaiseRunsEveryTailOnItsWayAndPopsEachEnvironmentOnce) {
 }
 
 TEST_F(FrameTest, RethrowPassesTheSameObjectOn) {
-  PLINTH_FRAME(Configuration) { Rethrowing(); }
+  PLINTH_FRAME(Configuration) {
+    Rethrowing();
+  }
   PLINTH_CATCH {
     EXPECT_EQ(frame.exception, caught);
     EXPECT_EQ(frame.exception->code, CException_General::kCode);
@@ -118,7 +124,9 @@ TEST_F(FrameTest, RethrowPassesTheSameObjectOn) {
 
 TEST_F(FrameTest, FrameInsideACatchKeepsTheExceptionOfTheCatch) {
   EXPECT_EQ(CodeOf([this] {
-              PLINTH_FRAME(Configuration) { PLINTH_RAISE(CException_This_Invalid); }
+              PLINTH_FRAME(Configuration) {
+                PLINTH_RAISE(CException_This_Invalid);
+              }
               PLINTH_CATCH {
                 Inner(false);
                 PLINTH_RETHROW;
@@ -155,7 +163,9 @@ TEST_F(FrameTest, NewExceptionOutOfACatchSkipsTheFrameAround) {
   EXPECT_EQ(CodeOf([&] {
               PLINTH_FRAME(Configuration) {
                 skipped = jumpManager->top->collector;
-                PLINTH_FRAME(Configuration) { PLINTH_RAISE(CException_General); }
+                PLINTH_FRAME(Configuration) {
+                  PLINTH_RAISE(CException_General);
+                }
                 PLINTH_CATCH { PLINTH_RAISE(CException_NotImplemented); }
                 PLINTH_TAIL { trace += 'i'; }
                 PLINTH_END

@@ -56,7 +56,9 @@ class RuntimeTest : public ::testing::Test {
 template <class Callable>
 int CodeOf(const Callable& callable) {
   volatile int code = 0;
-  PLINTH_FRAME(Configuration) { callable(); }
+  PLINTH_FRAME(Configuration) {
+    callable();
+  }
   PLINTH_CATCH { code = frame.exception->code; }
   PLINTH_END
   return code;

@@ -2,8 +2,7 @@
 // Room: velora/common. Constants; nobody owns anything, nothing fails.
 //
 // Code asks this table for a value or a feature, never for the version. Classes that only one
-// pipeline has keep their numbers in the pipeline's own table (velora/fenn/table.h,
-// velora/wisp/table.h).
+// pipeline has keep their numbers in the pipeline's own words (velora/fenn/api, velora/wisp/api).
 #pragma once
 
 #include "velora/common/Configuration.h"
@@ -92,10 +91,10 @@ struct Vocabulary<v1::wisp::api::Configuration> : SharedVocabulary {
   static constexpr Range ESupplyFamily = {0, 7, 0};
 
   static constexpr int kVeloraSchema = 1;
-  static constexpr bool kHasPipeline = false;            // a byte of the header
-  static constexpr bool kChecksChannelFirst = true;      // ahead of the payload
-  static constexpr bool kChecksSoughtChannel = true;     // of FindVelcase
-  static constexpr bool kCopiesLists = true;             // of a pack that is copied
+  static constexpr bool kHasPipeline = false;         // a byte of the header
+  static constexpr bool kChecksChannelFirst = true;   // ahead of the payload
+  static constexpr bool kChecksSoughtChannel = true;  // of FindVelcase
+  static constexpr bool kCopiesLists = true;          // of a pack that is copied
 };
 
 // Version 2: toner.

@@ -8,15 +8,15 @@
 #include "velora/common/Vocabulary.h"
 
 // An enumeration over the layer's range of the same name.
-#define VELORA_ENUMERATION(Name)                                                  \
-  template <class Configuration>                                                  \
-  struct Name {                                                                   \
-    enum Enum : int {};                                                           \
-    static void Check(Enum value) {                                               \
-      if (!::velora::common::Vocabulary<Configuration>::Name.Contains(value)) {   \
-        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid);            \
-      }                                                                           \
-    }                                                                             \
+#define VELORA_ENUMERATION(Name)                                                \
+  template <class Configuration>                                                \
+  struct Name {                                                                 \
+    enum Enum : int {};                                                         \
+    static void Check(Enum value) {                                             \
+      if (!::velora::common::Vocabulary<Configuration>::Name.Contains(value)) { \
+        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid);          \
+      }                                                                         \
+    }                                                                           \
   };
 
 namespace velora::common::api {

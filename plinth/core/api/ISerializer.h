@@ -36,7 +36,8 @@ class ISerializer : public virtual IObject {
                                      int count) = 0;
   virtual void Serialize_Array_uint28(int arraySize, int* array, int offset, int count) = 0;
 
-  // The next nested object of the one being read. It comes with a reference for the caller.
+  // The next nested object of the one being read. It comes with a reference for the caller; the
+  // serializer holds one of its own as long as it can be read.
   virtual ISerializeable* Deserialize_Serializeable(void* context) = 0;
   // The next nested object, or else the next root object, which must have this type.
   virtual ISerializeable* Deserialize_Serializeable(int type, void* context) = 0;

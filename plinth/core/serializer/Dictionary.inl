@@ -128,8 +128,8 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   if (counted == 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  entries = new (api::Slots<Configuration>().platform, true, true)
-      Entry*[static_cast<size_t>(counted)];
+  entries =
+      new (api::Slots<Configuration>().platform, true, true) Entry*[static_cast<size_t>(counted)];
   ownsEntries = true;
   count = counted;
   place = offset + type.length;
@@ -159,8 +159,8 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(int type, int newC
     }
     total += newEntries[i]->serialized->length;
   }
-  bytes = new (api::Slots<Configuration>().platform, true, true)
-      unsigned char[static_cast<size_t>(total)];
+  bytes = new (api::Slots<Configuration>().platform, true,
+               true) unsigned char[static_cast<size_t>(total)];
   ownsBytes = true;
   memcpy(bytes, typePart.bytes, static_cast<size_t>(typePart.length));
   int place = typePart.length;

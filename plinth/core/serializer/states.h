@@ -57,7 +57,7 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   int rootCursor;
   Counted<IList_Entry> readStack;
   typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
-  int depth;    // objects under construction
+  int depth;                                   // objects under construction
   int deepest;  // the level that the innermost one reaches with what it holds so far
   int byteCount;
   int referenceCount;

@@ -75,8 +75,7 @@ void CSerializer<Configuration>::Working::Serialization_End(int type) {
   if (type < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  if (current == nullptr ||
-      current->GetValue()->GetDictionary()->GetSerializeableType() != type ||
+  if (current == nullptr || current->GetValue()->GetDictionary()->GetSerializeableType() != type ||
       dictionaryStack->GetTail() == nullptr ||
       dictionaryStack->GetTail()->GetValue()->GetSerializeableType() != type) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -212,7 +211,7 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Deserialize_Seria
 
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeable(Entry* entry,
-                                                                                  void* context) {
+                                                                                   void* context) {
   if (entry == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -238,7 +237,9 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
     return Construct(entry, context);
   }
   api::ISerializeable* volatile result = nullptr;
-  PLINTH_FRAME(Configuration) { result = Construct(entry, context); }
+  PLINTH_FRAME(Configuration) {
+    result = Construct(entry, context);
+  }
   PLINTH_TAIL {
     Abandon(nullptr);
     depth = 0;
@@ -252,7 +253,7 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
 // are under construction when one fails, so the inner ones need no frame.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* entry,
-                                                                        void* context) {
+                                                                         void* context) {
   auto* form = entry->deduplicated.Get();
   const int type = entry->GetDictionary()->GetSerializeableType();
   form->object = CreateSerializeable(type);
@@ -374,8 +375,8 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes,
     }
     total += dictionary->serialized->length;
   }
-  bytes = new (api::Slots<Configuration>().platform, true, true)
-      unsigned char[static_cast<size_t>(total)];
+  bytes = new (api::Slots<Configuration>().platform, true,
+               true) unsigned char[static_cast<size_t>(total)];
   ownsBytes = true;
   length = total;
   position = 0;

@@ -22,22 +22,22 @@ class CException {
 
 // Class, code, and when it is raised.
 #define PLINTH_EXCEPTIONS(X)                                                                 \
-  X(CException_General, 1)              /* a condition of a method does not hold */          \
-  X(CException_NotImplemented, 2)       /* an operation that a class does not offer */       \
-  X(CException_WrongInitMethod, 3)      /* an Init overload that a class forbids */          \
-  X(CException_File_OpenFailed, 1000)   /* CHandler_File_Posix::Open */                      \
-  X(CException_File_ReadFailed, 1001)   /* CHandler_File_Posix::Read */                      \
-  X(CException_File_WriteFailed, 1002)  /* CHandler_File_Posix::Write */                     \
-  X(CException_Memory_AllocationFailed, 2000)         /* Allocate, when told to raise */     \
+  X(CException_General, 1)                    /* a condition of a method does not hold */    \
+  X(CException_NotImplemented, 2)             /* an operation that a class does not offer */ \
+  X(CException_WrongInitMethod, 3)            /* an Init overload that a class forbids */    \
+  X(CException_File_OpenFailed, 1000)         /* CHandler_File_Posix::Open */                \
+  X(CException_File_ReadFailed, 1001)         /* CHandler_File_Posix::Read */                \
+  X(CException_File_WriteFailed, 1002)        /* CHandler_File_Posix::Write */               \
+  X(CException_Memory_AllocationFailed, 2000) /* Allocate, when told to raise */             \
   X(CException_Memory_OutputBufferInsufficient, 2001) /* a string does not fit its buffer */ \
-  X(CException_Parameter_Invalid, 3000) /* a null or out-of-range argument */                \
-  X(CException_This_Invalid, 4000)      /* a blank object or a broken invariant */
+  X(CException_Parameter_Invalid, 3000)               /* a null or out-of-range argument */  \
+  X(CException_This_Invalid, 4000)                    /* a blank object or a broken invariant */
 
-#define PLINTH_DECLARE_EXCEPTION(Name, Code)     \
-  class Name : public CException {               \
-   public:                                       \
-    static constexpr int kCode = Code;           \
-    Name() : CException(kCode) {}                \
+#define PLINTH_DECLARE_EXCEPTION(Name, Code) \
+  class Name : public CException {           \
+   public:                                   \
+    static constexpr int kCode = Code;       \
+    Name() : CException(kCode) {}            \
   };
 PLINTH_EXCEPTIONS(PLINTH_DECLARE_EXCEPTION)
 #undef PLINTH_DECLARE_EXCEPTION

@@ -50,9 +50,9 @@ struct Frame {
   CGarbageCollector* collector;
   CException* exception;  // the one that the catch took over
   int result;             // of the body's _setjmp
-  bool pushed;     // the environment in use has a node of its own on the stack
+  bool pushed;            // the environment in use has a node of its own on the stack
   bool popNeeded;
-  bool finished;  // the common end was reached
+  bool finished;    // the common end was reached
   bool catching;    // the catch's environment was opened
   bool registered;  // the collector holds the exception
   bool rethrown;
@@ -122,29 +122,28 @@ void FrameClose(volatile Frame& frame, IBootManager* bootManager);
 
 #define PLINTH_RAISE(Exception) ::plinth::v1::api::Raise<Configuration, Exception>()
 
-#define PLINTH_FRAME(Layer)                                                                     \
-  {                                                                                             \
-    volatile ::plinth::v1::api::Frame frame = {};                                               \
-    ::plinth::v1::api::IBootManager* const frameMemory =                                        \
-        ::plinth::v1::api::Slots<Layer>().bootManager;                                          \
-    frame.jumpManager = ::plinth::v1::api::JumpManager<Layer>();                                \
-    if ((frame.result = _setjmp(*::plinth::v1::api::FramePush(frame))) == 0) {                 \
+#define PLINTH_FRAME(Layer)                                                    \
+  {                                                                            \
+    volatile ::plinth::v1::api::Frame frame = {};                              \
+    ::plinth::v1::api::IBootManager* const frameMemory =                       \
+        ::plinth::v1::api::Slots<Layer>().bootManager;                         \
+    frame.jumpManager = ::plinth::v1::api::JumpManager<Layer>();               \
+    if ((frame.result = _setjmp(*::plinth::v1::api::FramePush(frame))) == 0) { \
       ::plinth::v1::api::FrameOpen(frame, frameMemory);
 
-#define PLINTH_CATCH                                                                            \
-      frame.popNeeded = true;                                                                   \
-    } else if (::plinth::v1::api::FrameCatch(frame) &&                                          \
-               _setjmp(*::plinth::v1::api::FramePush(frame)) == 0) {
-
+#define PLINTH_CATCH                               \
+  frame.popNeeded = true;                          \
+  }                                                \
+  else if (::plinth::v1::api::FrameCatch(frame) && \
+           _setjmp(*::plinth::v1::api::FramePush(frame)) == 0) {
 #define PLINTH_RETHROW ::plinth::v1::api::FrameRethrow(frame)
 
-#define PLINTH_TAIL                                                                             \
-      frame.popNeeded = true;                                                                   \
-    }                                                                                           \
-    if (::plinth::v1::api::FrameLand(frame); true) {
-
-#define PLINTH_END                                                                              \
-      frame.popNeeded = true;                                                                   \
-    }                                                                                           \
-    ::plinth::v1::api::FrameClose(frame, frameMemory);                                          \
+#define PLINTH_TAIL       \
+  frame.popNeeded = true; \
+  }                       \
+  if (::plinth::v1::api::FrameLand(frame); true) {
+#define PLINTH_END                                   \
+  frame.popNeeded = true;                            \
+  }                                                  \
+  ::plinth::v1::api::FrameClose(frame, frameMemory); \
   }

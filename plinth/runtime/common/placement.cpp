@@ -1,5 +1,7 @@
 #include "plinth/runtime/api/placement.h"
 
+#include <limits.h>
+
 #include "plinth/runtime/api/CPlatform.h"
 #include "plinth/runtime/api/IBootManager.h"
 #include "plinth/runtime/api/frame.h"
@@ -14,9 +16,11 @@ namespace {
 using Configuration = plinth::v1::api::FlatConfiguration;
 using namespace plinth::v1::api::_exports::common::exception;
 
+// What an int does not hold is as bad a size as a negative one: both allocators refuse that.
+int AsInt(size_t size) { return size <= INT_MAX ? static_cast<int>(size) : -1; }
+
 void* Allocate(IBootManager* bootManager, size_t size, bool unused) {
-  return bootManager == nullptr || size == 0 ? nullptr
-                                             : bootManager->Allocate(static_cast<int>(size), unused);
+  return bootManager == nullptr ? nullptr : bootManager->Allocate(AsInt(size), unused);
 }
 
 void Free(IBootManager* bootManager, void* pointer) {
@@ -25,32 +29,26 @@ void Free(IBootManager* bootManager, void* pointer) {
   }
 }
 
-bool IsUsable(const CPlatform* platform) {
+void CheckPlatform(const CPlatform* platform) {
   if (platform == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
-    return false;
   }
   if (platform->memory == nullptr) {
     PLINTH_RAISE(CException_This_Invalid);
-    return false;
   }
-  return true;
 }
 
 void* Allocate(CPlatform* platform, size_t size, bool unused, bool raise) {
   if (size == 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
-    return nullptr;
   }
-  // A size that an int does not hold reads as negative there and is refused.
-  return IsUsable(platform) ? platform->memory->Allocate(static_cast<int>(size), unused, raise)
-                            : nullptr;
+  CheckPlatform(platform);
+  return platform->memory->Allocate(AsInt(size), unused, raise);
 }
 
 void Free(CPlatform* platform, void* pointer) {
-  if (IsUsable(platform)) {
-    platform->memory->Free(pointer);
-  }
+  CheckPlatform(platform);
+  platform->memory->Free(pointer);
 }
 
 }  // namespace

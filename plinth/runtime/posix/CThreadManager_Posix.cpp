@@ -22,9 +22,7 @@ bool CThreadManager_Posix::Init() {
   return true;
 }
 
-void CThreadManager_Posix::Destroy() {
-  boot_manager::PlacementDelete(ResidentBootManager(), this);
-}
+void CThreadManager_Posix::Destroy() { boot_manager::PlacementDelete(ResidentBootManager(), this); }
 
 int CThreadManager_Posix::GetThreadHandle() const { return static_cast<int>(syscall(SYS_gettid)); }
 

@@ -1,6 +1,32 @@
 #include "plinth/runtime/api/flat.h"
 
+#include "plinth/runtime/api/boot.h"
+#include "plinth/runtime/api/frame.h"
+
 using namespace plinth::v1::api;
+
+BootRecord* _plinth_v1_Boot_Posix_So(void) { return Boot(Slots<FlatConfiguration>()); }
+
+void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* record) {
+  FreeBootRecord(Slots<FlatConfiguration>(), record);
+}
+
+int _plinth_v1_Try_Posix_So(void (*body)(void*), void* context) {
+  constexpr int kUnknownThread = -1;
+  if (body == nullptr) {
+    return CException_Parameter_Invalid::kCode;
+  }
+  if (JumpManager<FlatConfiguration>() == nullptr) {
+    return kUnknownThread;
+  }
+  volatile int code = 0;
+  PLINTH_FRAME(FlatConfiguration) {
+    body(context);
+  }
+  PLINTH_CATCH { code = frame.exception->code; }
+  PLINTH_END
+  return code;
+}
 
 int _plinth_v1_Initialize_Posix_Lib(BootRecord* record) {
   return Initialize(Slots<Configuration>(), record);

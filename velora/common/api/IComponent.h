@@ -51,6 +51,17 @@ class IBuilt : public virtual IComponent<Configuration> {
   virtual void SetData(Data* data) = 0;
 };
 
+// The type ids of a kind of component: its own, those of its list (0: it has none) and its array,
+// and those of the operators that its recipe may end with.
+template <int kTypeId, int kListTypeId, int kArrayTypeId, bool kReferences, int... kOperatorIds>
+struct Kind {
+  static constexpr int kType = kTypeId;
+  static constexpr int kListType = kListTypeId;
+  static constexpr int kArrayType = kArrayTypeId;
+  static constexpr bool kMayRefer = kReferences;
+  static constexpr int kOperators[] = {kOperatorIds...};
+};
+
 template <class Configuration, class T>
 using IComponentList = IList<Configuration, T>;
 

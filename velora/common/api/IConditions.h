@@ -20,7 +20,8 @@ class IConditions : public virtual ISerializeable<Configuration> {
    public:
     using ISerializeable<Configuration>::Init;
     virtual void Init(IOperator* other) = 0;
-    // Takes what it needs off the list's end, resolves that, and keeps its result. Returns the list.
+    // Takes what it needs off the list's end, resolves that, and keeps its result. Returns the
+    // list.
     virtual ILinkedList<IOperator>* Resolve(ILinkedList<IOperator>* operators,
                                             IPrintModeParameters* parameters) = 0;
     // The result for the parameters that it was resolved with.

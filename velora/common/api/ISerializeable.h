@@ -2,6 +2,7 @@
 // Room: velora/common. The callbacks record is its caller's. Failures are raised.
 #pragma once
 
+#include "plinth/core/api/IArray.h"
 #include "plinth/core/api/ISerializer.h"
 #include "velora/common/Vocabulary.h"
 

@@ -55,7 +55,8 @@ class IVelcase : public virtual ISerializer {
   virtual bool IsLessThan(Pack* other) const = 0;
   using ISerializer::Serialize;
 
-  // Reads a pack that lies in `extent` bytes: nothing behind them is read, whatever the header says.
+  // Reads a pack that lies in `extent` bytes: nothing behind them is read, whatever the header
+  // says.
   virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
                     ETargetEndianness::Enum endianness,
                     typename ESupplyFamily<Configuration>::Enum family, unsigned int extent) = 0;

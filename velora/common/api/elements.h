@@ -1,6 +1,7 @@
 // Tags and properties: what a component says of itself, in small values, and the lists of them.
 // Room: velora/common. A tag names a condition of use, a property a characteristic of the data.
-// Values are immutable. `Init` from a value outside its range raises `CException_Parameter_Invalid`.
+// Values are immutable. `Init` from a value outside its range raises
+// `CException_Parameter_Invalid`.
 #pragma once
 
 #include "velora/common/api/IList.h"
@@ -46,10 +47,10 @@ class IValue : public virtual Base {
 }  // namespace velora::common::api
 
 // The interface of a value, with a getter named after it.
-#define VELORA_VALUE_INTERFACE(Name, Base, Enumeration)                          \
+#define VELORA_VALUE_INTERFACE(Name, Base, Enumeration)                             \
   class I##Name : public virtual ::velora::common::api::IValue<Base, Enumeration> { \
-   public:                                                                       \
-    typename Enumeration::Enum Get##Name() const { return this->GetValue(); }    \
+   public:                                                                          \
+    typename Enumeration::Enum Get##Name() const { return this->GetValue(); }       \
   };
 
 namespace velora::common::api {

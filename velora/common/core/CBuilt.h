@@ -9,6 +9,9 @@
 // operators raise. Data built before stays until a new build has finished.
 #pragma once
 
+#include <type_traits>
+#include <utility>
+
 #include "velora/common/api/IVeltune.h"
 #include "velora/common/core/CComponent.h"
 
@@ -31,6 +34,10 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   void Init(api::IComponent<Configuration>* other) override;
   // Resolves the last element of the list, with what it takes of the others.
   Operators* Init(Operators* operators, Properties* newProperties, IVeltune* veltune) override;
+  // The same for a temporary on the collector of a frame, which then keeps what is needed for it. A
+  // call that raises leaves the object to that frame.
+  void InitWithin(volatile plinth::v1::api::Frame& frame, Operators* operators,
+                  Properties* newProperties, IVeltune* veltune);
   Data* BuildData(IVeltune* veltune) override;
   Data* GetData() const override;
   void SetData(Data* newData) override;
@@ -43,11 +50,35 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   void UpdatePrintModeMapping(IVeltune* veltune);
 
  private:
-  Data* Resolve(IVeltune* veltune);
+  Data* Rebuild(IVeltune* veltune);
   static bool Accepts(int operatorType);
 
   Counted<Data> data;
   const void* printModeMapping;  // a canonical object of the mappings, not owned
+};
+
+template <class Veltune, class Interface, class = void>
+constexpr bool kHasLocator = false;
+template <class Veltune, class Interface>
+constexpr bool kHasLocator<
+    Veltune, Interface,
+    std::void_t<decltype(std::declval<Veltune&>().Locate(std::declval<Interface*>()))>> = true;
+
+// The usual component: its interface names its data, and the veltune has a locator for its kind. A
+// kind without a list has none, and raises `CException_This_Invalid`.
+template <class Configuration, class Class, class Interface>
+class CBuiltOf : public CBuilt<Configuration, Class, Interface, typename Interface::Data> {
+ public:
+  static Interface* Locate(typename Vocabulary<Configuration>::IVeltune* veltune,
+                           Interface* reference) {
+    using IVeltune = typename Vocabulary<Configuration>::IVeltune;
+    static_assert(sizeof(IVeltune) != 0, "looked at before its definition");
+    if constexpr (kHasLocator<IVeltune, Interface>) {
+      return veltune->Locate(reference);
+    } else {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+  }
 };
 
 }  // namespace velora::common::core

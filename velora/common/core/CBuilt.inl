@@ -33,36 +33,43 @@ VELORA_BUILT bool VELORA_BUILT_OF::Accepts(int operatorType) {
   return false;
 }
 
+VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& frame,
+                                              Operators* operators, Properties* newProperties,
+                                              IVeltune* veltune) {
+  if (operators == nullptr || veltune == nullptr ||
+      (!Interface::kMayRefer && newProperties == nullptr)) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  Component::Init(operators, newProperties, veltune);
+  auto* last = Defer(frame, operators->PopBack());
+  auto* step = last->GetValue();
+  const int type = step->GetSerializeableType();
+  if (step->IsOperator()) {
+    using Producer = typename api::IRecipe<Configuration>::template IProducer<Data>;
+    auto* producer = dynamic_cast<Producer*>(step);
+    if (!Accepts(type) || producer == nullptr) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (newProperties == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    producer->Resolve(operators, newProperties, veltune);
+    data.Take(producer->TakeData());
+  } else {
+    if (!Interface::kMayRefer || type != Interface::kType) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    // An operand of this type id is of this class.
+    Interface* reference = static_cast<CBuilt*>(step->GetThis_Concrete());
+    Interface* found = Defer(frame, Class::Locate(veltune, reference));
+    data.Take(found->BuildData(veltune));
+  }
+}
+
 VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newProperties,
                                         IVeltune* veltune) -> Operators* {
   PLINTH_FRAME(Configuration) {
-    if (operators == nullptr || veltune == nullptr ||
-        (!Interface::kMayRefer && newProperties == nullptr)) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    Component::Init(operators, newProperties, veltune);
-    auto* last = Defer(frame, operators->PopBack());
-    auto* step = last->GetValue();
-    const int type = step->GetSerializeableType();
-    if (step->IsOperator()) {
-      using Producer = typename api::IRecipe<Configuration>::template IProducer<Data>;
-      auto* producer = dynamic_cast<Producer*>(step);
-      if (!Accepts(type) || producer == nullptr) {
-        PLINTH_RAISE(CException_This_Invalid);
-      }
-      if (newProperties == nullptr) {
-        PLINTH_RAISE(CException_Parameter_Invalid);
-      }
-      producer->Resolve(operators, newProperties, veltune);
-      data.Take(producer->TakeData());
-    } else {
-      auto* reference = dynamic_cast<Interface*>(step);
-      if (!Interface::kMayRefer || type != Interface::kType || reference == nullptr) {
-        PLINTH_RAISE(CException_This_Invalid);
-      }
-      Interface* found = Defer(frame, Class::Locate(veltune, reference));
-      data.Take(found->BuildData(veltune));
-    }
+    InitWithin(frame, operators, newProperties, veltune);
   }
   PLINTH_CATCH {
     this->Delete();
@@ -82,16 +89,16 @@ VELORA_BUILT Data* VELORA_BUILT_OF::BuildData(IVeltune* veltune) {
     PLINTH_RAISE(CException_This_Invalid);
   }
   if (!resolved && !(data && IsVeltuneValid(veltune))) {
-    return Resolve(veltune);
+    return Rebuild(veltune);
   }
   data->AddRef();
   return data.Get();
 }
 
 // The stored recipe stays as it is: a temporary consumes a copy of its list, which must then be
-// used up. Components that share a recipe object resolve alike, so a recipe that is met again inside
-// its own construction would never end.
-VELORA_BUILT Data* VELORA_BUILT_OF::Resolve(IVeltune* veltune) {
+// used up. Components that share a recipe object resolve alike, so a recipe that is met again
+// inside its own construction would never end.
+VELORA_BUILT Data* VELORA_BUILT_OF::Rebuild(IVeltune* veltune) {
   Data* volatile built = nullptr;
   const api::BuildChain* outer = veltune->GetBuildChain();
   const api::BuildChain link = {this->recipe.Get(), outer, outer == nullptr ? 1 : outer->depth + 1};
@@ -111,8 +118,8 @@ VELORA_BUILT Data* VELORA_BUILT_OF::Resolve(IVeltune* veltune) {
                                                typename api::IRecipe<Configuration>::IOperator>;
     Operators* rest = Defer<Operators>(frame, Create<Configuration, Rest>());
     rest->Init(this->recipe->GetLinkedList_Operators());
-    Component* asComponent = temporary;
-    if (asComponent->Init(rest, this->properties.Get(), veltune)->GetCount() != 0) {
+    temporary->InitWithin(frame, rest, this->properties.Get(), veltune);
+    if (rest->GetCount() != 0) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     data.Share(temporary->GetData());

@@ -29,8 +29,9 @@ class CComponent : public CRecipe<Configuration>::COperand,
   void Init(typename Interface::IOperator* other) override;
   void Init(typename Interface::IOperand* other) override;
   void Init(Tags* newTags, Properties* newProperties) override;
-  void Init(api::IProperty<Configuration>* newVersion, api::IConditions<Configuration>* newConditions,
-            Tags* newTags, Properties* newProperties, api::IRecipe<Configuration>* newRecipe) override;
+  void Init(api::IProperty<Configuration>* newVersion,
+            api::IConditions<Configuration>* newConditions, Tags* newTags,
+            Properties* newProperties, api::IRecipe<Configuration>* newRecipe) override;
   Operators* Init(Operators* operators, Properties* newProperties, IVeltune* veltune) override;
   void Init(Interface* other) override;
   void Init(int type, api::ISerializer* serializer, void* context) override;
@@ -62,6 +63,8 @@ class CComponent : public CRecipe<Configuration>::COperand,
  private:
   template <class Part>
   static Part* Present(const Counted<Part>& part);
+  template <class Class, class Part>
+  static void ReadPart(Counted<Part>& part, int type, api::ISerializer* serializer, void* context);
 };
 
 }  // namespace velora::common::core

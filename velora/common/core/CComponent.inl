@@ -89,43 +89,36 @@ void CComponent<Configuration>::Init(Interface* other) {
   }
 }
 
-// An object of the type that the interface needs, by a type id that the reader has tested.
-template <class Interface>
-Interface* Nested(plinth::v1::api::ISerializeable* read) {
-  return dynamic_cast<Interface*>(read);
+template <class Configuration>
+template <class Class, class Part>
+void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
+                                         api::ISerializer* serializer, void* context) {
+  part.Take(
+      Nested<Configuration, Part, Class>(serializer->Deserialize_Serializeable(type, context)));
 }
 
 template <class Configuration>
 void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
   using Words = Vocabulary<Configuration>;
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    plinth::v1::core::CObject::Init();
-    const int state = serializer->Deserialize_uint28();
-    if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    const auto read = [&](int type, void* nestedContext) {
-      return serializer->Deserialize_Serializeable(type, nestedContext);
-    };
-    tags.Take(Nested<Tags>(read(Words::kTags, context)));
-    properties.Take(Nested<Properties>(read(Words::kProperties, context)));
-    if (state == api::kComponentState_Stored) {
-      version.Take(Nested<api::IProperty<Configuration>>(read(Words::kComponentVersion, context)));
-      conditions.Take(
-          Nested<api::IConditions<Configuration>>(read(Words::kConditions, context)));
-      recipe.Take(
-          Nested<api::IRecipe<Configuration>>(read(Words::kRecipe, properties.Get())));
-    }
-    componentState = state;
+  this->BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
+  const int state = serializer->Deserialize_uint28();
+  if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
+    PLINTH_RAISE(CException_This_Invalid);
   }
-  PLINTH_END
+  ReadPart<CTags<Configuration>>(tags, Words::kTags, serializer, context);
+  ReadPart<CProperties<Configuration>>(properties, Words::kProperties, serializer, context);
+  if (state == api::kComponentState_Stored) {
+    ReadPart<properties::CComponentVersion<Configuration>>(version, Words::kComponentVersion,
+                                                           serializer, context);
+    ReadPart<CConditions<Configuration>>(conditions, Words::kConditions, serializer, context);
+    // The recipe's operators find the component's properties in the context.
+    ReadPart<CRecipe<Configuration>>(recipe, Words::kRecipe, serializer, properties.Get());
+  }
+  componentState = state;
+  this->valid = true;
 }
 
 template <class Configuration>
@@ -213,8 +206,7 @@ bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other
   }
   return componentState == api::kComponentState_Reference ||
          (version->IsEqualTo(right->version.Get()) &&
-          conditions->IsEqualTo(right->conditions.Get()) &&
-          recipe->IsEqualTo(right->recipe.Get()));
+          conditions->IsEqualTo(right->conditions.Get()) && recipe->IsEqualTo(right->recipe.Get()));
 }
 
 template <class Configuration>

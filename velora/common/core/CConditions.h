@@ -36,11 +36,11 @@ class CConditions : public CSerializeable<Configuration>,
     bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
     void Reset() override;
 
-   protected:
     // Takes the last element off the list, resolves it, and leaves it on the frame's collector.
     static IOperator* ResolveLast(volatile plinth::v1::api::Frame& frame, Operators* operators,
                                   IPrintModeParameters* parameters);
 
+   protected:
     IPrintModeParameters* resolvedWith;  // not owned, only compared
     bool result;
   };
@@ -167,8 +167,7 @@ template <class C>
 using CProductVariant = COperandOf<C, api::EProductVariant<C>,
                                    Vocabulary<C>::kCondition_ProductVariant, ProductVariantTest>;
 template <class C, int kType, int kChannel>
-using CVelcaseVersion =
-    COperandOf<C, api::EVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
+using CVelcaseVersion = COperandOf<C, api::EVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
 template <class C>
 using CVelcaseVersion_Cyan =
     CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;

@@ -60,8 +60,7 @@ bool CConditions<Configuration>::COperator::IsOperator() const {
 }
 
 template <class Configuration>
-void CConditions<Configuration>::COperator::Serialize(api::ISerializer* serializer,
-                                                      void* context) {
+void CConditions<Configuration>::COperator::Serialize(api::ISerializer* serializer, void* context) {
   CElement<Configuration>::Serialize(serializer, context);
   serializer->Serialization_Start(this->serializeableType);
   serializer->Serialization_End(this->serializeableType);
@@ -98,8 +97,9 @@ auto CConditions<Configuration>::COperator::ResolveLast(volatile plinth::v1::api
 
 template <class Configuration>
 template <int kType, bool (*kCombine)(bool, bool)>
-auto CConditions<Configuration>::CBinary<kType, kCombine>::Resolve(
-    Operators* operators, IPrintModeParameters* parameters) -> Operators* {
+auto CConditions<Configuration>::CBinary<kType, kCombine>::Resolve(Operators* operators,
+                                                                   IPrintModeParameters* parameters)
+    -> Operators* {
   PLINTH_FRAME(Configuration) {
     if (operators == nullptr || parameters == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -210,38 +210,37 @@ void CConditions<Configuration>::Init(Interface* other) {
 
 template <class Configuration>
 void CConditions<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    plinth::v1::core::CObject::Init();
-    operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-    operators->Init(Vocabulary<Configuration>::kArray_ConditionsOperator, serializer, context);
+  this->BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+  operators->Init(Vocabulary<Configuration>::kArray_ConditionsOperator, serializer, context);
+  this->valid = true;
 }
 
 template <class Configuration>
 bool CConditions<Configuration>::Evaluate(IPrintModeParameters* parameters) const {
+  if (parameters == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  const int count = operators->GetCount();
+  if (count > Interface::kMaxOperators) {
+    PLINTH_RAISE(CException_General);
+  }
+  // Most conditions are one leaf, which takes nothing off a list.
+  if (count == 1 && !operators->GetTail()->GetValue()->IsOperator()) {
+    IOperator* leaf = operators->GetTail()->GetValue();
+    leaf->Resolve(operators.Get(), parameters);
+    return leaf->Evaluate(parameters);
+  }
   volatile bool holds = false;
   PLINTH_FRAME(Configuration) {
-    if (parameters == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CheckThis();
-    if (operators->GetCount() > Interface::kMaxOperators) {
-      PLINTH_RAISE(CException_General);
-    }
     Operators* rest = Defer<Operators>(
         frame, Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
     rest->Init(operators.Get());
-    auto* root = Defer(frame, rest->PopBack());
-    root->GetValue()->Resolve(rest, parameters);
-    holds = root->GetValue()->Evaluate(parameters);
+    holds = COperator::ResolveLast(frame, rest, parameters)->Evaluate(parameters);
   }
   PLINTH_END
   return holds;

@@ -54,6 +54,7 @@ class CNamed : public CElement<Configuration>, public virtual Interface {
   using CElement<Configuration>::CElement;
   using CElement<Configuration>::Init;
   bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
 };
 
 template <class Configuration>

@@ -33,11 +33,12 @@ auto CSerializeable<Configuration>::GetCallbacks() const -> Callbacks* {
 }
 
 // What the function of a word returns; 0 where there is none to call.
-#define VELORA_CALL_CALLBACK(Name, word)                                                         \
-  template <class Configuration>                                                                 \
-  int CSerializeable<Configuration>::Call_Callback_##Name() {                                    \
-    return callbacks == nullptr || callbacks->word == nullptr ? 0                                \
-                                                              : callbacks->word(callbacks->context); \
+#define VELORA_CALL_CALLBACK(Name, word)                      \
+  template <class Configuration>                              \
+  int CSerializeable<Configuration>::Call_Callback_##Name() { \
+    return callbacks == nullptr || callbacks->word == nullptr \
+               ? 0                                            \
+               : callbacks->word(callbacks->context);         \
   }
 VELORA_CALL_CALLBACK(Locate, locate)
 VELORA_CALL_CALLBACK(Locate_Done, locate)
@@ -70,6 +71,11 @@ void CElement<Configuration>::Serialize(api::ISerializer* serializer, void*) {
 
 template <class Configuration, class Interface>
 bool CNamed<Configuration, Interface>::IsEqualTo(plinth::v1::api::ISerializeable*) const {
+  PLINTH_RAISE(CException_NotImplemented);
+}
+
+template <class Configuration, class Interface>
+bool CNamed<Configuration, Interface>::IsLessThan(plinth::v1::api::ISerializeable*) const {
   PLINTH_RAISE(CException_NotImplemented);
 }
 

@@ -33,8 +33,7 @@ using CLinkedList_Recipe_Operator =
     plinth::v1::core::CLinkedList<C, typename api::IRecipe<C>::IOperator>;
 
 template <class C>
-class CSerializerHelper : public plinth::v1::core::CObject,
-                          public virtual api::ISerializerHelper {
+class CSerializerHelper : public plinth::v1::core::CObject, public virtual api::ISerializerHelper {
  public:
   using Configuration = C;
   CSerializerHelper();

@@ -34,9 +34,9 @@ plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int t
   if (type == plinth::v1::core::CSerializer<C>::kRecordType) {
     PLINTH_RAISE(CException_NotImplemented);
   }
-#define VELORA_ROW(Name, Interface, Class, Id)                       \
-  if (Id != 0 && type == Id) {                                       \
-    return AsSerializeable(core::Create<Configuration, Class>());    \
+#define VELORA_ROW(Name, Interface, Class, Id)                    \
+  if (Id != 0 && type == Id) {                                    \
+    return AsSerializeable(core::Create<Configuration, Class>()); \
   }
   VELORA_COMMON_OBJECTS(VELORA_ROW)
   VELORA_ROW(, , plinth::v1::core::CArray_uint8<C>, 1)
@@ -55,10 +55,10 @@ CFactory<C>::CFactory() = default;
 template <class C>
 CFactory<C>::~CFactory() = default;
 
-#define VELORA_SLOT(Name, Interface, Class, Id)      \
-  template <class C>                                 \
-  auto CFactory<C>::Create##Name()->Interface* {     \
-    return this->template Create<Class>();           \
+#define VELORA_SLOT(Name, Interface, Class, Id)  \
+  template <class C>                             \
+  auto CFactory<C>::Create##Name()->Interface* { \
+    return this->template Create<Class>();       \
   }
 VELORA_COMMON_OBJECTS(VELORA_SLOT)
 #undef VELORA_SLOT

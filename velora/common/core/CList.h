@@ -76,8 +76,7 @@ using CProperties = CMatchable<C, api::IProperty<C>, Vocabulary<C>::kProperties,
 
 // The list of one kind of component, whose interface names its type ids.
 template <class C, class Kind>
-using CComponentList =
-    CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
+using CComponentList = CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
 
 template <class Configuration>
 class CPropertiesHelper : public plinth::v1::core::CObject,

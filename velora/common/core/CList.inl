@@ -7,7 +7,8 @@
 #include "velora/common/core/create.h"
 #include "velora/common/core/values.h"
 
-#define VELORA_LIST template <class Configuration, class T, class Interface, int kType, int kArrayType>
+#define VELORA_LIST \
+  template <class Configuration, class T, class Interface, int kType, int kArrayType>
 #define VELORA_LIST_OF CList<Configuration, T, Interface, kType, kArrayType>
 
 namespace velora::common::core {
@@ -43,23 +44,13 @@ VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(int, api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    plinth::v1::core::CObject::Init();
-    auto* read = Defer(frame, serializer->Deserialize_Serializeable(kArrayType, context));
-    Array* found = dynamic_cast<Array*>(read);
-    if (found == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    array.Share(found);
+  this->BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
+      serializer->Deserialize_Serializeable(kArrayType, context)));
+  this->valid = true;
 }
 
 VELORA_LIST void VELORA_LIST_OF::Append(List* other) {
@@ -143,7 +134,7 @@ inline bool PropertiesPolicy::Verdict() const { return agreed; }
 template <class Configuration, class T, int kType, int kArrayType, class Policy>
 template <class Visitor>
 void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matchable* other,
-                                                                         Visitor visit) const {
+                                                                          Visitor visit) const {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -209,8 +200,9 @@ auto CPropertiesHelper<Configuration>::GetVariant(Properties* properties) const 
 }
 
 template <class Configuration>
-api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(
-    Properties* properties, int type, bool required) const {
+api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Properties* properties,
+                                                                             int type,
+                                                                             bool required) const {
   if (properties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }

@@ -43,4 +43,35 @@ class CPrintModeParameters : public plinth::v1::core::CObject,
   Counted<api::IArray<Pack>> velcases;
 };
 
+// Adds the print mode: a mapping out of the pipeline's table, by `Keys`. Neither is owned.
+template <class Configuration, class PipelineInterface, class Mappings, class Mapping,
+          class... Keys>
+class CPrintModeParametersOf : public CPrintModeParameters<Configuration>,
+                               public virtual PipelineInterface {
+ public:
+  using Base = CPrintModeParameters<Configuration>;
+  using Parameters = typename Base::Parameters;
+  using Pack = typename Base::Pack;
+
+  CPrintModeParametersOf();
+  ~CPrintModeParametersOf() override;
+  using PipelineInterface::Init;
+  void Init(Parameters* other) override;
+  void Update(Keys... keys) override;
+  Mappings* GetPrintModeMappings() const override;
+  Mapping* GetPrintModeMapping() const override;
+  bool IsUpToDate(Keys... keys) const override;
+  void CheckThis() const override;
+  void Reset() override;
+
+ protected:
+  // The body of the pipeline's own Init, which checks the two numbers' ranges.
+  void InitMode(int platform, int productVariant, api::IArray<Pack>* velcases, Mappings* mappings,
+                Keys... keys);
+
+ private:
+  Mappings* m_pPrintModeMappings;
+  Mapping* m_pPrintModeMapping;
+};
+
 }  // namespace velora::common::core

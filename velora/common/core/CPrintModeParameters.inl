@@ -103,4 +103,81 @@ void CPrintModeParameters<Configuration>::Delete() {
   plinth::v1::core::CObject::Delete();
 }
 
+// ---- with the print mode
+
+#define VELORA_MODE                                                                      \
+  template <class Configuration, class PipelineInterface, class Mappings, class Mapping, \
+            class... Keys>
+#define VELORA_MODE_OF \
+  CPrintModeParametersOf<Configuration, PipelineInterface, Mappings, Mapping, Keys...>
+
+VELORA_MODE VELORA_MODE_OF::CPrintModeParametersOf()
+    : m_pPrintModeMappings(nullptr), m_pPrintModeMapping(nullptr) {}
+
+VELORA_MODE VELORA_MODE_OF::~CPrintModeParametersOf() = default;
+
+VELORA_MODE void VELORA_MODE_OF::InitMode(int platform, int productVariant,
+                                          api::IArray<Pack>* velcases, Mappings* mappings,
+                                          Keys... keys) {
+  PLINTH_FRAME(Configuration) {
+    api::EPlatform<Configuration>::Check(
+        static_cast<typename api::EPlatform<Configuration>::Enum>(platform));
+    api::EProductVariant<Configuration>::Check(
+        static_cast<typename api::EProductVariant<Configuration>::Enum>(productVariant));
+    if (mappings == nullptr || velcases == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    Base::Init(platform, productVariant, velcases);
+    m_pPrintModeMappings = mappings;
+    m_pPrintModeMapping = mappings->GetPrintModeMapping(keys...);
+  }
+  PLINTH_CATCH {
+    this->Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+VELORA_MODE void VELORA_MODE_OF::Init(Parameters* other) {
+  Base::Init(other);
+  m_pPrintModeMappings = other->GetPrintModeMappings();
+  m_pPrintModeMapping = other->GetPrintModeMapping();
+}
+
+VELORA_MODE void VELORA_MODE_OF::Update(Keys... keys) {
+  CheckThis();
+  m_pPrintModeMapping = m_pPrintModeMappings->GetPrintModeMapping(keys...);
+}
+
+VELORA_MODE Mappings* VELORA_MODE_OF::GetPrintModeMappings() const {
+  CheckThis();
+  return m_pPrintModeMappings;
+}
+
+VELORA_MODE Mapping* VELORA_MODE_OF::GetPrintModeMapping() const {
+  CheckThis();
+  return m_pPrintModeMapping;
+}
+
+VELORA_MODE bool VELORA_MODE_OF::IsUpToDate(Keys... keys) const {
+  CheckThis();
+  return m_pPrintModeMappings->GetPrintModeMapping(keys...) == m_pPrintModeMapping;
+}
+
+VELORA_MODE void VELORA_MODE_OF::CheckThis() const {
+  Base::CheckThis();
+  if (m_pPrintModeMappings == nullptr || m_pPrintModeMapping == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+VELORA_MODE void VELORA_MODE_OF::Reset() {
+  Base::Reset();
+  m_pPrintModeMappings = nullptr;
+  m_pPrintModeMapping = nullptr;
+}
+
+#undef VELORA_MODE
+#undef VELORA_MODE_OF
+
 }  // namespace velora::common::core

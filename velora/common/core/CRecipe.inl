@@ -107,19 +107,13 @@ void CRecipe<Configuration>::Init(Interface* other) {
 
 template <class Configuration>
 void CRecipe<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    plinth::v1::core::CObject::Init();
-    operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-    operators->Init(Vocabulary<Configuration>::kArray_RecipeOperator, serializer, context);
+  this->BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+  operators->Init(Vocabulary<Configuration>::kArray_RecipeOperator, serializer, context);
+  this->valid = true;
 }
 
 template <class Configuration>

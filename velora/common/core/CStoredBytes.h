@@ -1,7 +1,8 @@
 // The recipe operators, as families: with stored bytes, with data that they make, with both.
-// Room: velora/common. Hold one reference on their bytes and on their data. Raise
-// `CException_Parameter_Invalid` for a null argument, `CException_This_Invalid` for missing bytes or
-// data.
+// Room: velora/common. Hold one reference on their bytes, their data and their properties, since
+// equal operators of a pack are one object that can outlive the component it was read with. Raise
+// `CException_Parameter_Invalid` for a null argument, `CException_This_Invalid` for missing bytes
+// or data.
 #pragma once
 
 #include "velora/common/core/CComponent.h"
@@ -21,12 +22,14 @@ class CStoredBytes : public CRecipe<Configuration>::COperator, public virtual In
 
   CStoredBytes();
   ~CStoredBytes() override;
-  using Base::Init;
+  using Interface::Init;
   void Init() override;
   void Init(api::ISerializeable<Configuration>* other) override;
   void Init(typename Interface::IOperator* other) override;
   void Init(int type, api::ISerializer* serializer, void* context) override;
   void Serialize(api::ISerializer* serializer, void* context) override;
+  // A leaf of a recipe: takes no operand, and makes nothing but the callbacks' calls.
+  Operators* Resolve(Operators* operators, Properties* given, IVeltune* veltune) override;
   bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
   bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
   void CheckThis() const override;
@@ -39,7 +42,7 @@ class CStoredBytes : public CRecipe<Configuration>::COperator, public virtual In
   api::IArray_uint8* GetBytes() const;
 
   Counted<api::IArray_uint8> bytes;
-  Properties* properties;  // of the owning component, not owned; null where none was given
+  Counted<Properties> properties;  // of the owning component; null where none was given
 };
 
 // Adds the data that `Resolve` makes, to an operator with bytes or without.
@@ -79,8 +82,7 @@ class CBare : public CRecipe<Configuration>::COperator, public virtual Interface
 };
 
 // Resolves the list's last element as a component of the class, which must be a reference: null
-// properties refuse an operator, unless `properties` are given. The component is left on the
-// frame's collector.
+// properties refuse an operator. The component is left on the frame's collector.
 template <class Configuration, class Class>
 Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
                       typename CRecipe<Configuration>::Operators* operators,

@@ -9,7 +9,7 @@ namespace velora::common::core {
 #define VELORA_STORED template <class Configuration, class Interface, int kType>
 #define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
 
-VELORA_STORED VELORA_STORED_OF::CStoredBytes() : Base(kType), properties(nullptr) {}
+VELORA_STORED VELORA_STORED_OF::CStoredBytes() : Base(kType) {}
 
 VELORA_STORED VELORA_STORED_OF::~CStoredBytes() = default;
 
@@ -21,7 +21,7 @@ VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   plinth::v1::core::CObject::Init();
-  properties = newProperties;
+  properties.Share(newProperties);
   bytes.Share(newBytes);
 }
 
@@ -32,7 +32,7 @@ VELORA_STORED void VELORA_STORED_OF::Init(api::ISerializeable<Configuration>* ot
   other->CheckThis();
   const auto* source = static_cast<const CStoredBytes*>(other->GetThis_Concrete());
   Base::Init(other);
-  properties = source->properties;
+  properties.Share(source->properties.Get());
   bytes.Share(source->bytes.Get());
 }
 
@@ -41,23 +41,14 @@ VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::IOperator* other) 
 }
 
 VELORA_STORED void VELORA_STORED_OF::Init(int, api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    plinth::v1::core::CObject::Init();
-    auto* read = Defer(frame, serializer->Deserialize_Serializeable(1, context));
-    auto* array = dynamic_cast<api::IArray_uint8*>(read);
-    if (array == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    bytes.Share(array);
+  this->BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+  bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
+      serializer->Deserialize_Serializeable(Bytes::kType, context)));
+  this->valid = true;
 }
 
 VELORA_STORED void VELORA_STORED_OF::Serialize(api::ISerializer* serializer, void* context) {
@@ -65,6 +56,17 @@ VELORA_STORED void VELORA_STORED_OF::Serialize(api::ISerializer* serializer, voi
   serializer->Serialization_Start(kType);
   bytes->Serialize(serializer, context);
   serializer->Serialization_End(kType);
+}
+
+VELORA_STORED auto VELORA_STORED_OF::Resolve(Operators* operators, Properties* given,
+                                             IVeltune* veltune) -> Operators* {
+  if (operators == nullptr || given == nullptr || veltune == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  this->Call_Callback_Resolve();
+  this->Call_Callback_Resolve_Done();
+  return operators;
 }
 
 VELORA_STORED bool VELORA_STORED_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
@@ -92,11 +94,12 @@ VELORA_STORED api::IArray_uint8* VELORA_STORED_OF::GetBytes() const {
 
 VELORA_STORED void VELORA_STORED_OF::Reset() {
   Base::Reset();
-  properties = nullptr;
+  properties.Forget();
   bytes.Forget();
 }
 
 VELORA_STORED void VELORA_STORED_OF::Delete() {
+  properties.Drop();
   bytes.Drop();
   Base::Delete();
 }
@@ -126,8 +129,7 @@ CProducer<Configuration, Base, Data>::~CProducer() = default;
 
 template <class Configuration, class Base, class Data>
 void CProducer<Configuration, Base, Data>::BeginResolve(Operators* operators,
-                                                        Properties* properties,
-                                                        IVeltune* veltune) {
+                                                        Properties* properties, IVeltune* veltune) {
   if (operators == nullptr || properties == nullptr || veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -175,8 +177,7 @@ Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
                       typename CRecipe<Configuration>::Operators* operators,
                       typename Vocabulary<Configuration>::IVeltune* veltune) {
   Class* operand = Defer(frame, Create<Configuration, Class>());
-  CComponent<Configuration>* component = operand;
-  component->Init(operators, nullptr, veltune);
+  operand->InitWithin(frame, operators, nullptr, veltune);
   return operand;
 }
 

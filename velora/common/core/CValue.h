@@ -28,7 +28,7 @@ class CValue : public Base, public virtual Interface {
   Enum GetValue() const override;
   void Reset() override;
 
- private:
+ protected:
   int value;
 };
 

@@ -29,17 +29,12 @@ void CValue<Configuration, Base, Interface, kType>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
-// The three below check or read everything before they touch the object, so that a failure finds
-// only what `Delete` has to clear.
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(Enum newValue) {
-  if (this->refCount > 1) {
-    PLINTH_RAISE(CException_General);
-  }
-  this->Delete();
+  this->BeginInit();
   Enumeration::Check(newValue);
-  plinth::v1::core::CObject::Init();
   value = newValue;
+  this->valid = true;
 }
 
 template <class Configuration, class Base, class Interface, int kType>
@@ -55,27 +50,21 @@ void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
 }
 
 template <class Configuration, class Base, class Interface, int kType>
-void CValue<Configuration, Base, Interface, kType>::Init(int, api::ISerializer* serializer,
-                                                         void*) {
-  plinth::v1::core::CObject::Init();
-  this->Delete();
+void CValue<Configuration, Base, Interface, kType>::Init(int, api::ISerializer* serializer, void*) {
+  this->BeginInit();
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  const int read = serializer->Deserialize_uint28();
+  value = serializer->Deserialize_uint28();
   this->valid = true;
-  value = read;
 }
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Serialize(api::ISerializer* serializer,
                                                               void* context) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  this->CheckThis();
+  // Not the base's: an operator without a value writes an entry of its own there.
+  CElement<Configuration>::Serialize(serializer, context);
   serializer->Serialization_Start(kType);
-  Base::Serialize(serializer, context);
   serializer->Serialize_uint28(value);
   serializer->Serialization_End(kType);
 }
@@ -91,9 +80,8 @@ template <class Configuration, class Base, class Interface, int kType>
 bool CValue<Configuration, Base, Interface, kType>::IsLessThan(
     plinth::v1::api::ISerializeable* other) const {
   const ETypeOrder order = CompareTypes<Configuration>(this, other);
-  return order == kSameType
-             ? value < static_cast<const CValue*>(other->GetThis_Concrete())->value
-             : order == kLowerType;
+  return order == kSameType ? value < static_cast<const CValue*>(other->GetThis_Concrete())->value
+                            : order == kLowerType;
 }
 
 template <class Configuration, class Base, class Interface, int kType>

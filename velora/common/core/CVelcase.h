@@ -1,7 +1,7 @@
 // A pack: header, compression and byte sum; and, over a pipeline's kinds of component, the lists.
 // Room: velora/common. Owns pathname, lists and written bytes; copies what it reads. Raises
-// `CException_Parameter_Invalid` for a bad argument or header field, `CException_This_Invalid` for a
-// payload size out of bounds, `CException_General` for a broken stream, and whatever a bad image
+// `CException_Parameter_Invalid` for a bad argument or header field, `CException_This_Invalid` for
+// a payload size out of bounds, `CException_General` for a broken stream, and whatever a bad image
 // raises.
 #pragma once
 
@@ -108,7 +108,8 @@ class CVelcaseOf : public CVelcase<Configuration>, public virtual Interface {
   using Base::Init;
   // Builds a new pack from its lists, of which it shares each.
   void Init(Schema newSchema, Family newFamily, int newChannel, Version newVersion,
-            api::ISerializerHelper* helper, Endianness endianness, ListOf<Kinds>*... given) override;
+            api::ISerializerHelper* helper, Endianness endianness,
+            ListOf<Kinds>*... given) override;
   void Init(Pack* other) override;
   void Init(int size, unsigned char* data, api::ISerializerHelper* helper, Endianness endianness,
             Family expected, unsigned int extent) override;

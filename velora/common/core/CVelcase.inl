@@ -78,9 +78,9 @@ VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
   checksum = source->checksum;
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
-                                      api::ISerializerHelper* helper, Endianness endianness,
-                                      Family expected, const char* newPathname) {
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                      Endianness endianness, Family expected,
+                                      const char* newPathname) {
   PLINTH_FRAME(Configuration) {
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -102,15 +102,13 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
   PLINTH_END
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
-                                      api::ISerializerHelper* helper, Endianness endianness,
-                                      Family expected) {
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                      Endianness endianness, Family expected) {
   this->Init(size, data, helper, endianness, expected, 0xFFFFFFFFu);
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
-                                      api::ISerializerHelper* helper, Endianness endianness,
-                                      Family expected, unsigned int extent) {
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                      Endianness endianness, Family expected, unsigned int extent) {
   using Words = Vocabulary<Configuration>;
   using Layout = PackLayout<Configuration>;
   PLINTH_FRAME(Configuration) {
@@ -192,10 +190,10 @@ VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
 
 VELORA_PACK void VELORA_PACK_OF::SortComponents(bool) {}
 
-#define VELORA_PACK_GETTER(Type, Name, field) \
-  VELORA_PACK auto VELORA_PACK_OF::Name() const -> Type { \
-    this->CheckThis();                        \
-    return field;                             \
+#define VELORA_PACK_GETTER(Type, Name, field)           \
+  VELORA_PACK auto VELORA_PACK_OF::Name() const->Type { \
+    this->CheckThis();                                  \
+    return field;                                       \
   }
 VELORA_PACK_GETTER(Schema, GetVelcaseSchema, schema)
 VELORA_PACK_GETTER(Family, GetSupplyFamily, family)

@@ -35,7 +35,8 @@ VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int ne
 // A layer's packs share their lists with a copy, or have them copied.
 VELORA_PACK template <class Kind>
 void VELORA_PACK_OF::TakeListOf(Pack* other) {
-  ListOf<Kind>* source = static_cast<CVelcaseOf*>(other->GetThis_Concrete())->template GetList<Kind>();
+  ListOf<Kind>* source =
+      static_cast<CVelcaseOf*>(other->GetThis_Concrete())->template GetList<Kind>();
   if constexpr (Vocabulary<Configuration>::kCopiesLists) {
     Slot<Kind>().Take(Create<Configuration, CComponentList<Configuration, Kind>>());
     Slot<Kind>()->Init(source);
@@ -65,9 +66,8 @@ void VELORA_PACK_OF::ReadList() {
   Slot<Kind>().Take(dynamic_cast<ListOf<Kind>*>(read));
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data,
-                                      api::ISerializerHelper* helper, Endianness endianness,
-                                      Family expected, unsigned int extent) {
+VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                      Endianness endianness, Family expected, unsigned int extent) {
   PLINTH_FRAME(Configuration) {
     initializing = true;
     Base::Init(size, data, helper, endianness, expected, extent);
@@ -135,8 +135,8 @@ VELORA_PACK void VELORA_PACK_OF::WriteFile(api::IArray_uint8* compressed, int im
   if (size > Layout::kHeaderSize + Words::kMaxPayload) {
     PLINTH_RAISE(CException_General);
   }
-  unsigned char* bytes = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
-      unsigned char[static_cast<size_t>(size)];
+  unsigned char* bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
+                              true) unsigned char[static_cast<size_t>(size)];
   fileBytes = bytes;
   fileSize = size;
   this->compressedSize = streamSize;

@@ -41,15 +41,21 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   static Kind* Locate_FromComponentList(Kind* key, api::IComponentList<Configuration, Kind>* list,
                                         Parameters* parameters);
   // A new component of the concrete class that is a copy of the chosen one. The caller owns it, and
-  // can have it build data without touching the pack.
+  // can have it build data without touching the pack. The key's callbacks stand around the search.
   template <class Class, class Kind>
   static Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list,
                       Parameters* parameters);
 
+ protected:
+  // One sorted pack of the concrete class with the components of all. The caller owns it.
+  template <class Class, class Pack>
+  static Pack* BuildVelcase_Combined(api::IArray<Pack>* velcases);
+
  private:
-  // Keeps the candidates with the highest score, and answers it; none score below `floor`.
-  template <class Candidates, class Score>
-  static int KeepBest(Candidates* candidates, int floor, Score score);
+  template <class Kind>
+  static bool IsPreferred(Kind* candidate, Kind* chosen, Kind* key);
+  template <class Kind>
+  static int VersionOf(Kind* component);
 
   Counted<Parameters> parameters;
   const api::BuildChain* buildChain;

@@ -1,11 +1,9 @@
 // Bodies of CVeltune.h, for the files that instantiate it.
 #pragma once
 
-#include <limits.h>
-
 #include "velora/common/core/CComponent.inl"
-#include "velora/common/core/create.h"
 #include "velora/common/core/CVeltune.h"
+#include "velora/common/core/create.h"
 
 namespace velora::common::core {
 
@@ -81,107 +79,120 @@ void CVeltune<Configuration>::Delete() {
 
 // ---- the lookup
 
+// The preferences in their order; the first that differs decides.
 template <class Configuration>
-template <class Candidates, class Score>
-int CVeltune<Configuration>::KeepBest(Candidates* candidates, int floor, Score score) {
-  int best = floor;
-  for (auto* element = candidates->GetHead(); element != nullptr; element = element->next) {
-    const int value = score(element->GetValue());
-    best = value > best ? value : best;
+template <class Kind>
+bool CVeltune<Configuration>::IsPreferred(Kind* candidate, Kind* chosen, Kind* key) {
+  if (const int more = VersionOf(candidate) - VersionOf(chosen); more != 0) {
+    return more > 0;
   }
-  for (auto* element = candidates->GetHead(); element != nullptr;) {
-    element = score(element->GetValue()) < best ? candidates->Remove_GetNext(element)
-                                                : element->next;
+  const auto specificity = [](Kind* component) {
+    auto* operators = component->GetConditions()->GetLinkedList_Operators();
+    int count = operators->GetCount();
+    for (auto* element = operators->GetHead(); element != nullptr; element = element->next) {
+      count -= element->GetValue()->GetSerializeableType() ==
+                       Vocabulary<Configuration>::kDefaultCondition
+                   ? 1
+                   : 0;
+    }
+    return count;
+  };
+  if (const int more = specificity(candidate) - specificity(chosen); more != 0) {
+    return more > 0;
   }
-  return best;
+  auto* tags = key->GetTags();
+  if (const int more = candidate->GetTags()->GetCount_Matching(tags) -
+                       chosen->GetTags()->GetCount_Matching(tags);
+      more != 0) {
+    return more > 0;
+  }
+  auto* properties = key->GetProperties();
+  return candidate->GetProperties()->GetCount_Matching(properties) >
+         chosen->GetProperties()->GetCount_Matching(properties);
 }
 
-// Filters can reject everything; preferences only choose among what is left, and never leave
-// nothing. The last tie is decided by the list's order.
+template <class Configuration>
+template <class Kind>
+int CVeltune<Configuration>::VersionOf(Kind* component) {
+  using CComponentVersion = properties::CComponentVersion<Configuration>;
+  return static_cast<CComponentVersion*>(component->GetComponentVersion()->GetThis_Concrete())
+      ->GetValue();
+}
+
+// Filters can reject everything; preferences only choose among what is left. The last tie is
+// decided by the list's order. One walk that keeps the best so far: nothing is made on the way.
 template <class Configuration>
 template <class Kind>
 Kind* CVeltune<Configuration>::Locate_FromComponentList(
     Kind* key, api::IComponentList<Configuration, Kind>* list, Parameters* parameters) {
-  Kind* volatile chosen = nullptr;
-  PLINTH_FRAME(Configuration) {
-    if (key == nullptr || list == nullptr || parameters == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    auto* keyTags = key->GetTags();
-    auto* keyProperties = key->GetProperties();
-    using List = plinth::v1::core::CLinkedList<Configuration, Kind>;
-    api::ILinkedList<Kind>* candidates =
-        Defer<api::ILinkedList<Kind>>(frame, Create<Configuration, List>());
-    candidates->Init(list->GetArray());
-
-    const auto filter = [candidates](auto fits) {
-      for (auto* element = candidates->GetHead(); element != nullptr;) {
-        element = fits(element->GetValue()) ? element->next : candidates->Remove_GetNext(element);
-      }
-    };
-    filter([&](Kind* candidate) { return candidate->GetConditions()->Evaluate(parameters); });
-    filter([&](Kind* candidate) { return candidate->GetTags()->AreCompatibleWith(keyTags); });
-    filter([&](Kind* candidate) {
-      return candidate->GetProperties()->AreCompatibleWith(keyProperties);
-    });
-
-    if (candidates->GetCount() >= 2) {
-      using CComponentVersion = properties::CComponentVersion<Configuration>;
-      const int newest = KeepBest(candidates, 0, [](Kind* candidate) {
-        return static_cast<int>(
-            static_cast<CComponentVersion*>(candidate->GetComponentVersion()->GetThis_Concrete())
-                ->GetValue());
-      });
-      if (newest == 0) {
-        PLINTH_RAISE(CException_General);
-      }
-    }
-    if (candidates->GetCount() >= 2) {
-      KeepBest(candidates, INT_MIN, [](Kind* candidate) {
-        auto* operators = candidate->GetConditions()->GetLinkedList_Operators();
-        int specificity = operators->GetCount();
-        for (auto* element = operators->GetHead(); element != nullptr; element = element->next) {
-          specificity -= element->GetValue()->GetSerializeableType() ==
-                                 Vocabulary<Configuration>::kDefaultCondition
-                             ? 1
-                             : 0;
-        }
-        return specificity;
-      });
-    }
-    if (candidates->GetCount() > 1) {
-      KeepBest(candidates, 0, [keyTags](Kind* candidate) {
-        return candidate->GetTags()->GetCount_Matching(keyTags);
-      });
-    }
-    if (candidates->GetCount() > 1) {
-      KeepBest(candidates, 0, [keyProperties](Kind* candidate) {
-        return candidate->GetProperties()->GetCount_Matching(keyProperties);
-      });
-    }
-    if (candidates->GetCount() == 0) {
-      PLINTH_RAISE(CException_General);
-    }
-    chosen = candidates->GetHead()->GetValue();
+  if (key == nullptr || list == nullptr || parameters == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
+  auto* keyTags = key->GetTags();
+  auto* keyProperties = key->GetProperties();
+  auto* array = list->GetArray();
+  const int count = array->GetCount();
+  Kind* chosen = nullptr;
+  bool several = false;
+  for (int i = 0; i < count; ++i) {
+    Kind* candidate = array->Get(i);
+    if (!candidate->GetConditions()->Evaluate(parameters) ||
+        !candidate->GetTags()->AreCompatibleWith(keyTags) ||
+        !candidate->GetProperties()->AreCompatibleWith(keyProperties)) {
+      continue;
+    }
+    several = chosen != nullptr;
+    if (!several || IsPreferred(candidate, chosen, key)) {
+      chosen = candidate;
+    }
+  }
+  if (chosen == nullptr || (several && VersionOf(chosen) == 0)) {
+    PLINTH_RAISE(CException_General);
+  }
   return chosen;
 }
 
+// No frame: the copy of a sound component cannot fail.
 template <class Configuration>
 template <class Class, class Kind>
 Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configuration, Kind>* list,
                                       Parameters* parameters) {
-  Kind* volatile located = nullptr;
+  if (key == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  key->Call_Callback_Locate();
+  Kind* found = Locate_FromComponentList(key, list, parameters);
+  found->CheckThis();
+  Class* copy = Create<Configuration, Class>();
+  CComponent<Configuration>* component = copy;
+  component->Init(static_cast<api::IComponent<Configuration>*>(found));
+  key->Call_Callback_Locate_Done();
+  return copy;
+}
+
+template <class Configuration>
+template <class Class, class Pack>
+Pack* CVeltune<Configuration>::BuildVelcase_Combined(api::IArray<Pack>* velcases) {
+  Pack* volatile result = nullptr;
   PLINTH_FRAME(Configuration) {
-    Kind* found = Locate_FromComponentList(key, list, parameters);
-    Class* copy = Defer(frame, Create<Configuration, Class>());
-    CComponent<Configuration>* component = copy;
-    component->Init(static_cast<api::IComponent<Configuration>*>(found));
-    located = HandOver(frame, copy);
+    if (velcases == nullptr || velcases->GetCount() < 1) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    Pack* merged = Defer<Pack>(frame, Create<Configuration, Class>());
+    merged->Init(velcases->Get(0));
+    const int count = velcases->GetCount();
+    for (int i = 1; i < count; ++i) {
+      Pack* next = velcases->Get(i);
+      if (next->GetSupplyFamily() != merged->GetSupplyFamily()) {
+        PLINTH_RAISE(CException_This_Invalid);
+      }
+      merged->Append(next);
+    }
+    merged->SortComponents(true);
+    result = HandOver(frame, merged);
   }
   PLINTH_END
-  return located;
+  return result;
 }
 
 }  // namespace velora::common::core

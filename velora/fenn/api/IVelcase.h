@@ -14,10 +14,10 @@ class IVelcase : public virtual common::api::IVelcase<Configuration> {
                     EVelcaseVersion::Enum version, ISerializerHelper* helper,
                     ETargetEndianness::Enum endianness, IColorMaps* colorMaps,
                     IGrayCurves* grayCurves, IChannelMaps* channelMaps,
-                    IPackets_ColorDCT* packetsColorDCT,
-                    IPackets_ColorResidue* packetsColorResidue, IPackets_MonoDCT* packetsMonoDCT,
-                    IPackets_MonoResidue* packetsMonoResidue, IPackets_MonoCBAT* packetsMonoCBAT,
-                    IPackets_DeltaScalar* packetsDeltaScalar, IPackets_Blob* packetsBlob) = 0;
+                    IPackets_ColorDCT* packetsColorDCT, IPackets_ColorResidue* packetsColorResidue,
+                    IPackets_MonoDCT* packetsMonoDCT, IPackets_MonoResidue* packetsMonoResidue,
+                    IPackets_MonoCBAT* packetsMonoCBAT, IPackets_DeltaScalar* packetsDeltaScalar,
+                    IPackets_Blob* packetsBlob) = 0;
   virtual int GetPipeline() const = 0;
 #define FENN_GETTER(Name, List) virtual I##List* Get##List() const = 0;
   FENN_KINDS(FENN_GETTER)

@@ -1,6 +1,6 @@
 // The toner components: what a pack can hold, and the data that comes of it.
-// Room: velora/fenn. Data objects are counted and do not change. `Build...` gives a reference to the
-// caller, `Get...` does not. Failures are raised as the common IBuilt tells.
+// Room: velora/fenn. Data objects are counted and do not change. `Build...` gives a reference to
+// the caller, `Get...` does not. Failures are raised as the common IBuilt tells.
 #pragma once
 
 #include "velora/fenn/api/vocabulary.h"
@@ -37,16 +37,7 @@ class IChannelMapData : public virtual plinth::v1::api::IObject {
   virtual IArray_uint8* GetArray_uint8_Reconstructed_CXF() const = 0;
 };
 
-// The type ids of a kind of component: its own, those of its list and its array, and those of the
-// operators that its recipe may end with.
-template <int kTypeId, int kListTypeId, int kArrayTypeId, bool kReferences, int... kOperatorIds>
-struct Kind {
-  static constexpr int kType = kTypeId;
-  static constexpr int kListType = kListTypeId;
-  static constexpr int kArrayType = kArrayTypeId;
-  static constexpr bool kMayRefer = kReferences;
-  static constexpr int kOperators[] = {kOperatorIds...};
-};
+using common::api::Kind;
 
 // A run of bytes, for whoever builds from it.
 class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> {
@@ -163,16 +154,16 @@ using IPackets_DeltaScalar = IListOf<IPacket_DeltaScalar>;
 using IPackets_Blob = IListOf<IPacket_Blob>;
 
 // The kinds in the order of a pack's root lists: X(kind, list).
-#define FENN_KINDS(X)                            \
-  X(ColorMap, ColorMaps)                         \
-  X(GrayCurve, GrayCurves)                       \
-  X(ChannelMap, ChannelMaps)                     \
-  X(Packet_ColorDCT, Packets_ColorDCT)           \
-  X(Packet_ColorResidue, Packets_ColorResidue)   \
-  X(Packet_MonoDCT, Packets_MonoDCT)             \
-  X(Packet_MonoResidue, Packets_MonoResidue)     \
-  X(Packet_MonoCBAT, Packets_MonoCBAT)           \
-  X(Packet_DeltaScalar, Packets_DeltaScalar)     \
+#define FENN_KINDS(X)                          \
+  X(ColorMap, ColorMaps)                       \
+  X(GrayCurve, GrayCurves)                     \
+  X(ChannelMap, ChannelMaps)                   \
+  X(Packet_ColorDCT, Packets_ColorDCT)         \
+  X(Packet_ColorResidue, Packets_ColorResidue) \
+  X(Packet_MonoDCT, Packets_MonoDCT)           \
+  X(Packet_MonoResidue, Packets_MonoResidue)   \
+  X(Packet_MonoCBAT, Packets_MonoCBAT)         \
+  X(Packet_DeltaScalar, Packets_DeltaScalar)   \
   X(Packet_Blob, Packets_Blob)
 
 }  // namespace velora::v2::fenn::api

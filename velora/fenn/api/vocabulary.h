@@ -34,15 +34,15 @@ using IRecipe = common::api::IRecipe<Configuration>;
 using IComponent = common::api::IComponent<Configuration>;
 
 // An enumeration of the toner pipeline alone.
-#define FENN_ENUMERATION(Name, ...)                                             \
-  struct Name {                                                                 \
-    enum Enum : int {};                                                         \
-    static constexpr common::Range kRange = {__VA_ARGS__};                      \
-    static void Check(Enum value) {                                             \
-      if (!kRange.Contains(value)) {                                            \
-        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid);          \
-      }                                                                         \
-    }                                                                           \
+#define FENN_ENUMERATION(Name, ...)                                    \
+  struct Name {                                                        \
+    enum Enum : int {};                                                \
+    static constexpr common::Range kRange = {__VA_ARGS__};             \
+    static void Check(Enum value) {                                    \
+      if (!kRange.Contains(value)) {                                   \
+        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid); \
+      }                                                                \
+    }                                                                  \
   };
 FENN_ENUMERATION(ETableType, 1, 3, 1)
 FENN_ENUMERATION(EThemeType, 1, 11, 1)
@@ -93,8 +93,8 @@ class IPrintModeMapping {
   virtual ctr_axis_type GetAxisType() const = 0;
 };
 
-// The table of all print modes. Owns its 396 mappings, which outlive whatever points to them only as
-// long as the table does.
+// The table of all print modes. Owns its 396 mappings, which outlive whatever points to them only
+// as long as the table does.
 class IPrintModeMappings {
  public:
   static constexpr int kTables = 3;

@@ -59,8 +59,7 @@ using CBuild_Plane = CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar;
 
 // The difference to the printer's plane of this colour. Unlike a curve's, the transform is rounded
 // before the reference is added, the residue is plain bytes, and both come in scan order.
-Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties,
-                                 IVeltune* veltune) {
+Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
   PLINTH_FRAME(Configuration) {
     this->BeginResolve(operators, properties, veltune);
     RawData* rawData = veltune->GetRawData();

@@ -16,9 +16,9 @@ plinth::v1::api::ISerializeable* CSerializerHelper::CreateSerializeable(int type
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
-#define FENN_ROW(Name, Interface, Class, Id)                                     \
-  if (Id != 0 && type == Id) {                                                   \
-    return common::core::AsSerializeable(core::Create<Configuration, Class>());  \
+#define FENN_ROW(Name, Interface, Class, Id)                                    \
+  if (Id != 0 && type == Id) {                                                  \
+    return common::core::AsSerializeable(core::Create<Configuration, Class>()); \
   }
   FENN_OBJECTS(FENN_ROW)
 #undef FENN_ROW

@@ -15,8 +15,7 @@ using CBuild_Curve = CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar;
 // The difference to the printer's curve: coefficients times the scalar through the inverse
 // transform, plus the reference, held, plus the residue, held; then the correction, if the digest
 // of the curve is the correction's key.
-Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties,
-                                 IVeltune* veltune) {
+Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
   unsigned char* volatile table = nullptr;
   PLINTH_FRAME(Configuration) {
     this->BeginResolve(operators, properties, veltune);
@@ -29,10 +28,9 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties,
     };
 
     // The residue's widths travel in the pack, those of the coefficients in the printer's record.
-    // Both readers write a curve's 256 fields only for the mono axis.
+    // Both readers write a curve's 256 fields only for the mono axis, a plane's 4913 for another.
     ReconKey key = KeyOf(veltune, 'r', 'K');
-    BytePacket* referenceCbat = rawData->getCbatPacket(0);
-    if (referenceCbat == nullptr || referenceCbat->key.getAxis() != 'M' || key.getAxis() != 'M') {
+    if (key.getAxis() != 'M') {
       PLINTH_RAISE(CException_General);
     }
     BytePacket residuePacket = PacketOf(key, packets.residue);
@@ -43,6 +41,10 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties,
 
     key.setTag('d');
     BytePacket dctPacket = PacketOf(key, packets.dct);
+    BytePacket* referenceCbat = rawData->getCbatPacket(0);
+    if (referenceCbat == nullptr || referenceCbat->key.getAxis() != 'M') {
+      PLINTH_RAISE(CException_General);
+    }
     short* coefficients = NewBuffer<short>(frame, Ctr::kCurve);
     ReadCbat(&dctPacket, referenceCbat, packets.scalar->Get(0), coefficients);
     int* spectrum = NewBuffer<int>(frame, Ctr::kCurve);
@@ -57,8 +59,8 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties,
         reference->getExtent() < Ctr::kCurve) {
       PLINTH_RAISE(CException_General);
     }
-    table = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
-        unsigned char[Ctr::kCurve];
+    table = new (plinth::v1::api::Slots<Configuration>().platform, true,
+                 true) unsigned char[Ctr::kCurve];
     Ctr::AddResidueMono(table, reference->data, transform, residue);
     const CorrectionPacket& correction = rawData->m_aCorrections[0];
     if (HasCorrection(veltune, 0) && correction.data != nullptr &&
@@ -92,7 +94,5 @@ Operators* CMonolithic::Resolve(Operators* operators, IProperties* properties, I
   CheckThis();
   return operators;
 }
-
-template class CBuiltOf<CGrayCurve, api::IGrayCurve>;
 
 }  // namespace velora::v2::fenn::core::components

@@ -1,8 +1,5 @@
 #include "velora/fenn/core/CPrintModeMappings.h"
 
-#include "plinth/runtime/api/frame.h"
-#include "velora/common/core/create.h"
-
 namespace velora::v2::fenn {
 
 using namespace plinth::v1::api::_exports::common::exception;
@@ -58,75 +55,29 @@ ctr_axis_type CPrintModeMapping::GetAxisType() const {
   return m_eAxisType;
 }
 
-CPrintModeMappings::CPrintModeMappings() : m_apMappings(nullptr), m_bInitialized(false) {}
+CPrintModeMappings::CPrintModeMappings() = default;
 
-CPrintModeMappings::~CPrintModeMappings() { CPrintModeMappings::Delete(); }
+CPrintModeMappings::~CPrintModeMappings() = default;
 
 void CPrintModeMappings::Init() {
-  PLINTH_FRAME(Configuration) {
-    Delete();
-    m_apMappings = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
-        CPrintModeMapping*[kCount];
-    int filled = 0;
-    for (int table = 0; table < kTables; ++table) {
-      for (int theme = 0; theme < kThemes; ++theme) {
-        for (int media = 0; media < kMedia; ++media) {
-          for (int axis = 0; axis < kAxes; ++axis) {
-            CPrintModeMapping* mapping =
-                common::core::Create<Configuration, CPrintModeMapping>();
-            m_apMappings[filled++] = mapping;
-            mapping->Init(ctr_table_type(table), ctr_theme_type(theme), ctr_media_type(media),
-                          ctr_axis_type(axis));
-          }
-        }
-      }
-    }
-    if (filled != kCount) {
-      PLINTH_RAISE(CException_General);
-    }
-    m_bInitialized = true;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
-}
-
-void CPrintModeMappings::Destroy() {
-  plinth::v1::api::platform::PlacementDelete(plinth::v1::api::Slots<Configuration>().platform,
-                                             this);
+  Fill([](CPrintModeMapping* mapping, int place) {
+    mapping->Init(ctr_table_type(place / (kAxes * kMedia * kThemes)),
+                  ctr_theme_type(place / (kAxes * kMedia) % kThemes),
+                  ctr_media_type(place / kAxes % kMedia), ctr_axis_type(place % kAxes));
+  });
 }
 
 api::IPrintModeMapping* CPrintModeMappings::GetPrintModeMapping(ctr_table_type table,
                                                                 ctr_theme_type theme,
                                                                 ctr_media_type media,
                                                                 ctr_axis_type axis) const {
-  if (!m_bInitialized || m_apMappings == nullptr) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
+  CheckThis();
   // Unsigned, so that a negative value is one too high.
   if (static_cast<unsigned int>(table) >= kTables || static_cast<unsigned int>(theme) >= kThemes ||
       static_cast<unsigned int>(media) >= kMedia || static_cast<unsigned int>(axis) >= kAxes) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  const unsigned int index = ((table * kThemes + theme) * kMedia + media) * kAxes + axis;
-  if (index >= kCount) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  return m_apMappings[index];
-}
-
-void CPrintModeMappings::Delete() {
-  plinth::v1::api::CPlatform* platform = plinth::v1::api::Slots<Configuration>().platform;
-  for (int i = 0; m_apMappings != nullptr && i < kCount; ++i) {
-    plinth::v1::api::platform::PlacementDelete(platform, m_apMappings[i]);
-  }
-  if (m_apMappings != nullptr) {
-    operator delete[](m_apMappings, platform, false, false);
-  }
-  m_apMappings = nullptr;
-  m_bInitialized = false;
+  return GetMapping(static_cast<int>(((table * kThemes + theme) * kMedia + media) * kAxes + axis));
 }
 
 }  // namespace core

@@ -3,6 +3,7 @@
 // tell.
 #pragma once
 
+#include "velora/common/core/CPrintModeMappings.h"
 #include "velora/fenn/api/vocabulary.h"
 
 namespace velora::v2::fenn::core {
@@ -30,20 +31,17 @@ class CPrintModeMapping : public api::IPrintModeMapping {
   ctr_axis_type m_eAxisType;
 };
 
-class CPrintModeMappings : public api::IPrintModeMappings {
+// The axis runs fastest, then media, theme, table.
+class CPrintModeMappings
+    : public common::core::CPrintModeMappingsOf<Configuration, api::IPrintModeMappings,
+                                                CPrintModeMapping> {
  public:
   CPrintModeMappings();
   ~CPrintModeMappings() override;
   void Init() override;
-  void Destroy() override;
   api::IPrintModeMapping* GetPrintModeMapping(ctr_table_type table, ctr_theme_type theme,
                                               ctr_media_type media,
                                               ctr_axis_type axis) const override;
-  void Delete() override;
-
- private:
-  CPrintModeMapping** m_apMappings;  // the axis runs fastest, then media, theme, table
-  bool m_bInitialized;
 };
 
 }  // namespace velora::v2::fenn::core

@@ -29,7 +29,7 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     velcases.Share(newVelcases);
     processing = newProcessing;
     rawData = newRawData;
-    combined.Take(Init_BuildVelcase_Combined(newVelcases));
+    combined.Take(BuildVelcase_Combined<CVelcase>(newVelcases));
   }
   PLINTH_CATCH {
     Delete();
@@ -44,29 +44,6 @@ void CVeltune::Init(api::IVeltune* other) {
   rawData = other->GetRawData();
   processing = other->GetCT_PROCESSING();
   combined.Share(other->GetVelcase_Combined());
-}
-
-api::IVelcase* CVeltune::Init_BuildVelcase_Combined(api::IArray<api::IVelcase>* velcases) {
-  api::IVelcase* volatile result = nullptr;
-  PLINTH_FRAME(Configuration) {
-    if (velcases == nullptr || velcases->GetCount() < 1) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    api::IVelcase* merged = Defer<api::IVelcase>(frame, Create<Configuration, CVelcase>());
-    merged->Init(velcases->Get(0));
-    const int count = velcases->GetCount();
-    for (int i = 1; i < count; ++i) {
-      api::IVelcase* next = velcases->Get(i);
-      if (next->GetSupplyFamily() != merged->GetSupplyFamily()) {
-        PLINTH_RAISE(CException_This_Invalid);
-      }
-      merged->Append(next);
-    }
-    merged->SortComponents(true);
-    result = HandOver(frame, merged);
-  }
-  PLINTH_END
-  return result;
 }
 
 void CVeltune::Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
@@ -89,15 +66,12 @@ bool CVeltune::IsUpToDate(ctr_table_type table, ctr_theme_type theme, ctr_media_
 
 namespace {
 
-// A tag of a class with a value, in the array.
+// A tag of a class with a value: the array's from the moment it exists, so it needs no frame.
 template <class Class>
 void AddTag(api::IArray<api::ITag>* array, int index, int value) {
-  PLINTH_FRAME(Configuration) {
-    Class* tag = Defer(frame, Create<Configuration, Class>());
-    tag->Init(static_cast<typename Class::Enum>(value));
-    array->Set(index, tag);
-  }
-  PLINTH_END
+  Class* tag = Create<Configuration, Class>();
+  array->GetElements()[index] = tag;
+  tag->Init(static_cast<typename Class::Enum>(value));
 }
 
 // From the caller's numbering to the pack's; what the mappings do not hold becomes 0, which no tag
@@ -121,7 +95,7 @@ api::ITags* CVeltune::BuildTags_ForLocator(api::IPrintModeParameters* parameters
     array->Init(common::Vocabulary<Configuration>::kArray_Tag, 6);
     AddTag<common::core::tags::CPlatform<Configuration>>(array, 0, parameters->GetPlatform());
     AddTag<common::core::tags::CSupplyFamily<Configuration>>(array, 1,
-                                                            parameters->GetSupplyFamily());
+                                                             parameters->GetSupplyFamily());
     AddTag<tags::CTableType>(array, 2, InPack(mapping->GetTableType(), Mappings::kTables - 1));
     AddTag<tags::CThemeType>(array, 3, InPack(mapping->GetThemeType(), Mappings::kThemes - 1));
     AddTag<tags::CMediaType>(array, 4, InPack(mapping->GetMediaType(), Mappings::kMedia - 1));
@@ -235,16 +209,18 @@ api::IVelcase* CVeltune::GetVelcase_Combined() const {
   return combined.Get();
 }
 
-api::IPrintModeMapping* CVeltune::GetPrintModeMapping(
-    api::IPrintModeParameters* parameters) const {
+api::IPrintModeMapping* CVeltune::GetPrintModeMapping(api::IPrintModeParameters* parameters) const {
   CheckThis();
+  if (parameters == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
   return parameters->GetPrintModeMapping();
 }
 
-#define FENN_LOCATOR(Name, List)                                                               \
-  api::I##Name* CVeltune::Locate##Name(api::I##Name* reference) {                              \
-    return Base::Locate<components::C##Name>(reference, GetVelcase_Combined()->Get##List(),    \
-                                             GetPrintModeParameters());                        \
+#define FENN_LOCATOR(Name, List)                                                            \
+  api::I##Name* CVeltune::Locate##Name(api::I##Name* reference) {                           \
+    return Base::Locate<components::C##Name>(reference, GetVelcase_Combined()->Get##List(), \
+                                             GetPrintModeParameters());                     \
   }
 FENN_KINDS(FENN_LOCATOR)
 #undef FENN_LOCATOR

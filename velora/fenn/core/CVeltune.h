@@ -1,7 +1,7 @@
 // One table request inside the object world.
 // Room: velora/fenn. Holds one reference each on parameters, packs and combined pack; RawData and
-// CT_PROCESSING are the caller's. Raises as its interface tells; packs of different supply families,
-// or none, `CException_This_Invalid`.
+// CT_PROCESSING are the caller's. Raises as its interface tells; packs of different supply
+// families, or none, `CException_This_Invalid`.
 #pragma once
 
 #include "velora/common/core/CVeltune.h"
@@ -50,7 +50,6 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   static api::IProperties* BuildProperties_ForLocator(api::IPrintModeParameters* parameters);
 
  private:
-  static api::IVelcase* Init_BuildVelcase_Combined(api::IArray<api::IVelcase>* velcases);
   // Finds the component of a class that fits the print mode and has it build its data, for the
   // caller to own.
   template <class Class>

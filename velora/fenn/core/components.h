@@ -1,8 +1,8 @@
 // The toner components and their recipe operators.
 // Room: velora/fenn. Components are the common build protocol over a kind; an operator makes the
-// data that its component keeps. Failures are raised: a null argument `CException_Parameter_Invalid`,
-// a wrong recipe `CException_This_Invalid`, a stream that does not decode or a missing reference
-// `CException_General`.
+// data that its component keeps. Failures are raised: a null argument
+// `CException_Parameter_Invalid`, a wrong recipe `CException_This_Invalid`, a stream that does not
+// decode or a missing reference `CException_General`.
 #pragma once
 
 #include "velora/common/core/CBuilt.h"
@@ -19,47 +19,38 @@ using Operators = common::core::CRecipe<Configuration>::Operators;
 
 // A component of a kind, as the concrete class that the build protocol needs.
 template <class Class, class Interface>
-class CBuiltOf : public common::core::CBuilt<Configuration, Class, Interface,
-                                             typename Interface::Data> {
- public:
-  static Interface* Locate(IVeltune* veltune, Interface* reference) {
-    return veltune->Locate(reference);
-  }
-};
+using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 
 // ---- packets
+
+// A leaf of a recipe: it takes no operand, and its bytes are what the packet keeps.
+template <class Interface, int kType>
+class CFromDataOf : public common::core::CStoredBytes<Configuration, Interface, kType> {
+ public:
+  using Base = common::core::CStoredBytes<Configuration, Interface, kType>;
+  using Base::Init;
+  void Init(IProperties* properties, IArray_uint8* array) override;
+  void Init(api::IFromData* other) override;
+  IArray_uint8* GetArray_uint8_Packet() const override;
+  IArray_uint8* TakeData() override;
+};
+
+class CFromData_DeltaScalar
+    : public CFromDataOf<api::IFromData_DeltaScalar, api::IPacket_DeltaScalar::kFromDataType> {
+ public:
+  using CFromDataOf::Init;
+  void Init(IProperties* properties, unsigned char scalar) override;
+};
 
 // The seven packets are one template; their interfaces tell them apart.
 template <class Interface>
 class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
  public:
   struct COperator {
-    class CFromData;
+    using CFromData = std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
+                                         CFromData_DeltaScalar,
+                                         CFromDataOf<api::IFromData, Interface::kFromDataType>>;
   };
-};
-
-// A leaf of a recipe: it takes no operand, and its bytes are what the packet keeps.
-template <class Interface>
-class CPacket<Interface>::COperator::CFromData
-    : public common::core::CStoredBytes<
-          Configuration,
-          std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
-                             api::IFromData_DeltaScalar, api::IFromData>,
-          Interface::kFromDataType> {
- public:
-  using Base = common::core::CStoredBytes<
-      Configuration,
-      std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
-                         api::IFromData_DeltaScalar, api::IFromData>,
-      Interface::kFromDataType>;
-  using Base::Init;
-  void Init(IProperties* properties, IArray_uint8* array) override;
-  void Init(api::IFromData* other) override;
-  // Of a delta scalar alone: overrides where the interface has it.
-  virtual void Init(IProperties* properties, unsigned char scalar);
-  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
-  IArray_uint8* GetArray_uint8_Packet() const override;
-  IArray_uint8* TakeData() override;
 };
 
 using CPacket_ColorDCT = CPacket<api::IPacket_ColorDCT>;

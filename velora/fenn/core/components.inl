@@ -11,22 +11,32 @@ namespace velora::v2::fenn::core::components {
 
 // ---- packets
 
-template <class Interface>
-void CPacket<Interface>::COperator::CFromData::Init(IProperties* properties, IArray_uint8* array) {
+template <class Interface, int kType>
+void CFromDataOf<Interface, kType>::Init(IProperties* properties, IArray_uint8* array) {
   if (properties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->InitBytes(properties, array);
 }
 
-template <class Interface>
-void CPacket<Interface>::COperator::CFromData::Init(api::IFromData* other) {
+template <class Interface, int kType>
+void CFromDataOf<Interface, kType>::Init(api::IFromData* other) {
   Base::Init(static_cast<common::api::ISerializeable<Configuration>*>(other));
 }
 
-template <class Interface>
-void CPacket<Interface>::COperator::CFromData::Init(IProperties* properties,
-                                                    unsigned char scalar) {
+template <class Interface, int kType>
+IArray_uint8* CFromDataOf<Interface, kType>::GetArray_uint8_Packet() const {
+  return this->GetBytes();
+}
+
+template <class Interface, int kType>
+IArray_uint8* CFromDataOf<Interface, kType>::TakeData() {
+  IArray_uint8* array = this->GetBytes();
+  array->AddRef();
+  return array;
+}
+
+inline void CFromData_DeltaScalar::Init(IProperties* properties, unsigned char scalar) {
   PLINTH_FRAME(Configuration) {
     using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
     IArray_uint8* array = Defer<IArray_uint8>(frame, Create<Configuration, Bytes>());
@@ -35,31 +45,6 @@ void CPacket<Interface>::COperator::CFromData::Init(IProperties* properties,
     Init(properties, array);
   }
   PLINTH_END
-}
-
-template <class Interface>
-Operators* CPacket<Interface>::COperator::CFromData::Resolve(Operators* operators,
-                                                             IProperties* properties,
-                                                             IVeltune* veltune) {
-  if (operators == nullptr || properties == nullptr || veltune == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  this->CheckThis();
-  this->Call_Callback_Resolve();
-  this->Call_Callback_Resolve_Done();
-  return operators;
-}
-
-template <class Interface>
-IArray_uint8* CPacket<Interface>::COperator::CFromData::GetArray_uint8_Packet() const {
-  return this->GetBytes();
-}
-
-template <class Interface>
-IArray_uint8* CPacket<Interface>::COperator::CFromData::TakeData() {
-  IArray_uint8* array = this->GetBytes();
-  array->AddRef();
-  return array;
 }
 
 // ---- data
@@ -102,6 +87,9 @@ void CTableData<Interface>::Init(Interface* other) {
   }
   const unsigned int newSize = other->GetSize_ReconstructedData();
   const unsigned char* source = other->GetReconstructedData();
+  if (refCount > 1) {  // what the Init below would raise, ahead of the copy
+    PLINTH_RAISE(CException_General);
+  }
   unsigned char* copy =
       new (plinth::v1::api::Slots<Configuration>().platform, true, true) unsigned char[newSize];
   memcpy(copy, source, newSize);
@@ -187,8 +175,7 @@ Operators* CColorMap::COperator::CBuild<kType, kPlanes>::Resolve(Operators* oper
         PLINTH_RAISE(CException_General);
       }
     }
-    table =
-        new (plinth::v1::api::Slots<Configuration>().platform, true, true) unsigned char[kSize];
+    table = new (plinth::v1::api::Slots<Configuration>().platform, true, true) unsigned char[kSize];
     for (int i = 0; i < kPlanes; ++i) {
       memcpy(table + i * VELORA_SIZE_PLANE, planes[i]->GetElements(), VELORA_SIZE_PLANE);
     }

@@ -31,8 +31,7 @@ IArray_uint8* ResolvePacket(volatile plinth::v1::api::Frame& frame, Operators* o
 // A zeroed buffer that ends with the frame.
 template <class T>
 T* NewBuffer(volatile plinth::v1::api::Frame& frame, unsigned int count) {
-  return Defer(frame,
-               new (plinth::v1::api::Slots<Configuration>().platform, true, true) T[count]);
+  return Defer(frame, new (plinth::v1::api::Slots<Configuration>().platform, true, true) T[count]);
 }
 
 // The key of a packet of the request: medium and axis are the print mode's.

@@ -30,15 +30,15 @@ namespace conditions {
 namespace print_mode {
 // The stored number and the mapping's are compared as they stand, without translation between the
 // pack's numbering and the caller's.
-#define FENN_CONDITION(Name, place)                                                           \
-  struct Name##Test : common::core::conditions::system::Test {                                \
-    template <class Parameters>                                                               \
-    static bool Ask(Parameters* parameters, int value) {                                      \
-      return static_cast<int>(parameters->GetPrintModeMapping()->Get##Name()) == value;       \
-    }                                                                                         \
-  };                                                                                          \
-  using C##Name =                                                                             \
-      common::core::conditions::COperandOf<Configuration, api::E##Name,                       \
+#define FENN_CONDITION(Name, place)                                                     \
+  struct Name##Test : common::core::conditions::system::Test {                          \
+    template <class Parameters>                                                         \
+    static bool Ask(Parameters* parameters, int value) {                                \
+      return static_cast<int>(parameters->GetPrintModeMapping()->Get##Name()) == value; \
+    }                                                                                   \
+  };                                                                                    \
+  using C##Name =                                                                       \
+      common::core::conditions::COperandOf<Configuration, api::E##Name,                 \
                                            api::kFirstPrintModeCondition + place, Name##Test>;
 FENN_PRINT_MODE(FENN_CONDITION)
 #undef FENN_CONDITION
@@ -74,31 +74,18 @@ class CPropertiesHelper : public common::core::CPropertiesHelper<Configuration>,
   char GetColorChar(api::IProperties* properties) const override;
 };
 
-class CPrintModeParameters : public common::core::CPrintModeParameters<Configuration>,
-                             public virtual api::IPrintModeParameters {
+class CPrintModeParameters
+    : public common::core::CPrintModeParametersOf<
+          Configuration, api::IPrintModeParameters, api::IPrintModeMappings, api::IPrintModeMapping,
+          ctr_table_type, ctr_theme_type, ctr_media_type, ctr_axis_type> {
  public:
-  using Base = common::core::CPrintModeParameters<Configuration>;
-
   CPrintModeParameters();
   ~CPrintModeParameters() override;
-  using Base::Init;
+  using CPrintModeParametersOf::Init;
   void Init(api::EPlatform::Enum platform, api::EProductVariant::Enum productVariant,
             api::IPrintModeMappings* mappings, api::IArray<api::IVelcase>* velcases,
             ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
             ctr_axis_type axis) override;
-  void Init(api::IPrintModeParameters* other) override;
-  void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
-              ctr_axis_type axis) override;
-  api::IPrintModeMappings* GetPrintModeMappings() const override;
-  api::IPrintModeMapping* GetPrintModeMapping() const override;
-  bool IsUpToDate(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
-                  ctr_axis_type axis) const override;
-  void CheckThis() const override;
-  void Reset() override;
-
- private:
-  api::IPrintModeMappings* m_pPrintModeMappings;
-  api::IPrintModeMapping* m_pPrintModeMapping;
 };
 
 }  // namespace velora::v2::fenn::core

@@ -49,8 +49,7 @@ void ReleaseRequest(const Request& request) {
 // Points the records at the caller's bytes. On failure nothing is left to release.
 bool ReadRequest(Request& request, ctr_table_type eTableType, ctr_media_type eMediaType,
                  ctr_axis_type eAxisType, unsigned int nVelcases, const ImagingBlob** apVelcases,
-                 const ReferenceTable* pReferenceTable,
-                 const TableCorrections* pTableCorrections) {
+                 const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections) {
   request.pCT = nullptr;
   request.pRawData = new RawData(CtrMedium::toChar(eMediaType), CtrAxis::toChar(eAxisType));
   if (request.pRawData == nullptr) {
@@ -124,8 +123,8 @@ bool Choose(Velora* pVelora, ctr_table_type eTableType, ctr_theme_type eThemeTyp
 
 }  // namespace
 
-int ReconstructTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily,
-                     int eProductVariant, ctr_table_type eTableType, ctr_theme_type eThemeType,
+int ReconstructTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+                     ctr_table_type eTableType, ctr_theme_type eThemeType,
                      ctr_media_type eMediaType, ctr_axis_type eAxisType, unsigned int nVelcases,
                      const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
                      const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,

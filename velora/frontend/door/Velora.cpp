@@ -87,9 +87,9 @@ bool Velora::reconstructColorTable_RGBtoCMYK(unsigned int cb, unsigned char* ab)
 }
 
 bool Velora::reconstructGrayCurve(unsigned int cb, unsigned char* ab) {
-  return reconstruct({VELORA_SIZE_GRAY_CURVE, &fenn::IVeltune::ReconstructGrayCurve,
-                      "reconstructGrayCurve", 518},
-                     cb, ab);
+  return reconstruct(
+      {VELORA_SIZE_GRAY_CURVE, &fenn::IVeltune::ReconstructGrayCurve, "reconstructGrayCurve", 518},
+      cb, ab);
 }
 
 bool Velora::reconstructColorTable_RGBtoRGB(unsigned int cb, unsigned char* ab) {

@@ -36,8 +36,8 @@ BootSlots& FrontEnd() { return Slots<Configuration>(); }
 // foundation's, and the toner layer's.
 bool ShareThreadWithLayers() {
   BootSlots& flat = Slots<FlatConfiguration>();
-  const bool known = flat.threadContextManager == nullptr ||
-                     flat.threadContextManager->FindEntry() != nullptr;
+  const bool known =
+      flat.threadContextManager == nullptr || flat.threadContextManager->FindEntry() != nullptr;
   if (!ShareThread(flat, FrontEnd())) {
     return false;
   }

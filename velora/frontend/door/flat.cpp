@@ -15,9 +15,8 @@ int _velora_v2_ReconstructTable_Moth_Posix_Lib(
     const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections,
     unsigned int cbReconstructedTable, unsigned char* abReconstructedTable) {
   return ReconstructTable(pBootRecord, ePlatform, eSupplyFamily, eProductVariant, eTableType,
-                          eThemeType, eMediaType, eAxisType, nVelcases, apVelcases,
-                          pReferenceTable, pTableCorrections, cbReconstructedTable,
-                          abReconstructedTable);
+                          eThemeType, eMediaType, eAxisType, nVelcases, apVelcases, pReferenceTable,
+                          pTableCorrections, cbReconstructedTable, abReconstructedTable);
 }
 
 // One whole life. The boot record stays allocated behind the call; the foundation's block is left

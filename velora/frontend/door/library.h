@@ -22,7 +22,6 @@ void releaseLibrary();
 // a line, on any failure.
 velora::v2::fenn::api::IVeltune* createVeltune(int ePlatform, int eSupplyFamily,
                                                int eProductVariant, ctr_table_type eTableType,
-                                               ctr_theme_type eThemeType,
-                                               ctr_media_type eMediaType, ctr_axis_type eAxisType,
-                                               unsigned int nVelcases, RawData* pRawData,
-                                               CT_PROCESSING* pCT);
+                                               ctr_theme_type eThemeType, ctr_media_type eMediaType,
+                                               ctr_axis_type eAxisType, unsigned int nVelcases,
+                                               RawData* pRawData, CT_PROCESSING* pCT);

@@ -1,0 +1,199 @@
+// Components: states, bytes, order, and the callbacks that every object of the model has.
+#include "tests/support/toner_fixture.h"
+
+namespace velora_test {
+namespace {
+
+class ComponentTest : public TonerTest {
+ protected:
+  Image ImageOf(ISerializeable* object) {
+    fenn::ISerializer* writer = Keep(factory->CreateSerializer());
+    writer->Init(helper, kReversed);
+    object->Serialize(writer, nullptr);
+    const int size = writer->GetSerializedSize();
+    return Image(writer->Serialize(), writer->Serialize() + size);
+  }
+  fenn::IComponent* FromImage(const Image& image, int type) {
+    fenn::ISerializer* reader = Keep(factory->CreateSerializer());
+    reader->Init(helper, kReversed, static_cast<int>(image.size()), Array(image)->GetElements(),
+                 false);
+    return dynamic_cast<fenn::IComponent*>(Keep(reader->Deserialize_Serializeable(type, nullptr)));
+  }
+  // The types of the entries that an image's first entry refers to. All numbers are below 128.
+  static std::vector<int> ReferredTypes(const Image& image) {
+    std::vector<int> types;
+    for (size_t at = 0; at < image.size(); at += 2) {
+      const int type = image[at++];
+      for (; image[at] != 0x80; at += 2u + image[at] + image[at + 1u + image[at]]) {
+        types.push_back(type);
+      }
+    }
+    std::vector<int> referred;
+    const Image numbers(image.begin() + 4, image.begin() + 4 + image[3]);
+    for (unsigned char number : numbers) {
+      referred.push_back(types.at(number));
+    }
+    return referred;
+  }
+};
+
+// One byte of data, and what it refers to, in this order.
+TEST_F(ComponentTest, BytesOfEachState) {
+  Image image = ImageOf(Reference(29, "48=1", "35=1"));
+  EXPECT_EQ(Image(image.begin(), image.begin() + 4), (Image{29, 1, 1, 2}));
+  EXPECT_EQ(ReferredTypes(image), (std::vector<int>{107, 108}));
+  fenn::IComponent* reference = FromImage(image, 29);
+  EXPECT_EQ(reference->GetComponentState(), 1);
+  EXPECT_TRUE(reference->IsEqualTo(Reference(29, "48=1", "35=1")));
+
+  image = ImageOf(Stored(29, {}, {Bytes(99, {7, 8})}));
+  EXPECT_EQ(Image(image.begin(), image.begin() + 4), (Image{29, 1, 2, 5}));
+  EXPECT_EQ(ReferredTypes(image), (std::vector<int>{107, 108, 32, 106, 109}));
+  fenn::IComponent* stored = FromImage(image, 29);
+  EXPECT_EQ(stored->GetComponentState(), 2);
+  EXPECT_TRUE(stored->IsEqualTo(Stored(29, {}, {Bytes(99, {7, 8})})));
+
+  for (unsigned char state : {0, 3, 4, 127}) {
+    image[2] = state;
+    EXPECT_EQ(CodeOf([&] { FromImage(image, 29); }), 4000) << int(state);
+  }
+}
+
+TEST_F(ComponentTest, EachStateHasItsParts) {
+  fenn::IComponent* components[] = {
+      Reference(25, "48=1", "35=1"), Stored(25, {}, {Bytes(95, {1})}),
+      dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(25)))};
+  // A build leaves a resolved component; here from a list of its own.
+  auto* list = Keep(factory->CreateLinkedList_Recipe_Operator());
+  list->Init(Recipe({Bytes(95, {1})})->GetLinkedList_Operators());
+  fenn::IVeltune* veltune = Veltune({Pack(127, {})});
+  EXPECT_EQ(components[2]->Init(list, Properties(""), veltune), list);
+  EXPECT_EQ(list->GetCount(), 0);
+  for (int i = 0; i < 3; ++i) {
+    fenn::IComponent* component = components[i];
+    EXPECT_EQ(component->GetComponentState(), i + 1);
+    EXPECT_FALSE(component->IsOperator());
+    const int shared = i == 2 ? 1 : 0, stored = i == 1 ? 0 : 1;
+    EXPECT_EQ(CodeOf([&] { component->GetTags(); }), shared) << i;
+    EXPECT_EQ(CodeOf([&] { component->GetProperties(); }), shared) << i;
+    EXPECT_EQ(CodeOf([&] { component->GetComponentVersion(); }), stored) << i;
+    EXPECT_EQ(CodeOf([&] { component->GetConditions(); }), stored) << i;
+    EXPECT_EQ(CodeOf([&] { component->GetRecipe(); }), stored) << i;
+    EXPECT_EQ(CodeOf([&] { ImageOf(component); }), i == 2 ? 4000 : 0) << i;
+
+    auto* copy = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(25)));
+    EXPECT_EQ(CodeOf([&] { copy->GetComponentState(); }), 4000);
+    EXPECT_EQ(CodeOf([&] { copy->Init(); }), 3);
+    copy->Init(component);
+    EXPECT_EQ(copy->GetComponentState(), i + 1);
+    if (i < 2) {
+      EXPECT_EQ(copy->GetTags(), component->GetTags());
+      EXPECT_EQ(copy->GetProperties(), component->GetProperties());
+    } else {
+      auto* packet = dynamic_cast<fenn::IPacket*>(component);
+      EXPECT_EQ(dynamic_cast<fenn::IPacket*>(copy)->GetArray_uint8_Packet(),
+                packet->GetArray_uint8_Packet());
+    }
+    auto* other = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(26)));
+    EXPECT_EQ(CodeOf([&] { other->Init(component); }), 3000) << "of another kind";
+  }
+  fenn::IComponent* blank = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(25)));
+  EXPECT_EQ(CodeOf([&] { blank->Init(static_cast<fenn::IComponent*>(nullptr)); }), 3000);
+  EXPECT_EQ(CodeOf([&] { blank->Init(nullptr, Properties("")); }), 3000);
+  EXPECT_EQ(CodeOf([&] { blank->Init(Tags(""), nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] {
+              blank->Init(components[1]->GetComponentVersion(), Conditions("60"), Tags(""),
+                          Properties(""), nullptr);
+            }),
+            3000);
+}
+
+// Each row differs from the profile in one part; `less`: the profile is the lower one.
+TEST_F(ComponentTest, TheFirstPartThatDiffersDecides) {
+  const Profile base = {"48=2", "35=1", "66=5", 5};
+  const struct {
+    const char* name;
+    Profile profile;
+    unsigned char byte;
+    int order;  // of the base against it
+  } rows[] = {{"equal", base, 5, 0},
+              {"version", {"48=2", "35=1", "66=5", 6}, 5, -1},
+              {"version before conditions", {"48=2", "35=1", "66=4", 6}, 5, -1},
+              {"conditions", {"48=2", "35=1", "66=4", 5}, 5, 1},
+              {"conditions before tags", {"48=1", "35=1", "66=6", 5}, 5, -1},
+              {"tags", {"48=1", "35=1", "66=5", 5}, 5, 1},
+              {"tags before properties", {"48=3", "34=1", "66=5", 5}, 5, -1},
+              {"properties", {"48=2", "35=2", "66=5", 5}, 5, -1},
+              {"properties before recipe", {"48=2", "34=1", "66=5", 5}, 6, 1},
+              {"recipe", base, 4, 1},
+              {"recipe above", base, 6, -1}};
+  fenn::IComponent* one = Stored(29, base, {Bytes(99, {5})});
+  for (const auto& row : rows) {
+    fenn::IComponent* other = Stored(29, row.profile, {Bytes(99, {row.byte})});
+    EXPECT_EQ(one->IsEqualTo(other), row.order == 0) << row.name;
+    EXPECT_EQ(one->IsLessThan(other), row.order < 0) << row.name;
+    EXPECT_EQ(other->IsLessThan(one), row.order > 0) << row.name;
+  }
+  fenn::IComponent* reference = Reference(29, "48=9", "36=7");
+  EXPECT_FALSE(reference->IsEqualTo(one));
+  EXPECT_TRUE(reference->IsLessThan(one));  // by the state alone
+  EXPECT_FALSE(one->IsLessThan(reference));
+  EXPECT_TRUE(Reference(29, "48=1", "36=7")->IsLessThan(reference));
+  EXPECT_FALSE(reference->IsLessThan(Reference(29, "48=9", "36=7")));
+  EXPECT_EQ(CodeOf([&] { one->IsEqualTo(nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { one->IsLessThan(Reference(25, "48=1", "35=1")); }), 3000);
+  // Bytes compare by count, then by value; a reference to another kind does not compare.
+  fenn::IRecipe* two = Recipe({Bytes(99, {1, 1})});
+  EXPECT_TRUE(Recipe({Bytes(99, {9})})->IsLessThan(two));
+  EXPECT_TRUE(Recipe({Bytes(98, {9, 9})})->IsLessThan(two));
+  EXPECT_FALSE(two->IsLessThan(Recipe({Bytes(98, {9, 9})})));
+  EXPECT_EQ(CodeOf([&] { two->IsEqualTo(Recipe({Reference(29, "", "")})); }), 0);
+  EXPECT_EQ(CodeOf([&] { Recipe({Reference(29, "", "")})->IsEqualTo(two); }), 3000);
+}
+
+TEST_F(ComponentTest, SortingReachesTagsAndProperties) {
+  fenn::IComponent* component = Stored(29, {"49=1 48=3", "36=2 35=1", "60", 1}, {});
+  component->Sort(true);
+  EXPECT_TRUE(component->GetTags()->IsEqualTo(Tags("48=3 49=1")));
+  EXPECT_TRUE(component->GetProperties()->IsEqualTo(Properties("35=1 36=2")));
+  EXPECT_EQ(CodeOf([&] { Reference(29, "48=3 48=3", "35=1")->Sort(true); }), 1);
+  EXPECT_EQ(CodeOf([&] { Reference(29, "48=3", "35=1 35=1")->Sort(true); }), 1);
+  EXPECT_EQ(CodeOf([&] { Reference(29, "48=3 48=3", "35=1")->Sort(false); }), 0);
+}
+
+// The record has eight words, of which the second is nobody's.
+TEST_F(ComponentTest, Callbacks) {
+  using Callbacks = fenn::IComponent::Callbacks;
+  EXPECT_EQ(sizeof(Callbacks), 8 * sizeof(void*));
+  fenn::IComponent* object = Reference(29, "", "");
+  const auto callAll = [object] {
+    return std::vector<int>{object->Call_Callback_Locate(),
+                            object->Call_Callback_Locate_Done(),
+                            object->Call_Callback_Build(),
+                            object->Call_Callback_Build_Done(),
+                            object->Call_Callback_Resolve(),
+                            object->Call_Callback_Resolve_Done(),
+                            object->Call_Callback_ReportSize_Encoded(17)};
+  };
+  const std::vector<int> none(7, 0);
+  EXPECT_EQ(callAll(), none);
+  Callbacks record = {};
+  object->SetCallbacks(&record);
+  EXPECT_EQ(callAll(), none);
+  int context = 100;
+  record = {&context,
+            &record,
+            [](void* c) { return *static_cast<int*>(c) + 2; },
+            [](void* c) { return *static_cast<int*>(c) + 3; },
+            [](void* c) { return *static_cast<int*>(c) + 4; },
+            [](void* c) { return *static_cast<int*>(c) + 5; },
+            [](void* c) { return *static_cast<int*>(c) + 6; },
+            [](void* c, int size) { return *static_cast<int*>(c) + size; }};
+  EXPECT_EQ(callAll(), (std::vector<int>{102, 102, 103, 104, 105, 106, 117}));
+  auto* copy = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(29)));
+  copy->Init(object);
+  EXPECT_EQ(copy->GetCallbacks(), &record);
+}
+
+}  // namespace
+}  // namespace velora_test

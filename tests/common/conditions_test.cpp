@@ -1,0 +1,109 @@
+// Conditions: what an expression says, what it takes off its list, and how it fails.
+#include "tests/support/toner_fixture.h"
+
+namespace velora_test {
+namespace {
+
+class ConditionsTest : public TonerTest {
+ protected:
+  // Platform 1, product variant 0, supply family 0; a printer's pack and a black one of version 3.
+  ConditionsTest() {
+    veltune = Veltune({Pack(127, {}), Pack(0, {})});
+    parameters = veltune->GetPrintModeParameters();
+  }
+
+  fenn::IVeltune* veltune;
+  fenn::IPrintModeParameters* parameters;
+};
+
+// Packs are there for 65 (printer) and 64 (black) alone. The caller's table type 1, theme 0 and
+// axis 1 are compared as they stand. An And takes both operands whatever the first one says; what
+// is left over does not count.
+TEST_F(ConditionsTest, Expressions) {
+  constexpr int kTrue = -1, kFalse = -2;
+  const struct {
+    int result;
+    std::vector<const char*> expressions;
+  } rows[] = {
+      {kTrue,
+       {"60", "66=1", "67=0", "68=0", "65=3", "64=3", "69=1", "72=1", "66=2 82", "66=1 67=0 80",
+        "66=1 67=1 81", "66=2 67=0 81", "66=1 66=2 66=2 80 81", "61=3 66=1"}},
+      {kFalse,
+       {"66=2", "67=1", "68=5", "65=4", "69=2", "70=1", "66=1 82", "66=1 67=1 80", "66=2 67=0 80",
+        "66=2 67=1 81", "66=2 66=1 66=1 81 80"}},
+      {4000,
+       {"61=3", "62=3", "63=3", "73=3", "74=3", "66=2 61=3 80", "61=3 66=2 80", "61=3 66=1 81", "",
+        "80", "66=1 80", "82"}}};
+  for (const auto& row : rows) {
+    for (const char* words : row.expressions) {
+      fenn::IConditions* conditions = Conditions(words);
+      for (int i = 0; i < 2; ++i) {  // the list is not used up
+        volatile bool holds = false;
+        const int code = CodeOf([&] { holds = conditions->Evaluate(parameters); });
+        EXPECT_EQ(code != 0 ? code : holds ? kTrue : kFalse, row.result) << words;
+      }
+    }
+  }
+  EXPECT_EQ(CodeOf([&] { Conditions("60")->Evaluate(nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { Keep(factory->CreateConditions())->Evaluate(parameters); }), 4000);
+}
+
+TEST_F(ConditionsTest, OperatorsAnswerForTheParametersTheyWereResolvedWith) {
+  fenn::IPrintModeParameters* others =
+      Veltune({Pack(127, {}), Pack(0, {})})->GetPrintModeParameters();
+  for (const char* words : {"60", "66=1", "65=3", "72=1", "66=1 82", "66=1 66=1 80"}) {
+    auto* list = Expression(words);
+    auto* root = list->GetTail()->GetValue();
+    const bool leaf = !root->IsOperator();
+    EXPECT_EQ(leaf, list->GetCount() == 1) << words;
+    EXPECT_EQ(CodeOf([&] { root->Evaluate(parameters); }), leaf ? 4000 : 3000) << words;
+    EXPECT_EQ(CodeOf([&] { root->Resolve(list, nullptr); }), 3000) << words;
+    EXPECT_EQ(CodeOf([&] { root->Resolve(nullptr, parameters); }), leaf ? 0 : 3000) << words;
+    // The list without the root, as an evaluation would hand it on.
+    list->Remove(list->GetTail());
+    EXPECT_EQ(CodeOf([&] { root->Resolve(list, parameters); }), 0) << words;
+    EXPECT_EQ(list->GetCount(), 0) << words;
+    EXPECT_EQ(CodeOf([&] { root->Evaluate(parameters); }), 0) << words;
+    EXPECT_EQ(CodeOf([&] { root->Evaluate(others); }), leaf ? 4000 : 3000) << words;
+    EXPECT_EQ(CodeOf([&] { root->Evaluate(nullptr); }), 3000) << words;
+  }
+}
+
+TEST_F(ConditionsTest, LongExpressionsEnd) {
+  for (int count : {1000, 1001}) {
+    auto* list = Expression("66=1");
+    for (int i = 1; i < count; ++i) {
+      list->Add(list->GetTail(), Expression("82")->GetHead()->GetValue());
+    }
+    fenn::IConditions* conditions = Keep(factory->CreateConditions());
+    conditions->Init(list);
+    volatile bool holds = true;
+    EXPECT_EQ(CodeOf([&] { holds = conditions->Evaluate(parameters); }), count == 1000 ? 0 : 1);
+    EXPECT_EQ(holds, count != 1000);
+  }
+}
+
+TEST_F(ConditionsTest, OrderAndCopies) {
+  const struct {
+    const char *one, *other;
+    bool equal, less;
+  } rows[] = {{"60", "60", true, false},         {"66=1", "66=2", false, true},
+              {"60", "66=1", false, true},       {"66=9", "66=1 82", false, true},
+              {"60 82", "66=1 82", false, true}, {"66=1 82", "60 82", false, false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(Conditions(row.one)->IsEqualTo(Conditions(row.other)), row.equal) << row.one;
+    EXPECT_EQ(Conditions(row.one)->IsLessThan(Conditions(row.other)), row.less) << row.one;
+  }
+  fenn::IConditions* conditions = Conditions("66=1");
+  EXPECT_EQ(CodeOf([&] { conditions->IsEqualTo(nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { conditions->IsLessThan(Tags("48=1")); }), 3000);
+  fenn::IConditions* copy = Keep(factory->CreateConditions());
+  copy->Init(conditions);
+  EXPECT_EQ(copy->GetLinkedList_Operators(), conditions->GetLinkedList_Operators());
+  EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IConditions*>(nullptr)); }), 3000);
+  EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<decltype(Expression(""))>(nullptr)); }), 3000);
+  EXPECT_EQ(CodeOf([&] { copy->Init(); }), 3);
+}
+
+}  // namespace
+}  // namespace velora_test

@@ -1,0 +1,150 @@
+// The choice of the one component that fits: filters, preferences, and the list's order at last.
+#include "tests/support/toner_fixture.h"
+#include "velora/common/core/CVeltune.inl"
+
+namespace velora_test {
+namespace {
+
+class LookupTest : public TonerTest {
+ protected:
+  LookupTest() {
+    parameters = Veltune({Pack(127, {}, 4), Pack(0, {}, 4)})->GetPrintModeParameters();
+  }
+  fenn::IPackets_Blob* ListOf(const std::vector<fenn::IComponent*>& components) {
+    auto* array = Keep(factory->CreateArray_Packet_Blob());
+    array->Init(17, static_cast<int>(components.size()));
+    for (size_t i = 0; i < components.size(); ++i) {
+      array->Set(static_cast<int>(i), dynamic_cast<fenn::IPacket_Blob*>(components[i]));
+    }
+    auto* list = Keep(factory->CreatePackets_Blob());
+    list->Init(array);
+    return list;
+  }
+
+  fenn::IPrintModeParameters* parameters;
+};
+
+// The key is "48=3 49=1" with "35=1 36=2".
+TEST_F(LookupTest, Choice) {
+  const Profile plain = {"48=3", "35=1", "60", 1};
+  const struct {
+    const char* name;
+    std::vector<Profile> candidates;
+    int result;  // the place of the one that is chosen, or minus the code
+  } rows[] = {
+      {"nothing", {}, -1},
+      {"one", {plain}, 0},
+      {"a condition filters", {{"48=3", "35=1", "66=2", 15}, plain}, 1},
+      {"tags filter", {{"48=4", "35=1", "60", 15}, plain}, 1},
+      {"properties filter", {{"48=3", "35=2", "60", 15}, plain}, 1},
+      {"nothing fits", {{"48=4", "35=1", "60", 1}, {"48=3", "35=2", "60", 1}}, -1},
+      {"the newest, though less specific",
+       {{"48=3", "35=1", "66=1 67=4 80", 2}, {"48=3", "35=1", "60", 3}},
+       1},
+      {"the most specific", {{"48=3 49=1", "35=1 36=2", "60", 1}, {"48=3", "35=1", "66=1", 1}}, 1},
+      {"operators count", {{"48=3", "35=1", "66=1", 1}, {"48=3", "35=1", "66=2 82", 1}}, 1},
+      {"the default counts against",
+       {{"48=3", "35=1", "60 66=1 80", 1}, {"48=3", "35=1", "66=1 82 82", 1}},
+       1},
+      {"equal scores, then tags",
+       {{"48=3", "35=1 36=2", "60 82 82", 1}, {"48=3 49=1", "35=1", "66=1 66=1", 1}},
+       1},
+      {"most tags", {{"48=3", "35=1 36=2", "60", 1}, {"48=3 49=1", "35=1", "60", 1}}, 1},
+      {"most properties", {plain, {"48=3", "35=1 36=2", "60", 1}}, 1},
+      {"types without a match do not count",
+       {{"48=3 48=5 50=1", "35=1", "60", 1}, {"48=3 49=1", "35=1", "60", 1}},
+       1},
+      {"the first", {plain, plain, plain}, 0},
+      {"the first of the best",
+       {{"48=3", "35=1", "60", 1}, {"48=3", "35=1", "60", 2}, {"48=3", "35=1", "60", 2}},
+       1},
+      {"a condition that fails stops all", {plain, {"48=4", "35=2", "61=1", 1}}, -4000},
+      {"a malformed condition too", {plain, {"48=4", "35=2", "80", 1}}, -4000}};
+  fenn::IComponent* component = Reference(29, "48=3 49=1", "35=1 36=2");
+  auto* key = dynamic_cast<fenn::IPacket_Blob*>(component);
+  using velora::common::core::CVeltune;
+  const auto locate = [this, key](fenn::IPackets_Blob* list) {
+    return CVeltune<fenn::Configuration>::Locate_FromComponentList(key, list, parameters);
+  };
+  for (const auto& row : rows) {
+    std::vector<fenn::IComponent*> candidates;
+    for (const Profile& profile : row.candidates) {
+      candidates.push_back(Stored(29, profile, {Bytes(99, {1})}));
+    }
+    fenn::IPackets_Blob* list = ListOf(candidates);
+    fenn::IPacket_Blob* volatile found = nullptr;
+    const int code = CodeOf([&] { found = locate(list); });
+    int place = 0;
+    while (found != nullptr && list->GetArray()->Get(place) != found) {
+      ++place;
+    }
+    EXPECT_EQ(found != nullptr ? place : -code, row.result) << row.name;
+    EXPECT_EQ(list->GetArray()->GetCount(), static_cast<int>(candidates.size())) << row.name;
+  }
+
+  // Version 0 comes from an image alone; one candidate is not scored.
+  const auto versionZero = [this] {
+    fenn::IComponent* made = Stored(29, {"48=3", "35=1", "60", 1}, {Bytes(99, {1})});
+    fenn::ISerializer* reader = Keep(factory->CreateSerializer());
+    reader->Init(helper, kReversed, 6, Array({32, 1, 0, 0, 0x80, 0})->GetElements(), false);
+    auto* zero =
+        dynamic_cast<fenn::IProperty*>(Keep(reader->Deserialize_Serializeable(32, nullptr)));
+    auto* component = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(29)));
+    component->Init(zero, made->GetConditions(), made->GetTags(), made->GetProperties(),
+                    made->GetRecipe());
+    return component;
+  };
+  const struct {
+    std::vector<fenn::IComponent*> candidates;
+    int code;
+  } zeros[] = {
+      {{versionZero()}, 0},
+      {{versionZero(), versionZero()}, 1},
+      {{versionZero(), Stored(29, plain, {})}, 0},
+      {{component}, 1}  // a reference has no condition
+  };
+  for (const auto& row : zeros) {
+    fenn::IPackets_Blob* list = ListOf(row.candidates);
+    EXPECT_EQ(CodeOf([&] { locate(list); }), row.code) << row.candidates.size();
+  }
+  EXPECT_EQ(CodeOf([&] { locate(nullptr); }), 3000);
+}
+
+TEST_F(LookupTest, WhatIsFoundIsACopy) {
+  fenn::IComponent* stored = Stored(29, {"48=1", "35=1", "60", 1}, {Bytes(99, {7})});
+  fenn::IVeltune* veltune = Veltune({Pack(127, {stored})});
+  auto* key = dynamic_cast<fenn::IPacket_Blob*>(Reference(29, "48=1", "35=1"));
+  fenn::IComponent::Callbacks record = {};
+  int calls = 0;
+  record.context = &calls;
+  record.locate = [](void* context) { return ++*static_cast<int*>(context); };
+  key->SetCallbacks(&record);
+  fenn::IPacket_Blob* found = Keep(veltune->LocatePacket_Blob(key));
+  EXPECT_EQ(calls, 2);  // before and after
+  EXPECT_NE(static_cast<void*>(found->GetThis_Concrete()),
+            static_cast<void*>(stored->GetThis_Concrete()));
+  EXPECT_EQ(found->GetRecipe(), stored->GetRecipe());
+  Keep(found->BuildArray_uint8_Packet(veltune));
+  EXPECT_EQ(found->GetArray_uint8_Packet()->Get(0), 7);
+  EXPECT_EQ(CodeOf([&] { dynamic_cast<fenn::IPacket*>(stored)->GetArray_uint8_Packet(); }), 4000);
+  EXPECT_EQ(CodeOf([&] { veltune->LocatePacket_Blob(nullptr); }), 3000);
+  auto* other = dynamic_cast<fenn::IPacket_Blob*>(Reference(29, "48=2", "35=1"));
+  EXPECT_EQ(CodeOf([&] { veltune->LocatePacket_Blob(other); }), 1);
+}
+
+TEST_F(LookupTest, PacksByChannel) {
+  EXPECT_EQ(parameters->FindVelcase(0)->GetChannel(), 0);
+  EXPECT_EQ(parameters->GetSupplyFamily(), 4);
+  EXPECT_EQ(parameters->GetVelcaseVersion(127), 3);
+  for (int channel : {13, 126, -1, 128}) {
+    EXPECT_EQ(CodeOf([&] { parameters->FindVelcase(channel); }), 4000) << channel;
+    EXPECT_EQ(CodeOf([&] { parameters->GetVelcaseVersion(channel); }), 4000) << channel;
+  }
+  fenn::IVelcase* twin = Pack(0, {});
+  fenn::IPrintModeParameters* others = Veltune({twin, Pack(0, {})})->GetPrintModeParameters();
+  EXPECT_EQ(others->FindVelcase(0), twin);
+  EXPECT_EQ(CodeOf([&] { others->GetSupplyFamily(); }), 4000);
+}
+
+}  // namespace
+}  // namespace velora_test

@@ -1,0 +1,265 @@
+// Pack files: header, stream, limits of writer and reader, and the life of a pack.
+#include <stdlib.h>
+
+#include <random>
+
+#include "tests/support/toner_fixture.h"
+#include "velora/fenn/core/CVelcase.h"
+
+namespace velora_test {
+namespace {
+
+using Zlib = velora::common::core::CVelcase<fenn::Configuration>;
+
+class PackTest : public TonerTest {
+ protected:
+  PackTest() : sound(File(Pack(127, {Stored(29, {}, {Bytes(99, Image(64, 5))})}, 4))) {}
+
+  int ReadCode(const Image& file, int family = 4) {
+    return CodeOf([&] { Read(file, family); });
+  }
+  // A pack whose blob does not compress below 7/8 of its size.
+  fenn::IVelcase* PackOf(size_t size) {
+    std::minstd_rand random(7);
+    Image bytes(size);
+    for (unsigned char& byte : bytes) {
+      byte = static_cast<unsigned char>(random() >> 8 & 127);
+    }
+    return Pack(127, {Stored(29, {}, {Bytes(99, bytes)})});
+  }
+
+  Image sound;
+};
+
+TEST_F(PackTest, WhatTheHeaderSays) {
+  const int stream = static_cast<int>(sound.size()) - 14;
+  EXPECT_EQ(Image(sound.begin(), sound.begin() + 10),
+            (Image{1, 4, 127, 3, 0, 0, 0, static_cast<unsigned char>(stream + 6), 2, 1}));
+  fenn::IVelcase* pack = Read(sound, 4);
+  EXPECT_EQ(pack->GetVelcaseSchema(), 1);
+  EXPECT_EQ(pack->GetSupplyFamily(), 4);
+  EXPECT_EQ(pack->GetChannel(), 127);
+  EXPECT_EQ(pack->GetVelcaseVersion(), 3);
+  EXPECT_EQ(pack->GetPayloadSize_Compressed(), stream);
+  EXPECT_EQ(pack->GetVeloraSchema(), 2);
+  EXPECT_EQ(pack->GetPipeline(), 1);
+  EXPECT_EQ(pack->GetPayloadSize_Uncompressed(), sound[12] << 8 | sound[13]);
+  EXPECT_EQ(pack->GetSize_BeforeDeserialization(), static_cast<int>(sound.size()));
+  EXPECT_EQ(pack->GetChecksum(), Array(sound)->CalculateChecksum());
+  EXPECT_STREQ(pack->GetPathname(), "Empty");
+  EXPECT_EQ(pack->GetArray_uint8_Pathname()->GetCount(), 6);
+  EXPECT_EQ(pack->GetPackets_Blob()->GetArray()->GetCount(), 1);
+  EXPECT_EQ(pack->GetColorMaps()->GetArray()->GetCount(), 0);
+  // Whatever these say is passed on.
+  Image other = sound;
+  other[8] = 77;
+  other[9] = 255;
+  pack = Read(other, 4);
+  EXPECT_EQ(pack->GetVeloraSchema(), 77);
+  EXPECT_EQ(pack->GetPipeline(), 255);
+}
+
+// A place in hex, and the bytes that are written over it. An overstated payload field is no failure
+// when the stream is whole.
+TEST_F(PackTest, HeaderFields) {
+  const struct {
+    int code;
+    std::vector<const char*> changes;
+  } rows[] = {{0, {"2 0", "3 F", "4 0 6 40 0", "8 0"}},
+              {3000, {"0 0", "0 2", "1 5", "1 A", "2 80", "3 0", "3 10", "9 0"}},
+              {4000,
+               {"4 0 0 0 0", "4 0 6 40 1", "4 80 0 0 0", "4 FF FF FF FF", "A 0 0 0 0", "A 0 40 0 1",
+                "A FF 0 0 0"}},
+              {1, {"4 0 0 0 6", "4 0 0 0 1", "4 0 0 0 14", "A 0 0 0 1", "A 0 40 0 0", "E 0"}}};
+  for (const auto& row : rows) {
+    for (const char* change : row.changes) {
+      Image file = sound;
+      char* rest = nullptr;
+      for (size_t at = strtoul(change, &rest, 16); *rest != '\0'; ++at) {
+        file[at] = static_cast<unsigned char>(strtoul(rest, &rest, 16));
+      }
+      EXPECT_EQ(ReadCode(file), row.code) << change;
+    }
+  }
+  EXPECT_EQ(ReadCode(sound, 5), 3000);
+  EXPECT_EQ(ReadCode(sound, 10), 3000);
+  EXPECT_EQ(ReadCode(File(Pack(127, {}, 127)), 127), 0);
+  Image longer = sound;
+  longer.push_back(200);
+  EXPECT_EQ(Read(longer, 4)->GetChecksum(), Read(sound, 4)->GetChecksum() + 200);
+}
+
+TEST_F(PackTest, SizeAndExtent) {
+  // The size alone decides on nothing but 8 bytes, the extent on what is read.
+  fenn::IVelcase* pack = Keep(factory->CreateVelcase());
+  const auto family = fenn::ESupplyFamily::Enum(4);
+  unsigned char* bytes = Array(sound)->GetElements();
+  for (int size : {-1, 0, 7, 8}) {
+    EXPECT_EQ(CodeOf([&] { pack->Init(size, bytes, helper, kReversed, family); }),
+              size < 8 ? 3000 : 0);
+  }
+  EXPECT_EQ(CodeOf([&] { pack->Init(400, nullptr, helper, kReversed, family); }), 3000);
+  EXPECT_EQ(CodeOf([&] { pack->GetChannel(); }), 4000);
+  for (long cut : {8L, 13L, 14L, 15L, static_cast<long>(sound.size()) - 1}) {
+    EXPECT_EQ(ReadCode(Image(sound.begin(), sound.begin() + cut)), cut < 14 ? 3000 : 1) << cut;
+  }
+}
+
+TEST_F(PackTest, Pathnames) {
+  fenn::IVelcase* pack = Keep(factory->CreateVelcase());
+  const auto init = [&](const char* pathname) {
+    return CodeOf([&] {
+      pack->Init(static_cast<int>(sound.size()), sound.data(), helper, kReversed,
+                 fenn::ESupplyFamily::Enum(4), pathname);
+    });
+  };
+  EXPECT_EQ(init("a/b.velcase"), 0);
+  EXPECT_STREQ(pack->GetPathname(), "a/b.velcase");
+  EXPECT_EQ(pack->GetArray_uint8_Pathname()->GetCount(), 12);
+  EXPECT_EQ(init(""), 3000);
+  EXPECT_EQ(CodeOf([&] { pack->GetPathname(); }), 4000);
+  EXPECT_EQ(init(nullptr), 3000);
+}
+
+TEST_F(PackTest, OperationsThatAPackHasForItsInterfaceAlone) {
+  fenn::IVelcase* pack = Read(sound, 4);
+  EXPECT_EQ(CodeOf([&] { pack->Sort(true); }), 2);
+  EXPECT_EQ(CodeOf([&] { pack->IsEqualTo(pack); }), 2);
+  EXPECT_EQ(CodeOf([&] { pack->IsLessThan(pack); }), 2);
+  EXPECT_EQ(CodeOf([&] { pack->Serialize(pack, nullptr); }), 2);
+  EXPECT_EQ(CodeOf([&] { pack->Init(); }), 3);
+  EXPECT_EQ(CodeOf([&] { pack->Init(1, pack, nullptr); }), 3);
+  EXPECT_EQ(CodeOf([&] { pack->Append(nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { pack->Serialize(); }), 4000) << "it was read";
+  EXPECT_EQ(CodeOf([&] { pack->GetSerializedSize(); }), 4000);
+  EXPECT_EQ(pack->GetPackets_Blob()->GetArray()->GetCount(), 1);
+
+  fenn::IVelcase* written = Pack(0, {});
+  const unsigned char* file = written->Serialize();
+  EXPECT_EQ(written->Serialize(), file);
+  EXPECT_EQ(written->GetPayloadSize_Compressed(), written->GetSerializedSize() - 14);
+
+  const struct {
+    int schema, family, channel, version, code;
+  } rows[] = {{1, 0, 0, 1, 0},
+              {2, 0, 0, 1, 3000},
+              {1, 10, 0, 1, 3000},
+              {1, 0, 0, 16, 3000},
+              {1, 0, 0, 0, 3000}};
+  for (const auto& row : rows) {
+    fenn::IVelcase* pack = Keep(factory->CreateVelcase());
+    EXPECT_EQ(CodeOf([&] {
+                pack->Init(fenn::EVelcaseSchema::Enum(row.schema),
+                           fenn::ESupplyFamily::Enum(row.family), row.channel,
+                           fenn::EVelcaseVersion::Enum(row.version), helper, kReversed);
+              }),
+              row.code);
+    EXPECT_EQ(CodeOf([&] { pack->GetChannel(); }), 4000);  // without its lists it is not complete
+  }
+}
+
+// A copy shares the lists, so what is appended to it shows in the first.
+TEST_F(PackTest, MergingAndSorting) {
+  const auto blob = [this](unsigned char byte) {
+    return Stored(29, {"48=1", "35=1", "60", byte}, {Bytes(99, {byte})});
+  };
+  fenn::IVelcase* first = Pack(127, {blob(3), blob(2)});
+  fenn::IVelcase* copy = Keep(factory->CreateVelcase());
+  copy->Init(first);
+  EXPECT_EQ(copy->GetPackets_Blob(), first->GetPackets_Blob());
+  EXPECT_EQ(copy->GetVelcaseVersion(), 3);
+  copy->Append(Pack(0, {blob(1), Stored(25, {}, {Bytes(95, {1})})}));
+  EXPECT_EQ(first->GetPackets_MonoDCT()->GetArray()->GetCount(), 1);
+  auto* blobs = first->GetPackets_Blob()->GetArray();
+  ASSERT_EQ(blobs->GetCount(), 3);
+  const auto versions = [&] {
+    fenn::IPropertiesHelper* reader = Keep(factory->CreatePropertiesHelper());
+    reader->Init();
+    std::vector<int> all;
+    for (int i = 0; i < blobs->GetCount(); ++i) {
+      auto* version =
+          dynamic_cast<velora::common::api::properties::IComponentVersion<fenn::Configuration>*>(
+              blobs->Get(i)->GetComponentVersion());
+      all.push_back(version->GetComponentVersion());
+    }
+    return all;
+  };
+  EXPECT_EQ(versions(), (std::vector<int>{3, 2, 1}));
+  copy->SortComponents(true);
+  EXPECT_EQ(versions(), (std::vector<int>{1, 2, 3}));
+
+  fenn::IVelcase* doubled = Pack(127, {blob(3)});
+  doubled->Append(Pack(0, {blob(3)}));
+  EXPECT_EQ(CodeOf([&] { doubled->SortComponents(true); }), 1);
+  EXPECT_EQ(CodeOf([&] { Veltune({Pack(127, {blob(3)}), Pack(0, {blob(3)})}); }), 1);
+  EXPECT_EQ(CodeOf([&] { Veltune({Pack(127, {blob(3)}), Pack(0, {blob(4)})}); }), 0);
+  EXPECT_EQ(CodeOf([&] { Veltune({Pack(127, {}, 4), Pack(0, {}, 5)}); }), 4000);
+  EXPECT_EQ(CodeOf([&] { Veltune({}); }), 4000);
+}
+
+// The writer tests the stream's size, the reader the field, which is 6 more.
+TEST_F(PackTest, LimitsOfTheWriter) {
+  size_t size = 466000;
+  int compressed = 0;
+  for (int step = 0; step < 12 && (compressed < 409596 || compressed > 409600); ++step) {
+    fenn::IVelcase* pack = PackOf(size);
+    const int code = CodeOf([&] { pack->Serialize(); });
+    ASSERT_TRUE(code == 0 || code == 1);
+    if (code == 1) {
+      EXPECT_NE(CodeOf([&] { pack->Serialize(); }), 0) << "the failure stays";
+      size -= 64;
+      continue;
+    }
+    compressed = pack->GetPayloadSize_Compressed();
+    EXPECT_LE(compressed, 409600);
+    EXPECT_EQ(pack->GetSerializedSize(), compressed + 14);
+    const Image file = File(pack);
+    EXPECT_EQ(ReadCode(file, 0), compressed + 6 > 409600 ? 4000 : 0) << compressed;
+    size += static_cast<size_t>(409600 - compressed) * 8 / 7;
+  }
+  EXPECT_GE(compressed, 409596);
+  EXPECT_EQ(CodeOf([&] { PackOf(size + 2000)->Serialize(); }), 1);
+}
+
+TEST_F(PackTest, Compression) {
+  fenn::IArray_uint8* plain = Array(Image(500, 9));
+  fenn::IArray_uint8* packed = Keep(Zlib::ZlibCompress(plain));
+  EXPECT_EQ(packed->Get(0), 0x78);
+  EXPECT_EQ(packed->Get(1), 0xDA);  // the best level
+  fenn::IArray_uint8* dense = Array({1, 2, 3});
+  EXPECT_EQ(CodeOf([&] { Zlib::ZlibCompress(dense); }), 1) << "it gets no smaller";
+  EXPECT_EQ(CodeOf([&] { Zlib::ZlibCompress(nullptr); }), 3000);
+
+  const Image stream(packed->GetElements(), packed->GetElements() + packed->GetCount());
+  const auto inflate = [this](const Image& in, int room) {
+    fenn::IArray_uint8* out = Keep(factory->CreateArray_uint8());
+    out->Init(room);
+    return CodeOf([&] { Zlib::ZlibDecompress(Array(in), out); });
+  };
+  Image damaged = stream;
+  damaged.back() ^= 1;
+  Image followed = stream;
+  followed.push_back(1);
+  const struct {
+    Image in;
+    int room, code;
+  } rows[] = {
+      {stream, 500, 0},  {stream, 499, 1},       {stream, 501, 1},
+      {damaged, 500, 1}, {followed, 500, 0},     {{0x78, 0xDA}, 500, 1},
+      {{}, 500, 1},      {Image(40, 0), 500, 1}, {{stream.begin(), stream.end() - 1}, 500, 1}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(inflate(row.in, row.room), row.code) << row.in.size() << " to " << row.room;
+  }
+  EXPECT_EQ(CodeOf([&] { Zlib::ZlibDecompress(nullptr, plain); }), 3000);
+  EXPECT_EQ(CodeOf([&] { Zlib::ZlibDecompress(packed, nullptr); }), 3000);
+
+  EXPECT_EQ(Zlib::ZlibMemAlloc(nullptr, 0, 5), nullptr);
+  EXPECT_EQ(Zlib::ZlibMemAlloc(nullptr, 5, 0), nullptr);
+  auto* block = static_cast<unsigned char*>(Zlib::ZlibMemAlloc(nullptr, 3, 5));
+  EXPECT_EQ(Image(block, block + 15), Image(15, 0));
+  Zlib::ZlibMemFree(nullptr, block);
+  Zlib::ZlibMemFree(nullptr, nullptr);
+}
+
+}  // namespace
+}  // namespace velora_test

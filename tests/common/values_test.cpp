@@ -1,0 +1,208 @@
+// Tags, properties and their lists: ranges, bytes, order, and what a list says about a key.
+#include "tests/support/toner_fixture.h"
+
+namespace velora_test {
+namespace {
+
+class ValuesTest : public TonerTest {
+ protected:
+  // The image of one root object.
+  Image ImageOf(ISerializeable* object) {
+    fenn::ISerializer* writer = Keep(factory->CreateSerializer());
+    writer->Init(helper, kReversed);
+    object->Serialize(writer, nullptr);
+    const int size = writer->GetSerializedSize();
+    return Image(writer->Serialize(), writer->Serialize() + size);
+  }
+  ISerializeable* FromImage(Image image, int type) {
+    fenn::ISerializer* reader = Keep(factory->CreateSerializer());
+    reader->Init(helper, kReversed, static_cast<int>(image.size()), Array(image)->GetElements(),
+                 false);
+    return Keep(reader->Deserialize_Serializeable(type, nullptr));
+  }
+};
+
+TEST_F(ValuesTest, RangesAreCheckedFromCodeAlone) {
+  const struct {
+    std::vector<int> types;
+    std::vector<int> accepted, refused;
+  } rows[] = {
+      {{48, 66}, {1, 13, 127}, {-1, 0, 14, 126, 128}},            // platform
+      {{49, 67}, {0, 9, 127}, {-1, 10, 126, 128}},                // supply family
+      {{50, 68}, {0, 5}, {-1, 6, 127}},                           // product variant
+      {{51, 69}, {1, 3}, {0, 4, 127}},                            // table type
+      {{52, 70}, {1, 11}, {0, 12, 127}},                          // theme type
+      {{53, 71}, {1, 4, 127}, {0, 5, 126}},                       // media type
+      {{54, 72}, {1, 3, 127}, {0, 4, 126}},                       // axis type
+      {{32, 61, 62, 63, 64, 65, 73, 74}, {1, 15}, {0, 16, 127}},  // versions
+      {{33}, {0, 127}, {-1, 128}},                                // channel
+      {{34}, {1}, {0, 2}},                                        // variant
+      {{35}, {1, 2}, {0, 3}},                                     // component role
+      {{36}, {1, 7}, {0, 8}}                                      // dimensionality
+  };
+  for (const auto& row : rows) {
+    for (int type : row.types) {
+      EXPECT_EQ(CodeOf([&] { Word(type, row.accepted[0])->Init(); }), 3) << type;
+      for (int value : row.accepted) {
+        EXPECT_EQ(CodeOf([&] { Word(type, value)->CheckThis(); }), 0) << type << '=' << value;
+        // Type id, one byte of data, no reference.
+        const Image image = {
+            static_cast<unsigned char>(type), 1, static_cast<unsigned char>(value), 0, 0x80, 0};
+        EXPECT_EQ(ImageOf(Word(type, value)), image) << type << '=' << value;
+      }
+      for (int value : row.refused) {
+        EXPECT_EQ(CodeOf([&] { Word(type, value); }), 3000) << type << '=' << value;
+      }
+      // 300 is in no range and reads all the same.
+      const Image image = {static_cast<unsigned char>(type), 2, 0xAC, 2, 0, 0x80, 0};
+      ASSERT_EQ(CodeOf([&] { FromImage(image, type); }), 0) << type;
+      EXPECT_EQ(ImageOf(FromImage(image, type)), image) << type;
+    }
+  }
+}
+
+TEST_F(ValuesTest, TypesOrderBeforeValues) {
+  const struct {
+    int type, value, otherType, otherValue;
+    bool equal, less;
+  } rows[] = {
+      {48, 3, 48, 3, true, false},    {48, 3, 48, 4, false, true},  {48, 4, 48, 3, false, false},
+      {48, 9, 49, 1, false, true},    {49, 1, 48, 9, false, false}, {35, 1, 36, 1, false, true},
+      {33, 127, 33, 0, false, false}, {66, 3, 66, 3, true, false},  {66, 3, 66, 5, false, true},
+      {60, 0, 60, 0, true, false},    {60, 0, 61, 1, false, true},  {80, 0, 80, 0, true, false},
+      {82, 0, 80, 0, false, false},   {81, 0, 82, 0, false, true},  {72, 3, 80, 0, false, true},
+      {86, 0, 86, 0, true, false},    {89, 0, 87, 0, false, false}, {87, 0, 89, 0, false, true}};
+  for (const auto& row : rows) {
+    ISerializeable* one = Word(row.type, row.value);
+    ISerializeable* other = Word(row.otherType, row.otherValue);
+    EXPECT_EQ(one->IsEqualTo(other), row.equal) << row.type << ' ' << row.otherType;
+    EXPECT_EQ(one->IsLessThan(other), row.less) << row.type << ' ' << row.otherType;
+    EXPECT_EQ(CodeOf([&] { one->IsEqualTo(nullptr); }), 3000);
+    EXPECT_EQ(CodeOf([&] { one->IsLessThan(nullptr); }), 3000);
+    ISerializeable* blank = Keep(helper->CreateSerializeable(row.type));
+    EXPECT_EQ(blank->GetSerializeableType(), row.type);
+    EXPECT_EQ(CodeOf([&] { blank->IsEqualTo(other); }), 4000) << row.type;
+  }
+}
+
+TEST_F(ValuesTest, ListsAgainstAKey) {
+  const struct {
+    bool tags;
+    const char *own, *key;
+    bool compatible;
+    int matching;
+  } rows[] = {{true, "48=3 48=5", "48=5", true, 1},
+              {true, "48=3 48=5", "48=4", false, 0},
+              {true, "48=3", "48=3 48=4", true, 1},
+              {true, "48=3 49=1", "48=3 49=2", false, 1},
+              {true, "48=3 49=1", "49=1 48=3", true, 2},
+              {true, "48=3 49=1 49=2", "48=3 49=2", true, 2},
+              {true, "48=3", "50=0", false, 0},
+              {true, "48=3 50=0", "48=3", true, 1},
+              {true, "54=2 54=127", "54=127", true, 1},
+              {true, "48=3 48=3", "48=3 48=3", true, 4},
+              {true, "", "48=3", false, 0},
+              {true, "48=3", "", false, 0},
+              {false, "35=1", "35=1", true, 1},
+              {false, "35=1 36=2", "35=1", true, 1},
+              {false, "35=1", "35=1 36=2", true, 1},
+              {false, "35=1 36=2", "35=1 36=3", false, 1},
+              {false, "35=2 36=2", "35=1 36=2", false, 1},
+              {false, "35=1 35=2", "35=2", false, 1},  // no alternatives here
+              {false, "36=1", "35=1", false, 0},
+              {false, "", "35=1", false, 0},
+              {false, "35=1", "", false, 0}};
+  for (const auto& row : rows) {
+    const auto judge = [&](auto* own, auto* key) {
+      EXPECT_EQ(own->AreCompatibleWith(key), row.compatible) << row.own << " / " << row.key;
+      EXPECT_EQ(own->GetCount_Matching(key), row.matching) << row.own << " / " << row.key;
+      decltype(own) none = nullptr;
+      EXPECT_EQ(CodeOf([&] { own->AreCompatibleWith(none); }), 3000);
+      EXPECT_EQ(CodeOf([&] { own->GetCount_Matching(none); }), 3000);
+    };
+    if (row.tags) {
+      judge(Tags(row.own), Tags(row.key));
+    } else {
+      judge(Properties(row.own), Properties(row.key));
+    }
+  }
+}
+
+TEST_F(ValuesTest, Lists) {
+  EXPECT_EQ(ImageOf(Tags("48=3 49=1")), (Image{107, 0, 1, 1, 0x80, 0, 5,  1, 2, 2, 2,    3, 0x80, 0,
+                                               48,  1, 3, 0, 0x80, 0, 49, 1, 1, 0, 0x80, 0}));
+  EXPECT_EQ(ImageOf(Properties("")), (Image{108, 0, 1, 1, 0x80, 0, 4, 1, 0, 0, 0x80, 0}));
+
+  const struct {
+    const char *one, *other;
+    bool equal, less;
+  } rows[] = {{"48=3", "48=3", true, false},
+              {"48=3", "48=4", false, true},
+              {"48=9", "48=1 49=1", false, true},  // the shorter first
+              {"48=1 49=9", "48=2 49=0", false, true},
+              {"", "48=1", false, true},
+              {"", "", true, false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(Tags(row.one)->IsEqualTo(Tags(row.other)), row.equal) << row.one << '/' << row.other;
+    EXPECT_EQ(Tags(row.one)->IsLessThan(Tags(row.other)), row.less) << row.one << '/' << row.other;
+  }
+  fenn::ITags* tags = Tags("49=1");
+  EXPECT_EQ(CodeOf([&] { tags->IsEqualTo(Properties("35=1")); }), 3000);
+  EXPECT_EQ(CodeOf([&] { tags->IsLessThan(nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { tags->Append(nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { Keep(factory->CreateTags())->Init(); }), 3);
+  EXPECT_EQ(CodeOf([&] { Keep(factory->CreateTags())->GetArray(); }), 4000);
+
+  // A copy has an array of its own, with the same tags on it.
+  fenn::ITags* copy = Keep(factory->CreateTags());
+  copy->Init(tags);
+  copy->Append(Tags("48=3 49=0"));
+  EXPECT_EQ(tags->GetArray()->GetCount(), 1);
+  EXPECT_EQ(copy->GetArray()->Get(0), tags->GetArray()->Get(0));
+  EXPECT_TRUE(copy->IsEqualTo(Tags("49=1 48=3 49=0")));
+  copy->Sort(true);
+  EXPECT_TRUE(copy->IsEqualTo(Tags("48=3 49=0 49=1")));
+  EXPECT_EQ(CodeOf([&] { Tags("48=3 49=0 48=3")->Sort(true); }), 1);
+  EXPECT_EQ(CodeOf([&] { Tags("48=3 49=0 48=3")->Sort(false); }), 0);
+}
+
+TEST_F(ValuesTest, CopiesOfAValueMustBeOfItsType) {
+  auto* three = dynamic_cast<fenn::ITag*>(Word(48, 3));
+  auto* platform = Keep(factory->CreateTag_Platform());
+  platform->Init(three);
+  EXPECT_EQ(platform->GetPlatform(), 3);
+  EXPECT_EQ(CodeOf([&] { platform->Init(dynamic_cast<fenn::ITag*>(Word(49, 3))); }), 3000);
+  EXPECT_EQ(CodeOf([&] { platform->GetPlatform(); }), 4000);
+  EXPECT_EQ(CodeOf([&] { platform->Init(static_cast<fenn::ITag*>(nullptr)); }), 3000);
+}
+
+TEST_F(ValuesTest, PropertiesByType) {
+  fenn::IPropertiesHelper* reader = Keep(factory->CreatePropertiesHelper());
+  fenn::IProperties* properties = Properties("36=7 33=13 32=15 33=29 35=2 34=1");
+  EXPECT_EQ(CodeOf([&] { reader->GetChannel(properties); }), 4000);
+  reader->Init();
+  EXPECT_EQ(reader->GetChannel(properties), 13);
+  EXPECT_EQ(reader->GetComponentVersion(properties), 15);
+  EXPECT_EQ(reader->GetVariant(properties), 1);
+  EXPECT_EQ(reader->GetComponentRole(properties), 2);
+  EXPECT_EQ(reader->GetDimensionality(properties), 7);
+  EXPECT_EQ(reader->GetProperty(properties, 33, true), properties->GetArray()->Get(1));
+  EXPECT_EQ(reader->GetProperty(Properties("35=1"), 33, false), nullptr);
+  EXPECT_EQ(CodeOf([&] { reader->GetProperty(Properties("35=1"), 33, true); }), 1);
+  EXPECT_EQ(CodeOf([&] { reader->GetProperty(nullptr, 33, false); }), 3000);
+
+  const struct {
+    const char* properties;
+    int index;
+    char color;
+  } rows[] = {{"33=0", 0, 'K'},  {"33=13", 1, 'C'}, {"33=21", 2, 'M'},
+              {"33=29", 3, 'Y'}, {"33=1", 0, 'U'},  {"33=127", 0, 'U'}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(reader->GetColorIndex(Properties(row.properties)), row.index) << row.properties;
+    EXPECT_EQ(reader->GetColorChar(Properties(row.properties)), row.color) << row.properties;
+  }
+  EXPECT_EQ(CodeOf([&] { reader->GetColorIndex(Properties("35=1")); }), 1);
+}
+
+}  // namespace
+}  // namespace velora_test

@@ -1,0 +1,128 @@
+// The object that an ink printer keeps and asks for its tables, and the caches behind it.
+// Room: velora/wisp. Shares the packs; the mappings are the caller's and must outlive it. One
+// thread at a time. A table goes to the caller's record in one copy, behind the last point of
+// failure, and a failed request leaves the caches as they were.
+//
+// A request names what is wanted by a locator, which travels in a record, and by two things that
+// only the caches look at: the locator's index [0..1000) and a pathname of at least one character.
+// The same index must come with the same locator: within a print mode, the index is the key.
+#pragma once
+
+#include "velora/common/api/IVeltune.h"
+#include "velora/wisp/api/IVelcase.h"
+
+namespace velora::v1::wisp::api {
+
+// The finished components of one kind, by locator index and print mode. `Serialize`, `Sort`, the
+// comparisons and the reading `Init` of a cache and its parts raise `CException_NotImplemented`.
+template <class Kind>
+class ICache : public virtual plinth::v1::api::ISerializeable {
+ public:
+  static constexpr int kMaxIndices = 1000;
+
+  // What was built for one print mode. Getters give no new reference.
+  class IEntry : public virtual plinth::v1::api::ISerializeable {
+   public:
+    using plinth::v1::api::ISerializeable::Init;
+    // Copies the pathname, shares the component. Null, or an empty pathname, raises
+    // `CException_Parameter_Invalid`.
+    virtual void Init(const char* pathname, IPrintModeMapping* mapping, Kind* component) = 0;
+    virtual void Init(IEntry* other) = 0;
+    virtual const char* GetPathname() const = 0;
+    virtual IPrintModeMapping* GetPrintModeMapping() const = 0;
+    virtual Kind* GetComponent() const = 0;
+  };
+
+  // The entries of one index, newest first. The oldest goes when a new one would be too many.
+  class IBucket : public virtual plinth::v1::api::ISerializeable {
+   public:
+    using plinth::v1::api::ISerializeable::Init;
+    virtual void Init(int maxEntries) = 0;  // 1 or more
+    virtual void Init(IBucket* other) = 0;
+    virtual void AddEntry(const char* pathname, IPrintModeMapping* mapping, Kind* component) = 0;
+    virtual int GetMaxEntries() const = 0;
+    virtual ILinkedList<IEntry>* GetLinkedList_Entries() const = 0;
+  };
+
+  using plinth::v1::api::ISerializeable::Init;
+  virtual void Init(int indices) = 0;    // [1..1000]; grows on demand
+  virtual void Init(ICache* other) = 0;  // shares the components
+  // Null for an index or a mapping that has none. A null mapping raises
+  // `CException_Parameter_Invalid` where the index has entries.
+  virtual IEntry* FindEntry(int index, IPrintModeMapping* mapping) const = 0;
+  // An index out of [0..1000) or a null raises `CException_Parameter_Invalid`.
+  virtual void AddComponent(int index, const char* pathname, IPrintModeMapping* mapping,
+                            Kind* component) = 0;
+  // Lets the component share the data of another in the cache that has the same checksum.
+  virtual void DeduplicateComponentData(Kind* component) = 0;
+  virtual int GetCount_Indices() const = 0;
+};
+
+class IVeltune : public virtual common::api::IVeltune<Configuration> {
+ public:
+  using common::api::IVeltune<Configuration>::Init;
+  virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
+                    IArray<IVelcase>* velcases, IPrintModeMappings* mappings,
+                    const tWISPPrintModeMapping* record) = 0;
+  // Changes the print mode. What was built stays cached.
+  virtual void Update(const tWISPPrintModeMapping* record) = 0;
+
+  // The tables. `input` carries the locator and may be the output as well. `capacity` counts the
+  // bytes of the output record; too few for the table raise `CException_General`, none at all, a
+  // null record, or a payload out of its length `CException_Parameter_Invalid`. Populate... returns
+  // the bytes that it wrote. Build... returns a new record of full size, which the caller gives
+  // back with FreeRecord.
+  virtual int PopulateWISPColorMap(int index, const char* pathname, const WISPColorMap* input,
+                                   int capacity, WISPColorMap* output) = 0;
+  virtual WISPColorMap* BuildWISPColorMap(int index, const char* pathname,
+                                          const WISPColorMap* input) = 0;
+  virtual int PopulateWISPGrayCurve(int index, const char* pathname, const WISPGrayCurve* input,
+                                    int capacity, WISPGrayCurve* output) = 0;
+  virtual WISPGrayCurve* BuildWISPGrayCurve(int index, const char* pathname,
+                                            const WISPGrayCurve* input) = 0;
+  virtual int PopulateWISPAlternateNeutral(int index, const char* pathname,
+                                           const WISPAlternateNeutral* input, int capacity,
+                                           WISPAlternateNeutral* output) = 0;
+  virtual WISPAlternateNeutral* BuildWISPAlternateNeutral(int index, const char* pathname,
+                                                          const WISPAlternateNeutral* input) = 0;
+
+  // Of the cached colour map; null and 0 where there is none.
+  virtual const char* GetPathname_Locator_ColorMap(int index, IPrintModeMapping* mapping) const = 0;
+  virtual unsigned int GetChecksum_ColorMap(int index, IPrintModeMapping* mapping) const = 0;
+
+  virtual IArray<IVelcase>* GetArray_Velcases() const = 0;
+  virtual IVelcase* GetVelcase_Combined() const = 0;
+  virtual ICache<IColorMap>* GetCache_ColorMap() const = 0;
+  virtual ICache<IGrayCurve>* GetCache_GrayCurve() const = 0;
+  virtual ICache<IAlternateNeutral>* GetCache_AlternateNeutral() const = 0;
+  virtual bool IsUpToDate(const tWISPPrintModeMapping* record) const = 0;
+  virtual IPrintModeMapping* GetPrintModeMapping(IPrintModeParameters* parameters) const = 0;
+
+  // From a reference component to the one that fits, as a copy that the caller owns.
+#define WISP_LOCATOR(Name, List) virtual I##Name* Locate##Name(I##Name* reference) = 0;
+  WISP_KINDS(WISP_LOCATOR)
+#undef WISP_LOCATOR
+#define WISP_LOCATOR(Name, List) \
+  I##Name* Locate(I##Name* reference) { return Locate##Name(reference); }
+  WISP_KINDS(WISP_LOCATOR)
+#undef WISP_LOCATOR
+
+  // From a locator's bytes, through the cache: a component that has its data, with a reference for
+  // the caller.
+  virtual IColorMap* LocateColorMap(int index, const char* pathname, IArray_uint8* locator) = 0;
+  virtual IGrayCurve* LocateGrayCurve(int index, const char* pathname, IArray_uint8* locator) = 0;
+  virtual IAlternateNeutral* LocateAlternateNeutral(int index, const char* pathname,
+                                                    IArray_uint8* locator) = 0;
+
+  // The two marks of an answered request. A null record, a negative index and a null mapping raise
+  // `CException_Parameter_Invalid`. The mapping of an unmarked record is null.
+  virtual void SetLocatorIndex(WISPColorMap* record, int index) const = 0;
+  virtual int GetLocatorIndex(const WISPColorMap* record) const = 0;
+  virtual void SetPrintModeMapping(WISPColorMap* record, IPrintModeMapping* mapping) const = 0;
+  virtual IPrintModeMapping* GetPrintModeMapping(const WISPColorMap* record) const = 0;
+
+  // Frees a record that Build... returned. Null is ignored.
+  virtual void FreeRecord(void* record) const = 0;
+};
+
+}  // namespace velora::v1::wisp::api

@@ -1,0 +1,235 @@
+// The ink components: what a pack can hold, and the data that comes of it.
+// Room: velora/wisp. Data objects are counted and do not change. `Build...` gives a reference to
+// the caller, `Get...` does not. Failures are raised as the common IBuilt tells.
+//
+// A grid of n nodes an axis is an array of n * n * n values, the third axis the fastest; its
+// neutral diagonal are the nodes with three equal positions. A channel is a grid of 17, each node
+// in [0..255]. docs/formats/nodes.md tells how it is stored.
+#pragma once
+
+#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp_records.h"
+
+namespace velora::v1::wisp::api {
+
+using common::api::Kind;
+
+// ---- data
+
+// The description of one ink and its nodes: `kCount` of them, which whoever uses them tests.
+template <int kCount>
+class IChannelData : public virtual plinth::v1::api::IObject {
+ public:
+  static constexpr int kNodes = kCount;
+  using plinth::v1::api::IObject::Init;
+  // Copies the record and shares the array.
+  virtual void Init(const WISPColorMapChannel* channel, IArray_int32* nodes) = 0;
+  virtual void Init(IChannelData* other) = 0;
+  virtual const WISPColorMapChannel* GetWISPColorMapChannel() const = 0;
+  virtual IArray_int32* GetArray_int32_Nodes() const = 0;
+};
+using IChannelMapData = IChannelData<17 * 17 * 17>;
+using IAlternateNeutralChannelData = IChannelData<17>;
+
+// A finished record of the caller's of at least `kMin` bytes, and a checksum over what it says of
+// colour: the sum of its bytes in [kFrom..kTo), as unsigned ones, in 32 bits.
+template <class T, int kMin, int kFrom, int kTo>
+class IRecordData : public virtual plinth::v1::api::IObject {
+ public:
+  using Record = T;
+  using Copied = IRecordData;
+  static constexpr int kMinSize = kMin;
+  static constexpr int kChecksumFrom = kFrom;
+  static constexpr int kChecksumTo = kTo;
+  using plinth::v1::api::IObject::Init;
+  // With `owned` the bytes end with the object; a call that raises leaves them to the caller.
+  virtual void Init(int size, unsigned char* record, bool owned) = 0;
+  virtual void Init(IRecordData* other) = 0;  // a private copy
+  virtual int GetSize() const = 0;
+  virtual const T* GetRecord() const = 0;
+  virtual unsigned int GetChecksum() const = 0;
+};
+
+// All bytes behind the header count, and there must be one.
+class IColorMapData : public virtual IRecordData<WISPColorMap, 425, 424, 0x7FFFFFFF> {
+ public:
+  int GetSize_WISPColorMap() const { return GetSize(); }
+  const WISPColorMap* GetWISPColorMap() const { return GetRecord(); }
+};
+
+// The node area counts, with the part of it that has no nodes.
+class IAlternateNeutralData : public virtual IRecordData<WISPAlternateNeutral, 1, 340, 852> {
+ public:
+  int GetSize_WISPAlternateNeutral() const { return GetSize(); }
+  const WISPAlternateNeutral* GetWISPAlternateNeutral() const { return GetRecord(); }
+};
+
+class IGrayCurveData : public virtual plinth::v1::api::IObject {
+ public:
+  using plinth::v1::api::IObject::Init;
+  virtual void Init(const WISPGrayCurve* curve) = 0;  // copies the record
+  virtual void Init(IGrayCurveData* other) = 0;
+  virtual const WISPGrayCurve* GetWISPGrayCurve() const = 0;
+  // The sum of the curve's 256 bytes.
+  virtual unsigned int GetChecksum() const = 0;
+};
+
+// ---- components
+
+// A part of a channel's pyramid.
+class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
+ public:
+  IArray_int32* BuildArray_int32_Nodes(IVeltune* veltune) { return BuildData(veltune); }
+  IArray_int32* GetArray_int32_Nodes() const { return GetData(); }
+};
+
+template <int kTypeId, int kListTypeId, int kArrayTypeId, int kFromDataId>
+class INodesOf : public virtual INodes,
+                 public Kind<kTypeId, kListTypeId, kArrayTypeId, kListTypeId != 0, kFromDataId> {
+ public:
+  static constexpr int kFromDataType = kFromDataId;
+  using Data = IArray_int32;
+};
+using INodes_Neutral = INodesOf<20, 112, 8, 86>;
+using INodes_Seed = INodesOf<21, 113, 9, 87>;
+using INodes_Delta = INodesOf<22, 114, 10, 88>;
+using INodes_Complete = INodesOf<23, 0, 11, 89>;  // no list, so nothing for a reference to find
+
+class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
+                    public Kind<24, 116, 12, true, 90, 92, 96> {
+ public:
+  using Data = IChannelMapData;
+  IChannelMapData* BuildChannelMapData(IVeltune* veltune) { return BuildData(veltune); }
+  IChannelMapData* GetChannelMapData() const { return GetData(); }
+};
+
+class IColorMap : public virtual common::api::IBuilt<Configuration, IColorMapData>,
+                  public Kind<25, 117, 13, true, 91> {
+ public:
+  using Data = IColorMapData;
+  IColorMapData* BuildColorMapData(IVeltune* veltune) { return BuildData(veltune); }
+  void SetColorMapData(IColorMapData* data) { SetData(data); }
+  IColorMapData* GetColorMapData() const { return GetData(); }
+  unsigned int GetChecksum() const { return GetData()->GetChecksum(); }
+};
+
+class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveData>,
+                   public Kind<26, 118, 14, true, 93> {
+ public:
+  using Data = IGrayCurveData;
+  IGrayCurveData* BuildGrayCurveData(IVeltune* veltune) { return BuildData(veltune); }
+  void SetGrayCurveData(IGrayCurveData* data) { SetData(data); }
+  IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+  unsigned int GetChecksum() const { return GetData()->GetChecksum(); }
+};
+
+class IAlternateNeutralChannel
+    : public virtual common::api::IBuilt<Configuration, IAlternateNeutralChannelData>,
+      public Kind<27, 119, 15, true, 94> {
+ public:
+  using Data = IAlternateNeutralChannelData;
+  IAlternateNeutralChannelData* BuildAlternateNeutralChannelData(IVeltune* veltune) {
+    return BuildData(veltune);
+  }
+  IAlternateNeutralChannelData* GetAlternateNeutralChannelData() const { return GetData(); }
+};
+
+class IAlternateNeutral : public virtual common::api::IBuilt<Configuration, IAlternateNeutralData>,
+                          public Kind<28, 120, 16, true, 95> {
+ public:
+  using Data = IAlternateNeutralData;
+  IAlternateNeutralData* BuildAlternateNeutralData(IVeltune* veltune) { return BuildData(veltune); }
+  void SetAlternateNeutralData(IAlternateNeutralData* data) { SetData(data); }
+  IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
+  unsigned int GetChecksum() const { return GetData()->GetChecksum(); }
+};
+
+// ---- recipe operators
+
+// The bytes of a node component, stored.
+class IFromData_Nodes : public virtual IRecipe::IProducer<IArray_int32> {
+ public:
+  using IRecipe::IOperator::Init;
+  virtual void Init(IArray_uint8* encoded) = 0;
+  // Encodes. Of a complete grid of 17, save for `Complete` itself, each kind takes what it stores.
+  virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
+  // With a reference for the caller.
+  virtual IArray_int32* BuildArray_int32_Nodes_Decoded() = 0;
+  virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
+  // Stores the encoding of these values instead; a call that raises leaves no bytes.
+  virtual void UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) = 0;
+};
+
+class IBuild_ChannelMap : public virtual IRecipe::IBuild<IChannelMapData> {
+ public:
+  IChannelMapData* GetChannelMapData() const { return GetData(); }
+  void DestroyChannelMapData() { DestroyData(); }
+};
+
+// A whole channel as one string of bytes.
+class IBuild_Monolithic_ChannelMap : public virtual IBuild_ChannelMap {
+ public:
+  using IRecipe::IOperator::Init;
+  // Encodes a grid of 17 with the properties' lossy level and delta range.
+  virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
+  // Encodes a less b around 128, clamped, of a and b as a decoder sees them.
+  virtual void Init_Subtract(IProperties* properties, IProperties* propertiesA,
+                             IArray_int32* nodesA, IProperties* propertiesB,
+                             IArray_int32* nodesB) = 0;
+  virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
+};
+
+class IBuild_ColorMap : public virtual IRecipe::IBuild<IColorMapData> {
+ public:
+  IColorMapData* GetColorMapData() const { return GetData(); }
+  void DestroyColorMapData() { DestroyData(); }
+};
+
+class IFromData_GrayCurve : public virtual IRecipe::IBuild<IGrayCurveData> {
+ public:
+  using IRecipe::IOperator::Init;
+  virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
+  virtual IArray_uint8* GetArray_uint8_Nodes_GrayCurve_Encoded() const = 0;
+  IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+  void DestroyGrayCurveData() { DestroyData(); }
+};
+
+class IBuild_Monolithic_AlternateNeutralChannel
+    : public virtual IRecipe::IBuild<IAlternateNeutralChannelData> {
+ public:
+  using IRecipe::IOperator::Init;
+  virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
+  virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
+  IAlternateNeutralChannelData* GetAlternateNeutralChannelData() const { return GetData(); }
+  void DestroyAlternateNeutralChannelData() { DestroyData(); }
+};
+
+class IBuild_AlternateNeutral : public virtual IRecipe::IBuild<IAlternateNeutralData> {
+ public:
+  IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
+  void DestroyAlternateNeutralData() { DestroyData(); }
+};
+
+template <class ComponentKind>
+using IListOf = common::api::IComponentList<Configuration, ComponentKind>;
+using IColorMaps = IListOf<IColorMap>;
+using IChannelMaps = IListOf<IChannelMap>;
+using INodes_Neutrals = IListOf<INodes_Neutral>;
+using INodes_Seeds = IListOf<INodes_Seed>;
+using INodes_Deltas = IListOf<INodes_Delta>;
+using IGrayCurves = IListOf<IGrayCurve>;
+using IAlternateNeutralChannels = IListOf<IAlternateNeutralChannel>;
+using IAlternateNeutrals = IListOf<IAlternateNeutral>;
+
+// The kinds in the order of a pack's root lists: X(kind, list).
+#define WISP_KINDS(X)                                  \
+  X(ColorMap, ColorMaps)                               \
+  X(ChannelMap, ChannelMaps)                           \
+  X(Nodes_Neutral, Nodes_Neutrals)                     \
+  X(Nodes_Seed, Nodes_Seeds)                           \
+  X(Nodes_Delta, Nodes_Deltas)                         \
+  X(GrayCurve, GrayCurves)                             \
+  X(AlternateNeutralChannel, AlternateNeutralChannels) \
+  X(AlternateNeutral, AlternateNeutrals)
+
+}  // namespace velora::v1::wisp::api

@@ -1,0 +1,91 @@
+#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/pyramid.h"
+
+namespace velora::v1::wisp::core::components {
+
+template class CRecordData<api::IColorMapData>;
+
+// A record has some 39000 bytes: eight at a time, in four lanes of 16 bits, which take 128 sums of
+// two bytes before they are full.
+unsigned int SumBytes(const unsigned char* bytes, int from, int to) {
+  constexpr uint64_t kLanes = 0x00FF00FF00FF00FF;
+  constexpr int kStep = sizeof(uint64_t);
+  unsigned int sum = 0;
+  int i = from;
+  while (to - i >= kStep) {
+    uint64_t lanes = 0;
+    for (int rounds = 0; rounds < 128 && to - i >= kStep; ++rounds, i += kStep) {
+      uint64_t word;
+      memcpy(&word, bytes + i, sizeof word);
+      lanes += (word & kLanes) + (word >> 8 & kLanes);
+    }
+    for (; lanes != 0; lanes >>= 16) {
+      sum += lanes & 0xFFFF;
+    }
+  }
+  for (; i < to; ++i) {
+    sum += bytes[i];
+  }
+  return sum;
+}
+
+namespace {
+
+// Cut to 16 bits, in blocks of a size that a compiler can turn into few instructions.
+void FillPlane(const int* nodes, uint16_t* plane) {
+  constexpr int kBlock = 16;
+  int node = 0;
+  for (; node + kBlock <= kCube; node += kBlock) {
+    for (int i = 0; i < kBlock; ++i) {
+      plane[node + i] = static_cast<uint16_t>(nodes[node + i]);
+    }
+  }
+  for (; node < kCube; ++node) {
+    plane[node] = static_cast<uint16_t>(nodes[node]);
+  }
+}
+
+}  // namespace
+
+using CBuild_CMYK = CColorMap::COperator::CBuild_CMYK;
+
+Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
+  unsigned char* volatile bytes = nullptr;
+  PLINTH_FRAME(Configuration) {
+    this->BeginResolve(operators, properties, veltune);
+    api::IChannelMapData* channels[VELORA_WISP_CHANNELS];
+    for (int i = VELORA_WISP_CHANNELS - 1; i >= 0; --i) {  // taken from the recipe's end
+      channels[i] =
+          common::core::ResolveOperand<Configuration, CChannelMap>(frame, operators, veltune)
+              ->GetChannelMapData();
+    }
+    for (api::IChannelMapData* channel : channels) {
+      if (channel->GetArray_int32_Nodes()->GetCount() != kCube) {
+        PLINTH_RAISE(CException_General);
+      }
+    }
+    bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
+                 true) unsigned char[VELORA_SIZE_WISP_COLOR_MAP];
+    auto* record = reinterpret_cast<WISPColorMap*>(bytes);
+    record->payloadLength = 20000;
+    record->tenThousand = 10000;
+    record->four = 4;
+    record->sixteen = 16;
+    record->one = 1;
+    for (int i = 0; i < VELORA_WISP_CHANNELS; ++i) {
+      record->channels[i] = *channels[i]->GetWISPColorMapChannel();
+      FillPlane(channels[i]->GetArray_int32_Nodes()->GetElements(), record->data.nodes[i]);
+    }
+    this->data.Take(Create<Configuration, CColorMapData>());
+    this->data->Init(VELORA_SIZE_WISP_COLOR_MAP, bytes, true);
+    bytes = nullptr;
+    this->Call_Callback_Resolve_Done();
+  }
+  PLINTH_TAIL {
+    operator delete[](bytes, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+  PLINTH_END
+  return operators;
+}
+
+}  // namespace velora::v1::wisp::core::components

@@ -1,0 +1,53 @@
+// The 1620 canonical print modes of the ink pipeline.
+// Room: velora/wisp. The table owns its mappings, from the platform; both raise as their interfaces
+// tell.
+#pragma once
+
+#include "velora/common/core/CPrintModeMappings.h"
+#include "velora/wisp/api/vocabulary.h"
+
+namespace velora::v1::wisp::core {
+
+using api::Configuration;
+
+class CPrintModeMapping : public api::IPrintModeMapping {
+ public:
+  CPrintModeMapping();
+  ~CPrintModeMapping() override;
+  void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality, unsigned int penSet,
+            PT_data_source source) override;
+  void Destroy() override;
+  PT_media_t GetMediaType() const override;
+  unsigned int GetMediaSubtype() const override;
+  PT_quality_t GetQuality() const override;
+  unsigned int GetPenSet() const override;
+  PT_data_source GetDataSource() const override;
+
+ private:
+  void CheckThis() const;
+
+  PT_media_t m_eMediaType;
+  unsigned int m_nMediaSubtype;
+  PT_quality_t m_eQuality;
+  unsigned int m_nPenSet;
+  PT_data_source m_eDataSource;
+  bool m_bInitialized;
+};
+
+// The data source runs fastest, then pen set, quality, subtype, medium.
+class CPrintModeMappings
+    : public common::core::CPrintModeMappingsOf<Configuration, api::IPrintModeMappings,
+                                                CPrintModeMapping> {
+ public:
+  CPrintModeMappings();
+  ~CPrintModeMappings() override;
+  void Init() override;
+  api::IPrintModeMapping* GetPrintModeMapping(PT_media_t media, unsigned int subtype,
+                                              PT_quality_t quality, unsigned int penSet,
+                                              PT_data_source source) const override;
+  api::IPrintModeMapping* GetPrintModeMapping(const tWISPPrintModeMapping* record) const override;
+  int FindPlace(const api::IPrintModeMapping* mapping) const override;
+  api::IPrintModeMapping* GetAt(int place) const override;
+};
+
+}  // namespace velora::v1::wisp::core

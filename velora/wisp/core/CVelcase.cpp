@@ -1,0 +1,16 @@
+#include "velora/wisp/core/CVelcase.h"
+
+#include "velora/common/core/CVelcaseOf.inl"
+
+namespace velora::v1::wisp::core {
+
+CVelcase::CVelcase() = default;
+
+CVelcase::~CVelcase() = default;
+
+#define WISP_GETTER(Name, List) \
+  api::I##List* CVelcase::Get##List() const { return this->GetList<api::I##Name>(); }
+WISP_KINDS(WISP_GETTER)
+#undef WISP_GETTER
+
+}  // namespace velora::v1::wisp::core

@@ -1,0 +1,340 @@
+// The ink components and their recipe operators.
+// Room: velora/wisp. Components are the common build protocol over a kind; an operator makes the
+// data that its component keeps, over the bare arithmetic of pyramid.h and delta_code.h. `Build...`
+// of an array gives a reference to the caller. Failures are raised: a null argument and an array of
+// the wrong size `CException_Parameter_Invalid`, a wrong recipe and a stream that fills the wrong
+// number of nodes `CException_This_Invalid`, what is found missing or left over on the way
+// `CException_General`.
+#pragma once
+
+#include "velora/common/core/CBuilt.h"
+#include "velora/common/core/CStoredBytes.h"
+#include "velora/wisp/api/IVeltune.h"
+#include "velora/wisp/core/words.h"
+
+namespace velora::v1::wisp::core::components {
+
+using api::ENodeCount;
+using api::IArray_int32;
+using api::IArray_uint8;
+using api::IProperties;
+using api::IVeltune;
+using Operators = common::core::CRecipe<Configuration>::Operators;
+
+// A component of a kind, as the concrete class that the build protocol needs.
+template <class Class, class Interface>
+using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
+
+// An operator that stores nothing of its own and makes data from operands.
+template <class Interface, class Data, int kType>
+using CBareProducer =
+    common::core::CProducer<Configuration, common::core::CBare<Configuration, Interface, kType>,
+                            Data>;
+
+// An operator that makes data from bytes that it stores.
+template <class Interface, class Data, int kType>
+using CStoringProducer =
+    common::core::CProducer<Configuration,
+                            common::core::CStoredBytes<Configuration, Interface, kType>, Data>;
+
+// ---- nodes
+
+// How a kind of nodes is stored, and what else its operator can do with arrays of them. `Take`
+// answers what the kind stores of a complete grid of 17.
+template <class Interface>
+struct NodesForm;
+
+// One byte a node, its low 8 bits.
+struct BytesForm {
+  static constexpr bool kReadsProperties = false;
+  static IArray_uint8* Encode(IProperties* properties, IArray_int32* nodes);
+  static IArray_int32* Decode(IProperties* properties, IArray_uint8* encoded);
+};
+
+template <>
+struct NodesForm<api::INodes_Neutral> : BytesForm {
+  // The diagonal of the grid, resampled to the properties' node count.
+  static IArray_int32* BuildArray_int32_Nodes_Neutral(IProperties* properties,
+                                                      IArray_int32* complete);
+  static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
+};
+
+template <>
+struct NodesForm<api::INodes_Seed> : BytesForm {
+  // A grid of n of its seeds and of every (m - 1) / (n - 1)-th of m neutrals.
+  static IArray_int32* BuildArray_int32_Nodes_Complete(int n, IArray_int32* seeds, int m,
+                                                       IArray_int32* neutrals);
+  // All off the diagonal of the grid, resampled to the properties' node count.
+  static IArray_int32* BuildArray_int32_Nodes_Seed(IProperties* properties, IArray_int32* complete);
+  static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
+};
+
+// The run-length code, with the properties' node count and delta range.
+template <>
+struct NodesForm<api::INodes_Delta> {
+  static constexpr bool kReadsProperties = true;
+  // A grid of n with each delta, neutral, and seed of a grid of p in its place, and 0 elsewhere.
+  static IArray_int32* BuildArray_int32_Nodes_Complete(int n, IArray_int32* deltas, int m,
+                                                       IArray_int32* neutrals, int p,
+                                                       IArray_int32* seeds);
+  // The deltas of the level of the properties' node count, against the grids below it, less what
+  // their deltas do not reach.
+  static IArray_int32* BuildArray_int32_Nodes_Delta(IProperties* properties,
+                                                    IArray_int32* complete);
+  // One level: how a grid of n differs from its prediction, less what the properties' lossy level
+  // allows. With `update` the grid gives up what the deltas do not reach.
+  static IArray_int32* BuildArray_int32_Nodes_Delta(IProperties* properties, int n,
+                                                    IArray_int32* unchanged,
+                                                    IArray_int32* predicted, bool update);
+  // From differences in 1/256 to deltas within the properties' delta range, in place.
+  static void AdjustArray_int32_Nodes_Delta(IProperties* properties, int n, IArray_int32* deltas,
+                                            IArray_int32* unchanged, bool update);
+  // The deltas of both levels at once: 600, then 4176.
+  static void MeasureLevels(const CPropertiesHelper* helper, IProperties* properties,
+                            const int* cube, int* deltas);
+  static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
+  static IArray_uint8* Encode(IProperties* properties, IArray_int32* deltas);
+  static IArray_int32* Decode(IProperties* properties, IArray_uint8* encoded);
+};
+
+template <>
+struct NodesForm<api::INodes_Complete> : BytesForm {
+  // From n nodes an axis to m, which is n or 2n - 1.
+  static IArray_int32* BuildArray_int32_Nodes_Interpolated(int n, IArray_int32* nodes, int m);
+  static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
+};
+
+// The four kinds are one template; their interfaces tell them apart.
+template <class Interface>
+class CNodes : public CBuiltOf<CNodes<Interface>, Interface> {
+ public:
+  struct COperator {
+    class CFromData;
+  };
+};
+
+// A leaf of a recipe: it takes no operand, and its nodes are what the component keeps.
+template <class Interface>
+class CNodes<Interface>::COperator::CFromData
+    : public common::core::CStoredBytes<Configuration, api::IFromData_Nodes,
+                                        Interface::kFromDataType>,
+      public NodesForm<Interface> {
+ public:
+  using Form = NodesForm<Interface>;
+  using Base =
+      common::core::CStoredBytes<Configuration, api::IFromData_Nodes, Interface::kFromDataType>;
+  using Base::Init;
+  void Init(IArray_uint8* encoded) override;
+  void Init(IProperties* properties, IArray_int32* nodes) override;
+  // Where the form reads properties, the context of reading are those of the owning component.
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  IArray_int32* BuildArray_int32_Nodes_Decoded() override;
+  IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;
+  void UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) override;
+  IArray_int32* TakeData() override;
+};
+
+using CNodes_Neutral = CNodes<api::INodes_Neutral>;
+using CNodes_Seed = CNodes<api::INodes_Seed>;
+using CNodes_Delta = CNodes<api::INodes_Delta>;
+using CNodes_Complete = CNodes<api::INodes_Complete>;
+
+// ---- data
+
+template <class Interface>
+class CChannelData : public plinth::v1::core::CObject, public virtual Interface {
+ public:
+  CChannelData();
+  ~CChannelData() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(const WISPColorMapChannel* newChannel, IArray_int32* newNodes) override;
+  void Init(Interface* other) override;
+  const WISPColorMapChannel* GetWISPColorMapChannel() const override;
+  IArray_int32* GetArray_int32_Nodes() const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  WISPColorMapChannel channel;
+  Counted<IArray_int32> nodes;
+};
+using CChannelMapData = CChannelData<api::IChannelMapData>;
+using CAlternateNeutralChannelData = CChannelData<api::IAlternateNeutralChannelData>;
+
+template <class Interface>
+class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
+ public:
+  using Record = typename Interface::Record;
+
+  CRecordData();
+  ~CRecordData() override;
+  using Interface::Init;
+  void Init() override;
+  void Init(int newSize, unsigned char* newRecord, bool isOwned) override;
+  void Init(typename Interface::Copied* other) override;
+  int GetSize() const override;
+  const Record* GetRecord() const override;
+  unsigned int GetChecksum() const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  void FreeRecord();
+
+  int size;
+  unsigned char* record;
+  bool owned;
+  unsigned int checksum;
+};
+using CColorMapData = CRecordData<api::IColorMapData>;
+using CAlternateNeutralData = CRecordData<api::IAlternateNeutralData>;
+
+class CGrayCurveData : public plinth::v1::core::CObject, public virtual api::IGrayCurveData {
+ public:
+  CGrayCurveData();
+  ~CGrayCurveData() override;
+  using api::IGrayCurveData::Init;
+  void Init() override;
+  void Init(const WISPGrayCurve* newCurve) override;
+  void Init(api::IGrayCurveData* other) override;
+  const WISPGrayCurve* GetWISPGrayCurve() const override;
+  unsigned int GetChecksum() const override;
+  void Reset() override;
+
+ private:
+  WISPGrayCurve curve;
+  unsigned int checksum;
+};
+
+// ---- channel maps
+
+class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
+ public:
+  struct COperator {
+    class CBuild_N_5_9_17;
+    class CBuild_Monolithic;
+    class CModify_Subtract;
+  };
+};
+
+class CChannelMap::COperator::CBuild_N_5_9_17
+    : public CBareProducer<api::IBuild_ChannelMap, api::IChannelMapData, 90> {
+ public:
+  // The recipe reads, from its start: neutral, seed, deltas of 9, deltas of 17, this operator.
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+  static IArray_int32* BuildArray_int32_Nodes_17Cubed(IArray_int32* neutrals, IArray_int32* seeds,
+                                                      IArray_int32* deltas9,
+                                                      IArray_int32* deltas17);
+};
+
+class CChannelMap::COperator::CBuild_Monolithic
+    : public CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92> {
+ public:
+  using Base = CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92>;
+  using Base::Init;
+  void Init(IProperties* properties, IArray_int32* nodes) override;
+  void Init_Subtract(IProperties* properties, IProperties* propertiesA, IArray_int32* nodesA,
+                     IProperties* propertiesB, IArray_int32* nodesB) override;
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+  IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;
+  static IArray_uint8* BuildArray_uint8_Nodes_Encoded(IProperties* properties, IArray_int32* nodes);
+  static IArray_int32* BuildArray_int32_Nodes_17Cubed_Decoded(IProperties* properties,
+                                                              IArray_uint8* encoded);
+};
+
+// The first map less the second, around 128, with the second one's description of the ink.
+class CChannelMap::COperator::CModify_Subtract
+    : public CBareProducer<api::IBuild_ChannelMap, api::IChannelMapData, 96> {
+ public:
+  // The recipe reads, from its start: a, b, this operator.
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+// ---- tables
+
+// Gathers four channels, which the recipe names in their order.
+class CColorMap : public CBuiltOf<CColorMap, api::IColorMap> {
+ public:
+  struct COperator {
+    class CBuild_CMYK;
+  };
+};
+
+class CColorMap::COperator::CBuild_CMYK
+    : public CBareProducer<api::IBuild_ColorMap, api::IColorMapData, 91> {
+ public:
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
+ public:
+  struct COperator {
+    class CFromData;
+  };
+};
+
+class CGrayCurve::COperator::CFromData
+    : public CStoringProducer<api::IFromData_GrayCurve, api::IGrayCurveData, 93> {
+ public:
+  using Base = CStoringProducer<api::IFromData_GrayCurve, api::IGrayCurveData, 93>;
+  using Base::Init;
+  void Init(IArray_uint8* nodes) override;
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+  IArray_uint8* GetArray_uint8_Nodes_GrayCurve_Encoded() const override;
+  // 17 bytes, whatever an image says.
+  void CheckThis() const override;
+};
+
+class CAlternateNeutralChannel
+    : public CBuiltOf<CAlternateNeutralChannel, api::IAlternateNeutralChannel> {
+ public:
+  struct COperator {
+    class CBuild_Monolithic;
+  };
+};
+
+class CAlternateNeutralChannel::COperator::CBuild_Monolithic
+    : public CStoringProducer<api::IBuild_Monolithic_AlternateNeutralChannel,
+                              api::IAlternateNeutralChannelData, 94> {
+ public:
+  using Base = CStoringProducer<api::IBuild_Monolithic_AlternateNeutralChannel,
+                                api::IAlternateNeutralChannelData, 94>;
+  using Base::Init;
+  void Init(IProperties* properties, IArray_int32* nodes) override;
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+  IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;
+};
+
+// Gathers four channels, which the recipe names in their order.
+class CAlternateNeutral : public CBuiltOf<CAlternateNeutral, api::IAlternateNeutral> {
+ public:
+  struct COperator {
+    class CBuild_CMYK;
+  };
+};
+
+class CAlternateNeutral::COperator::CBuild_CMYK
+    : public CBareProducer<api::IBuild_AlternateNeutral, api::IAlternateNeutralData, 95> {
+ public:
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
+}  // namespace velora::v1::wisp::core::components
+
+namespace velora::v1::wisp::core::component_lists {
+
+template <class Kind>
+using CListOf = common::core::CComponentList<Configuration, Kind>;
+using CColorMaps = CListOf<api::IColorMap>;
+using CChannelMaps = CListOf<api::IChannelMap>;
+using CNodes_Neutrals = CListOf<api::INodes_Neutral>;
+using CNodes_Seeds = CListOf<api::INodes_Seed>;
+using CNodes_Deltas = CListOf<api::INodes_Delta>;
+using CGrayCurves = CListOf<api::IGrayCurve>;
+using CAlternateNeutralChannels = CListOf<api::IAlternateNeutralChannel>;
+using CAlternateNeutrals = CListOf<api::IAlternateNeutral>;
+
+}  // namespace velora::v1::wisp::core::component_lists

@@ -1,0 +1,84 @@
+#include "velora/wisp/core/delta_code.h"
+
+#include <string.h>
+
+namespace velora::v1::wisp::core {
+
+namespace {
+
+constexpr int kZero = 128;  // also the first short run
+constexpr int kFirstLongRun = 240;
+constexpr int kShortestLongRun = 113;
+constexpr int kLongestRun = 4208;
+
+}  // namespace
+
+DecodedDeltas DecodeDeltas(const unsigned char* bytes, int size, int step, int* deltas, int room) {
+  DecodedDeltas decoded = {EDecoded::kAll, 0, 0};
+  // The many short runs of zeros are then steps over what is there already.
+  memset(deltas, 0, sizeof *deltas * static_cast<size_t>(room));
+  int count = 0;
+  int used = 0;
+  while (used < size && count < room) {
+    const int code = bytes[used++];
+    if (code < kZero) {
+      const int sign = (code & 1) * 2 - 1;
+      deltas[count++] = sign * step * (kDeltaSteps - code / 2);
+      continue;
+    }
+    int run = code - kZero + 1;
+    if (code >= kFirstLongRun) {
+      if (used == size) {
+        decoded.outcome = EDecoded::kCutOff;
+        break;
+      }
+      run = (code - kFirstLongRun) * 256 + bytes[used++] + kShortestLongRun;
+    }
+    if (run > room - count) {
+      decoded.outcome = EDecoded::kPastEnd;
+      break;
+    }
+    count += run;
+  }
+  decoded.count = count;
+  decoded.used = used;
+  return decoded;
+}
+
+int EncodeDeltas(const int* deltas, int count, int range, unsigned char* bytes, int room) {
+  const int step = range / kDeltaSteps;
+  const auto codeOf = [range, step](int delta) {
+    const int held = delta > range ? range : delta < -range ? -range : delta;
+    const int steps = held / step;
+    return (kDeltaSteps - (steps < 0 ? -steps : steps)) * 2 + (steps >= 1 ? 1 : 0);
+  };
+  int written = 0;
+  for (int i = 0; i < count;) {
+    const int code = codeOf(deltas[i++]);
+    if (written == room) {
+      return -1;
+    }
+    if (code != kZero) {
+      bytes[written++] = static_cast<unsigned char>(code);
+      continue;
+    }
+    int run = 1;
+    while (i < count && run < kLongestRun && codeOf(deltas[i]) == kZero) {
+      ++run;
+      ++i;
+    }
+    if (run < kShortestLongRun) {
+      bytes[written++] = static_cast<unsigned char>(kZero + run - 1);
+      continue;
+    }
+    if (room - written < 2) {
+      return -1;
+    }
+    const int beyond = run - kShortestLongRun;
+    bytes[written++] = static_cast<unsigned char>(kFirstLongRun + beyond / 256);
+    bytes[written++] = static_cast<unsigned char>(beyond % 256);
+  }
+  return written;
+}
+
+}  // namespace velora::v1::wisp::core

@@ -1,0 +1,213 @@
+#include "velora/wisp/core/pyramid.h"
+
+#include <string.h>
+
+namespace velora::v1::wisp::core {
+
+namespace {
+
+constexpr int kTop = 255;
+
+inline int Refined(int lower, int upper, int delta) {
+  const int value = (lower + upper) / 2 + delta;
+  return value < 0 ? 0 : value > kTop ? kTop : value;
+}
+
+// Interpolation and deltas in one walk. The deltas of a row are in its odd nodes where a and b are
+// even, and in all of its nodes otherwise, save a neutral one. The neutrals of even positions come
+// with the coarse grid.
+template <int kFine>
+void RefineGrid(const int* coarse, const int* deltas, const int* neutrals, int* grid) {
+  constexpr int kCoarse = (kFine - 1) / 2 + 1;
+  constexpr int kStride = (kAxis - 1) / (kFine - 1);
+  for (int a = 0; a < kFine; ++a) {
+    for (int b = 0; b < kFine; ++b) {
+      const int* lower = coarse + (a / 2 * kCoarse + b / 2) * kCoarse;
+      const int* upper = coarse + ((a + 1) / 2 * kCoarse + (b + 1) / 2) * kCoarse;
+      int* row = grid + (a * kFine + b) * kFine;
+      if (((a | b) & 1) == 0) {
+        for (int c = 0; c < kCoarse - 1; ++c) {
+          row[2 * c] = lower[c];
+          row[2 * c + 1] = Refined(lower[c], lower[c + 1], deltas[c]);
+        }
+        deltas += kCoarse - 1;
+        row[kFine - 1] = lower[kCoarse - 1];
+      } else if (a != b) {
+        for (int c = 0; c < kCoarse - 1; ++c) {
+          row[2 * c] = Refined(lower[c], upper[c], deltas[2 * c]);
+          row[2 * c + 1] = Refined(lower[c], upper[c + 1], deltas[2 * c + 1]);
+        }
+        row[kFine - 1] = Refined(lower[kCoarse - 1], upper[kCoarse - 1], deltas[kFine - 1]);
+        deltas += kFine;
+      } else {
+        for (int c = 0; c < kFine; ++c) {
+          row[c] =
+              c == a ? neutrals[a * kStride] : Refined(lower[c / 2], upper[(c + 1) / 2], *deltas++);
+        }
+      }
+    }
+  }
+}
+
+// Calls visit(node, a, b, c) for each node that has a delta; answers how many there are.
+template <class Visitor>
+int ForEachDelta(int n, Visitor visit) {
+  int count = 0;
+  int node = 0;
+  for (int a = 0; a < n; ++a) {
+    for (int b = 0; b < n; ++b) {
+      for (int c = 0; c < n; ++c, ++node) {
+        if (((a | b | c) & 1) != 0 && !(a == b && b == c)) {
+          visit(node, a, b, c);
+          ++count;
+        }
+      }
+    }
+  }
+  return count;
+}
+
+// The distance from the neutral diagonal.
+int Distance(int a, int b, int c) {
+  const int largest = a > b ? (a > c ? a : c) : b > c ? b : c;
+  const int smallest = a < b ? (a < c ? a : c) : b < c ? b : c;
+  return largest - smallest;
+}
+
+}  // namespace
+
+void SeedsToGrid(int n, const int* seeds, int m, const int* neutrals, int* grid) {
+  const int stride = (m - 1) / (n - 1);
+  for (int a = 0; a < n; ++a) {
+    for (int b = 0; b < n; ++b) {
+      for (int c = 0; c < n; ++c) {
+        *grid++ = a == b && b == c ? neutrals[a * stride] : *seeds++;
+      }
+    }
+  }
+}
+
+bool DeltasToGrid(int n, const int* deltas, int deltaCount, int m, const int* neutrals, int p,
+                  const int* seeds, int* grid) {
+  const int stride = (m - 1) / (n - 1);
+  const int spacing = (n - 1) / (p - 1);
+  const int* const deltasEnd = deltas + deltaCount;
+  const int* const seedsEnd = seeds + Cube(p) - p;
+  for (int a = 0; a < n; ++a) {
+    for (int b = 0; b < n; ++b) {
+      for (int c = 0; c < n; ++c) {
+        if (a == b && b == c) {
+          *grid++ = neutrals[a * stride];
+        } else if (a % spacing == 0 && b % spacing == 0 && c % spacing == 0) {
+          if (seeds == seedsEnd) {
+            return false;
+          }
+          *grid++ = *seeds++;
+        } else if (((a | b | c) & 1) != 0) {
+          if (deltas == deltasEnd) {
+            return false;
+          }
+          *grid++ = *deltas++;
+        } else {
+          *grid++ = 0;
+        }
+      }
+    }
+  }
+  return deltas == deltasEnd && seeds == seedsEnd;
+}
+
+void Interpolate(int n, const int* grid, int* finer) {
+  const int m = 2 * n - 1;
+  for (int a = 0; a < m; ++a) {
+    for (int b = 0; b < m; ++b) {
+      const int* lower = grid + (a / 2 * n + b / 2) * n;
+      const int* upper = grid + ((a + 1) / 2 * n + (b + 1) / 2) * n;
+      for (int c = 0; c < m; ++c) {
+        *finer++ = ((a | b | c) & 1) == 0 ? lower[c / 2] : (lower[c / 2] + upper[(c + 1) / 2]) / 2;
+      }
+    }
+  }
+}
+
+void BuildCube(const int* neutrals, const int* seeds, const int* deltas9, const int* deltas17,
+               int* cube) {
+  int coarse[Cube(kSeedAxis)];
+  int middle[Cube(kMiddleAxis)];
+  SeedsToGrid(kSeedAxis, seeds, kAxis, neutrals, coarse);
+  RefineGrid<kMiddleAxis>(coarse, deltas9, neutrals, middle);
+  RefineGrid<kAxis>(middle, deltas17, neutrals, cube);
+}
+
+void Resample(const int* cube, int n, int* grid) {
+  const int stride = n < 2 ? 0 : (kAxis - 1) / (n - 1);
+  for (int a = 0; a < n; ++a) {
+    for (int b = 0; b < n; ++b) {
+      for (int c = 0; c < n; ++c) {
+        *grid++ = cube[(a * kAxis + b) * stride * kAxis + c * stride];
+      }
+    }
+  }
+}
+
+void TakeSeeds(const int* grid, int n, int* seeds) {
+  // Between two nodes of the diagonal lie n * n + n others.
+  for (int i = 1; i < n; ++i) {
+    memcpy(seeds, grid + 1, sizeof *grid * static_cast<unsigned int>(n * n + n));
+    seeds += n * n + n;
+    grid += n * n + n + 1;
+  }
+}
+
+void TakeNeutrals(const int* grid, int n, int* neutrals) {
+  for (int i = 0; i < n; ++i) {
+    neutrals[i] = grid[i * (n * n + n + 1)];
+  }
+}
+
+int MeasureDeltas(int n, const int* values, const int* predicted, Tolerance tolerance,
+                  int* differences) {
+  // What is left of the tolerance at the distances 1, 2, 3 from the diagonal, in 1/256.
+  constexpr int kProximity17[] = {102, 154, 205};
+  constexpr int kProximity9[] = {128, 256, 256};
+  const int* proximity = n == kAxis ? kProximity17 : kProximity9;
+  return ForEachDelta(n, [&](int node, int a, int b, int c) {
+    const int value = values[node];
+    int difference = (value - predicted[node]) * 256;
+    int allowed = tolerance.constant * 256 + tolerance.relative * value;
+    const int distance = Distance(a, b, c);
+    if (distance <= 3) {
+      allowed = proximity[distance - 1] * allowed / 256;
+    }
+    if (allowed > 0) {
+      difference = difference > allowed    ? difference - allowed
+                   : difference < -allowed ? difference + allowed
+                                           : 0;
+    }
+    *differences++ = difference;
+  });
+}
+
+int AdjustDeltas(int n, int* values, int range, bool update, int* differences) {
+  return ForEachDelta(n, [&](int node, int, int, int) {
+    const int kept = (values[node] * 256 - *differences + 128) / 256;
+    const int delta = values[node] - kept;
+    *differences = delta > range ? range : delta < -range ? -range : delta;
+    if (update) {
+      values[node] = *differences + kept;
+    }
+    ++differences;
+  });
+}
+
+void MeasureLevel(int p, const int* coarse, const int* cube, Tolerance tolerance, int range,
+                  int* kept, int* deltas) {
+  const int n = 2 * p - 1;
+  int predicted[kCube];
+  Resample(cube, n, kept);
+  Interpolate(p, coarse, predicted);
+  MeasureDeltas(n, kept, predicted, tolerance, deltas);
+  AdjustDeltas(n, kept, range, true, deltas);
+}
+
+}  // namespace velora::v1::wisp::core

@@ -1,0 +1,160 @@
+// The ink tags, conditions and properties, and what reads them: parameters and helper.
+// Room: velora/wisp. One line each; raise as their families tell.
+#pragma once
+
+#include "velora/common/core/CConditions.h"
+#include "velora/common/core/CList.h"
+#include "velora/common/core/CPrintModeParameters.h"
+#include "velora/common/core/create.h"
+#include "velora/common/core/values.h"
+#include "velora/wisp/core/CPrintModeMappings.h"
+
+namespace velora::v1::wisp::core {
+
+using namespace plinth::v1::api::_exports::common::exception;
+using common::core::Counted;
+using common::core::Create;
+using common::core::Defer;
+using common::core::HandOver;
+
+namespace tags {
+#define WISP_TAG(Name, tag, condition) \
+  using C##Name = common::core::CTagOf<Configuration, api::tags::I##Name, tag>;
+WISP_PRINT_MODE(WISP_TAG)
+#undef WISP_TAG
+}  // namespace tags
+
+namespace conditions::print_mode {
+
+// The caller's value for a pack's number. Numbers from an image are unchecked: one outside the
+// table stands for a value that no mapping holds, so that its condition fails.
+template <int kFirst, int kCount>
+constexpr int Translate(const int (&table)[kCount], int number, int otherwise) {
+  return number >= kFirst && number < kFirst + kCount ? table[number - kFirst] : otherwise;
+}
+
+// A colour space decides nothing: true for any mapping, and for any parameters.
+struct ColorspaceTest : common::core::conditions::system::Test {
+  static constexpr bool kAnyParameters = true;
+};
+
+struct MediaTypeTest : common::core::conditions::system::Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int number) {
+    constexpr int aMedia[] = {0, 1, 2, 8, 5, 7};
+    return parameters->GetPrintModeMapping()->GetMediaType() == Translate<1>(aMedia, number, -1);
+  }
+};
+
+// Number 0 is outside the table, and subtype 0 the value for that.
+struct MediaSubtypeTest : common::core::conditions::system::Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int number) {
+    constexpr int aSubtypes[] = {1, 10, 50, 101, 102, 103, 104, 105};
+    return static_cast<int>(parameters->GetPrintModeMapping()->GetMediaSubtype()) ==
+           Translate<1>(aSubtypes, number, 0);
+  }
+};
+
+struct QualityTest : common::core::conditions::system::Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int number) {
+    constexpr int aQualities[] = {-2, -1, 0, 1, 2};
+    return parameters->GetPrintModeMapping()->GetQuality() ==
+           Translate<1>(aQualities, number, 65534);
+  }
+};
+
+struct PenSetTest : common::core::conditions::system::Test {
+  template <class Parameters>
+  static bool Ask(Parameters* parameters, int number) {
+    constexpr int aPenSets[] = {1, 2};
+    return static_cast<int>(parameters->GetPrintModeMapping()->GetPenSet()) ==
+           Translate<1>(aPenSets, number, 0);
+  }
+};
+
+#define WISP_CONDITION(Name, tag, condition) \
+  using C##Name =                            \
+      common::core::conditions::COperandOf<Configuration, api::E##Name, condition, Name##Test>;
+WISP_PRINT_MODE(WISP_CONDITION)
+#undef WISP_CONDITION
+
+}  // namespace conditions::print_mode
+
+namespace properties {
+
+using CChannel = common::core::properties::CChannel<Configuration>;
+#define WISP_PROPERTY(Name, Enumeration, Id) \
+  using C##Name = common::core::CPropertyOf<Configuration, api::properties::I##Name, Id>;
+WISP_PROPERTIES(WISP_PROPERTY)
+#undef WISP_PROPERTY
+
+class CNodeCount : public common::core::CPropertyOf<Configuration, api::properties::INodeCount,
+                                                    api::kNodeCount> {
+ public:
+  void SetNodeCount(api::ENodeCount::Enum count) override;
+};
+
+// Stored as an entry with one reference, to its array of bytes. Compares by type id, then by the
+// array.
+class CDropsPerLevel : public common::core::CProperty<Configuration>,
+                       public virtual api::properties::IDropsPerLevel {
+ public:
+  using Base = common::core::CProperty<Configuration>;
+  static constexpr int kSerializeableType = api::kDropsPerLevel;
+
+  CDropsPerLevel();
+  ~CDropsPerLevel() override;
+  using Base::Init;
+  void Init() override;
+  void Init(api::IArray_uint8* newDrops) override;
+  void Init(api::IProperty* other) override;
+  void Init(common::api::ISerializeable<Configuration>* other) override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  api::IArray_uint8* GetDropsPerLevel() const override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  void CheckThis() const override;
+  void Reset() override;
+  void Delete() override;
+
+ private:
+  Counted<api::IArray_uint8> drops;
+};
+
+}  // namespace properties
+
+class CPropertiesHelper : public common::core::CPropertiesHelper<Configuration>,
+                          public virtual api::IPropertiesHelper {
+ public:
+  CPropertiesHelper();
+  ~CPropertiesHelper() override;
+  api::EComponentRole::Enum GetComponentRole(api::IProperties* properties) const override;
+  api::EDeltaRange::Enum GetDeltaRange(api::IProperties* properties) const override;
+  api::IArray_uint8* GetDropsPerLevel(api::IProperties* properties) const override;
+  int GetDropVolumeOffset(api::IProperties* properties) const override;
+  unsigned int GetLevelCount(api::IProperties* properties) const override;
+  api::ELossyCompressionLevel::Enum GetLossyCompressionLevel(
+      api::IProperties* properties) const override;
+  api::ENodeCount::Enum GetNodeCount(api::IProperties* properties) const override;
+  void SetNodeCount(api::IProperties* properties, api::ENodeCount::Enum count) const override;
+  unsigned int GetNominalDropVolume(api::IProperties* properties) const override;
+  api::EResolution::Enum GetResolution(api::IProperties* properties) const override;
+};
+
+class CPrintModeParameters
+    : public common::core::CPrintModeParametersOf<Configuration, api::IPrintModeParameters,
+                                                  api::IPrintModeMappings, api::IPrintModeMapping,
+                                                  const tWISPPrintModeMapping*> {
+ public:
+  CPrintModeParameters();
+  ~CPrintModeParameters() override;
+  using CPrintModeParametersOf::Init;
+  void Init(api::EPlatform::Enum platform, api::EProductVariant::Enum productVariant,
+            api::IPrintModeMappings* mappings, const tWISPPrintModeMapping* record,
+            api::IArray<api::IVelcase>* velcases) override;
+};
+
+}  // namespace velora::v1::wisp::core
