@@ -6,10 +6,52 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "authoring/letters.h"
+
 namespace velora::authoring {
 namespace {
 
-constexpr unsigned char kPaper = 128;
+constexpr unsigned char kPaper = 64;
+constexpr unsigned char kInk = 255;
+constexpr int kLetterScale = 2;
+constexpr int kCaptionHeight = kLetterScale * (kLetterHeight + 4);
+
+struct Canvas {
+  Canvas(int canvas_width, int canvas_height)
+      : width(canvas_width), height(canvas_height), pixels(3 * width * height, kPaper) {}
+
+  unsigned char* At(int x, int y) { return &pixels[3 * (y * width + x)]; }
+
+  int width;
+  int height;
+  Bytes pixels;
+};
+
+void DrawCaption(const std::string& caption, int left, int top, Canvas* canvas) {
+  const int advance = kLetterScale * (kLetterWidth + 1);
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    const int start = left + static_cast<int>(i) * advance;
+    for (int y = 0; y < kLetterScale * kLetterHeight; ++y) {
+      for (int x = 0; x < kLetterScale * kLetterWidth && start + x < canvas->width; ++x) {
+        if (!HasInk(caption[i], x / kLetterScale, y / kLetterScale)) continue;
+        std::fill_n(canvas->At(start + x, top + y), 3, kInk);
+      }
+    }
+  }
+}
+
+// A margin of one grid point stands around every slice.
+void DrawGrid(const Bytes& rgb, int top, int scale, Canvas* canvas) {
+  const int cell = (kGridPoints + 1) * scale;
+  for (int y = 0; y < kGridPoints * scale; ++y) {
+    for (int x = 0; x < kGridPoints * cell; ++x) {
+      const int blue = x % cell / scale;
+      if (blue == kGridPoints) continue;
+      const int point = (x / cell * kGridPoints + y / scale) * kGridPoints + blue;
+      std::copy_n(&rgb.at(3 * point), 3, canvas->At(scale + x, top + y));
+    }
+  }
+}
 
 }  // namespace
 
@@ -29,29 +71,26 @@ Bytes ShowDifference(const Bytes& table_a, const Bytes& table_b, int amplificati
   return rgb;
 }
 
-void WritePicture(const std::string& path, const std::vector<Bytes>& strips, int scale) {
-  // A margin of one grid point stands around every slice.
+void WritePicture(const std::string& path, const std::vector<Strip>& strips, int scale) {
   const int cell = (kGridPoints + 1) * scale;
-  const int width = kGridPoints * cell + scale;
-  const int height = static_cast<int>(strips.size()) * cell + scale;
-  Bytes pixels(3 * width * height, kPaper);
-  for (int y = scale; y < height; ++y) {
-    for (int x = scale; x < width; ++x) {
-      const int strip = (y - scale) / cell, slice = (x - scale) / cell;
-      const int green = (y - scale) % cell / scale, blue = (x - scale) % cell / scale;
-      if (green == kGridPoints || blue == kGridPoints) continue;
-      const int point = (slice * kGridPoints + green) * kGridPoints + blue;
-      for (int c = 0; c < 3; ++c) {
-        pixels[3 * (y * width + x) + c] = strips[strip].at(3 * point + c);
-      }
+  int height = scale;
+  for (const Strip& strip : strips) height += cell + (strip.caption.empty() ? 0 : kCaptionHeight);
+  Canvas canvas(kGridPoints * cell + scale, height);
+  int top = scale;
+  for (const Strip& strip : strips) {
+    if (!strip.caption.empty()) {
+      DrawCaption(strip.caption, scale, top + kLetterScale * 2, &canvas);
+      top += kCaptionHeight;
     }
+    DrawGrid(strip.rgb, top, scale, &canvas);
+    top += cell;
   }
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(width);
-  image.height = static_cast<png_uint_32>(height);
+  image.width = static_cast<png_uint_32>(canvas.width);
+  image.height = static_cast<png_uint_32>(canvas.height);
   image.format = PNG_FORMAT_RGB;
-  if (!png_image_write_to_file(&image, path.c_str(), 0, pixels.data(), 0, nullptr)) {
+  if (!png_image_write_to_file(&image, path.c_str(), 0, canvas.pixels.data(), 0, nullptr)) {
     throw std::runtime_error(path + ": " + image.message);
   }
 }

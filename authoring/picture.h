@@ -16,10 +16,17 @@ namespace velora::authoring {
 // (1 or more) times their size.
 Bytes ShowDifference(const Bytes& table_a, const Bytes& table_b, int amplification);
 
-// Writes a PNG of strips, one below the other, each 4913 grid points of R, G, B. A strip is the 17
-// slices of the grid along red, from left to right; in a slice green runs down and blue to the
-// right. A grid point is a square of `scale` pixels a side.
-void WritePicture(const std::string& path, const std::vector<Bytes>& strips, int scale = 4);
+// The 17 slices of a grid along red, from left to right; in a slice green runs down and blue to the
+// right.
+struct Strip {
+  Strip(Bytes points, std::string text = "") : rgb(std::move(points)), caption(std::move(text)) {}
+
+  Bytes rgb;            // R, G, B for each of the 4913 grid points
+  std::string caption;  // a line above it, see letters.h; none if it is empty
+};
+
+// Writes a PNG of strips, one below the other. A grid point is a square of `scale` pixels a side.
+void WritePicture(const std::string& path, const std::vector<Strip>& strips, int scale = 4);
 
 // The picture of one rebuilt table: what was wanted, what came, and their difference, amplified.
 void WriteComparison(const std::string& path, const Bytes& wanted, const Bytes& rebuilt,
