@@ -49,6 +49,12 @@ class IBuilt : public virtual IComponent<Configuration> {
   virtual Data* GetData() const = 0;
   // Shares another's data in place of its own.
   virtual void SetData(Data* data) = 0;
+  // Has the component build its data, which it keeps.
+  template <class Component>
+  static void CacheComponentData(typename Vocabulary<Configuration>::IVeltune* veltune,
+                                 Component* component) {
+    component->BuildData(veltune)->Destroy();
+  }
 };
 
 // The type ids of a kind of component: its own, those of its list (0: it has none) and its array,

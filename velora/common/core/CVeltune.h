@@ -49,7 +49,7 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
  protected:
   // One sorted pack of the concrete class with the components of all. The caller owns it.
   template <class Class, class Pack>
-  static Pack* BuildVelcase_Combined(api::IArray<Pack>* velcases);
+  static Pack* Init_BuildVelcase_Combined(api::IArray<Pack>* velcases);
 
  private:
   template <class Kind>

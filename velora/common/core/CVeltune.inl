@@ -172,7 +172,7 @@ Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configurati
 
 template <class Configuration>
 template <class Class, class Pack>
-Pack* CVeltune<Configuration>::BuildVelcase_Combined(api::IArray<Pack>* velcases) {
+Pack* CVeltune<Configuration>::Init_BuildVelcase_Combined(api::IArray<Pack>* velcases) {
   Pack* volatile result = nullptr;
   PLINTH_FRAME(Configuration) {
     if (velcases == nullptr || velcases->GetCount() < 1) {

@@ -29,7 +29,7 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     velcases.Share(newVelcases);
     processing = newProcessing;
     rawData = newRawData;
-    combined.Take(BuildVelcase_Combined<CVelcase>(newVelcases));
+    combined.Take(Init_BuildVelcase_Combined<CVelcase>(newVelcases));
   }
   PLINTH_CATCH {
     Delete();

@@ -40,7 +40,7 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     Base::Init(Defer(frame, Init_BuildPrintModeParameters(platform, productVariant, mappings,
                                                           record, newVelcases)));
     m_pArray_Velcases.Share(newVelcases);
-    m_pVelcase_Combined.Take(BuildVelcase_Combined<CVelcase>(newVelcases));
+    m_pVelcase_Combined.Take(Init_BuildVelcase_Combined<CVelcase>(newVelcases));
     m_pCache_ColorMap.Take(Create<Configuration, Cache<api::IColorMap>>());
     m_pCache_ColorMap->Init(kCachedIndices);
     m_pCache_GrayCurve.Take(Create<Configuration, Cache<api::IGrayCurve>>());
@@ -87,11 +87,6 @@ bool CVeltune::IsUpToDate(const tWISPPrintModeMapping* record) const {
 
 // ---- from a locator to a component with its data
 
-template <class Kind>
-void CVeltune::CacheComponentData(api::IVeltune* veltune, Kind* component) {
-  component->BuildData(veltune)->Destroy();
-}
-
 // A hit touches neither the pack nor the order of the bucket. On a miss everything that can fail
 // comes before the cache is changed.
 template <class Class, class Kind>
@@ -120,7 +115,7 @@ Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const ch
         Defer(frame, common::core::Nested<Configuration, Kind>(
                          serializer->Deserialize_Serializeable(Kind::kType, nullptr)));
     Kind* component = Defer(frame, Base::Locate<Class>(reference, list, GetPrintModeParameters()));
-    CacheComponentData(this, component);
+    Kind::CacheComponentData(this, component);
     cache->AddComponent(index, pathname, mapping, component);
     built = HandOver(frame, component);
   }
@@ -258,9 +253,11 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
-  // A hit makes nothing, so it needs no frame.
+  // A hit needs no frame: the component has the data, and goes on holding it.
   if (const auto* entry = Kind::Cache(this)->FindEntry(index, GetPrintModeMapping())) {
-    return Write(entry->GetComponent()->GetData(), index, capacity, output);
+    auto* data = entry->GetComponent()->BuildData(this);
+    data->Destroy();
+    return Write(data, index, capacity, output);
   }
   volatile int written = 0;
   PLINTH_FRAME(Configuration) {

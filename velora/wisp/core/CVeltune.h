@@ -80,9 +80,6 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   Kind* Locate_WithCaching(api::ICache<Kind>* cache, int index, const char* pathname,
                            api::IArray_uint8* locator,
                            common::api::IComponentList<Configuration, Kind>* list);
-  // Has the component build its data, which it keeps.
-  template <class Kind>
-  static void CacheComponentData(api::IVeltune* veltune, Kind* component);
   // The bodies of Populate... and Build... for the three records.
   template <class Record>
   int Populate(int index, const char* pathname, const Record* input, int capacity, Record* output);

@@ -183,6 +183,7 @@ void CRecordData<Interface>::Init(typename Interface::Copied* other) {
     memcpy(copy, other->GetRecord(), static_cast<size_t>(newSize));
     Init(newSize, copy, true);
     HandOver(frame, copy);
+    checksum = other->GetChecksum();  // of the bytes that the other was made of
   }
   PLINTH_END
 }

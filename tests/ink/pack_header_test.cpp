@@ -1,0 +1,67 @@
+// The 13 bytes in front of an ink pack: as they are written, and which of them are refused.
+#include <stdlib.h>
+
+#include "tests/support/ink_fixture.h"
+
+namespace velora_test {
+namespace {
+
+class InkPackHeader : public InkTest {
+ protected:
+  InkPackHeader()
+      : sound(File(Pack(13,
+                        {Stored(26, {}, {Bytes(93, Image(17, 5))}),
+                         Stored(26, {"50=2"}, {Bytes(93, Image(17, 6))})},
+                        3))) {}
+
+  Image sound;
+};
+
+TEST_F(InkPackHeader, SaysWhatFollowsIt) {
+  const int stream = static_cast<int>(sound.size()) - 13;
+  ASSERT_LT(stream, 250);
+  EXPECT_EQ(Image(sound.begin(), sound.begin() + 11),
+            (Image{1, 3, 13, 3, 0, 0, 0, static_cast<unsigned char>(stream + 5), 1, 0, 0}));
+  EXPECT_EQ(sound[13], 0x78);  // zlib's own header
+  wisp::IVelcase* pack = Read(sound, 3);
+  EXPECT_EQ(pack->GetChannel(), 13);
+  EXPECT_EQ(pack->GetPayloadSize_Compressed(), stream);
+  EXPECT_EQ(pack->GetVeloraSchema(), 1);
+  EXPECT_EQ(pack->GetPayloadSize_Uncompressed(), sound[11] << 8 | sound[12]);
+  EXPECT_EQ(pack->GetChecksum(), Array(sound)->CalculateChecksum());
+  EXPECT_EQ(pack->GetGrayCurves()->GetArray()->GetCount(), 2);
+}
+
+// A place in hex, and the bytes that are written over it.
+TEST_F(InkPackHeader, HasItsOwnLimits) {
+  const struct {
+    int code;
+    std::vector<const char*> changes;
+  } rows[] = {{0, {"2 0", "2 7F", "3 F", "4 0 6 40 0", "8 FF"}},
+              {3000, {"0 2", "1 7F", "2 80", "2 FF 3 0 0 0 0", "3 10"}},
+              {4000, {"4 0 0 0 0", "4 0 6 40 1", "9 0 0 0 0", "9 0 40 0 1"}},
+              {1, {"4 0 0 0 5", "9 0 0 0 1", "D 0"}}};
+  for (const auto& row : rows) {
+    for (const char* change : row.changes) {
+      Image file = sound;
+      char* rest = nullptr;
+      for (size_t at = strtoul(change, &rest, 16); *rest != '\0'; ++at) {
+        file[at] = static_cast<unsigned char>(strtoul(rest, &rest, 16));
+      }
+      EXPECT_EQ(CodeOf([&] { Read(file, 3); }), row.code) << change;
+    }
+  }
+  EXPECT_EQ(CodeOf([&] { Read(sound, 8); }), 3000);
+  EXPECT_EQ(CodeOf([&] { Read(Image(sound.begin(), sound.begin() + 13), 3); }), 1);
+  EXPECT_EQ(CodeOf([&] { Read(Image(sound.begin(), sound.begin() + 12), 3); }), 3000);
+  // The writer tests the channel, and so does who asks for a pack.
+  EXPECT_EQ(CodeOf([&] { Pack(128, {}); }), 3000);
+  EXPECT_EQ(CodeOf([&] { Pack(127, {}, 8); }), 3000);
+  auto* parameters = Veltune({Read(sound, 3)})->GetPrintModeParameters();
+  EXPECT_EQ(parameters->GetVelcaseVersion(13), 3);
+  EXPECT_EQ(CodeOf([&] { parameters->FindVelcase(14); }), 4000);
+  EXPECT_EQ(CodeOf([&] { parameters->FindVelcase(128); }), 3000);
+}
+
+}  // namespace
+}  // namespace velora_test
