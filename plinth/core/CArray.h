@@ -35,7 +35,6 @@ class CArrayBody : public CSerializeable, public virtual api::IArray<T> {
   bool IsOwned_Elements() const override;
   void ClearOwnership_Elements() override;
 
-  void Sort(bool deduplicate) override;
   void Serialize(api::ISerializer* serializer, void* context) override;
   bool IsEqualTo(api::ISerializeable* other) const override;
   bool IsLessThan(api::ISerializeable* other) const override;
@@ -52,6 +51,10 @@ class CArrayBody : public CSerializeable, public virtual api::IArray<T> {
   void InitBlock(int type, int newCount, Element* block, bool isOwned);
 
   static Element* NewBlock(int count);
+  // Copies elements into a fresh block; object pointers with a new reference each.
+  static void CopyElements(Element* to, const Element* from, int count);
+  // Takes the block over in place of the present one.
+  void ReplaceBlock(Element* block, int newCount);
   template <class Array>
   static Array* NewArray(int type, int newCount);
 
@@ -60,11 +63,8 @@ class CArrayBody : public CSerializeable, public virtual api::IArray<T> {
   bool owned;
 
  private:
-  // Copies elements into a fresh block; object pointers with a new reference each.
-  static void CopyElements(Element* to, const Element* from, int count);
   void ReadElements(api::ISerializer* serializer, void* context);
   void CheckStoredCount(api::ISerializer* serializer, int stored) const;
-  void ReplaceBlock(Element* block, int newCount);
 };
 
 template <class Configuration, class T, class CT = T, bool kScalar = std::is_arithmetic_v<T>>
@@ -104,6 +104,20 @@ class CArray<Configuration, T, CT, false> : public CArrayBody<Configuration, T> 
   void Init(int type, int newCount, T** block, bool isOwned) override {
     Body::InitBlock(type, newCount, block, isOwned);
   }
+  void Sort(bool deduplicate) override;
+
+ private:
+  using Body::count;
+  using Body::elements;
+
+  // Up to here an exchange sort is the quicker one.
+  static constexpr int kFew = 16;
+
+  void SortFew(bool deduplicate);
+  void SortMany(bool deduplicate);
+  static bool IsPlaceLess(const void* block, int a, int b);
+  void Reorder(int* places);
+  void DropEquals();
 };
 
 template <class Configuration>

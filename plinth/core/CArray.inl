@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include "plinth/core/CArray.h"
+#include "plinth/core/ordering.h"
 
 namespace plinth::v1::core {
 
@@ -303,47 +304,6 @@ void CArrayBody<Configuration, T>::ClearOwnership_Elements() {
   owned = false;
 }
 
-// Exchange sort: it compares and swaps in an order that callers can see in what is raised when, and
-// in which of two equals survives. A deduplicating sort that meets equals ends in a raise, after it
-// has dropped them: the array is rebuilt at its full count or not at all.
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Sort(bool deduplicate) {
-  if constexpr (!kScalar) {
-    CheckThis();
-    if (count < 1) {
-      return;
-    }
-    for (int i = 0; i < count; ++i) {
-      if (elements[i] != nullptr) {
-        elements[i]->Sort(deduplicate);
-      }
-    }
-    for (int i = 0; i < count; ++i) {
-      for (int j = i + 1; j < count; ++j) {
-        if (elements[j] == nullptr) {
-          continue;
-        }
-        if (elements[i] == nullptr || elements[j]->IsLessThan(elements[i])) {
-          Element moved = elements[i];
-          elements[i] = elements[j];
-          elements[j] = moved;
-        } else if (deduplicate && elements[j]->IsEqualTo(elements[i])) {
-          elements[j]->Destroy();
-          elements[j] = nullptr;
-        }
-      }
-    }
-    for (int i = 0; i < count; ++i) {
-      if (deduplicate && elements[i] == nullptr) {
-        PLINTH_RAISE(CException_General);
-      }
-    }
-    Element* block = NewBlock(count);
-    CopyElements(block, elements, count);
-    ReplaceBlock(block, count);
-  }
-}
-
 template <class Configuration, class T>
 bool CArrayBody<Configuration, T>::IsEqualTo(api::ISerializeable* other) const {
   const auto* right = static_cast<const CArrayBody*>(Comparable(other));
@@ -382,13 +342,8 @@ bool CArrayBody<Configuration, T>::IsLessThan(api::ISerializeable* other) const 
       if ((elements[i] == nullptr) != (right->elements[i] == nullptr)) {
         return right->elements[i] == nullptr;
       }
-      if (elements[i] != nullptr) {
-        if (elements[i]->IsLessThan(right->elements[i])) {
-          return true;
-        }
-        if (!elements[i]->IsEqualTo(right->elements[i])) {
-          return false;
-        }
+      if (elements[i] != nullptr && !elements[i]->IsEqualTo(right->elements[i])) {
+        return elements[i]->IsLessThan(right->elements[i]);
       }
     }
   }
@@ -436,6 +391,115 @@ Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
   array->elements = block;
   array->owned = block != nullptr;
   return made;
+}
+
+// An exchange sort, or for many elements its result: callers see which of two equals survives, and
+// where equals end. A deduplicating sort that meets equals ends in a raise, after it has dropped
+// them: the array is rebuilt at its full count or not at all.
+template <class Configuration, class T, class CT>
+void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
+  this->CheckThis();
+  if (count < 1) {
+    return;
+  }
+  for (int i = 0; i < count; ++i) {
+    if (elements[i] != nullptr) {
+      elements[i]->Sort(deduplicate);
+    }
+  }
+  if (count <= kFew) {
+    SortFew(deduplicate);
+  } else {
+    SortMany(deduplicate);
+  }
+  for (int i = 0; i < count; ++i) {
+    if (deduplicate && elements[i] == nullptr) {
+      PLINTH_RAISE(CException_General);
+    }
+  }
+  T** block = Body::NewBlock(count);
+  Body::CopyElements(block, elements, count);
+  Body::ReplaceBlock(block, count);
+}
+
+template <class Configuration, class T, class CT>
+void CArray<Configuration, T, CT, false>::SortFew(bool deduplicate) {
+  for (int i = 0; i < count; ++i) {
+    for (int j = i + 1; j < count; ++j) {
+      if (elements[j] == nullptr) {
+        continue;
+      }
+      if (elements[i] == nullptr || elements[j]->IsLessThan(elements[i])) {
+        T* moved = elements[i];
+        elements[i] = elements[j];
+        elements[j] = moved;
+      } else if (deduplicate && elements[j]->IsEqualTo(elements[i])) {
+        elements[j]->Destroy();
+        elements[j] = nullptr;
+      }
+    }
+  }
+}
+
+template <class Configuration, class T, class CT>
+void CArray<Configuration, T, CT, false>::SortMany(bool deduplicate) {
+  int* volatile room = nullptr;
+  PLINTH_FRAME(Configuration) {
+    room = new (api::Slots<Configuration>().platform, false,
+                true) int[static_cast<size_t>(OrderingRoom(count))];
+    const PlaceOrder order = {&IsPlaceLess, elements};
+    OrderStably(order, count, room);
+    if (!deduplicate) {
+      TurnEquals(order, count, room);
+    }
+    Reorder(room);
+    if (deduplicate) {
+      DropEquals();
+    }
+  }
+  PLINTH_TAIL { operator delete[](room, api::Slots<Configuration>().platform, false, false); }
+  PLINTH_END
+}
+
+// Gaps go to the end.
+template <class Configuration, class T, class CT>
+bool CArray<Configuration, T, CT, false>::IsPlaceLess(const void* block, int a, int b) {
+  auto* of = static_cast<T* const*>(block);
+  return of[a] != nullptr && (of[b] == nullptr || of[a]->IsLessThan(of[b]));
+}
+
+// The element at places[i] goes to place i, ring by ring; uses the places up.
+template <class Configuration, class T, class CT>
+void CArray<Configuration, T, CT, false>::Reorder(int* places) {
+  for (int start = 0; start < count; ++start) {
+    T* first = elements[start];
+    int to = start;
+    while (places[to] != start) {
+      const int from = places[to];
+      elements[to] = elements[from];
+      places[to] = to;
+      to = from;
+    }
+    elements[to] = first;
+    places[to] = to;
+  }
+}
+
+// Of equal neighbours the first stays; the gaps go to the end.
+template <class Configuration, class T, class CT>
+void CArray<Configuration, T, CT, false>::DropEquals() {
+  int kept = 0;
+  for (int i = 0; i < count && elements[i] != nullptr; ++i) {
+    T* element = elements[i];
+    const bool equal = kept > 0 && !elements[kept - 1]->IsLessThan(element) &&
+                       element->IsEqualTo(elements[kept - 1]);
+    elements[i] = nullptr;
+    if (equal) {
+      element->Destroy();
+    } else {
+      elements[kept++] = element;
+    }
+  }
 }
 
 template <class Configuration, class T>

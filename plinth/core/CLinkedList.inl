@@ -254,11 +254,8 @@ bool CLinkedList<Configuration, T, CT>::IsLessThan(api::ISerializeable* other) c
   }
   const Element* b = right->head;
   for (const Element* a = head; a != nullptr && b != nullptr; a = a->next, b = b->next) {
-    if (a->GetValue()->IsLessThan(b->GetValue())) {
-      return true;
-    }
     if (!a->GetValue()->IsEqualTo(b->GetValue())) {
-      return false;
+      return a->GetValue()->IsLessThan(b->GetValue());
     }
   }
   return false;

@@ -31,6 +31,7 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   class Object;
   class Entry;
   class Dictionary;
+  class Duplicates;
   class Working;
   class Deduplicated;
   class Serialized;
@@ -98,7 +99,6 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   void Transition_DeduplicatedToSerialized();
 
  private:
-  static void DeduplicateEntries(Dictionary* dictionary);
   static void DropReferences(IArray_Entry* entries);  // null is ignored
   Working* Writing();
   Entry* Reading();
@@ -158,5 +158,6 @@ class CSerializer<Configuration>::Object {
 }  // namespace plinth::v1::core
 
 #include "plinth/core/serializer/Dictionary.h"
+#include "plinth/core/serializer/Duplicates.h"
 #include "plinth/core/serializer/Entry.h"
 #include "plinth/core/serializer/states.h"

@@ -7,6 +7,7 @@
 #include "plinth/core/CLinkedList.inl"
 #include "plinth/core/CSerializer.h"
 #include "plinth/core/serializer/Dictionary.inl"
+#include "plinth/core/serializer/Duplicates.inl"
 #include "plinth/core/serializer/Entry.inl"
 #include "plinth/core/serializer/EntryForms.inl"
 #include "plinth/core/serializer/states.inl"
@@ -205,9 +206,9 @@ void CSerializer<Configuration>::DropReferences(IArray_Entry* entries) {
   }
 }
 
-// Entries hold each other, in both directions while they are written, and in whatever rings an
-// image has. Each state that stands knows all its entries, so they let go of each other here, at
-// the end, and one by one: neither a failed transition nor a long chain of references does harm.
+// Entries hold each other, in whatever rings an image has. Each state that stands knows all its
+// entries, so they let go of each other here, at the end, and one by one: neither a failed
+// transition nor a long chain of references does harm.
 template <class Configuration>
 void CSerializer<Configuration>::Delete_States() {
   if (working && working->allEntries) {
@@ -267,7 +268,7 @@ void CSerializer<Configuration>::Transition(typename EState::Enum target) {
 }
 
 // The image's order of dictionaries is settled here: those of root objects first, then the others,
-// each in order of creation. Parents were created before their children and are merged before them.
+// each in order of creation.
 template <class Configuration>
 void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
   PLINTH_FRAME(Configuration) {
@@ -300,9 +301,7 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     if (placed != total) {
       PLINTH_RAISE(CException_General);
     }
-    for (int i = rootCount; i < total; ++i) {
-      DeduplicateEntries(dictionaries->Get(i));
-    }
+    working->FinishDeduplication();
     IArray_Entry* entries = Defer(frame, NewArray_Entry(0));
     for (int i = 0; i < total; ++i) {
       IArray_Entry* own = Defer(frame, dictionaries->Get(i)->BuildArray_Entries());
@@ -344,49 +343,6 @@ void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
     state = EState::Serialized;
   }
   PLINTH_END
-}
-
-// The first-written copy survives. What a merged entry referenced stays in its own dictionary, and
-// merges in its turn with what the survivor references.
-template <class Configuration>
-void CSerializer<Configuration>::DeduplicateEntries(Dictionary* dictionary) {
-  if (dictionary == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  if (dictionary->state != EState::Working) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  IList_Entry* list = dictionary->working->entries.Get();
-  for (auto* kept = list->GetHead(); kept != nullptr; kept = kept->next) {
-    Entry* survivor = kept->GetValue();
-    auto* later = kept->next;
-    while (later != nullptr) {
-      Entry* copy = later->GetValue();
-      if (copy == survivor) {
-        PLINTH_RAISE(CException_General);
-      }
-      if (!survivor->IsEqualTo(copy)) {
-        later = later->next;
-        continue;
-      }
-      IList_Entry* referencedBy = copy->working->referencedBy.Get();
-      if (referencedBy->GetCount() != 1) {
-        PLINTH_RAISE(CException_General);
-      }
-      Entry* holder = referencedBy->GetHead()->GetValue();
-      if (holder->state != EState::Working) {
-        PLINTH_RAISE(CException_General);
-      }
-      for (auto* reference = holder->working->references->GetHead(); reference != nullptr;
-           reference = reference->next) {
-        if (reference->value == copy) {
-          reference->SetValue(survivor);
-          survivor->AddEntry_ReferencedBy(holder);
-        }
-      }
-      later = list->Remove_GetNext(later);
-    }
-  }
 }
 
 // ---- writing

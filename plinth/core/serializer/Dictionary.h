@@ -13,13 +13,14 @@ class CSerializer<Configuration>::Dictionary : public CSerializer<Configuration>
   class Working : public Object {
    public:
     Working(Dictionary* owner, int serializeableType)
-        : Object(false), dictionary(owner), type(serializeableType) {}
+        : Object(false), dictionary(owner), type(serializeableType), root(false) {}
     void Destroy() { Object::RemoveRef(this); }
     void Init();
     IArray_Entry* BuildArray_Entries() const;
 
     Dictionary* dictionary;
     int type;
+    bool root;                     // made while no entry was open
     Counted<IList_Entry> entries;  // in writing order
   };
 

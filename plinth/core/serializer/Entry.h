@@ -14,7 +14,8 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   // Growing, while its object writes itself.
   class Working : public Object {
    public:
-    Working(Dictionary* owner, bool reverseBytes) : Object(reverseBytes), dictionary(owner) {}
+    Working(Dictionary* owner, bool reverseBytes)
+        : Object(reverseBytes), dictionary(owner), holderCount(0), hash(0) {}
     void Destroy() { Object::RemoveRef(this); }
     void Init();
     bool IsEqualTo(const Working* other) const;
@@ -27,8 +28,9 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
 
     Dictionary* dictionary;
     Counted<api::IArray_uint8> data;
-    Counted<IList_Entry> references;    // the entries that this one holds, in writing order
-    Counted<IList_Entry> referencedBy;  // the entries that hold this one
+    Counted<IList_Entry> references;  // the entries that this one holds, in writing order
+    int holderCount;                  // the entries that hold this one
+    unsigned int hash;                // of the content, once that is complete
 
    private:
     void Append(const unsigned char* bytes, int count);
@@ -61,6 +63,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     bool underConstruction;       // `object` is being read, and does not stand yet
     Deduplicated* outer;          // under construction: the next object around this one
     int height;                   // standing: levels of objects from this one down
+    long long reached;            // standing: objects from this one down, shared ones each time
     bool ownsData;
     bool ownsReferences;
 
@@ -114,7 +117,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   void ToDeduplicated(IArray_Entry* entries);
   void ToSerialized(IArray_Entry* entries);
 
-  // Entries hold each other in rings; whoever ends a whole content breaks them.
+  // Entries of an image may hold each other in rings; whoever ends a whole content breaks them.
   void DropReferences();
 
   // What arrays ask of elements, and an entry does not offer: raise `CException_NotImplemented`.
@@ -122,7 +125,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   void Serialize(api::ISerializer* serializer, void* context);
 
   typename EState::Enum state;
-  int number;  // in the flattened array, while an image is written
+  int number;  // of its kind while it is written, then its place in the flattened array
   Counted<Working> working;
   Counted<Deduplicated> deduplicated;
   Counted<Serialized> serialized;

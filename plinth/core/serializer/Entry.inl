@@ -84,7 +84,7 @@ void CSerializer<Configuration>::Entry::AddEntry_ReferencedBy(Entry* entry) {
   if (state != EState::Working) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  working->referencedBy->Add(working->referencedBy->GetTail(), entry);
+  ++working->holderCount;
 }
 
 template <class Configuration>
@@ -214,10 +214,11 @@ void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArr
     Serialized* form =
         Defer(frame, Object::template New<Serialized>(from->dictionary, this->reverse));
     form->Init(from->dataLength, from->data, false, count, numbers, false);
-    form->ownsData = from->ownsData;
-    from->ownsData = false;
     form->ownsReferences = true;
     numbers = nullptr;
+    if (from->dataLength > 0) {  // from here on in the entry's own bytes
+      form->data = form->bytes + VLQ::Encode(static_cast<unsigned int>(from->dataLength)).length;
+    }
     serialized.Take(HandOver(frame, form));
     deduplicated.Drop();
     state = EState::Serialized;
@@ -259,7 +260,6 @@ template <class Configuration>
 void CSerializer<Configuration>::Entry::DropReferences() {
   if (working) {
     working->references.Drop();
-    working->referencedBy.Drop();
   }
   if (deduplicated) {
     deduplicated->DropReferences();

@@ -15,7 +15,6 @@ void CSerializer<Configuration>::Entry::Working::Init() {
   data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>);
   data->Init(0);
   references.Take(NewList_Entry());
-  referencedBy.Take(NewList_Entry());
   this->initialized = true;
 }
 
@@ -89,7 +88,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint8(int array
   Append(array + offset, count);
 }
 
-// The bulk of what is written value by value: encoded in runs, each appended at once. A bad element
+// The bulk of what is written value by value: encoded whole, and appended at once. A bad element
 // raises with the elements before it appended.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arraySize, int* array,
@@ -97,25 +96,29 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
   if (arraySize < 1 || array == nullptr || offset < 0 || count < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  constexpr int kMaxLargest = 0x0FFFFFFF;
-  unsigned char run[1024];
-  int used = 0;
-  for (int i = 0; i < count; ++i) {
-    const int value = array[offset + i];
-    const bool sound = value >= 0 && value <= kMaxLargest;
-    if (used > 0 && (!sound || used > static_cast<int>(sizeof run) - 4)) {
-      Append(run, used);
-      used = 0;
-    }
-    if (!sound) {
-      Serialize_uint28(value);
-    }
-    const VLQ encoded = VLQ::Encode(static_cast<unsigned int>(value));
-    memcpy(run + used, encoded.bytes, static_cast<size_t>(encoded.length));
-    used += encoded.length;
+  constexpr int kLargest = 0x0FFFFFFF;
+  int sound = 0;
+  int length = 0;
+  while (sound < count && array[offset + sound] >= 0 && array[offset + sound] <= kLargest) {
+    length += VLQ::Encode(static_cast<unsigned int>(array[offset + sound])).length;
+    ++sound;
   }
-  if (used > 0) {
-    Append(run, used);
+  if (sound > 0) {
+    PLINTH_FRAME(Configuration) {
+      api::IArray_uint8* added =
+          api::Defer<api::IArray_uint8>(frame, CArray_uint8<Configuration>::New(length));
+      unsigned char* to = added->GetElements();
+      for (int i = 0; i < sound; ++i) {
+        const VLQ encoded = VLQ::Encode(static_cast<unsigned int>(array[offset + i]));
+        memcpy(to, encoded.bytes, static_cast<size_t>(encoded.length));
+        to += encoded.length;
+      }
+      data->Append(added);
+    }
+    PLINTH_END
+  }
+  if (sound < count) {
+    Serialize_uint28(array[offset + sound]);
   }
 }
 
@@ -135,6 +138,7 @@ CSerializer<Configuration>::Entry::Deduplicated::Deduplicated(Dictionary* owner,
       underConstruction(false),
       outer(nullptr),
       height(0),
+      reached(0),
       ownsData(false),
       ownsReferences(false) {}
 

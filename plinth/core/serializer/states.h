@@ -11,13 +11,16 @@ namespace plinth::v1::core {
 template <class Configuration>
 class CSerializer<Configuration>::Working : public CSerializer<Configuration>::Object {
  public:
-  explicit Working(bool reverseBytes) : Object(reverseBytes), current(nullptr) {}
+  explicit Working(bool reverseBytes) : Object(reverseBytes), current(nullptr), strayCopy(false) {}
   void Destroy() { Object::RemoveRef(this); }
   void Init();
   void Serialization_Start(int type);
   void Serialization_End(int type);
   // The open entry; none raises `CException_This_Invalid`.
   typename Entry::Working* GetEntry_Serializing_Current() const;
+  // Before an image is taken: nothing is open any longer. Raises `CException_General` when an entry
+  // outside all others was a copy of a nested one.
+  void FinishDeduplication();
 
   Counted<IList_Dictionary> rootDictionaries;  // made while no entry was open
   Counted<IList_Dictionary> allDictionaries;   // in order of creation
@@ -27,7 +30,17 @@ class CSerializer<Configuration>::Working : public CSerializer<Configuration>::O
   typename IList_Entry::Element* current;      // the entry stack's tail, or null
 
  private:
+  using OpenEntry = typename IList_Entry::Element;
+
   Dictionary* FindDictionary(int type) const;
+  // Of nested entries that are equal with all that is nested in them, the first written stays: a
+  // copy leaves its dictionary as soon as it is complete, and its holder refers to the first.
+  // Entries in dictionaries of root objects stay as they are.
+  void Deduplicate(OpenEntry* open);
+  static void RemoveLast(IList_Entry* list, const Entry* entry);
+
+  Counted<Duplicates> duplicates;
+  bool strayCopy;  // a copy that has no holder
 };
 
 // What can be read: the entries in image order, and the stack of those being read.
@@ -48,6 +61,10 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
 
   // Deeper than any sound pack nests, and far from a stack's end.
   static constexpr int kMaxDepth = 256;
+  // More than any sound pack's objects come to, each counted as often as it is reached: whoever
+  // walks the objects, to compare, to sort or to evaluate them, does not take longer than this.
+  static constexpr int kMaxReachedBase = 1 << 16;
+  static constexpr int kMaxReachedPerEntry = 64;
 
   api::ISerializer* serializer;
   Counted<api::ISerializerHelper> helper;
@@ -58,7 +75,9 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   Counted<IList_Entry> readStack;
   typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
   int depth;                                   // objects under construction
-  int deepest;  // the level that the innermost one reaches with what it holds so far
+  int deepest;            // the level that the innermost one reaches with what it holds so far
+  long long reached;      // objects read so far, each counted as often as it is reached
+  long long reachedMost;  // as many as are let through
   int byteCount;
   int referenceCount;
 
@@ -67,6 +86,7 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   api::ISerializeable* Read(Entry* entry, void* context);
   api::ISerializeable* CreateSerializeable(Entry* entry, void* context);
   api::ISerializeable* Construct(Entry* entry, void* context);
+  void CountReached(long long objects);
   // Lets go of objects whose construction failed, out to the given one.
   void Abandon(typename Entry::Deduplicated* last);
 };

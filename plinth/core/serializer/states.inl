@@ -18,6 +18,7 @@ void CSerializer<Configuration>::Working::Init() {
   dictionaryStack.Take(NewList_Dictionary());
   allEntries.Take(NewList_Entry());
   entryStack.Take(NewList_Entry());
+  duplicates.Take(Object::template New<Duplicates>());
   this->initialized = true;
 }
 
@@ -47,6 +48,7 @@ void CSerializer<Configuration>::Working::Serialization_Start(int type) {
       dictionary = Defer(frame, Object::template New<Dictionary>());
       dictionary->Init(type);
       if (dictionaryStack->GetCount() == 0) {
+        dictionary->working->root = true;
         rootDictionaries->Add(rootDictionaries->GetTail(), dictionary);
       }
       allDictionaries->Add(allDictionaries->GetTail(), dictionary);
@@ -80,9 +82,51 @@ void CSerializer<Configuration>::Working::Serialization_End(int type) {
       dictionaryStack->GetTail()->GetValue()->GetSerializeableType() != type) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  Deduplicate(entryStack->GetTail());
   dictionaryStack->Remove(dictionaryStack->GetTail());
   entryStack->Remove(entryStack->GetTail());
   current = entryStack->GetTail();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Working::Deduplicate(OpenEntry* open) {
+  Entry* entry = open->GetValue();
+  if (entry->state != EState::Working || entry->GetDictionary()->state != EState::Working) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  Entry* first = duplicates->FindFirst(entry);
+  Dictionary* dictionary = entry->GetDictionary();
+  if (first == entry || dictionary->working->root) {
+    return;
+  }
+  if (entry->working->holderCount != 1) {
+    strayCopy = true;
+    return;
+  }
+  Entry* holder = open->previous->GetValue();
+  holder->working->references->GetTail()->SetValue(first);
+  first->AddEntry_ReferencedBy(holder);
+  RemoveLast(dictionary->working->entries.Get(), entry);
+  RemoveLast(allEntries.Get(), entry);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Working::RemoveLast(IList_Entry* list, const Entry* entry) {
+  auto* element = list->GetTail();
+  while (element->value != entry) {
+    element = element->previous;
+  }
+  list->Remove(element);
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Working::FinishDeduplication() {
+  for (auto* open = entryStack->GetTail(); open != nullptr; open = open->previous) {
+    Deduplicate(open);
+  }
+  if (strayCopy) {
+    PLINTH_RAISE(CException_General);
+  }
 }
 
 template <class Configuration>
@@ -105,6 +149,8 @@ CSerializer<Configuration>::Deduplicated::Deduplicated()
       constructing(nullptr),
       depth(0),
       deepest(0),
+      reached(0),
+      reachedMost(0),
       byteCount(0),
       referenceCount(0) {}
 
@@ -128,6 +174,8 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
     allDictionaries->Get(i)->ToDeduplicated(allEntries);
   }
   const int entryCount = allEntries->GetCount();
+  reached = 0;
+  reachedMost = kMaxReachedBase + static_cast<long long>(kMaxReachedPerEntry) * entryCount;
   byteCount = 0;
   referenceCount = 0;
   for (int i = 0; i < entryCount; ++i) {
@@ -229,6 +277,7 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
       PLINTH_RAISE(CException_General);
     }
     readStack->Remove(readStack->GetTail());
+    CountReached(form->reached);
     deepest = depth + form->height > deepest ? depth + form->height : deepest;
     form->object->AddRef();
     return form->object;
@@ -249,6 +298,14 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
   return result;
 }
 
+template <class Configuration>
+void CSerializer<Configuration>::Deduplicated::CountReached(long long objects) {
+  reached += objects;
+  if (reached > reachedMost) {
+    PLINTH_RAISE(CException_General);
+  }
+}
+
 // The entry holds its object from the start, and the outermost object's frame lets go of all that
 // are under construction when one fails, so the inner ones need no frame.
 template <class Configuration>
@@ -256,6 +313,8 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
                                                                          void* context) {
   auto* form = entry->deduplicated.Get();
   const int type = entry->GetDictionary()->GetSerializeableType();
+  const long long reachedBefore = reached;
+  CountReached(1);
   form->object = CreateSerializeable(type);
   form->underConstruction = true;
   form->outer = constructing;
@@ -269,6 +328,7 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
   constructing = form->outer;
   form->underConstruction = false;
   form->height = deepest - level + 1;
+  form->reached = reached - reachedBefore;
   depth = level - 1;
   deepest = deepestAround > deepest ? deepestAround : deepest;
   form->object->AddRef();

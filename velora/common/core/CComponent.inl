@@ -220,30 +220,18 @@ bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* othe
   }
   // The first part that differs decides.
   if (componentState == api::kComponentState_Stored) {
-    if (version->IsLessThan(right->version.Get())) {
-      return true;
-    }
     if (!version->IsEqualTo(right->version.Get())) {
-      return false;
-    }
-    if (conditions->IsLessThan(right->conditions.Get())) {
-      return true;
+      return version->IsLessThan(right->version.Get());
     }
     if (!conditions->IsEqualTo(right->conditions.Get())) {
-      return false;
+      return conditions->IsLessThan(right->conditions.Get());
     }
   }
-  if (tags->IsLessThan(right->tags.Get())) {
-    return true;
-  }
   if (!tags->IsEqualTo(right->tags.Get())) {
-    return false;
-  }
-  if (properties->IsLessThan(right->properties.Get())) {
-    return true;
+    return tags->IsLessThan(right->tags.Get());
   }
   if (!properties->IsEqualTo(right->properties.Get())) {
-    return false;
+    return properties->IsLessThan(right->properties.Get());
   }
   return componentState == api::kComponentState_Stored && recipe->IsLessThan(right->recipe.Get());
 }
