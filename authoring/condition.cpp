@@ -135,6 +135,24 @@ bool Condition::IsSound() const {
   return height == 1;
 }
 
+bool Condition::SharesAResult() const {
+  if (!IsSound()) return false;
+  std::vector<std::size_t> starts;  // of the expressions that wait for an operator
+  for (std::size_t i = 0; i < postfix_.size(); ++i) {
+    const int operands = OperandsOf(postfix_[i].type);
+    if (operands == 0) starts.push_back(i);
+    if (operands < 2) continue;
+    const std::size_t right = starts.back();
+    starts.pop_back();
+    const int type = postfix_[i - 1].type;
+    if (OperandsOf(type) == 0) continue;
+    for (std::size_t left = starts.back(); left < right; ++left) {
+      if (postfix_[left].type == type) return true;
+    }
+  }
+  return false;
+}
+
 std::string Condition::Text(const Words& words) const {
   if (!IsSound()) {
     std::string text = "malformed:";

@@ -31,6 +31,10 @@ class Condition {
   // Whether each operator finds its operands and one result is left.
   bool IsSound() const;
 
+  // Whether an And or Or finds one operator on its right that it meets on its left again. A pack
+  // stores equal operators once, so what the left side leaves there would count for both.
+  bool SharesAResult() const;
+
   // Infix: "Platform = 3 and not (VelcaseVersion_Cyan = 2 or ThemeType = 1)"; "always". A list that
   // is not sound is shown as it is stored, behind the word "malformed:".
   std::string Text(const Words& words) const;

@@ -5,41 +5,22 @@
 #include <tuple>
 
 #include "authoring/pack_pipeline.h"
-#include "plinth/runtime/api/CException.h"
+#include "authoring/pack_text.h"
 #include "velora/common/core/pack.h"
 #include "velora/common/enumeration.h"
 
 namespace velora::authoring {
 namespace {
 
-std::string ExceptionName(int code) {
-#define NAME_ROW(Name, Code) \
-  if (code == Code) return #Name;
-  PLINTH_EXCEPTIONS(NAME_ROW)
-#undef NAME_ROW
-  return "exception " + std::to_string(code);
-}
-
-std::string Told(const Value& value, const Words& words) {
-  return words.NameOf(value.type) + ' ' + std::to_string(value.value);
-}
-
-std::string Told(const Component& component, const Words& words) {
-  std::string text = words.NameOf(component.kind) + " (";
-  for (const Value& tag : component.tags) text += Told(tag, words) + ", ";
-  for (const Value& property : component.properties) text += Told(property, words) + ", ";
-  return text + "version " + std::to_string(component.version) + ')';
-}
-
 [[noreturn]] void Refuse(const Component& component, const Words& words, const std::string& why) {
-  throw std::invalid_argument(Told(component, words) + ": " + why);
+  throw std::invalid_argument(ComponentText(component, words) + ": " + why);
 }
 
 void CheckValues(const Component& component, std::vector<Value> values, const Words& words) {
   std::sort(values.begin(), values.end());
   const auto twice = std::adjacent_find(values.begin(), values.end());
   if (twice != values.end()) {
-    Refuse(component, words, Told(*twice, words) + " is there twice");
+    Refuse(component, words, ValueText(*twice, words) + " is there twice");
   }
 }
 
@@ -49,30 +30,11 @@ bool ComesBefore(const Component& a, const Component& b) {
          std::tie(b.kind, b.version, b.condition.postfix(), b.tags, b.properties, b.recipe);
 }
 
-// The library is up while one of these lives.
-class OpenLibrary {
- public:
-  explicit OpenLibrary(const PackPipeline& pipeline) : pipeline_(pipeline) {
-    if (!pipeline.open()) throw std::runtime_error("the library cannot be opened");
-  }
-  OpenLibrary(const OpenLibrary&) = delete;
-  ~OpenLibrary() { pipeline_.close(); }
-
- private:
-  const PackPipeline& pipeline_;
-};
-
 }  // namespace
 
 bool operator<(const Step& a, const Step& b) {
   return std::tie(a.type, a.bytes, a.tags, a.properties) <
          std::tie(b.type, b.bytes, b.tags, b.properties);
-}
-
-const PackPipeline& PipelineOf(Pipeline pipeline) {
-  if (pipeline == Pipeline::kToner) return TonerPipeline();
-  throw std::invalid_argument("no pipeline has Velora schema " +
-                              std::to_string(static_cast<int>(pipeline)));
 }
 
 void CheckPacks(const std::vector<Pack>& packs) {
@@ -86,6 +48,11 @@ void CheckPacks(const std::vector<Pack>& packs) {
       CheckValues(component, component.tags, words);
       CheckValues(component, component.properties, words);
       if (!component.condition.IsSound()) Refuse(component, words, "its condition is malformed");
+      if (component.condition.SharesAResult()) {
+        Refuse(component, words,
+               "its condition has one kind of operator on both sides of an and or an or; a pack "
+               "stores it once, with one result for both");
+      }
       if (component.recipe.empty()) Refuse(component, words, "it has no recipe");
       std::sort(component.tags.begin(), component.tags.end());
       std::sort(component.properties.begin(), component.properties.end());
@@ -104,22 +71,34 @@ void CheckPacks(const std::vector<Pack>& packs) {
 Bytes WritePack(const Pack& pack) {
   CheckPacks({pack});
   const PackPipeline& pipeline = PipelineOf(pack.pipeline);
+  if (const Component* misread = pipeline.find_misread(pack)) {
+    Refuse(*misread, pipeline.words(),
+           "its bytes are another component's too, with another node count or delta range; a pack "
+           "stores them once, to be read one way");
+  }
   const OpenLibrary library(pipeline);
   WritePlace place;
   Bytes file;
   if (const int code = pipeline.write(pack, &place, &file)) {
-    std::string why = "the library refuses it with " + ExceptionName(code);
-    if (place.component == nullptr) throw std::runtime_error("the pack: " + why);
-    const Words& words = pipeline.words();
-    if (place.value.type != 0) why = Told(place.value, words) + ": " + why;
-    if (place.step != nullptr) why = words.NameOf(place.step->type) + ": " + why;
-    Refuse(*place.component, words, why);
+    RaiseRefusal(code, place, pipeline.words());
   }
-  if (file.size() > kLargestPack) {
+  if (static_cast<int>(file.size()) > pipeline.largest_file) {
     throw std::runtime_error("a pack of " + std::to_string(file.size()) +
-                             " bytes: a caller's record tells at most 32767");
+                             " bytes: a caller takes at most " +
+                             std::to_string(pipeline.largest_file));
   }
   return file;
+}
+
+Bytes WriteReference(Pipeline pipeline, const Step& reference) {
+  const PackPipeline& used = PipelineOf(pipeline);
+  const OpenLibrary library(used);
+  WritePlace place;
+  Bytes image;
+  if (const int code = used.write_reference(reference, &place, &image)) {
+    RaiseRefusal(code, place, used.words());
+  }
+  return image;
 }
 
 PackFile ReadPack(const Bytes& bytes) {
@@ -132,7 +111,7 @@ PackFile ReadPack(const Bytes& bytes) {
   const PackPipeline& pipeline = PipelineOf(file.pack.pipeline);
   const OpenLibrary library(pipeline);
   if (const int code = pipeline.read(bytes, &file)) {
-    throw std::runtime_error("the library refuses the pack with " + ExceptionName(code));
+    throw std::runtime_error("the pack: " + RefusalText(code));
   }
   return file;
 }

@@ -60,16 +60,17 @@ struct PackFile {
   unsigned checksum;  // the sum of the file's bytes
 };
 
-// The largest pack that a caller's record can tell: its 16 bits of size are read with a sign.
-constexpr int kLargestPack = 32767;
-
-// The file of a pack. Besides what `CheckPacks` refuses, a pack above `kLargestPack`.
+// The file of a pack. Besides what `CheckPacks` refuses, a pack that is too large for a caller:
+// above 32767 bytes in the toner pipeline, 409608 in the ink pipeline.
 Bytes WritePack(const Pack& pack);
+
+// The image of one reference: the locator that an ink request carries.
+Bytes WriteReference(Pipeline pipeline, const Step& reference);
 
 PackFile ReadPack(const Bytes& file);
 
 // Refuses what would fail when the packs are loaded together: two families, a tag, property or
-// component that is there twice.
+// component that is there twice; and a condition that would be evaluated wrongly.
 void CheckPacks(const std::vector<Pack>& packs);
 
 // "cyan", "printer" or the like; the number itself for a channel without a name.

@@ -7,11 +7,18 @@
 
 namespace velora::authoring {
 
+std::string ValueText(const Value& value, const Words& words) {
+  std::string number = std::to_string(value.value);
+  for (std::size_t i = 0; i < value.bytes.size(); ++i) {
+    number = (i == 0 ? "" : number + '-') + std::to_string(value.bytes[i]);
+  }
+  return words.NameOf(value.type) + ' ' + number;
+}
+
 std::string ValuesText(const std::vector<Value>& values, const Words& words) {
   std::string text;
   for (const Value& value : values) {
-    text +=
-        (text.empty() ? "" : ", ") + words.NameOf(value.type) + ' ' + std::to_string(value.value);
+    text += (text.empty() ? "" : ", ") + ValueText(value, words);
   }
   return text.empty() ? "-" : text;
 }
@@ -23,6 +30,13 @@ std::string StepText(const Step& step, const Words& words) {
     text += " [" + ValuesText(step.tags, words) + "; " + ValuesText(step.properties, words) + ']';
   }
   return text;
+}
+
+std::string ComponentText(const Component& component, const Words& words) {
+  std::string text = words.NameOf(component.kind) + " (";
+  for (const Value& tag : component.tags) text += ValueText(tag, words) + ", ";
+  for (const Value& property : component.properties) text += ValueText(property, words) + ", ";
+  return text + "version " + std::to_string(component.version) + ')';
 }
 
 std::string PackText(const PackFile& file) {

@@ -1,13 +1,10 @@
 #include "authoring/table_call.h"
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
-#include <stdexcept>
 
 #include "velora/velora.h"
 
@@ -20,7 +17,10 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
 namespace velora::authoring {
 namespace {
 
-using Entry = decltype(&_velora_v2_ReconstructTable_Moth_Posix_So);
+auto* EntryOf(const SharedLibrary& library) {
+  return library.Find("_velora_v2_ReconstructTable_Moth_Posix_So",
+                      _velora_v2_ReconstructTable_Moth_Posix_So);
+}
 
 const unsigned char* DataOf(const Bytes& bytes) { return bytes.empty() ? nullptr : bytes.data(); }
 
@@ -37,24 +37,9 @@ std::string ModeText(const PrintMode& mode) {
          letter("PGCH", 4, mode.media) + ", axis " + letter("KPM", 3, mode.axis);
 }
 
-Device::Device()
-    : library_(nullptr),
-      entry_(reinterpret_cast<void*>(&_velora_v2_ReconstructTable_Moth_Posix_So)) {}
+Device::Device() = default;
 
-// Not unloaded while the program runs, so that what watches it can name the library's functions.
-Device::Device(const std::string& path)
-    : library_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
-  if (library_ == nullptr) throw std::runtime_error(dlerror());
-  entry_ = dlsym(library_, "_velora_v2_ReconstructTable_Moth_Posix_So");
-  if (entry_ == nullptr) {
-    dlclose(library_);
-    throw std::runtime_error(path + ": has no table entry");
-  }
-}
-
-Device::~Device() {
-  if (library_ != nullptr) dlclose(library_);
-}
+Device::Device(const std::string& path) : library_(path) { EntryOf(library_); }
 
 TableResult Device::Rebuild(const TableCall& call) const {
   std::vector<ImagingBlob> blobs;
@@ -73,28 +58,19 @@ TableResult Device::Rebuild(const TableCall& call) const {
     corrections.apKeys[i] = DataOf(call.keys[i]);
   }
   TableResult result{false, Bytes(call.size), 0};
+  auto* const entry = EntryOf(library_);
   const auto start = std::chrono::steady_clock::now();
   result.success =
-      reinterpret_cast<Entry>(entry_)(
-          call.platform, call.family, call.variant, static_cast<ctr_table_type>(call.mode.table),
-          static_cast<ctr_theme_type>(call.mode.theme),
-          static_cast<ctr_media_type>(call.mode.media), static_cast<ctr_axis_type>(call.mode.axis),
-          static_cast<unsigned>(packs.size()), packs.data(),
-          call.reference.empty() ? nullptr : &reference,
-          call.corrections.empty() ? nullptr : &corrections,
-          static_cast<unsigned>(result.buffer.size()), result.buffer.data()) != 0;
+      entry(call.platform, call.family, call.variant, static_cast<ctr_table_type>(call.mode.table),
+            static_cast<ctr_theme_type>(call.mode.theme),
+            static_cast<ctr_media_type>(call.mode.media),
+            static_cast<ctr_axis_type>(call.mode.axis), static_cast<unsigned>(packs.size()),
+            packs.data(), call.reference.empty() ? nullptr : &reference,
+            call.corrections.empty() ? nullptr : &corrections,
+            static_cast<unsigned>(result.buffer.size()), result.buffer.data()) != 0;
   result.microseconds =
       std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
   return result;
-}
-
-std::string DefaultLibrary() {
-  const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-  for (const char* place : {"../libvelora.so.1", "../lib/libvelora.so.1", "libvelora.so.1"}) {
-    const auto path = folder / place;
-    if (std::filesystem::exists(path)) return path.lexically_normal().string();
-  }
-  return "libvelora.so.1";
 }
 
 QuietErrors::QuietErrors(const std::string& path) {

@@ -1,13 +1,13 @@
 // A table call as a device makes it: its arguments as values, and the library that answers it.
 //
-// Room: authoring. A call owns its bytes, a Device the shared library that it loaded, which shares
-// nothing with the one that authoring itself writes packs with. A library that cannot be loaded
-// raises std::runtime_error.
+// Room: authoring. A call owns its bytes, a Device its library. A library that cannot be loaded, or
+// has no table entry, raises std::runtime_error.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "authoring/shared_library.h"
 #include "authoring/table.h"
 
 namespace velora::authoring {
@@ -52,19 +52,13 @@ class Device {
   Device();
   // Loads libvelora.so from a path.
   explicit Device(const std::string& path);
-  Device(const Device&) = delete;
-  ~Device();
 
   // Through _velora_v2_ReconstructTable_Moth_Posix_So. Messages go to standard error.
   TableResult Rebuild(const TableCall& call) const;
 
  private:
-  void* library_;
-  void* entry_;
+  SharedLibrary library_;
 };
-
-// The libvelora.so of the build or installation that the running program belongs to.
-std::string DefaultLibrary();
 
 // Sends standard error to a file, nowhere by default, as long as it lives: a device tells each
 // step of a decode there.

@@ -3,17 +3,22 @@
 // Room: authoring. Nothing fails.
 #pragma once
 
+#include <tuple>
+
+#include "authoring/table.h"
+
 namespace velora::authoring {
 
 struct Value {
   int type;  // type id
   int value = 0;
+  Bytes bytes = {};  // of the one property that holds bytes in place of a number
 
   friend bool operator==(const Value& a, const Value& b) {
-    return a.type == b.type && a.value == b.value;
+    return a.type == b.type && a.value == b.value && a.bytes == b.bytes;
   }
   friend bool operator<(const Value& a, const Value& b) {
-    return a.type != b.type ? a.type < b.type : a.value < b.value;
+    return std::tie(a.type, a.value, a.bytes) < std::tie(b.type, b.value, b.bytes);
   }
 };
 

@@ -1,103 +1,67 @@
 // Components: states, bytes, order, and the callbacks that every object of the model has.
-#include "tests/support/toner_fixture.h"
+#include "tests/common/common_fixture.h"
 
 namespace velora_test {
 namespace {
 
-class ComponentTest : public TonerTest {
- protected:
-  Image ImageOf(ISerializeable* object) {
-    fenn::ISerializer* writer = Keep(factory->CreateSerializer());
-    writer->Init(helper, kReversed);
-    object->Serialize(writer, nullptr);
-    const int size = writer->GetSerializedSize();
-    return Image(writer->Serialize(), writer->Serialize() + size);
-  }
-  fenn::IComponent* FromImage(const Image& image, int type) {
-    fenn::ISerializer* reader = Keep(factory->CreateSerializer());
-    reader->Init(helper, kReversed, static_cast<int>(image.size()), Array(image)->GetElements(),
-                 false);
-    return dynamic_cast<fenn::IComponent*>(Keep(reader->Deserialize_Serializeable(type, nullptr)));
-  }
-  // The types of the entries that an image's first entry refers to. All numbers are below 128.
-  static std::vector<int> ReferredTypes(const Image& image) {
-    std::vector<int> types;
-    for (size_t at = 0; at < image.size(); at += 2) {
-      const int type = image[at++];
-      for (; image[at] != 0x80; at += 2u + image[at] + image[at + 1u + image[at]]) {
-        types.push_back(type);
-      }
-    }
-    std::vector<int> referred;
-    const Image numbers(image.begin() + 4, image.begin() + 4 + image[3]);
-    for (unsigned char number : numbers) {
-      referred.push_back(types.at(number));
-    }
-    return referred;
-  }
-};
+using ComponentTest = CommonTest;
 
-// One byte of data, and what it refers to, in this order.
+// One byte of data, and what it refers to: tags and properties; of a stored one also version,
+// conditions and recipe. What these refer to stands between them.
 TEST_F(ComponentTest, BytesOfEachState) {
-  Image image = ImageOf(Reference(29, "48=1", "35=1"));
-  EXPECT_EQ(Image(image.begin(), image.begin() + 4), (Image{29, 1, 1, 2}));
-  EXPECT_EQ(ReferredTypes(image), (std::vector<int>{107, 108}));
-  fenn::IComponent* reference = FromImage(image, 29);
-  EXPECT_EQ(reference->GetComponentState(), 1);
-  EXPECT_TRUE(reference->IsEqualTo(Reference(29, "48=1", "35=1")));
-
-  image = ImageOf(Stored(29, {}, {Bytes(99, {7, 8})}));
-  EXPECT_EQ(Image(image.begin(), image.begin() + 4), (Image{29, 1, 2, 5}));
-  EXPECT_EQ(ReferredTypes(image), (std::vector<int>{107, 108, 32, 106, 109}));
-  fenn::IComponent* stored = FromImage(image, 29);
-  EXPECT_EQ(stored->GetComponentState(), 2);
-  EXPECT_TRUE(stored->IsEqualTo(Stored(29, {}, {Bytes(99, {7, 8})})));
-
-  for (unsigned char state : {0, 3, 4, 127}) {
-    image[2] = state;
-    EXPECT_EQ(CodeOf([&] { FromImage(image, 29); }), 4000) << int(state);
+  const struct {
+    fenn::IComponent* component;
+    Image start;
+  } rows[] = {{Reference(29, "48=1", "35=1"), {29, 1, 1, 2, 1, 4, 0x80, 0, 107, 0, 1, 2}},
+              {Stored(29, {}, {Bytes(99, {7, 8})}), {29, 1, 2, 5, 1, 4, 7, 8, 11, 0x80, 0, 107}}};
+  for (const auto& row : rows) {
+    Image image = ImageOf(row.component);
+    EXPECT_EQ(Image(image.begin(), image.begin() + 12), row.start);
+    auto* read = FromImage<fenn::IComponent>(image, 29);
+    EXPECT_EQ(read->GetComponentState(), row.component->GetComponentState());
+    EXPECT_TRUE(read->IsEqualTo(row.component));
+    for (unsigned char state : {0, 3, 4, 127}) {
+      image[2] = state;
+      EXPECT_EQ(CodeOf([&] { FromImage(image, 29); }), 4000) << int(state);
+    }
   }
 }
 
 TEST_F(ComponentTest, EachStateHasItsParts) {
-  fenn::IComponent* components[] = {
-      Reference(25, "48=1", "35=1"), Stored(25, {}, {Bytes(95, {1})}),
-      dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(25)))};
+  fenn::IComponent* components[] = {Reference(25, "48=1", "35=1"), Stored(25, {}, {Bytes(95, {1})}),
+                                    Blank(25)};
   // A build leaves a resolved component; here from a list of its own.
   auto* list = Keep(factory->CreateLinkedList_Recipe_Operator());
   list->Init(Recipe({Bytes(95, {1})})->GetLinkedList_Operators());
-  fenn::IVeltune* veltune = Veltune({Pack(127, {})});
-  EXPECT_EQ(components[2]->Init(list, Properties(""), veltune), list);
+  EXPECT_EQ(components[2]->Init(list, Properties(""), Veltune({Pack(127, {})})), list);
   EXPECT_EQ(list->GetCount(), 0);
   for (int i = 0; i < 3; ++i) {
+    SCOPED_TRACE(i);
     fenn::IComponent* component = components[i];
-    EXPECT_EQ(component->GetComponentState(), i + 1);
     EXPECT_FALSE(component->IsOperator());
     const int shared = i == 2 ? 1 : 0, stored = i == 1 ? 0 : 1;
-    EXPECT_EQ(CodeOf([&] { component->GetTags(); }), shared) << i;
-    EXPECT_EQ(CodeOf([&] { component->GetProperties(); }), shared) << i;
-    EXPECT_EQ(CodeOf([&] { component->GetComponentVersion(); }), stored) << i;
-    EXPECT_EQ(CodeOf([&] { component->GetConditions(); }), stored) << i;
-    EXPECT_EQ(CodeOf([&] { component->GetRecipe(); }), stored) << i;
-    EXPECT_EQ(CodeOf([&] { ImageOf(component); }), i == 2 ? 4000 : 0) << i;
+    EXPECT_EQ(CodeOf([&] { component->GetTags(); }), shared);
+    EXPECT_EQ(CodeOf([&] { component->GetProperties(); }), shared);
+    EXPECT_EQ(CodeOf([&] { component->GetComponentVersion(); }), stored);
+    EXPECT_EQ(CodeOf([&] { component->GetConditions(); }), stored);
+    EXPECT_EQ(CodeOf([&] { component->GetRecipe(); }), stored);
+    EXPECT_EQ(CodeOf([&] { ImageOf(component); }), i == 2 ? 4000 : 0);
 
-    auto* copy = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(25)));
-    EXPECT_EQ(CodeOf([&] { copy->GetComponentState(); }), 4000);
-    EXPECT_EQ(CodeOf([&] { copy->Init(); }), 3);
+    fenn::IComponent* copy = Blank(25);
     copy->Init(component);
     EXPECT_EQ(copy->GetComponentState(), i + 1);
     if (i < 2) {
       EXPECT_EQ(copy->GetTags(), component->GetTags());
       EXPECT_EQ(copy->GetProperties(), component->GetProperties());
     } else {
-      auto* packet = dynamic_cast<fenn::IPacket*>(component);
       EXPECT_EQ(dynamic_cast<fenn::IPacket*>(copy)->GetArray_uint8_Packet(),
-                packet->GetArray_uint8_Packet());
+                dynamic_cast<fenn::IPacket*>(component)->GetArray_uint8_Packet());
     }
-    auto* other = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(26)));
-    EXPECT_EQ(CodeOf([&] { other->Init(component); }), 3000) << "of another kind";
+    EXPECT_EQ(CodeOf([&] { Blank(26)->Init(component); }), 3000) << "of another kind";
   }
-  fenn::IComponent* blank = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(25)));
+  fenn::IComponent* blank = Blank(25);
+  EXPECT_EQ(CodeOf([&] { blank->GetComponentState(); }), 4000);
+  EXPECT_EQ(CodeOf([&] { blank->Init(); }), 3);
   EXPECT_EQ(CodeOf([&] { blank->Init(static_cast<fenn::IComponent*>(nullptr)); }), 3000);
   EXPECT_EQ(CodeOf([&] { blank->Init(nullptr, Properties("")); }), 3000);
   EXPECT_EQ(CodeOf([&] { blank->Init(Tags(""), nullptr); }), 3000);
@@ -144,11 +108,11 @@ TEST_F(ComponentTest, TheFirstPartThatDiffersDecides) {
   EXPECT_EQ(CodeOf([&] { one->IsLessThan(Reference(25, "48=1", "35=1")); }), 3000);
   // Bytes compare by count, then by value; a reference to another kind does not compare.
   fenn::IRecipe* two = Recipe({Bytes(99, {1, 1})});
-  EXPECT_TRUE(Recipe({Bytes(99, {9})})->IsLessThan(two));
+  fenn::IRecipe* other = Recipe({Reference(29, "", "")});
   EXPECT_TRUE(Recipe({Bytes(98, {9, 9})})->IsLessThan(two));
-  EXPECT_FALSE(two->IsLessThan(Recipe({Bytes(98, {9, 9})})));
-  EXPECT_EQ(CodeOf([&] { two->IsEqualTo(Recipe({Reference(29, "", "")})); }), 0);
-  EXPECT_EQ(CodeOf([&] { Recipe({Reference(29, "", "")})->IsEqualTo(two); }), 3000);
+  EXPECT_FALSE(two->IsLessThan(Recipe({Bytes(99, {9})})));
+  EXPECT_FALSE(two->IsEqualTo(other));
+  EXPECT_EQ(CodeOf([&] { other->IsEqualTo(two); }), 3000);
 }
 
 TEST_F(ComponentTest, SortingReachesTagsAndProperties) {
@@ -175,11 +139,11 @@ TEST_F(ComponentTest, Callbacks) {
                             object->Call_Callback_Resolve_Done(),
                             object->Call_Callback_ReportSize_Encoded(17)};
   };
-  const std::vector<int> none(7, 0);
-  EXPECT_EQ(callAll(), none);
   Callbacks record = {};
-  object->SetCallbacks(&record);
-  EXPECT_EQ(callAll(), none);
+  for (Callbacks* callbacks : {static_cast<Callbacks*>(nullptr), &record}) {
+    object->SetCallbacks(callbacks);
+    EXPECT_EQ(callAll(), std::vector<int>(7));
+  }
   int context = 100;
   record = {&context,
             &record,
@@ -190,7 +154,7 @@ TEST_F(ComponentTest, Callbacks) {
             [](void* c) { return *static_cast<int*>(c) + 6; },
             [](void* c, int size) { return *static_cast<int*>(c) + size; }};
   EXPECT_EQ(callAll(), (std::vector<int>{102, 102, 103, 104, 105, 106, 117}));
-  auto* copy = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(29)));
+  fenn::IComponent* copy = Blank(29);
   copy->Init(object);
   EXPECT_EQ(copy->GetCallbacks(), &record);
 }

@@ -7,13 +7,11 @@ namespace {
 class ConditionsTest : public TonerTest {
  protected:
   // Platform 1, product variant 0, supply family 0; a printer's pack and a black one of version 3.
-  ConditionsTest() {
-    veltune = Veltune({Pack(127, {}), Pack(0, {})});
-    parameters = veltune->GetPrintModeParameters();
+  fenn::IPrintModeParameters* NewParameters() {
+    return Veltune({Pack(127, {}), Pack(0, {})})->GetPrintModeParameters();
   }
 
-  fenn::IVeltune* veltune;
-  fenn::IPrintModeParameters* parameters;
+  fenn::IPrintModeParameters* parameters = NewParameters();
 };
 
 // Packs are there for 65 (printer) and 64 (black) alone. The caller's table type 1, theme 0 and
@@ -49,8 +47,7 @@ TEST_F(ConditionsTest, Expressions) {
 }
 
 TEST_F(ConditionsTest, OperatorsAnswerForTheParametersTheyWereResolvedWith) {
-  fenn::IPrintModeParameters* others =
-      Veltune({Pack(127, {}), Pack(0, {})})->GetPrintModeParameters();
+  fenn::IPrintModeParameters* others = NewParameters();
   for (const char* words : {"60", "66=1", "65=3", "72=1", "66=1 82", "66=1 66=1 80"}) {
     auto* list = Expression(words);
     auto* root = list->GetTail()->GetValue();

@@ -1,11 +1,11 @@
 // The choice of the one component that fits: filters, preferences, and the list's order at last.
-#include "tests/support/toner_fixture.h"
+#include "tests/common/common_fixture.h"
 #include "velora/common/core/CVeltune.inl"
 
 namespace velora_test {
 namespace {
 
-class LookupTest : public TonerTest {
+class LookupTest : public CommonTest {
  protected:
   LookupTest() {
     parameters = Veltune({Pack(127, {}, 4), Pack(0, {}, 4)})->GetPrintModeParameters();
@@ -26,7 +26,7 @@ class LookupTest : public TonerTest {
 
 // The key is "48=3 49=1" with "35=1 36=2".
 TEST_F(LookupTest, Choice) {
-  const Profile plain = {"48=3", "35=1", "60", 1};
+  const Profile plain = {"48=3", "35=1"};
   const struct {
     const char* name;
     std::vector<Profile> candidates;
@@ -37,29 +37,22 @@ TEST_F(LookupTest, Choice) {
       {"a condition filters", {{"48=3", "35=1", "66=2", 15}, plain}, 1},
       {"tags filter", {{"48=4", "35=1", "60", 15}, plain}, 1},
       {"properties filter", {{"48=3", "35=2", "60", 15}, plain}, 1},
-      {"nothing fits", {{"48=4", "35=1", "60", 1}, {"48=3", "35=2", "60", 1}}, -1},
-      {"the newest, though less specific",
-       {{"48=3", "35=1", "66=1 67=4 80", 2}, {"48=3", "35=1", "60", 3}},
-       1},
-      {"the most specific", {{"48=3 49=1", "35=1 36=2", "60", 1}, {"48=3", "35=1", "66=1", 1}}, 1},
-      {"operators count", {{"48=3", "35=1", "66=1", 1}, {"48=3", "35=1", "66=2 82", 1}}, 1},
-      {"the default counts against",
-       {{"48=3", "35=1", "60 66=1 80", 1}, {"48=3", "35=1", "66=1 82 82", 1}},
-       1},
-      {"equal scores, then tags",
-       {{"48=3", "35=1 36=2", "60 82 82", 1}, {"48=3 49=1", "35=1", "66=1 66=1", 1}},
-       1},
-      {"most tags", {{"48=3", "35=1 36=2", "60", 1}, {"48=3 49=1", "35=1", "60", 1}}, 1},
-      {"most properties", {plain, {"48=3", "35=1 36=2", "60", 1}}, 1},
-      {"types without a match do not count",
-       {{"48=3 48=5 50=1", "35=1", "60", 1}, {"48=3 49=1", "35=1", "60", 1}},
-       1},
+      {"nothing fits", {{"48=4", "35=1"}, {"48=3", "35=2"}}, -1},
+      {"the newest", {{"48=3", "35=1", "66=1 67=4 80", 2}, {"48=3", "35=1", "60", 3}}, 1},
+      {"the most specific", {{"48=3 49=1", "35=1 36=2"}, {"48=3", "35=1", "66=1"}}, 1},
+      {"operators count", {{"48=3", "35=1", "66=1"}, {"48=3", "35=1", "66=2 82"}}, 1},
+      {"the default counts", {{"48=3", "35=1", "60 66=1 80"}, {"48=3", "35=1", "66=1 82 82"}}, 1},
+      {"equal scores", {{"48=3", "35=1 36=2", "60 82 82"}, {"48=3 49=1", "35=1", "66=1 66=1"}}, 1},
+      {"most tags", {{"48=3", "35=1 36=2"}, {"48=3 49=1", "35=1"}}, 1},
+      {"most properties", {plain, {"48=3", "35=1 36=2"}}, 1},
+      {"tags without a match", {{"48=3 48=5 50=1", "35=1"}, {"48=3 49=1", "35=1"}}, 1},
       {"the first", {plain, plain, plain}, 0},
-      {"the first of the best",
-       {{"48=3", "35=1", "60", 1}, {"48=3", "35=1", "60", 2}, {"48=3", "35=1", "60", 2}},
+      {"the first best",
+       {{"48=3", "35=1"}, {"48=3", "35=1", "60", 2}, {"48=3", "35=1", "60", 2}},
        1},
-      {"a condition that fails stops all", {plain, {"48=4", "35=2", "61=1", 1}}, -4000},
-      {"a malformed condition too", {plain, {"48=4", "35=2", "80", 1}}, -4000}};
+      {"a condition that fails stops all", {plain, {"48=4", "35=2", "61=1"}}, -4000},
+      {"a malformed condition too", {plain, {"48=4", "35=2", "80"}}, -4000},
+  };
   fenn::IComponent* component = Reference(29, "48=3 49=1", "35=1 36=2");
   auto* key = dynamic_cast<fenn::IPacket_Blob*>(component);
   using velora::common::core::CVeltune;
@@ -83,25 +76,16 @@ TEST_F(LookupTest, Choice) {
   }
 
   // Version 0 comes from an image alone; one candidate is not scored.
-  const auto versionZero = [this] {
-    fenn::IComponent* made = Stored(29, {"48=3", "35=1", "60", 1}, {Bytes(99, {1})});
-    fenn::ISerializer* reader = Keep(factory->CreateSerializer());
-    reader->Init(helper, kReversed, 6, Array({32, 1, 0, 0, 0x80, 0})->GetElements(), false);
-    auto* zero =
-        dynamic_cast<fenn::IProperty*>(Keep(reader->Deserialize_Serializeable(32, nullptr)));
-    auto* component = dynamic_cast<fenn::IComponent*>(Keep(helper->CreateSerializeable(29)));
-    component->Init(zero, made->GetConditions(), made->GetTags(), made->GetProperties(),
-                    made->GetRecipe());
-    return component;
-  };
+  auto* version = FromImage<fenn::IProperty>({32, 1, 0, 0, 0x80, 0}, 32);
+  fenn::IComponent* sound = Stored(29, plain, {Bytes(99, {1})});
+  fenn::IComponent* zero = Blank(29);
+  zero->Init(version, sound->GetConditions(), sound->GetTags(), sound->GetProperties(),
+             sound->GetRecipe());
   const struct {
     std::vector<fenn::IComponent*> candidates;
     int code;
   } zeros[] = {
-      {{versionZero()}, 0},
-      {{versionZero(), versionZero()}, 1},
-      {{versionZero(), Stored(29, plain, {})}, 0},
-      {{component}, 1}  // a reference has no condition
+      {{zero}, 0}, {{zero, zero}, 1}, {{zero, sound}, 0}, {{component}, 1}  // it has no condition
   };
   for (const auto& row : zeros) {
     fenn::IPackets_Blob* list = ListOf(row.candidates);
@@ -111,7 +95,7 @@ TEST_F(LookupTest, Choice) {
 }
 
 TEST_F(LookupTest, WhatIsFoundIsACopy) {
-  fenn::IComponent* stored = Stored(29, {"48=1", "35=1", "60", 1}, {Bytes(99, {7})});
+  fenn::IComponent* stored = Stored(29, {"48=1", "35=1"}, {Bytes(99, {7})});
   fenn::IVeltune* veltune = Veltune({Pack(127, {stored})});
   auto* key = dynamic_cast<fenn::IPacket_Blob*>(Reference(29, "48=1", "35=1"));
   fenn::IComponent::Callbacks record = {};

@@ -9,6 +9,7 @@
 namespace velora_test {
 namespace {
 
+using Version = velora::common::api::properties::IComponentVersion<fenn::Configuration>;
 using Zlib = velora::common::core::CVelcase<fenn::Configuration>;
 
 class PackTest : public TonerTest {
@@ -32,31 +33,26 @@ class PackTest : public TonerTest {
 };
 
 TEST_F(PackTest, WhatTheHeaderSays) {
-  const int stream = static_cast<int>(sound.size()) - 14;
+  const int size = static_cast<int>(sound.size());
   EXPECT_EQ(Image(sound.begin(), sound.begin() + 10),
-            (Image{1, 4, 127, 3, 0, 0, 0, static_cast<unsigned char>(stream + 6), 2, 1}));
-  fenn::IVelcase* pack = Read(sound, 4);
+            (Image{1, 4, 127, 3, 0, 0, 0, static_cast<unsigned char>(size - 8), 2, 1}));
+  Image other = sound;
+  other[8] = 77;  // whatever the schema and the pipeline say is passed on
+  other[9] = 255;
+  fenn::IVelcase* pack = Read(other, 4);
   EXPECT_EQ(pack->GetVelcaseSchema(), 1);
   EXPECT_EQ(pack->GetSupplyFamily(), 4);
   EXPECT_EQ(pack->GetChannel(), 127);
   EXPECT_EQ(pack->GetVelcaseVersion(), 3);
-  EXPECT_EQ(pack->GetPayloadSize_Compressed(), stream);
-  EXPECT_EQ(pack->GetVeloraSchema(), 2);
-  EXPECT_EQ(pack->GetPipeline(), 1);
-  EXPECT_EQ(pack->GetPayloadSize_Uncompressed(), sound[12] << 8 | sound[13]);
-  EXPECT_EQ(pack->GetSize_BeforeDeserialization(), static_cast<int>(sound.size()));
-  EXPECT_EQ(pack->GetChecksum(), Array(sound)->CalculateChecksum());
-  EXPECT_STREQ(pack->GetPathname(), "Empty");
-  EXPECT_EQ(pack->GetArray_uint8_Pathname()->GetCount(), 6);
-  EXPECT_EQ(pack->GetPackets_Blob()->GetArray()->GetCount(), 1);
-  EXPECT_EQ(pack->GetColorMaps()->GetArray()->GetCount(), 0);
-  // Whatever these say is passed on.
-  Image other = sound;
-  other[8] = 77;
-  other[9] = 255;
-  pack = Read(other, 4);
+  EXPECT_EQ(pack->GetPayloadSize_Compressed(), size - 14);
   EXPECT_EQ(pack->GetVeloraSchema(), 77);
   EXPECT_EQ(pack->GetPipeline(), 255);
+  EXPECT_EQ(pack->GetPayloadSize_Uncompressed(), sound[12] << 8 | sound[13]);
+  EXPECT_EQ(pack->GetSize_BeforeDeserialization(), size);
+  EXPECT_EQ(pack->GetChecksum(), Array(other)->CalculateChecksum());
+  EXPECT_STREQ(pack->GetPathname(), "Empty");
+  EXPECT_EQ(pack->GetPackets_Blob()->GetArray()->GetCount(), 1);
+  EXPECT_EQ(pack->GetColorMaps()->GetArray()->GetCount(), 0);
 }
 
 // A place in hex, and the bytes that are written over it. An overstated payload field is no failure
@@ -89,68 +85,47 @@ TEST_F(PackTest, HeaderFields) {
   EXPECT_EQ(Read(longer, 4)->GetChecksum(), Read(sound, 4)->GetChecksum() + 200);
 }
 
-TEST_F(PackTest, SizeAndExtent) {
-  // The size alone decides on nothing but 8 bytes, the extent on what is read.
+// The size alone decides on nothing but 8 bytes, the extent on what is read.
+TEST_F(PackTest, SizeExtentAndPathname) {
   fenn::IVelcase* pack = Keep(factory->CreateVelcase());
-  const auto family = fenn::ESupplyFamily::Enum(4);
-  unsigned char* bytes = Array(sound)->GetElements();
-  for (int size : {-1, 0, 7, 8}) {
-    EXPECT_EQ(CodeOf([&] { pack->Init(size, bytes, helper, kReversed, family); }),
-              size < 8 ? 3000 : 0);
+  const auto init = [&](int size, unsigned char* bytes, const char* pathname) {
+    return CodeOf([&] {
+      pack->Init(size, bytes, helper, kReversed, fenn::ESupplyFamily::Enum(4), pathname);
+    });
+  };
+  for (int size : {-1, 7, 8}) {
+    EXPECT_EQ(init(size, sound.data(), "a/b.velcase"), size < 8 ? 3000 : 0) << size;
   }
-  EXPECT_EQ(CodeOf([&] { pack->Init(400, nullptr, helper, kReversed, family); }), 3000);
-  EXPECT_EQ(CodeOf([&] { pack->GetChannel(); }), 4000);
-  for (long cut : {8L, 13L, 14L, 15L, static_cast<long>(sound.size()) - 1}) {
+  EXPECT_STREQ(pack->GetPathname(), "a/b.velcase");
+  EXPECT_EQ(pack->GetArray_uint8_Pathname()->GetCount(), 12);
+  EXPECT_EQ(init(400, nullptr, "a"), 3000);
+  EXPECT_EQ(init(400, sound.data(), nullptr), 3000);
+  EXPECT_EQ(init(400, sound.data(), ""), 3000);
+  EXPECT_EQ(CodeOf([&] { pack->GetPathname(); }), 4000);
+  for (long cut : {8L, 13L, 14L, static_cast<long>(sound.size()) - 1}) {
     EXPECT_EQ(ReadCode(Image(sound.begin(), sound.begin() + cut)), cut < 14 ? 3000 : 1) << cut;
   }
 }
 
-TEST_F(PackTest, Pathnames) {
-  fenn::IVelcase* pack = Keep(factory->CreateVelcase());
-  const auto init = [&](const char* pathname) {
-    return CodeOf([&] {
-      pack->Init(static_cast<int>(sound.size()), sound.data(), helper, kReversed,
-                 fenn::ESupplyFamily::Enum(4), pathname);
-    });
-  };
-  EXPECT_EQ(init("a/b.velcase"), 0);
-  EXPECT_STREQ(pack->GetPathname(), "a/b.velcase");
-  EXPECT_EQ(pack->GetArray_uint8_Pathname()->GetCount(), 12);
-  EXPECT_EQ(init(""), 3000);
-  EXPECT_EQ(CodeOf([&] { pack->GetPathname(); }), 4000);
-  EXPECT_EQ(init(nullptr), 3000);
-}
-
 TEST_F(PackTest, OperationsThatAPackHasForItsInterfaceAlone) {
   fenn::IVelcase* pack = Read(sound, 4);
-  EXPECT_EQ(CodeOf([&] { pack->Sort(true); }), 2);
   EXPECT_EQ(CodeOf([&] { pack->IsEqualTo(pack); }), 2);
-  EXPECT_EQ(CodeOf([&] { pack->IsLessThan(pack); }), 2);
-  EXPECT_EQ(CodeOf([&] { pack->Serialize(pack, nullptr); }), 2);
   EXPECT_EQ(CodeOf([&] { pack->Init(); }), 3);
-  EXPECT_EQ(CodeOf([&] { pack->Init(1, pack, nullptr); }), 3);
   EXPECT_EQ(CodeOf([&] { pack->Append(nullptr); }), 3000);
   EXPECT_EQ(CodeOf([&] { pack->Serialize(); }), 4000) << "it was read";
-  EXPECT_EQ(CodeOf([&] { pack->GetSerializedSize(); }), 4000);
-  EXPECT_EQ(pack->GetPackets_Blob()->GetArray()->GetCount(), 1);
 
   fenn::IVelcase* written = Pack(0, {});
   const unsigned char* file = written->Serialize();
   EXPECT_EQ(written->Serialize(), file);
-  EXPECT_EQ(written->GetPayloadSize_Compressed(), written->GetSerializedSize() - 14);
 
   const struct {
-    int schema, family, channel, version, code;
-  } rows[] = {{1, 0, 0, 1, 0},
-              {2, 0, 0, 1, 3000},
-              {1, 10, 0, 1, 3000},
-              {1, 0, 0, 16, 3000},
-              {1, 0, 0, 0, 3000}};
+    int schema, family, version, code;
+  } rows[] = {{1, 0, 1, 0}, {2, 0, 1, 3000}, {1, 10, 1, 3000}, {1, 0, 16, 3000}, {1, 0, 0, 3000}};
   for (const auto& row : rows) {
     fenn::IVelcase* pack = Keep(factory->CreateVelcase());
     EXPECT_EQ(CodeOf([&] {
                 pack->Init(fenn::EVelcaseSchema::Enum(row.schema),
-                           fenn::ESupplyFamily::Enum(row.family), row.channel,
+                           fenn::ESupplyFamily::Enum(row.family), 0,
                            fenn::EVelcaseVersion::Enum(row.version), helper, kReversed);
               }),
               row.code);
@@ -173,13 +148,9 @@ TEST_F(PackTest, MergingAndSorting) {
   auto* blobs = first->GetPackets_Blob()->GetArray();
   ASSERT_EQ(blobs->GetCount(), 3);
   const auto versions = [&] {
-    fenn::IPropertiesHelper* reader = Keep(factory->CreatePropertiesHelper());
-    reader->Init();
     std::vector<int> all;
     for (int i = 0; i < blobs->GetCount(); ++i) {
-      auto* version =
-          dynamic_cast<velora::common::api::properties::IComponentVersion<fenn::Configuration>*>(
-              blobs->Get(i)->GetComponentVersion());
+      auto* version = dynamic_cast<Version*>(blobs->Get(i)->GetComponentVersion());
       all.push_back(version->GetComponentVersion());
     }
     return all;
@@ -222,43 +193,31 @@ TEST_F(PackTest, LimitsOfTheWriter) {
 }
 
 TEST_F(PackTest, Compression) {
-  fenn::IArray_uint8* plain = Array(Image(500, 9));
-  fenn::IArray_uint8* packed = Keep(Zlib::ZlibCompress(plain));
-  EXPECT_EQ(packed->Get(0), 0x78);
-  EXPECT_EQ(packed->Get(1), 0xDA);  // the best level
+  fenn::IArray_uint8* packed = Keep(Zlib::ZlibCompress(Array(Image(500, 9))));
+  EXPECT_EQ(packed->Get(1), 0xDA) << "the best level";
   fenn::IArray_uint8* dense = Array({1, 2, 3});
   EXPECT_EQ(CodeOf([&] { Zlib::ZlibCompress(dense); }), 1) << "it gets no smaller";
   EXPECT_EQ(CodeOf([&] { Zlib::ZlibCompress(nullptr); }), 3000);
 
   const Image stream(packed->GetElements(), packed->GetElements() + packed->GetCount());
-  const auto inflate = [this](const Image& in, int room) {
-    fenn::IArray_uint8* out = Keep(factory->CreateArray_uint8());
-    out->Init(room);
-    return CodeOf([&] { Zlib::ZlibDecompress(Array(in), out); });
-  };
-  Image damaged = stream;
+  Image damaged = stream, followed = stream, cut = stream;
   damaged.back() ^= 1;
-  Image followed = stream;
   followed.push_back(1);
+  cut.pop_back();
   const struct {
     Image in;
     int room, code;
-  } rows[] = {
-      {stream, 500, 0},  {stream, 499, 1},       {stream, 501, 1},
-      {damaged, 500, 1}, {followed, 500, 0},     {{0x78, 0xDA}, 500, 1},
-      {{}, 500, 1},      {Image(40, 0), 500, 1}, {{stream.begin(), stream.end() - 1}, 500, 1}};
+  } rows[] = {{stream, 500, 0},   {stream, 499, 1}, {stream, 501, 1}, {damaged, 500, 1},
+              {followed, 500, 0}, {cut, 500, 1},    {{}, 500, 1},     {Image(40, 0), 500, 1}};
   for (const auto& row : rows) {
-    EXPECT_EQ(inflate(row.in, row.room), row.code) << row.in.size() << " to " << row.room;
+    fenn::IArray_uint8* out = Array(Image(row.room));
+    EXPECT_EQ(CodeOf([&] { Zlib::ZlibDecompress(Array(row.in), out); }), row.code)
+        << row.in.size() << " to " << row.room;
   }
-  EXPECT_EQ(CodeOf([&] { Zlib::ZlibDecompress(nullptr, plain); }), 3000);
+  EXPECT_EQ(CodeOf([&] { Zlib::ZlibDecompress(nullptr, packed); }), 3000);
   EXPECT_EQ(CodeOf([&] { Zlib::ZlibDecompress(packed, nullptr); }), 3000);
-
   EXPECT_EQ(Zlib::ZlibMemAlloc(nullptr, 0, 5), nullptr);
   EXPECT_EQ(Zlib::ZlibMemAlloc(nullptr, 5, 0), nullptr);
-  auto* block = static_cast<unsigned char*>(Zlib::ZlibMemAlloc(nullptr, 3, 5));
-  EXPECT_EQ(Image(block, block + 15), Image(15, 0));
-  Zlib::ZlibMemFree(nullptr, block);
-  Zlib::ZlibMemFree(nullptr, nullptr);
 }
 
 }  // namespace

@@ -12,10 +12,12 @@ class ImageTest : public CoreTest {
     }
     image.push_back(static_cast<unsigned char>(value));
   }
-  // One dictionary of type 112; entry i refers to the given entries.
-  static Image Graph(const std::vector<std::vector<int>>& references) {
+  // Of each entry, which it refers to.
+  using Entries = std::vector<std::vector<int>>;
+  // One dictionary of type 112.
+  static Image Graph(const Entries& entries) {
     Image image = {112};
-    for (const std::vector<int>& entry : references) {
+    for (const std::vector<int>& entry : entries) {
       Image numbers;
       for (int number : entry) {
         Vlq(numbers, number);
@@ -27,11 +29,11 @@ class ImageTest : public CoreTest {
     image.insert(image.end(), {0x80, 0x00});
     return image;
   }
-  // A chain of `length` entries.
-  static std::vector<std::vector<int>> Chain(int length) {
-    std::vector<std::vector<int>> entries(static_cast<size_t>(length));
+  // The entries from `first` on, each referring to the next.
+  static Entries Chain(int first, int length) {
+    Entries entries(static_cast<size_t>(length));
     for (int i = 0; i + 1 < length; ++i) {
-      entries[static_cast<size_t>(i)] = {i + 1};
+      entries[static_cast<size_t>(i)] = {first + i + 1};
     }
     return entries;
   }
@@ -92,11 +94,6 @@ TEST_F(ImageTest, Refused) {
 
 // The refusal comes before the block is asked for: as many allocations as when there is no count.
 TEST_F(ImageTest, CountsAboveTheImageAllocateNothing) {
-  const auto allocations = [&](const std::string& image, int type) {
-    heap.failAt = 1000;
-    EXPECT_NE(ReadCode(image, {type}), 0);
-    return 1000 - heap.failAt.exchange(0);
-  };
   const struct {
     int type;
     const char *above, *none;
@@ -106,17 +103,21 @@ TEST_F(ImageTest, CountsAboveTheImageAllocateNothing) {
       {4, "04 01 02 01 01 80 00 20 01 05 00 80 00", "04 00 01 01 80 00 20 01 05 00 80 00"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(allocations(row.above, row.type), allocations(row.none, row.type)) << row.type;
+    int left[2];
+    for (const char* image : {row.above, row.none}) {
+      heap.failAt = 1000;
+      EXPECT_NE(ReadCode(image, {row.type}), 0);
+      left[image == row.none] = heap.failAt.exchange(0);
+    }
+    EXPECT_EQ(left[0], left[1]) << row.type;
   }
 }
 
 // The bytes stay the caller's when they are refused, and end with the serializer when not.
 TEST_F(ImageTest, OwnershipOfTheBytes) {
-  CPlatform* platform = Slots<Configuration>().platform;
   for (const char* hex : {"20 01 05 00 80 00", "20 01 05 00 80 01", "00 01 05 00 80 00"}) {
     const Image image = Hex(hex);
-    auto* bytes = new (platform, false, true) unsigned char[image.size()];
-    memcpy(bytes, image.data(), image.size());
+    unsigned char* bytes = Block(image);
     Held<ISerializer> serializer(Make<Serializer>());
     const int code =
         CodeOf([&] { serializer->Init(helper.get(), Endianness::Reversed, 6, bytes, true); });
@@ -125,48 +126,38 @@ TEST_F(ImageTest, OwnershipOfTheBytes) {
       EXPECT_EQ(serializer->GetSerializedSize(), 6);
     } else {
       EXPECT_EQ(CodeOf([&] { serializer->CheckThis(); }), 4000);
-      operator delete[](bytes, platform, false, false);
+      operator delete[](bytes, Slots<Configuration>().platform, false, false);
     }
   }
 }
 
 TEST_F(ImageTest, DepthIsBoundedHoweverItIsReached) {
-  EXPECT_EQ(ReadCode(Graph(Chain(256)), {112}), 0);
-  EXPECT_EQ(ReadCode(Graph(Chain(257)), {112}), 1);
+  const auto code = [this](const Entries& entries) { return ReadCode(Graph(entries), {112}); };
+  EXPECT_EQ(code(Chain(0, 256)), 0);
+  EXPECT_EQ(code(Chain(0, 257)), 1);
+  EXPECT_EQ(code(Chain(0, 200000)), 1) << "nor does a long one end by recursion";
   // In a ring the holders come back first.
-  auto ring = Chain(200);
+  Entries ring = Chain(0, 200);
   ring.back() = {0};
-  EXPECT_EQ(ReadCode(Graph(ring), {112}), 1);
+  EXPECT_EQ(code(ring), 1);
 
-  // Two chains, each sound alone; the second goes on into the first, read before it.
-  for (int joined : {56, 57}) {
-    auto chains = Chain(401);  // 0 holds both; 1 to 200; 201 to 400
-    chains[0] = {1, 201};
-    chains[200] = {};
-    chains.resize(static_cast<size_t>(201 + 255 - 200 + joined - 56));
-    chains.back() = {1};
-    EXPECT_EQ(ReadCode(Graph(chains), {112}), joined == 56 ? 0 : 1) << joined;
-  }
-  // The same over two roots, in an order that never nests deeper than 200 while reading.
-  std::vector<std::vector<int>> roots = Chain(400);
-  roots[199] = {};
-  roots[399] = {0};
-  std::vector<std::vector<int>> shifted;  // entries 0 and 1 are the roots
-  shifted.push_back({2});
-  shifted.push_back({202});
-  for (auto entry : roots) {
-    for (int& number : entry) {
-      number += 2;
+  // Two chains below entry 0, each sound alone; the second goes on into the first, read before it.
+  for (int length : {55, 56}) {
+    Entries chains = {{1, 201}};
+    for (const Entries& chain : {Chain(1, 200), Chain(201, length)}) {
+      chains.insert(chains.end(), chain.begin(), chain.end());
     }
-    shifted.push_back(entry);
+    chains.back() = {1};
+    EXPECT_EQ(code(chains), length == 55 ? 0 : 1) << length;
   }
-  EXPECT_EQ(ReadCode(Graph(shifted), {112}), 0);
-  EXPECT_EQ(ReadCode(Graph(shifted), {112, 112}), 1);
-}
-
-// A long chain of entries ends one by one, although nobody reads it.
-TEST_F(ImageTest, LongChainsEndWithoutRecursion) {
-  EXPECT_EQ(ReadCode(Graph(Chain(200000)), {112}), 1);
+  // The same over the roots 0 and 1, in an order that never nests deeper than 201 while reading.
+  Entries roots = {{2}, {202}};
+  for (const Entries& chain : {Chain(2, 200), Chain(202, 200)}) {
+    roots.insert(roots.end(), chain.begin(), chain.end());
+  }
+  roots.back() = {2};
+  EXPECT_EQ(ReadCode(Graph(roots), {112}), 0);
+  EXPECT_EQ(ReadCode(Graph(roots), {112, 112}), 1);
 }
 
 // Two roots over one leaf without its byte: the second fails as the first did.
@@ -178,30 +169,20 @@ TEST_F(ImageTest, AFailedObjectIsReadAnew) {
 }
 
 TEST_F(ImageTest, EveryCutAndEveryChangedByte) {
-  const struct {
-    const char* image;
-    std::vector<int> types;
-  } samples[] = {
-      {"70 01 02 02 01 01 80 00 20 01 05 00 80 00", {112}},
-      {"04 01 03 03 01 04 03 80 00 70 01 02 02 03 03 01 00 00 80 00 20 01 05 00 01 06 00 80 00"
-       " 01 04 03 01 02 FF 00 80 00 02 03 02 81 01 00 80 00",
-       {4, 112, 112, 32, 32, 1, 2}},
-  };
+  const std::vector<int> types = {4, 112, 112, 32, 32, 1, 2};
+  const Image sound =
+      Hex("04 01 03 03 01 04 03 80 00 70 01 02 02 03 03 01 00 00 80 00 20 01 05 00 01 06 00 80 00"
+          " 01 04 03 01 02 FF 00 80 00 02 03 02 81 01 00 80 00");
+  ASSERT_EQ(ReadCode(sound, types), 0);
   int accepted = 0, refused = 0;
-  for (const auto& sample : samples) {
-    const Image sound = Hex(sample.image);
-    ASSERT_EQ(ReadCode(sound, sample.types), 0);
-    for (size_t place = 0; place < sound.size(); ++place) {
-      EXPECT_NE(
-          ReadCode(Image(sound.begin(), sound.begin() + static_cast<long>(place)), sample.types), 0)
-          << place;
-      for (int value = 0; value < 256; ++value) {
-        Image damaged = sound;
-        damaged[place] = static_cast<unsigned char>(value);
-        const int code = ReadCode(damaged, sample.types);
-        ++(code == 0 ? accepted : refused);
-        EXPECT_TRUE(code == 0 || code == 1 || code == 3000 || code == 4000) << place << ' ' << code;
-      }
+  for (auto place = sound.begin(); place != sound.end(); ++place) {
+    EXPECT_NE(ReadCode(Image(sound.begin(), place), types), 0) << place - sound.begin();
+    for (int value = 0; value < 256; ++value) {
+      Image damaged = sound;
+      damaged[static_cast<size_t>(place - sound.begin())] = static_cast<unsigned char>(value);
+      const int code = ReadCode(damaged, types);
+      ++(code == 0 ? accepted : refused);
+      EXPECT_TRUE(code == 0 || code == 1 || code == 3000 || code == 4000) << code;
     }
   }
   EXPECT_GT(accepted, 500);

@@ -71,11 +71,15 @@ Held<ISerializer> CoreTest::Writer(Endianness::Enum endianness) {
   return serializer;
 }
 
+unsigned char* CoreTest::Block(const Image& image) {
+  auto* bytes = new (Slots<Configuration>().platform, false, true) unsigned char[image.size()];
+  std::copy(image.begin(), image.end(), bytes);
+  return bytes;
+}
+
 Held<ISerializer> CoreTest::Reader(const Image& image, Endianness::Enum endianness) {
   Held<ISerializer> serializer(Make<Serializer>());
-  auto* bytes = new (Slots<Configuration>().platform, false, true) unsigned char[image.size()];
-  memcpy(bytes, image.data(), image.size());
-  serializer->Init(helper.get(), endianness, static_cast<int>(image.size()), bytes, true);
+  serializer->Init(helper.get(), endianness, static_cast<int>(image.size()), Block(image), true);
   return serializer;
 }
 
@@ -84,17 +88,14 @@ std::string CoreTest::ImageOf(ISerializer* writer) {
   return ToHex(writer->Serialize(), size);
 }
 
-int CoreTest::ReadCode(const Image& image, const std::vector<int>& types) {
+int CoreTest::ReadCode(Image image, const std::vector<int>& types) {
   const int before = heap.live;
   const int size = static_cast<int>(image.size());
-  // An exact copy, so that a read behind its end is seen.
-  const std::unique_ptr<unsigned char[]> exact(new unsigned char[image.size()]);
-  std::copy(image.begin(), image.end(), exact.get());
-  unsigned char* const bytes = exact.get();
+  image.shrink_to_fit();
   const int code = CodeOf([&] {
     PLINTH_FRAME(Configuration) {
       ISerializer* serializer = Defer<ISerializer>(frame, Make<Serializer>());
-      serializer->Init(helper.get(), Endianness::Reversed, size, bytes, false);
+      serializer->Init(helper.get(), Endianness::Reversed, size, image.data(), false);
       for (int type : types) {
         Defer(frame, serializer->Deserialize_Serializeable(type, nullptr));
       }

@@ -28,7 +28,10 @@ class INode : public virtual ISerializeable {
 
 using NodeArray = CArray<Configuration, INode>;
 using NodeList = CLinkedList<Configuration, INode>;
-using Serializer = CSerializer<Configuration>;
+// With the change of states in reach.
+struct Serializer : CSerializer<Configuration> {
+  using CSerializer<Configuration>::Transition;
+};
 
 template <class Class>
 Class* Make() {
@@ -177,12 +180,14 @@ class CoreTest : public RuntimeTest<> {
 
   CoreTest();
   Held<ISerializer> Writer(Endianness::Enum endianness = Endianness::Reversed);
-  // On an exact copy of the image, which it owns.
+  // An exact copy on the platform's heap, so that a read behind its end is seen.
+  static unsigned char* Block(const Image& image);
+  // On a copy of the image, which it owns.
   Held<ISerializer> Reader(const Image& image, Endianness::Enum endianness = Endianness::Reversed);
   // The image of what has been written.
   static std::string ImageOf(ISerializer* writer);
   // Opens an image and reads a root of each type; what that raised, or 0. Leaves nothing behind.
-  int ReadCode(const Image& image, const std::vector<int>& types);
+  int ReadCode(Image image, const std::vector<int>& types);
   int ReadCode(const std::string& hex, const std::vector<int>& types) {
     return ReadCode(Hex(hex), types);
   }

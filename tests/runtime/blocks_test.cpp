@@ -1,9 +1,12 @@
 // The boot manager, and the blocks that share it with the thread table and the platform.
 #include <string.h>
 
+#include <atomic>
 #include <chrono>
+#include <functional>
 #include <thread>
 
+#include "plinth/runtime/api/boot.h"
 #include "plinth/runtime/api/flat.h"
 #include "plinth/runtime/posix/CBootManager_Posix.h"
 #include "tests/support/runtime_fixture.h"
@@ -31,28 +34,7 @@ TEST(BootManagerTest, AllocatesZeroedMemoryOnlyWhileItIsValid) {
   bootManager.Free(memory);
 }
 
-TEST(BootManagerTest, SleepTakesMilliseconds) {
-  const auto start = std::chrono::steady_clock::now();
-  CBootManager_Posix().Sleep(5);
-  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(5));
-}
-
-TEST(BootManagerTest, PlacementFormsOnNullAndOnSizeZero) {
-  CBootManager_Posix bootManager;
-  IBootManager* const none = nullptr;
-  EXPECT_EQ(operator new(8, none, false), nullptr);
-  EXPECT_EQ(operator new[](8, none, true), nullptr);
-  EXPECT_EQ(operator new(0, &bootManager, false), nullptr);
-  int local = 3;
-  void* volatile memory = &local;  // no compiler needs to see what is deleted here
-  operator delete(memory, none, false);
-  operator delete[](memory, none, false);
-  EXPECT_EQ(local, 3);
-  boot_manager::PlacementDelete(&bootManager, static_cast<CException*>(nullptr));
-}
-
 struct OwnLayer {};
-struct OtherLayer {};
 
 class BlockTest : public RuntimeTest<> {
  protected:
@@ -86,19 +68,15 @@ TEST_F(BlockTest, IncompleteRecordLeavesTheBlockUntouched) {
 }
 
 TEST_F(BlockTest, CountsOncePerBlockAndKeepsTheFirstRecord) {
-  EXPECT_TRUE(Initialize(slots, &runtime.record));
-  ExpectCounts(3);
-  EXPECT_TRUE(Initialize(slots, &runtime.record));
-  ExpectCounts(3);
-
   CBootManager_Posix otherBootManager;
   CThreadContextManager otherContexts;
   CPlatform otherPlatform;
   const BootRecord other = {&otherBootManager, &otherContexts, &otherPlatform};
-  EXPECT_TRUE(Initialize(slots, &other));
+  for (const BootRecord& record : {runtime.record, runtime.record, other}) {
+    EXPECT_TRUE(Initialize(slots, &record));
+    ExpectCounts(3);
+  }
   EXPECT_EQ(slots.bootManager, runtime.record.bootManager);
-  EXPECT_EQ(slots.platform, runtime.record.platform);
-  ExpectCounts(3);
   EXPECT_EQ(otherContexts.refCount, 1);
 
   CleanupProcess(slots);
@@ -112,14 +90,11 @@ TEST_F(BlockTest, CountsOncePerBlockAndKeepsTheFirstRecord) {
 
 TEST_F(BlockTest, PointerThatIsAlreadyThereIsNotCountedAgain) {
   slots.bootManager = runtime.record.bootManager;
+  slots.threadContextManager = runtime.record.threadContextManager;
   slots.platform = runtime.record.platform;
   EXPECT_TRUE(Initialize(slots, &runtime.record));
-  EXPECT_EQ(BootCount(), 2);
-  EXPECT_EQ(runtime.record.platform->refCount, 2);
-  EXPECT_EQ(runtime.record.threadContextManager->refCount, 3);
-  slots.bootManager = nullptr;
-  slots.platform = nullptr;
-  // The platform's own end needs no block: the thread table drops the reference it got.
+  ExpectCounts(2);
+  slots = {};
 }
 
 TEST_F(BlockTest, ReadyBlockWithoutItsObjectsRefuses) {
@@ -133,58 +108,61 @@ TEST_F(BlockTest, ReadyBlockWithoutItsObjectsRefuses) {
   slots = {};
 }
 
-TEST_F(BlockTest, LateComerWaitsForTheThreadThatFills) {
-  slots.bootClaimed = true;
-  std::atomic<int> result{-1};
-  std::thread late([&] { result = Initialize(slots, &runtime.record); });
-  std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  EXPECT_EQ(result, -1);
-  slots.contextClaimed = true;
-  slots.bootManager = runtime.record.bootManager;
-  slots.bootReady = true;
-  std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  EXPECT_EQ(result, -1);
-  slots.threadContextManager = runtime.record.threadContextManager;
-  slots.platform = runtime.record.platform;
-  slots.contextReady = true;
-  late.join();
-  EXPECT_EQ(result, 1);
-  ExpectCounts(2);
-  slots = {};
+TEST_F(BlockTest, LateComersWaitForTheThreadThatFills) {
+  const auto initialize = [this] { return Initialize(slots, &runtime.record); };
+  const auto boot = [this] {
+    BootRecord* const record = Boot(slots);
+    FreeBootRecord(slots, record);
+    CleanupThread(slots);
+    return record != nullptr;
+  };
+  for (const std::function<bool()>& come : {std::function<bool()>(initialize), {boot}}) {
+    slots.bootClaimed = true;
+    std::atomic<int> result{-1};
+    std::thread late([&] { result = come(); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(result, -1);
+    slots.contextClaimed = true;
+    slots.bootManager = runtime.record.bootManager;
+    slots.bootReady = true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(result, -1);
+    slots.threadContextManager = runtime.record.threadContextManager;
+    slots.platform = runtime.record.platform;
+    slots.contextReady = true;
+    late.join();
+    EXPECT_EQ(result, 1);
+    ExpectCounts(2);
+    slots = {};
+  }
 }
 
-TEST_F(BlockTest, CleanupOfAnEmptyBlockClearsItsBytes) {
-  slots.bootReady = slots.bootClaimed = slots.contextReady = slots.contextClaimed = true;
-  CleanupThread(slots);
-  CleanupProcess(slots);
-  const BootSlots empty = {};
-  EXPECT_EQ(memcmp(&slots, &empty, sizeof slots), 0);
-}
+// The forms over a boot manager answer null, those over a platform raise.
+TEST_F(BlockTest, PlacementFormsWithBadArguments) {
+  IBootManager* const noManager = nullptr;
+  int local = 3;
+  void* volatile memory = &local;  // no compiler needs to see what is deleted here
+  EXPECT_EQ(operator new(8, noManager, false), nullptr);
+  EXPECT_EQ(operator new[](0, runtime.record.bootManager, true), nullptr);
+  operator delete(memory, noManager, false);
+  EXPECT_EQ(local, 3);
+  boot_manager::PlacementDelete(noManager, static_cast<CException*>(nullptr));
 
-TEST_F(BlockTest, PlatformFormsRefuseBadArgumentsByCode) {
-  CPlatform* const none = nullptr;
   CPlatform blank;
-  CPlatform* const platform = runtime.record.platform;
   const struct {
     CPlatform* platform;
     size_t size;
     int newCode;
     int deleteCode;
-  } rows[] = {{none, 8, 3000, 3000},
+  } rows[] = {{nullptr, 8, 3000, 3000},
               {&blank, 8, 4000, 4000},
-              {platform, 0, 3000, 0},
-              {none, 0, 3000, 3000},
-              {platform, 8, 0, 0}};
+              {runtime.record.platform, 0, 3000, 0},
+              {runtime.record.platform, 8, 0, 0}};
   for (const auto& row : rows) {
-    void* volatile memory = nullptr;
+    memory = nullptr;
     EXPECT_EQ(CodeOf([&] { memory = operator new(row.size, row.platform, false, true); }),
               row.newCode);
     EXPECT_EQ(CodeOf([&] { operator delete(memory, row.platform, false, true); }), row.deleteCode);
-    memory = nullptr;
-    EXPECT_EQ(CodeOf([&] { memory = operator new[](row.size, row.platform, false, false); }),
-              row.newCode);
-    EXPECT_EQ(CodeOf([&] { operator delete[](memory, row.platform, false, false); }),
-              row.deleteCode);
   }
 }
 

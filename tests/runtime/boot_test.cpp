@@ -3,8 +3,6 @@
 
 #include <string.h>
 
-#include <atomic>
-#include <chrono>
 #include <thread>
 
 #include "plinth/runtime/api/flat.h"
@@ -35,6 +33,7 @@ class BootTest : public ::testing::Test {
 TEST_F(BootTest, RoundsOfBootAndCleanupEachServeACall) {
   for (int round = 0; round < 3; ++round) {
     ASSERT_NE(record, nullptr);
+    EXPECT_EQ(_plinth_v1_Initialize_Posix_So(nullptr), 0);
     EXPECT_EQ(record->platform->refCount, 1) << "the block in which it was made";
     ASSERT_NE(_plinth_v1_Initialize_Posix_So(record), 0);
     EXPECT_EQ(record->platform->refCount, 2) << "the flat block was full already";
@@ -72,12 +71,6 @@ TEST_F(BootTest, ObjectsLiveAsLongAsOneBlockHoldsThem) {
   EXPECT_EQ(JumpManager<FlatConfiguration>(), nullptr);
 }
 
-TEST_F(BootTest, RefusesABadRecord) {
-  EXPECT_EQ(_plinth_v1_Initialize_Posix_So(nullptr), 0);
-  EXPECT_EQ(_plinth_v1_Initialize_Posix_Lib(nullptr), 0);
-  EXPECT_EQ(Slots<Configuration>().bootManager, nullptr);
-}
-
 TEST_F(BootTest, FullBlockIsNotBuiltAgainAndOtherThreadsJoin) {
   CPlatform* const platform = flat.platform;
   BootRecord* again = Boot(flat);
@@ -96,27 +89,6 @@ TEST_F(BootTest, FullBlockIsNotBuiltAgainAndOtherThreadsJoin) {
     _plinth_v1_Cleanup_Thread_Posix_So();
   }).join();
   EXPECT_EQ(CodeOf([] { PLINTH_RAISE(CException_General); }), 1) << "this thread is still known";
-}
-
-struct LateLayer {};
-
-TEST_F(BootTest, LateComerWaitsForTheThreadThatBuilds) {
-  BootSlots& slots = Slots<LateLayer>();
-  slots.bootClaimed = slots.contextClaimed = true;
-  slots.bootManager = record->bootManager;
-  slots.bootReady = true;
-  std::atomic<BootRecord*> late{nullptr};
-  std::thread thread([&] { late = Boot(slots); });
-  std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  EXPECT_EQ(late, nullptr);
-  slots.threadContextManager = record->threadContextManager;
-  slots.platform = record->platform;
-  slots.contextReady = true;
-  thread.join();
-  ASSERT_NE(late, nullptr);
-  EXPECT_EQ(late.load()->platform, record->platform);
-  FreeBootRecord(slots, late);
-  slots = {};
 }
 
 class CrowdedThreads : public CThreadManager_Posix {

@@ -81,52 +81,44 @@ class ThreadTableTest : public RuntimeTest<> {
 using IdList = std::vector<int>;
 
 TEST_F(ThreadTableTest, SixthThreadOfABucketIsRefusedUntilOneLeaves) {
-  for (int i = 0; i < 5; ++i) {
-    EXPECT_TRUE(Register(7 + 16 * i));
+  for (const int id : {7, 23, 39, 55, 71}) {
+    EXPECT_TRUE(Register(id));
   }
   const int before = heap.live;
-  EXPECT_FALSE(Register(7 + 16 * 5));
+  EXPECT_FALSE(Register(87));
   EXPECT_EQ(heap.live, before);
-  EXPECT_EQ(Find(7 + 16 * 5), nullptr);
+  EXPECT_EQ(Find(87), nullptr);
   EXPECT_TRUE(Register(8));
+  CJumpManager* const jumpManager = Find(7);
   EXPECT_TRUE(Register(7)) << "known already";
-  Remove(7 + 16 * 2);
-  EXPECT_TRUE(Register(7 + 16 * 5));
+  EXPECT_EQ(Find(7), jumpManager);
+  EXPECT_EQ(jumpManager->current, &jumpManager->environment);
+  Remove(39);
+  EXPECT_TRUE(Register(87));
   EXPECT_EQ(Ids(7), (IdList{87, 71, 55, 23, 7}));
+
+  EXPECT_FALSE(Register(0)) << "no id, no place";
+  EXPECT_EQ(Find(0), nullptr);
+  EXPECT_TRUE(Register(-3)) << "ids of any sign have a bucket";
+  EXPECT_EQ(Ids(-3), IdList{-3});
 }
 
 TEST_F(ThreadTableTest, RemovalKeepsTheBucketLinked) {
   for (const int id : {1, 17, 33, 49}) {
     EXPECT_TRUE(Register(id));
   }
-  Remove(65);  // unknown
-  EXPECT_EQ(Ids(1), (IdList{49, 33, 17, 1}));
-  Remove(33);  // in the middle
-  EXPECT_EQ(Ids(1), (IdList{49, 17, 1}));
-  Remove(49);  // the head
-  EXPECT_EQ(Ids(1), (IdList{17, 1}));
-  Remove(1);  // the tail
-  EXPECT_EQ(Ids(1), (IdList{17}));
-  Remove(17);
-  Remove(17);
-  EXPECT_EQ(Ids(1), IdList{});
-}
-
-TEST_F(ThreadTableTest, SecondRegistrationKeepsTheEntry) {
-  EXPECT_TRUE(Register(5));
-  CJumpManager* const jumpManager = Find(5);
-  EXPECT_EQ(jumpManager->current, &jumpManager->environment);
-  EXPECT_TRUE(Register(5));
-  EXPECT_EQ(Find(5), jumpManager);
-  EXPECT_EQ(Ids(5), IdList{5});
-}
-
-TEST_F(ThreadTableTest, ThreadWithoutAnIdHasNoPlace) {
-  EXPECT_FALSE(Register(0));
-  EXPECT_EQ(Find(0), nullptr);
-  Remove(0);
-  EXPECT_TRUE(Register(-3)) << "ids of any sign have a bucket";
-  EXPECT_EQ(Ids(-3), IdList{-3});
+  const struct {
+    int id;
+    IdList left;
+  } rows[] = {{65, {49, 33, 17, 1}},  // unknown
+              {33, {49, 17, 1}},      // in the middle
+              {49, {17, 1}},          // the head
+              {1, {17}},              // the tail
+              {17, {}}};
+  for (const auto& row : rows) {
+    Remove(row.id);
+    EXPECT_EQ(Ids(1), row.left);
+  }
 }
 
 TEST_F(ThreadTableTest, RemovalFreesTheNodesLeftOnTheStack) {
@@ -152,20 +144,6 @@ TEST_F(ThreadTableTest, SharedJumpManagerLivesAsLongAsOneEntry) {
   threads.destroyed = false;
 }
 
-TEST_F(ThreadTableTest, DeleteTwiceLeavesABlankTable) {
-  EXPECT_TRUE(Register(5));
-  for (int i = 0; i < 2; ++i) {
-    table.refCount = 3;
-    table.Delete(bootManager);
-    EXPECT_EQ(table.refCount, 1);
-    EXPECT_EQ(table.bucketCapacity, 0);
-    EXPECT_FALSE(table.IsUsable());
-    EXPECT_EQ(table.GetJumpManager(), nullptr);
-    EXPECT_FALSE(table.RegisterThread(bootManager));
-    table.RemoveThread(bootManager);
-  }
-}
-
 TEST_F(ThreadTableTest, EachMissingPartMakesTheTableUnusable) {
   EXPECT_TRUE(Register(5));
   const auto refuses = [this](auto& field) {
@@ -184,6 +162,12 @@ TEST_F(ThreadTableTest, EachMissingPartMakesTheTableUnusable) {
   refuses(table.semaphore);
   refuses(table.buckets);
   EXPECT_EQ(Ids(5), IdList{5});
+  for (int i = 0; i < 2; ++i) {
+    table.refCount = 3;
+    table.Delete(bootManager);
+    EXPECT_EQ(table.refCount, 1);
+    EXPECT_FALSE(table.IsUsable());
+  }
 }
 
 TEST_F(ThreadTableTest, SetUpAndRegistrationLeaveNothingWhenMemoryRunsOut) {
@@ -209,18 +193,6 @@ TEST_F(ThreadTableTest, SetUpFailsWithoutASemaphore) {
   EXPECT_TRUE(none.destroyed);
   EXPECT_EQ(other.buckets, nullptr);
   threads.destroyed = false;
-}
-
-TEST_F(ThreadTableTest, PosixManagers) {
-  EXPECT_EQ(CSemaphoreManager_Posix().Semaphore_Create(0), reinterpret_cast<void*>(1));
-  CThreadManager_Posix own;
-  int other = 0;
-  std::thread([&] { other = own.GetThreadHandle(); }).join();
-  EXPECT_NE(own.GetThreadHandle(), 0);
-  EXPECT_NE(own.GetThreadHandle(), other);
-  own.Delete();
-  EXPECT_FALSE(own.IsValid());
-  EXPECT_TRUE(own.Init() && own.IsValid());
 }
 
 }  // namespace

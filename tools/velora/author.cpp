@@ -3,17 +3,14 @@
 #include <memory>
 #include <stdexcept>
 
-#include "authoring/toner_job.h"
-#include "tools/velora/call_json.h"
+#include "tools/velora/author_job.h"
 #include "tools/velora/verbs.h"
 
 namespace velora::tools {
 namespace {
 
-using namespace authoring;
-
 constexpr char kJobHelp[] = R"(
-A job, with all its parts:
+A toner job, with all its parts:
 
   {
     "platform": 7, "supply_family": 4, "product_variant": 2,
@@ -27,127 +24,60 @@ A job, with all its parts:
   }
 
 Without "settings" tables are packed without loss. "corrected" is what a correction shall make of a
-table. Print modes are in the caller's numbering, from 0; absent ones are 0. Files are relative to
+table.
+
+An ink job:
+
+  {
+    "pipeline": "ink",
+    "platform": 7, "supply_family": 4, "product_variant": 2, "version": 3, "locator_index": 0,
+    "form": "nodes", "level": 2, "range": 1,
+    "ink": {"resolution": 5, "drops_per_level": [0, 1, 2, 4],
+            "drop_volume": 6, "drop_volume_offset": 0},
+    "tables": [{"file": "photo.bin",
+                "mode": {"media_type": 2, "media_subtype": 10, "quality": 1, "pen_set": 2}}]
+  }
+
+Its form is "string" or "nodes". Level 0 with range 1 loses nothing, as it is without these three.
+
+Print modes are in the caller's numbering; what is absent is 0, and pen set 1. Files are relative to
 the job.
 )";
 
-std::vector<TonerTable> ReadTables(const Json& job, const char* name, int table_type, int axis_type,
-                                   const Path& folder) {
-  std::vector<TonerTable> tables;
-  const auto list = job.find(name);
-  if (list == job.end()) return tables;
-  if (!list->is_array()) throw std::runtime_error(std::string("\"") + name + "\" is no list");
-  for (const Json& item : *list) {
-    if (!item.is_object()) throw std::runtime_error(std::string("\"") + name + "\": no object");
-    tables.push_back({ReadMode(item, table_type, axis_type), MemberBytes(item, "file", folder),
-                      MemberBytes(item, "corrected", folder)});
+bool IsInk(const Json& job) {
+  const std::string pipeline = Member<std::string>(job, "pipeline", "toner");
+  if (pipeline != "toner" && pipeline != "ink") {
+    throw std::runtime_error("no pipeline is named " + pipeline);
   }
-  return tables;
+  return pipeline == "ink";
 }
 
-TonerJob ReadJob(const Path& path) {
-  const Json json = ReadJson(path);
-  const Path folder = path.parent_path();
-  TonerJob job;
-  job.platform = Member(json, "platform", job.platform);
-  job.family = Member(json, "supply_family", job.family);
-  job.variant = Member(json, "product_variant", job.variant);
-  job.printer_version = Member(json, "printer_version", job.printer_version);
-  job.supply_version = Member(json, "supply_version", job.supply_version);
-  job.reference = MemberBytes(json, "reference", folder);
-  job.gray_reference = MemberBytes(json, "gray_reference", folder);
-  job.tables = ReadTables(json, "tables", 1, 0, folder);
-  job.curves = ReadTables(json, "curves", 1, 2, folder);
-  job.blobs = ReadTables(json, "blobs", 2, 0, folder);
-  const Json settings = Member(json, "settings", Json());
-  if (settings.is_object()) {
-    EncoderSettings& used = job.settings.emplace();
-    used.scalar = Member(settings, "scalar", used.scalar);
-    used.residue = Member(settings, "residue", used.residue);
-    used.economy = Member(settings, "economy", used.economy);
+void Run(const Path& path, const Path& folder, const Shared& shared) {
+  const Json job = ReadJson(path);
+  std::filesystem::create_directories(folder);
+  const Authored authored = IsInk(job) ? AuthorInkJob(job, path.parent_path(), folder)
+                                       : AuthorTonerJob(job, path.parent_path(), folder);
+  if (shared.json) {
+    std::cout << Json{{"packs", authored.packs}, {"calls", authored.calls}}.dump(2) << '\n';
+    return;
   }
-  return job;
+  for (const Json& pack : authored.packs) {
+    std::cout << pack["file"].get<std::string>() << ": " << pack["bytes"] << " bytes, "
+              << pack["components"] << " components\n";
+  }
+  for (const Json& call : authored.calls) {
+    std::cout << call["file"].get<std::string>() << ": " << call["print_mode"].get<std::string>()
+              << ", " << call["bytes"] << " bytes from " << call["pack_bytes"] << " in the packs\n";
+  }
 }
 
-std::string CallName(const PrintMode& mode) {
-  static const char* const tables[] = {"rgb", "cmyk", "blob"};
-  return std::string(mode.axis == 2 && mode.table == 1 ? "gray" : tables[mode.table]) + "-theme" +
-         std::to_string(mode.theme) + "-media" + std::to_string(mode.media) + "-axis" +
-         std::to_string(mode.axis);
-}
+}  // namespace
 
-// Writes bytes, unless there are none, and gives the file's name.
 std::string Put(const Path& folder, const std::string& name, const Bytes& bytes) {
   if (bytes.empty()) return "";
   WriteBytes(folder / name, bytes);
   return name;
 }
-
-// The files of a call: what all tables of a kind share stands there once.
-std::string WriteCall(const AuthoredCall& authored, const std::vector<std::string>& packs,
-                      const Path& folder) {
-  const TableCall& call = authored.call;
-  const std::string name = CallName(call.mode);
-  const std::string kind = call.size == kCurveSize ? "gray-" : "";
-  Json widths = Json::array(), keys = Json::array();
-  for (int i = 0; i < 4; ++i) {
-    widths.push_back(Put(folder, kind + "cbat-" + "cmyk"[i] + ".bin", call.widths[i]));
-    keys.push_back(Put(folder, name + "-key-" + "kcmy"[i] + ".bin", call.keys[i]));
-  }
-  WriteJson(folder / (name + ".json"),
-            {{"platform", call.platform},
-             {"supply_family", call.family},
-             {"product_variant", call.variant},
-             {"table_type", call.mode.table},
-             {"theme_type", call.mode.theme},
-             {"media_type", call.mode.media},
-             {"axis_type", call.mode.axis},
-             {"packs", packs},
-             {"buffer", call.size},
-             {"reference", Put(folder, kind + "reference.bin", call.reference)},
-             {"widths", widths},
-             {"keys", keys},
-             {"corrections", Put(folder, name + "-corrections.bin", call.corrections)},
-             {"expected", Put(folder, name + "-expected.bin", authored.expected)}});
-  return name + ".json";
-}
-
-void Run(const Path& path, const Path& folder, const Shared& shared) {
-  const TonerProduct product = [&] {
-    const TonerJob job = ReadJob(path);
-    const QuietErrors quiet;
-    return AuthorToner(job);
-  }();
-  std::filesystem::create_directories(folder);
-  std::vector<std::string> packs;
-  Json pack_list = Json::array(), call_list = Json::array();
-  for (const NamedPack& pack : product.packs) {
-    packs.push_back(Put(folder, pack.name + ".velcase", pack.file));
-    pack_list.push_back({{"file", packs.back()},
-                         {"bytes", pack.file.size()},
-                         {"components", pack.pack.components.size()}});
-    if (!shared.json) {
-      std::cout << packs.back() << ": " << pack.file.size() << " bytes, "
-                << pack.pack.components.size() << " components\n";
-    }
-  }
-  for (const AuthoredCall& call : product.calls) {
-    const std::string file = WriteCall(call, packs, folder);
-    call_list.push_back({{"file", file},
-                         {"print_mode", ModeText(call.call.mode)},
-                         {"pack_bytes", call.pack_bytes},
-                         {"bytes", call.expected.size()}});
-    if (!shared.json) {
-      std::cout << file << ": " << ModeText(call.call.mode) << ", " << call.expected.size()
-                << " bytes from " << call.pack_bytes << " in the packs\n";
-    }
-  }
-  if (shared.json) {
-    std::cout << Json{{"packs", pack_list}, {"calls", call_list}}.dump(2) << '\n';
-  }
-}
-
-}  // namespace
 
 void AddAuthor(CLI::App* app, Shared* shared) {
   struct Options {

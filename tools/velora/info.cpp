@@ -15,8 +15,13 @@ using namespace authoring;
 Json ToJson(const std::vector<Value>& values, const Words& words) {
   Json list = Json::array();
   for (const Value& value : values) {
-    list.push_back(
-        {{"name", words.NameOf(value.type)}, {"type", value.type}, {"value", value.value}});
+    Json json{{"name", words.NameOf(value.type)}, {"type", value.type}};
+    if (value.bytes.empty()) {
+      json["value"] = value.value;
+    } else {
+      json["bytes"] = value.bytes;
+    }
+    list.push_back(json);
   }
   return list;
 }
@@ -88,7 +93,8 @@ void AddInfo(CLI::App* app, Shared* shared) {
   CLI::App* verb = app->add_subcommand(
       "info",
       "Tells what is in packs: header and sizes, then each component with its condition, tags,\n"
-      "properties and recipe. Numbers are the pack's own, the caller's plus 1 for print modes.");
+      "properties and recipe. Numbers are the pack's own; of toner print modes, the caller's plus "
+      "1.");
   verb->add_option("packs", *paths, "Pack files")->required();
   verb->callback([paths, shared] { Run(*paths, *shared); });
 }

@@ -50,6 +50,18 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   void UpdatePrintModeMapping(IVeltune* veltune);
 
  private:
+  // Whether the kind has an operator that makes the data of stored bytes alone, its `Leaf`.
+  template <class Kind>
+  static constexpr auto HasLeaf(int) -> decltype(static_cast<typename Kind::Leaf*>(nullptr), true) {
+    return true;
+  }
+  template <class Kind>
+  static constexpr bool HasLeaf(...) {
+    return false;
+  }
+  auto FindLeaf() const;
+  template <class Leaf>
+  Data* RebuildFromLeaf(Leaf* leaf, IVeltune* veltune);
   Data* Rebuild(IVeltune* veltune);
   static bool Accepts(int operatorType);
 

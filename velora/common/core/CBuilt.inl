@@ -89,9 +89,43 @@ VELORA_BUILT Data* VELORA_BUILT_OF::BuildData(IVeltune* veltune) {
     PLINTH_RAISE(CException_This_Invalid);
   }
   if (!resolved && !(data && IsVeltuneValid(veltune))) {
+    if constexpr (HasLeaf<Class>(0)) {
+      if (auto* leaf = FindLeaf()) {
+        return RebuildFromLeaf(leaf, veltune);
+      }
+    }
     return Rebuild(veltune);
   }
   data->AddRef();
+  return data.Get();
+}
+
+// The recipe's one operator, if it is one with stored bytes.
+VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
+  using Leaf = typename Class::Leaf;
+  auto* operators = this->recipe->GetLinkedList_Operators();
+  auto* step = operators->GetCount() == 1 ? operators->GetHead()->GetValue() : nullptr;
+  return step != nullptr && step->GetSerializeableType() == Leaf::kSerializeableType
+             ? static_cast<Leaf*>(step->GetThis_Concrete())
+             : nullptr;
+}
+
+// As below, without what a leaf does not need: it takes no operand, so the list stays whole without
+// a copy, and leads nowhere, so the chain does not have it.
+VELORA_BUILT template <class Leaf>
+Data* VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) {
+  const api::BuildChain* outer = veltune->GetBuildChain();
+  if (outer != nullptr && outer->depth >= api::IVeltune<Configuration>::kMaxChain) {
+    PLINTH_RAISE(CException_General);
+  }
+  this->Call_Callback_Build();
+  this->Call_Callback_Resolve();
+  leaf->Resolve(this->recipe->GetLinkedList_Operators(), this->properties.Get(), veltune);
+  data.Take(leaf->TakeData());
+  UpdatePrintModeMapping(veltune);
+  data->AddRef();
+  this->Call_Callback_Resolve_Done();
+  this->Call_Callback_Build_Done();
   return data.Get();
 }
 

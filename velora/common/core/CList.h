@@ -91,15 +91,19 @@ class CPropertiesHelper : public plinth::v1::core::CObject,
   typename api::EVariant<Configuration>::Enum GetVariant(Properties* properties) const override;
   api::IProperty<Configuration>* GetProperty(Properties* properties, int type,
                                              bool required) const override;
-
- protected:
-  // The value of a required property of the class.
-  template <class Class>
-  typename Class::Enum GetValueOf(Properties* properties) const {
-    return static_cast<Class*>(
-               GetProperty(properties, Class::kSerializeableType, true)->GetThis_Concrete())
-        ->GetValue();
-  }
 };
+
+// The first property of the type id. Without one null, or for a required one a raise of
+// `CException_General`.
+template <class Configuration>
+api::IProperty<Configuration>* FindProperty(api::IProperties<Configuration>* properties, int type,
+                                            bool required);
+
+// The required property of the class.
+template <class Class, class Configuration>
+Class* RequireProperty(api::IProperties<Configuration>* properties) {
+  return static_cast<Class*>(
+      FindProperty<Configuration>(properties, Class::kSerializeableType, true)->GetThis_Concrete());
+}
 
 }  // namespace velora::common::core

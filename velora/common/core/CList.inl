@@ -139,16 +139,27 @@ void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matcha
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
+  // Every candidate of a lookup comes here, so the other's types are asked for once in a block.
+  constexpr int kBlock = 16;
+  T* theirs[kBlock];
+  int types[kBlock];
   api::IArray<T>* own = this->array.Get();
   api::IArray<T>* others = other->GetArray();
   const int ownCount = own->GetCount();
   const int otherCount = others->GetCount();
-  for (int i = 0; i < ownCount; ++i) {
-    T* a = own->Get(i);
-    for (int j = 0; j < otherCount; ++j) {
-      T* b = others->Get(j);
-      if (a->GetSerializeableType() == b->GetSerializeableType() && !visit(a, b)) {
-        return;
+  for (int begin = 0; begin < otherCount; begin += kBlock) {
+    const int size = otherCount - begin < kBlock ? otherCount - begin : kBlock;
+    for (int j = 0; j < size; ++j) {
+      theirs[j] = others->Get(begin + j);
+      types[j] = theirs[j]->GetSerializeableType();
+    }
+    for (int i = 0; i < ownCount; ++i) {
+      T* mine = own->Get(i);
+      const int type = mine->GetSerializeableType();
+      for (int j = 0; j < size; ++j) {
+        if (types[j] == type && !visit(mine, theirs[j])) {
+          return;
+        }
       }
     }
   }
@@ -184,29 +195,38 @@ CPropertiesHelper<Configuration>::~CPropertiesHelper() = default;
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetChannel(Properties* properties) const ->
     typename api::EChannel<Configuration>::Enum {
-  return GetValueOf<properties::CChannel<Configuration>>(properties);
+  this->CheckThis();
+  return RequireProperty<properties::CChannel<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetComponentVersion(Properties* properties) const ->
     typename api::EComponentVersion<Configuration>::Enum {
-  return GetValueOf<properties::CComponentVersion<Configuration>>(properties);
+  this->CheckThis();
+  return RequireProperty<properties::CComponentVersion<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetVariant(Properties* properties) const ->
     typename api::EVariant<Configuration>::Enum {
-  return GetValueOf<properties::CVariant<Configuration>>(properties);
+  this->CheckThis();
+  return RequireProperty<properties::CVariant<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Properties* properties,
                                                                              int type,
                                                                              bool required) const {
+  this->CheckThis();
+  return FindProperty<Configuration>(properties, type, required);
+}
+
+template <class Configuration>
+api::IProperty<Configuration>* FindProperty(api::IProperties<Configuration>* properties, int type,
+                                            bool required) {
   if (properties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  this->CheckThis();
   auto* array = properties->GetArray();
   const int count = array->GetCount();
   for (int i = 0; i < count; ++i) {

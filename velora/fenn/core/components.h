@@ -51,6 +51,7 @@ class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
                                          CFromData_DeltaScalar,
                                          CFromDataOf<api::IFromData, Interface::kFromDataType>>;
   };
+  using Leaf = typename COperator::CFromData;
 };
 
 using CPacket_ColorDCT = CPacket<api::IPacket_ColorDCT>;

@@ -12,12 +12,14 @@ CPropertiesHelper::CPropertiesHelper() = default;
 CPropertiesHelper::~CPropertiesHelper() = default;
 
 api::EComponentRole::Enum CPropertiesHelper::GetComponentRole(api::IProperties* properties) const {
-  return GetValueOf<properties::CComponentRole>(properties);
+  CheckThis();
+  return common::core::RequireProperty<properties::CComponentRole>(properties)->GetValue();
 }
 
 api::EDimensionality::Enum CPropertiesHelper::GetDimensionality(
     api::IProperties* properties) const {
-  return GetValueOf<properties::CDimensionality>(properties);
+  CheckThis();
+  return common::core::RequireProperty<properties::CDimensionality>(properties)->GetValue();
 }
 
 int CPropertiesHelper::GetColorIndex(api::IProperties* properties) const {

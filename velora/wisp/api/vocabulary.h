@@ -49,17 +49,22 @@ using IComponent = common::api::IComponent<Configuration>;
 struct EColorspace {
   WISP_ENUMERATION(1, 3)
 };
+// The four below carry the caller's values for the pack's numbers 1, 2, 3, and so on.
 struct EMediaSubtype {
   WISP_ENUMERATION(0, 8)
+  static constexpr int kCallers[] = {1, 10, 50, 101, 102, 103, 104, 105};
 };
 struct EMediaType {
   WISP_ENUMERATION(1, 6)
+  static constexpr int kCallers[] = {0, 1, 2, 8, 5, 7};
 };
 struct EPenSet {
   WISP_ENUMERATION(1, 2)
+  static constexpr int kCallers[] = {1, 2};
 };
 struct EQuality {
   WISP_ENUMERATION(1, 5)
+  static constexpr int kCallers[] = {-2, -1, 0, 1, 2};
 };
 struct EComponentRole {
   WISP_ENUMERATION(1, 2)

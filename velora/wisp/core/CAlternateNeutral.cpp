@@ -25,8 +25,7 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
                                       IVeltune* veltune) {
   PLINTH_FRAME(Configuration) {
     this->BeginResolve(operators, newProperties, veltune);
-    const CPropertiesHelper* helper = NewPropertiesHelper(frame);
-    if (helper->GetNodeCount(newProperties) != kNeutrals) {
+    if (PropertyValues::GetNodeCount(newProperties) != kNeutrals) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     IArray_uint8* encoded = GetBytes();
@@ -36,7 +35,7 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
     IArray_int32* nodes = Defer(frame, BytesForm::Decode(newProperties, encoded));
     nodes->Truncate(kNeutrals);
     WISPColorMapChannel channel = {};
-    FillChannel(helper, newProperties, &channel);
+    FillChannel(newProperties, &channel);
     this->data.Take(Create<Configuration, CAlternateNeutralChannelData>());
     this->data->Init(&channel, nodes);
     this->Call_Callback_Resolve_Done();

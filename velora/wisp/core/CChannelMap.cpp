@@ -33,8 +33,8 @@ IArray_int32* BuildDifference(IArray_int32* a, IArray_int32* b) {
   return difference;
 }
 
-void CheckNodeCount(const CPropertiesHelper* helper, IProperties* properties) {
-  if (helper->GetNodeCount(properties) != kAxis) {
+void CheckNodeCount(IProperties* properties) {
+  if (PropertyValues::GetNodeCount(properties) != kAxis) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
 }
@@ -68,7 +68,7 @@ Operators* CBuild_N_5_9_17::Resolve(Operators* operators, IProperties* propertie
     auto* seeds = ResolveOperand<Configuration, CNodes_Seed>(frame, operators, veltune);
     auto* neutrals = ResolveOperand<Configuration, CNodes_Neutral>(frame, operators, veltune);
     WISPColorMapChannel channel = {};
-    FillChannel(NewPropertiesHelper(frame), properties, &channel);
+    FillChannel(properties, &channel);
     IArray_int32* nodes =
         Defer(frame, BuildArray_int32_Nodes_17Cubed(
                          neutrals->GetArray_int32_Nodes(), seeds->GetArray_int32_Nodes(),
@@ -123,7 +123,7 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
     IArray_int32* nodes =
         Defer(frame, BuildArray_int32_Nodes_17Cubed_Decoded(newProperties, encoded));
     WISPColorMapChannel channel = {};
-    FillChannel(NewPropertiesHelper(frame), newProperties, &channel);
+    FillChannel(newProperties, &channel);
     this->data.Take(Create<Configuration, CChannelMapData>());
     this->data->Init(&channel, nodes);
     this->Call_Callback_Resolve_Done();
@@ -140,12 +140,11 @@ IArray_uint8* CBuild_Monolithic::BuildArray_uint8_Nodes_Encoded(IProperties* pro
     if (properties == nullptr || nodes == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    const CPropertiesHelper* helper = NewPropertiesHelper(frame);
-    CheckNodeCount(helper, properties);
+    CheckNodeCount(properties);
     if (nodes->GetCount() != kCube) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    const int range = api::EDeltaRange::GetRange(helper->GetDeltaRange(properties));
+    const int range = api::EDeltaRange::GetRange(PropertyValues::GetDeltaRange(properties));
     if (range == 0) {
       PLINTH_RAISE(CException_General);
     }
@@ -156,7 +155,7 @@ IArray_uint8* CBuild_Monolithic::BuildArray_uint8_Nodes_Encoded(IProperties* pro
     TakeNeutrals(cube, kAxis, parts);
     Resample(cube, kSeedAxis, coarse);
     TakeSeeds(coarse, kSeedAxis, parts + kSeedsAt);
-    NodesForm<api::INodes_Delta>::MeasureLevels(helper, properties, cube, deltas);
+    NodesForm<api::INodes_Delta>::MeasureLevels(properties, cube, deltas);
 
     IArray_uint8* encoded = Defer<IArray_uint8>(frame, CArray_uint8::New(kCube));
     unsigned char* bytes = encoded->GetElements();
@@ -181,8 +180,7 @@ IArray_int32* CBuild_Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(IPropert
     if (properties == nullptr || encoded == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    const CPropertiesHelper* helper = NewPropertiesHelper(frame);
-    CheckNodeCount(helper, properties);
+    CheckNodeCount(properties);
     const int size = encoded->GetCount();
     if (size < kStreamAt) {
       PLINTH_RAISE(CException_General);
@@ -192,7 +190,7 @@ IArray_int32* CBuild_Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(IPropert
     for (int i = 0; i < kStreamAt; ++i) {
       parts[i] = bytes[i];
     }
-    const int step = api::EDeltaRange::GetStep(helper->GetDeltaRange(properties));
+    const int step = api::EDeltaRange::GetStep(PropertyValues::GetDeltaRange(properties));
     int deltas[kCube];
     const DecodedDeltas decoded =
         DecodeDeltas(bytes + kStreamAt, size - kStreamAt, step, deltas, kCube);

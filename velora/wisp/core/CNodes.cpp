@@ -23,8 +23,8 @@ bool Holds(IArray_int32* nodes, int count) {
 }
 
 // A node count that is one: a stored property is not checked.
-int CheckedNodeCount(const CPropertiesHelper* helper, IProperties* properties, int low) {
-  const ENodeCount::Enum count = helper->GetNodeCount(properties);
+int CheckedNodeCount(IProperties* properties, int low) {
+  const ENodeCount::Enum count = PropertyValues::GetNodeCount(properties);
   ENodeCount::Check(count);
   CheckArgument(count >= low);
   return count;
@@ -43,7 +43,7 @@ IArray_int32* TakeOfResampled(IProperties* properties, IArray_int32* complete, C
   IArray_int32* volatile taken = nullptr;
   PLINTH_FRAME(Configuration) {
     CheckArgument(Holds(complete, kCube));
-    const int n = CheckedNodeCount(NewPropertiesHelper(frame), properties, 1);
+    const int n = CheckedNodeCount(properties, 1);
     int grid[kCube];
     Resample(complete->GetElements(), n, grid);
     IArray_int32* nodes = CArray_int32::New(countOf(n));
@@ -160,10 +160,10 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Complete(int n, IArray_int32* de
   return grid;
 }
 
-void DeltaForm::MeasureLevels(const CPropertiesHelper* helper, IProperties* properties,
-                              const int* cube, int* deltas) {
-  const api::ELossyCompressionLevel::Enum level = helper->GetLossyCompressionLevel(properties);
-  const int range = api::EDeltaRange::GetRange(helper->GetDeltaRange(properties));
+void DeltaForm::MeasureLevels(IProperties* properties, const int* cube, int* deltas) {
+  const api::ELossyCompressionLevel::Enum level =
+      PropertyValues::GetLossyCompressionLevel(properties);
+  const int range = api::EDeltaRange::GetRange(PropertyValues::GetDeltaRange(properties));
   int coarse[Cube(kSeedAxis)];
   int middle[Cube(kMiddleAxis)];
   int fine[kCube];
@@ -177,11 +177,10 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties,
                                                       IArray_int32* complete) {
   IArray_int32* volatile result = nullptr;
   PLINTH_FRAME(Configuration) {
-    const CPropertiesHelper* helper = NewPropertiesHelper(frame);
-    const bool middle = CheckedNodeCount(helper, properties, 6) == kMiddleAxis;
+    const bool middle = CheckedNodeCount(properties, 6) == kMiddleAxis;
     CheckArgument(Holds(complete, kCube));
     int deltas[kDeltas9 + kDeltas17];
-    MeasureLevels(helper, properties, complete->GetElements(), deltas);
+    MeasureLevels(properties, complete->GetElements(), deltas);
     const int count = middle ? kDeltas9 : kDeltas17;
     CArray_int32* level = CArray_int32::New(count);
     memcpy(level->GetElements(), middle ? deltas : deltas + kDeltas9,
@@ -199,7 +198,7 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties, i
   PLINTH_FRAME(Configuration) {
     CheckArgument(n >= 3 && n <= kAxis && Holds(unchanged, Cube(n)) && Holds(predicted, Cube(n)));
     const api::ELossyCompressionLevel::Enum level =
-        NewPropertiesHelper(frame)->GetLossyCompressionLevel(properties);
+        PropertyValues::GetLossyCompressionLevel(properties);
     const Tolerance tolerance = ToleranceOf(level, n);
     IArray_int32* deltas = NewNodes(frame, ENodeCount::GetTotalSize_Delta(n));
     if (MeasureDeltas(n, unchanged->GetElements(), predicted->GetElements(), tolerance,
@@ -218,8 +217,7 @@ void DeltaForm::AdjustArray_int32_Nodes_Delta(IProperties* properties, int n, IA
   PLINTH_FRAME(Configuration) {
     CheckArgument(n >= 3 && n <= kAxis && Holds(deltas, ENodeCount::GetTotalSize_Delta(n)) &&
                   Holds(unchanged, Cube(n)));
-    const int range =
-        api::EDeltaRange::GetRange(NewPropertiesHelper(frame)->GetDeltaRange(properties));
+    const int range = api::EDeltaRange::GetRange(PropertyValues::GetDeltaRange(properties));
     if (AdjustDeltas(n, unchanged->GetElements(), range, update, deltas->GetElements()) !=
         deltas->GetCount()) {
       PLINTH_RAISE(CException_General);
@@ -238,13 +236,12 @@ IArray_uint8* DeltaForm::Encode(IProperties* properties, IArray_int32* deltas) {
     if (properties == nullptr) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    const CPropertiesHelper* helper = NewPropertiesHelper(frame);
-    const int n = CheckedNodeCount(helper, properties, 3);
+    const int n = CheckedNodeCount(properties, 3);
     const int count = ENodeCount::GetTotalSize_Delta(n);
     if (!Holds(deltas, count)) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    const int range = api::EDeltaRange::GetRange(helper->GetDeltaRange(properties));
+    const int range = api::EDeltaRange::GetRange(PropertyValues::GetDeltaRange(properties));
     if (range == 0) {
       PLINTH_RAISE(CException_General);
     }
@@ -261,30 +258,26 @@ IArray_uint8* DeltaForm::Encode(IProperties* properties, IArray_int32* deltas) {
   return result;
 }
 
+// No frame: nothing raises while the array is held here alone.
 IArray_int32* DeltaForm::Decode(IProperties* properties, IArray_uint8* encoded) {
-  IArray_int32* volatile result = nullptr;
-  PLINTH_FRAME(Configuration) {
-    if (properties == nullptr) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    const CPropertiesHelper* helper = NewPropertiesHelper(frame);
-    const int n = CheckedNodeCount(helper, properties, 3);
-    const int step = api::EDeltaRange::GetStep(helper->GetDeltaRange(properties));
-    const int count = ENodeCount::GetTotalSize_Delta(n);
-    IArray_int32* deltas = NewNodes(frame, count);
-    const DecodedDeltas decoded = DecodeDeltas(encoded->GetElements(), encoded->GetCount(), step,
-                                               deltas->GetElements(), count);
-    if (decoded.outcome == EDecoded::kCutOff) {
-      PLINTH_RAISE(CException_General);
-    }
-    if (decoded.outcome != EDecoded::kAll || decoded.count != count ||
-        decoded.used != encoded->GetCount()) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    result = HandOver(frame, deltas);
+  if (properties == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
   }
-  PLINTH_END
-  return result;
+  const int n = CheckedNodeCount(properties, 3);
+  const int step = api::EDeltaRange::GetStep(PropertyValues::GetDeltaRange(properties));
+  const int count = ENodeCount::GetTotalSize_Delta(n);
+  const int size = encoded->GetCount();
+  const unsigned char* bytes = encoded->GetElements();
+  CArray_int32* deltas = CArray_int32::New(count);
+  const DecodedDeltas decoded = DecodeDeltas(bytes, size, step, deltas->GetElements(), count);
+  if (decoded.outcome == EDecoded::kAll && decoded.count == count && decoded.used == size) {
+    return deltas;
+  }
+  deltas->Destroy();
+  if (decoded.outcome == EDecoded::kCutOff) {
+    PLINTH_RAISE(CException_General);
+  }
+  PLINTH_RAISE(CException_This_Invalid);
 }
 
 template class CNodes<api::INodes_Neutral>;

@@ -8,11 +8,7 @@
 
 namespace velora::v1::wisp::core {
 
-// A helper that ends with the frame.
-CPropertiesHelper* NewPropertiesHelper(volatile plinth::v1::api::Frame& frame);
-
 // Fills a zeroed record from the properties of a component.
-void FillChannel(const CPropertiesHelper* helper, api::IProperties* properties,
-                 WISPColorMapChannel* channel);
+void FillChannel(api::IProperties* properties, WISPColorMapChannel* channel);
 
 }  // namespace velora::v1::wisp::core

@@ -90,8 +90,7 @@ struct NodesForm<api::INodes_Delta> {
   static void AdjustArray_int32_Nodes_Delta(IProperties* properties, int n, IArray_int32* deltas,
                                             IArray_int32* unchanged, bool update);
   // The deltas of both levels at once: 600, then 4176.
-  static void MeasureLevels(const CPropertiesHelper* helper, IProperties* properties,
-                            const int* cube, int* deltas);
+  static void MeasureLevels(IProperties* properties, const int* cube, int* deltas);
   static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
   static IArray_uint8* Encode(IProperties* properties, IArray_int32* deltas);
   static IArray_int32* Decode(IProperties* properties, IArray_uint8* encoded);
@@ -111,6 +110,7 @@ class CNodes : public CBuiltOf<CNodes<Interface>, Interface> {
   struct COperator {
     class CFromData;
   };
+  using Leaf = typename COperator::CFromData;
 };
 
 // A leaf of a recipe: it takes no operand, and its nodes are what the component keeps.

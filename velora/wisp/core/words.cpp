@@ -99,61 +99,69 @@ void CDropsPerLevel::Delete() {
 
 }  // namespace properties
 
-CPropertiesHelper::CPropertiesHelper() = default;
-
-CPropertiesHelper::~CPropertiesHelper() = default;
-
-api::EComponentRole::Enum CPropertiesHelper::GetComponentRole(api::IProperties* properties) const {
-  return GetValueOf<properties::CComponentRole>(properties);
-}
-
-api::EDeltaRange::Enum CPropertiesHelper::GetDeltaRange(api::IProperties* properties) const {
+api::EDeltaRange::Enum PropertyValues::GetDeltaRange(api::IProperties* properties) {
+  using common::core::FindProperty;
   constexpr int kDefaultOfOthers = 1;
   constexpr int kDefault = 2;
-  if (GetProperty(properties, properties::CDeltaRange::kSerializeableType, false) != nullptr) {
-    return GetValueOf<properties::CDeltaRange>(properties);
+  if (FindProperty<Configuration>(properties, properties::CDeltaRange::kSerializeableType, false) !=
+      nullptr) {
+    return common::core::RequireProperty<properties::CDeltaRange>(properties)->GetValue();
   }
   const bool hasRole =
-      GetProperty(properties, properties::CComponentRole::kSerializeableType, false) != nullptr;
+      FindProperty<Configuration>(properties, properties::CComponentRole::kSerializeableType,
+                                  false) != nullptr;
   return static_cast<api::EDeltaRange::Enum>(
       hasRole && GetComponentRole(properties) != 1 ? kDefaultOfOthers : kDefault);
 }
 
-api::IArray_uint8* CPropertiesHelper::GetDropsPerLevel(api::IProperties* properties) const {
-  auto* property = GetProperty(properties, api::kDropsPerLevel, true);
-  return static_cast<properties::CDropsPerLevel*>(property->GetThis_Concrete())->GetDropsPerLevel();
+api::IArray_uint8* PropertyValues::GetDropsPerLevel(api::IProperties* properties) {
+  return common::core::RequireProperty<properties::CDropsPerLevel>(properties)->GetDropsPerLevel();
 }
 
-int CPropertiesHelper::GetDropVolumeOffset(api::IProperties* properties) const {
-  return GetValueOf<properties::CDropVolumeOffset>(properties);
+void PropertyValues::SetNodeCount(api::IProperties* properties, api::ENodeCount::Enum count) {
+  common::core::RequireProperty<properties::CNodeCount>(properties)->SetNodeCount(count);
 }
 
-unsigned int CPropertiesHelper::GetLevelCount(api::IProperties* properties) const {
-  return GetValueOf<properties::CLevelCount>(properties);
-}
+CPropertiesHelper::CPropertiesHelper() = default;
 
-api::ELossyCompressionLevel::Enum CPropertiesHelper::GetLossyCompressionLevel(
-    api::IProperties* properties) const {
-  return GetValueOf<properties::CLossyCompressionLevel>(properties);
-}
-
-api::ENodeCount::Enum CPropertiesHelper::GetNodeCount(api::IProperties* properties) const {
-  return GetValueOf<properties::CNodeCount>(properties);
-}
+CPropertiesHelper::~CPropertiesHelper() = default;
 
 void CPropertiesHelper::SetNodeCount(api::IProperties* properties,
                                      api::ENodeCount::Enum count) const {
-  auto* property = GetProperty(properties, api::kNodeCount, true);
-  static_cast<properties::CNodeCount*>(property->GetThis_Concrete())->SetNodeCount(count);
+  CheckThis();
+  PropertyValues::SetNodeCount(properties, count);
 }
 
-unsigned int CPropertiesHelper::GetNominalDropVolume(api::IProperties* properties) const {
-  return GetValueOf<properties::CNominalDropVolume>(properties);
-}
+#define WISP_VALUE(Type, Name)                                              \
+  Type PropertyValues::Get##Name(api::IProperties* properties) {            \
+    using Property = properties::C##Name;                                   \
+    return common::core::RequireProperty<Property>(properties)->GetValue(); \
+  }
+WISP_VALUE(api::EChannel::Enum, Channel)
+WISP_VALUE(api::EComponentRole::Enum, ComponentRole)
+WISP_VALUE(int, DropVolumeOffset)
+WISP_VALUE(unsigned int, LevelCount)
+WISP_VALUE(api::ELossyCompressionLevel::Enum, LossyCompressionLevel)
+WISP_VALUE(api::ENodeCount::Enum, NodeCount)
+WISP_VALUE(unsigned int, NominalDropVolume)
+WISP_VALUE(api::EResolution::Enum, Resolution)
+#undef WISP_VALUE
 
-api::EResolution::Enum CPropertiesHelper::GetResolution(api::IProperties* properties) const {
-  return GetValueOf<properties::CResolution>(properties);
-}
+#define WISP_ASK(Type, Name)                                              \
+  Type CPropertiesHelper::Get##Name(api::IProperties* properties) const { \
+    CheckThis();                                                          \
+    return PropertyValues::Get##Name(properties);                         \
+  }
+WISP_ASK(api::EComponentRole::Enum, ComponentRole)
+WISP_ASK(api::EDeltaRange::Enum, DeltaRange)
+WISP_ASK(api::IArray_uint8*, DropsPerLevel)
+WISP_ASK(int, DropVolumeOffset)
+WISP_ASK(unsigned int, LevelCount)
+WISP_ASK(api::ELossyCompressionLevel::Enum, LossyCompressionLevel)
+WISP_ASK(api::ENodeCount::Enum, NodeCount)
+WISP_ASK(unsigned int, NominalDropVolume)
+WISP_ASK(api::EResolution::Enum, Resolution)
+#undef WISP_ASK
 
 CPrintModeParameters::CPrintModeParameters() = default;
 

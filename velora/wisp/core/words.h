@@ -28,9 +28,9 @@ namespace conditions::print_mode {
 
 // The caller's value for a pack's number. Numbers from an image are unchecked: one outside the
 // table stands for a value that no mapping holds, so that its condition fails.
-template <int kFirst, int kCount>
-constexpr int Translate(const int (&table)[kCount], int number, int otherwise) {
-  return number >= kFirst && number < kFirst + kCount ? table[number - kFirst] : otherwise;
+template <int kCount>
+constexpr int Translate(const int (&callers)[kCount], int number, int otherwise) {
+  return number >= 1 && number <= kCount ? callers[number - 1] : otherwise;
 }
 
 // A colour space decides nothing: true for any mapping, and for any parameters.
@@ -41,8 +41,8 @@ struct ColorspaceTest : common::core::conditions::system::Test {
 struct MediaTypeTest : common::core::conditions::system::Test {
   template <class Parameters>
   static bool Ask(Parameters* parameters, int number) {
-    constexpr int aMedia[] = {0, 1, 2, 8, 5, 7};
-    return parameters->GetPrintModeMapping()->GetMediaType() == Translate<1>(aMedia, number, -1);
+    return parameters->GetPrintModeMapping()->GetMediaType() ==
+           Translate(api::EMediaType::kCallers, number, -1);
   }
 };
 
@@ -50,27 +50,24 @@ struct MediaTypeTest : common::core::conditions::system::Test {
 struct MediaSubtypeTest : common::core::conditions::system::Test {
   template <class Parameters>
   static bool Ask(Parameters* parameters, int number) {
-    constexpr int aSubtypes[] = {1, 10, 50, 101, 102, 103, 104, 105};
     return static_cast<int>(parameters->GetPrintModeMapping()->GetMediaSubtype()) ==
-           Translate<1>(aSubtypes, number, 0);
+           Translate(api::EMediaSubtype::kCallers, number, 0);
   }
 };
 
 struct QualityTest : common::core::conditions::system::Test {
   template <class Parameters>
   static bool Ask(Parameters* parameters, int number) {
-    constexpr int aQualities[] = {-2, -1, 0, 1, 2};
     return parameters->GetPrintModeMapping()->GetQuality() ==
-           Translate<1>(aQualities, number, 65534);
+           Translate(api::EQuality::kCallers, number, 65534);
   }
 };
 
 struct PenSetTest : common::core::conditions::system::Test {
   template <class Parameters>
   static bool Ask(Parameters* parameters, int number) {
-    constexpr int aPenSets[] = {1, 2};
     return static_cast<int>(parameters->GetPrintModeMapping()->GetPenSet()) ==
-           Translate<1>(aPenSets, number, 0);
+           Translate(api::EPenSet::kCallers, number, 0);
   }
 };
 
@@ -125,6 +122,22 @@ class CDropsPerLevel : public common::core::CProperty<Configuration>,
 };
 
 }  // namespace properties
+
+// What a component's properties say. A required one that is not there raises `CException_General`.
+struct PropertyValues {
+  static api::EChannel::Enum GetChannel(api::IProperties* properties);
+  static api::EComponentRole::Enum GetComponentRole(api::IProperties* properties);
+  // Without one, 1 beside a role other than 1, and else 2.
+  static api::EDeltaRange::Enum GetDeltaRange(api::IProperties* properties);
+  static api::IArray_uint8* GetDropsPerLevel(api::IProperties* properties);
+  static int GetDropVolumeOffset(api::IProperties* properties);
+  static unsigned int GetLevelCount(api::IProperties* properties);
+  static api::ELossyCompressionLevel::Enum GetLossyCompressionLevel(api::IProperties* properties);
+  static api::ENodeCount::Enum GetNodeCount(api::IProperties* properties);
+  static void SetNodeCount(api::IProperties* properties, api::ENodeCount::Enum count);
+  static unsigned int GetNominalDropVolume(api::IProperties* properties);
+  static api::EResolution::Enum GetResolution(api::IProperties* properties);
+};
 
 class CPropertiesHelper : public common::core::CPropertiesHelper<Configuration>,
                           public virtual api::IPropertiesHelper {

@@ -1,0 +1,89 @@
+#include "authoring/ink_encoder.h"
+
+#include <stdexcept>
+
+#include "authoring/ink_ids.h"
+#include "authoring/ink_pack.h"
+#include "authoring/words.h"
+#include "velora/wisp/api/components.h"
+#include "velora/wisp/core/delta_code.h"
+#include "velora/wisp/core/pyramid.h"
+
+namespace velora::authoring {
+namespace {
+
+namespace wisp = v1::wisp::api;
+namespace core = v1::wisp::core;
+
+// A component and the operator that encodes it, with the nodes an axis that it is for.
+struct Part {
+  int kind;
+  int operator_type;
+  int node_count;
+};
+
+template <class Nodes>
+Part NodesPart(int node_count) {
+  return {Nodes::kType, Nodes::kFromDataType, node_count};
+}
+
+std::vector<Part> PartsOf(InkForm form) {
+  if (form == InkForm::kString) {
+    const int kind = wisp::IChannelMap::kType;
+    const int encoder = Words::Of(Pipeline::kInk).OperatorOf(kind, "Build_Monolithic");
+    return {{kind, encoder, core::kAxis}};
+  }
+  return {
+      NodesPart<wisp::INodes_Neutral>(core::kAxis), NodesPart<wisp::INodes_Seed>(core::kSeedAxis),
+      NodesPart<wisp::INodes_Delta>(core::kMiddleAxis), NodesPart<wisp::INodes_Delta>(core::kAxis)};
+}
+
+// As a device does: neutrals, seeds, and the deltas of both levels, which are one string or two.
+Bytes Rebuild(const std::vector<Component>& parts, int range) {
+  std::vector<int> values;
+  for (const Component& part : parts) {
+    const Bytes& bytes = part.recipe[0].bytes;
+    const int plain = part.kind == wisp::IChannelMap::kType    ? core::kNeutrals + core::kSeeds
+                      : part.kind == wisp::INodes_Delta::kType ? 0
+                                                               : static_cast<int>(bytes.size());
+    values.insert(values.end(), bytes.begin(), bytes.begin() + plain);
+    const int coded = static_cast<int>(bytes.size()) - plain;
+    std::vector<int> deltas(core::kDeltas9 + core::kDeltas17);
+    const core::DecodedDeltas decoded =
+        core::DecodeDeltas(bytes.data() + plain, coded, wisp::EDeltaRange::GetStep(range),
+                           deltas.data(), static_cast<int>(deltas.size()));
+    values.insert(values.end(), deltas.begin(), deltas.begin() + decoded.count);
+  }
+  const int* seeds = values.data() + core::kNeutrals;
+  const int* deltas = seeds + core::kSeeds;
+  std::vector<int> cube(core::kCube);
+  core::BuildCube(values.data(), seeds, deltas, deltas + core::kDeltas9, cube.data());
+  return Bytes(cube.begin(), cube.end());
+}
+
+}  // namespace
+
+std::string SettingsText(InkForm form, const InkSettings& settings) {
+  return std::string(form == InkForm::kString ? "string" : "nodes") + ", level " +
+         std::to_string(settings.level) + ", range " + std::to_string(settings.range);
+}
+
+EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings) {
+  if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
+  EncodedInk encoded;
+  for (const Part& part : PartsOf(form)) {
+    const std::vector<Value> properties{{ink::kNodeCount, part.node_count},
+                                        {ink::kLossyCompressionLevel, settings.level},
+                                        {ink::kDeltaRange, settings.range}};
+    encoded.parts.push_back({part.kind,
+                             1,
+                             Condition(),
+                             {},
+                             properties,
+                             {EncodeNodes(part.operator_type, properties, plane)}});
+  }
+  encoded.rebuilt = Rebuild(encoded.parts, settings.range);
+  return encoded;
+}
+
+}  // namespace velora::authoring

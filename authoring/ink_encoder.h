@@ -1,0 +1,36 @@
+// Turns a finished table of one ink into what an ink pack stores of it, by the library's own
+// encoder: one string, or components for each level of the pyramid.
+//
+// Room: authoring. Arguments and results are values. A wrong size or setting raises
+// std::invalid_argument.
+#pragma once
+
+#include "authoring/pack.h"
+
+namespace velora::authoring {
+
+enum class InkForm {
+  kString,  // all levels in one string of bytes
+  kNodes    // a component for each: neutrals, seeds of 5, deltas of 9, deltas of 17
+};
+
+struct InkSettings {
+  int level = 0;  // what may be lost, [0..7]; 0 loses nothing but what the range takes
+  int range = 1;  // of deltas, [1..3]: 64 steps of 1, 2 or 4 either way
+};
+
+// "string, level 2, range 1".
+std::string SettingsText(InkForm form, const InkSettings& settings);
+
+struct EncodedInk {
+  // What to store, without tags and without the properties that describe the ink: a channel map, or
+  // four components of nodes, to be named by a channel map in this order.
+  std::vector<Component> parts;
+  // The 4913 bytes that a device makes of it.
+  Bytes rebuilt;
+};
+
+// `plane` has 4913 bytes.
+EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings);
+
+}  // namespace velora::authoring

@@ -1,0 +1,229 @@
+#include "authoring/ink_job.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "authoring/ink_ids.h"
+#include "authoring/words.h"
+#include "velora/wisp/api/components.h"
+
+namespace velora::authoring {
+namespace {
+
+namespace wisp = v1::wisp::api;
+using Ids = common::Vocabulary<wisp::Configuration>;
+
+// The inks in a record's order, and their planes in a table.
+struct Ink {
+  int channel;
+  int plane;
+};
+constexpr Ink kInks[] = {{common::api::kChannel_Black, 3},
+                         {common::api::kChannel_Cyan, 0},
+                         {common::api::kChannel_Magenta, 1},
+                         {common::api::kChannel_Yellow, 2}};
+
+constexpr int kColorspace = 1;
+
+// The pack's number for a caller's value.
+template <std::size_t kCount>
+int NumberOf(const int (&callers)[kCount], int value, const char* what) {
+  const int* const found = std::find(callers, callers + kCount, value);
+  if (found == callers + kCount) {
+    throw std::invalid_argument(std::string("no pack has a number for ") + what + ' ' +
+                                std::to_string(value));
+  }
+  return static_cast<int>(found - callers) + 1;
+}
+
+// A print mode in the pack's numbering.
+struct PackMode {
+  explicit PackMode(const InkMode& mode)
+      : media(NumberOf(wisp::EMediaType::kCallers, mode.media, "media")),
+        subtype(mode.subtype == 0
+                    ? 0
+                    : NumberOf(wisp::EMediaSubtype::kCallers, mode.subtype, "subtype")),
+        quality(NumberOf(wisp::EQuality::kCallers, mode.quality, "quality")),
+        pen_set(NumberOf(wisp::EPenSet::kCallers, mode.pen_set, "pen set")) {}
+
+  std::vector<Value> Tags() const {
+    return {{ink::kTag_MediaType, media},
+            {ink::kTag_MediaSubtype, subtype},
+            {ink::kTag_Quality, quality},
+            {ink::kTag_PenSet, pen_set}};
+  }
+
+  Condition Valid() const {
+    return Condition::Is(ink::kCondition_MediaType, media) &&
+           Condition::Is(ink::kCondition_MediaSubtype, subtype) &&
+           Condition::Is(ink::kCondition_Quality, quality) &&
+           Condition::Is(ink::kCondition_PenSet, pen_set);
+  }
+
+  int media, subtype, quality, pen_set;
+};
+
+Step Operator(int kind, const char* name) {
+  return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
+}
+
+// What a request's locator and the colour maps that answer it have in common.
+Step Locator(const InkJob& job) {
+  return {wisp::IColorMap::kType,
+          {},
+          {{Ids::kTag_Platform, job.platform},
+           {Ids::kTag_SupplyFamily, job.family},
+           {ink::kTag_Colorspace, kColorspace}},
+          {{ink::kComponentRole, 1}}};
+}
+
+// How a part of an ink is named: by print mode and channel, deltas by their level too.
+Step Reference(const Component& part) {
+  Step step{part.kind, {}, part.tags, {}};
+  for (const Value& property : part.properties) {
+    if (property.type == Ids::kChannel ||
+        (property.type == ink::kNodeCount && part.kind == wisp::INodes_Delta::kType)) {
+      step.properties.push_back(property);
+    }
+  }
+  return step;
+}
+
+std::vector<Value> Description(const InkDescription& ink) {
+  return {{ink::kResolution, ink.resolution},
+          {ink::kLevelCount, static_cast<int>(ink.drops_per_level.size())},
+          {ink::kDropsPerLevel, 0, ink.drops_per_level},
+          {ink::kNominalDropVolume, ink.drop_volume},
+          {ink::kDropVolumeOffset, ink.drop_volume_offset}};
+}
+
+// Adds an ink to the pack, and gives its channel map.
+Component AddInk(const InkJob& job, const PackMode& mode, int channel, const EncodedInk& encoded,
+                 Pack* pack) {
+  std::vector<Component> parts = encoded.parts;
+  for (Component& part : parts) {
+    part.tags = mode.Tags();
+    part.properties.push_back({Ids::kChannel, channel});
+  }
+  Component map = parts[0];
+  if (map.kind != wisp::IChannelMap::kType) {
+    map = {wisp::IChannelMap::kType, 1, Condition(), mode.Tags(), {}, {}};
+    for (const Component& part : parts) map.recipe.push_back(Reference(part));
+    map.recipe.push_back(Operator(map.kind, "Build_N_5_9_17"));
+    map.properties.push_back({Ids::kChannel, channel});
+    pack->components.insert(pack->components.end(), parts.begin(), parts.end());
+  }
+  for (const Value& value : Description(job.description)) map.properties.push_back(value);
+  pack->components.push_back(map);
+  return map;
+}
+
+using EncodedInks = std::vector<EncodedInk>;  // of a table
+
+// The pack of a job; without one of its tables, if `left_out` is the place of one.
+Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
+  Pack pack;
+  pack.pipeline = Pipeline::kInk;
+  pack.family = job.family;
+  pack.version = job.version;
+  for (std::size_t i = 0; i < job.tables.size(); ++i) {
+    if (static_cast<int>(i) == left_out) continue;
+    const PackMode mode(job.tables[i].mode);
+    const Step locator = Locator(job);
+    Component map{wisp::IColorMap::kType,
+                  1,
+                  mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
+                  locator.tags,
+                  locator.properties,
+                  {}};
+    for (std::size_t k = 0; k < kChannels; ++k) {
+      map.recipe.push_back(Reference(AddInk(job, mode, kInks[k].channel, encoded[i][k], &pack)));
+    }
+    map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
+    pack.components.push_back(std::move(map));
+  }
+  return pack;
+}
+
+// The record that a device makes of the inks.
+Bytes RecordOf(const InkJob& job, const EncodedInks& inks) {
+  Bytes bytes(sizeof(WISPColorMap));
+  auto* record = reinterpret_cast<WISPColorMap*>(bytes.data());
+  record->locatorIndex = job.index;
+  record->payloadLength = 20000;
+  record->tenThousand = 10000;
+  record->four = 4;
+  record->sixteen = 16;
+  record->one = 1;
+  for (int k = 0; k < kChannels; ++k) {
+    const InkDescription& description = job.description;
+    WISPColorMapChannel& channel = record->channels[k];
+    channel.colorIndex = static_cast<uint8_t>(k);
+    channel.resolution = static_cast<uint8_t>(wisp::EResolution::GetCode(description.resolution));
+    channel.levelCount = static_cast<uint8_t>(description.drops_per_level.size());
+    channel.eight = 8;
+    std::copy(description.drops_per_level.begin(), description.drops_per_level.end(),
+              channel.dropsPerLevel);
+    channel.nominalDropVolume = static_cast<uint32_t>(description.drop_volume);
+    channel.dropVolumeOffset = description.drop_volume_offset;
+    std::copy(inks[k].rebuilt.begin(), inks[k].rebuilt.end(), record->data.nodes[k]);
+  }
+  bytes.resize(VELORA_SIZE_WISP_COLOR_MAP);
+  return bytes;
+}
+
+void Check(const InkJob& job) {
+  if (job.tables.empty()) throw std::invalid_argument("a job without a table");
+  if (job.description.drops_per_level.size() > 16) {
+    throw std::invalid_argument("a record tells the drops of 16 levels at most");
+  }
+  std::vector<std::vector<Value>> modes;
+  for (const InkTable& table : job.tables) {
+    if (table.wanted.size() != kTableSize) {
+      throw std::invalid_argument(ModeText(table.mode) + ": is no table of 19652 bytes");
+    }
+    modes.push_back(PackMode(table.mode).Tags());
+    if (std::count(modes.begin(), modes.end(), modes.back()) > 1) {
+      throw std::invalid_argument(ModeText(table.mode) + ": two tables for one print mode");
+    }
+  }
+}
+
+}  // namespace
+
+InkProduct AuthorInk(const InkJob& job) {
+  Check(job);
+  std::vector<EncodedInks> encoded;
+  for (const InkTable& table : job.tables) {
+    EncodedInks& inks = encoded.emplace_back();
+    for (const Ink& ink : kInks) {
+      inks.push_back(EncodeInk(PlaneOf(table.wanted, ink.plane), job.form, job.settings));
+    }
+  }
+  InkProduct product{MakePack(job, encoded, -1), {}, {}};
+  product.caller = {job.platform, job.family, job.variant, {WritePack(product.pack)}};
+  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job));
+  const int size = static_cast<int>(product.file().size());
+  for (std::size_t i = 0; i < job.tables.size(); ++i) {
+    const Pack others = MakePack(job, encoded, static_cast<int>(i));
+    const int rest = job.tables.size() == 1 ? 0 : static_cast<int>(WritePack(others).size());
+    product.answers.push_back(
+        {{InkKind::kColorMap, job.tables[i].mode, locator, job.index, "velora"},
+         RecordOf(job, encoded[i]),
+         size - rest});
+  }
+  return product;
+}
+
+Bytes TableOf(const Bytes& record) {
+  const auto* nodes =
+      reinterpret_cast<const uint16_t*>(record.data() + offsetof(WISPColorMap, data));
+  Bytes table(kTableSize);
+  for (const Ink& ink : kInks) {
+    std::copy(nodes, nodes + kPlaneSize, table.begin() + ink.plane * kPlaneSize);
+    nodes += kPlaneSize;
+  }
+  return table;
+}
+
+}  // namespace velora::authoring

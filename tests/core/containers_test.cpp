@@ -1,0 +1,278 @@
+// Arrays and linked lists: who owns the block and the references, links, order, what is refused.
+#include "tests/core/node.h"
+
+namespace velora_test {
+namespace {
+
+using List = ILinkedList<INode>;
+using Element = List::Element;
+
+class ContainerTest : public CoreTest {
+ protected:
+  static std::string Content(IArray_int32* array) {
+    std::string text;
+    for (int i = 0; i < array->GetCount(); ++i) {
+      text += std::to_string(array->Get(i)) + ' ';
+    }
+    return text;
+  }
+  static std::string Content(IArray<INode>* array) {
+    std::string text;
+    for (int i = 0; i < array->GetCount(); ++i) {
+      INode* node = array->GetElements()[i];
+      text += node == nullptr ? '-' : static_cast<char>('a' + node->GetValue());
+    }
+    return text;
+  }
+  // Forwards, and checked against the walk backwards, both ends and the count.
+  static std::string Content(List* list) {
+    std::string text, back;
+    for (Element* e = list->GetHead(); e != nullptr; e = e->next) {
+      text += static_cast<char>('a' + e->GetValue()->GetValue());
+    }
+    for (Element* e = list->GetTail(); e != nullptr; e = e->previous) {
+      back.insert(back.begin(), static_cast<char>('a' + e->GetValue()->GetValue()));
+    }
+    EXPECT_EQ(text, back);
+    EXPECT_EQ(static_cast<int>(text.size()), list->GetCount());
+    return text;
+  }
+  // "-ba": a gap, then new leaves 1 and 0, whose only references are the array's.
+  static Held<IArray<INode>> Nodes(const std::string& content) {
+    Held<IArray<INode>> array(Make<NodeArray>());
+    array->Init(4, static_cast<int>(content.size()));
+    for (size_t i = 0; i < content.size(); ++i) {
+      if (content[i] != '-') {
+        array->Set(static_cast<int>(i), Leaf(32, content[i] - 'a').get());
+      }
+    }
+    return array;
+  }
+  static Held<List> ListOf(const std::string& content) {
+    Held<List> list(Make<NodeList>());
+    list->Init(Nodes(content).get());
+    return list;
+  }
+};
+
+TEST_F(ContainerTest, ValuesAreRebuiltAtTheExactCountAndABorrowedBlockIsLeftAlone) {
+  int block[] = {7, 8, 9};
+  Held<IArray_int32> array = Ints({}), copy = Ints({});
+  EXPECT_EQ(array->GetElements(), nullptr);
+  array->Init(3, block, false);
+  copy->Init(array.get());
+  copy->Set(1, 0);
+  array->Append(Ints({}).get());
+  array->Truncate(3);
+  EXPECT_EQ(array->GetElements(), block);
+  EXPECT_FALSE(array->IsOwned_Elements());
+  array->Append(Ints({1, -2}).get());
+  EXPECT_TRUE(array->IsOwned_Elements());
+  array->Append(array.get());
+  EXPECT_EQ(Content(array.get()), "7 8 9 1 -2 7 8 9 1 -2 ");
+  array->Truncate(4);
+  EXPECT_EQ(Content(array.get()), "7 8 9 1 ");
+  array->Truncate(0);
+  EXPECT_EQ(array->GetElements(), nullptr);
+
+  array->Init(3, block, false);
+  array->Truncate(2);
+  array->Set(0, 5);
+  EXPECT_EQ(Content(array.get()), "5 8 ");
+  array->Init(3, block, false);
+  array->Truncate(0);
+  EXPECT_EQ(Content(copy.get()), "7 0 9 ");
+  EXPECT_EQ(block[0] + block[1] + block[2], 24);
+}
+
+TEST_F(ContainerTest, HandedOverBlocksEndWithTheHolder) {
+  Held<IArray_uint8> array = Bytes({255, 1, 0, 0});
+  EXPECT_EQ(array->CalculateChecksum(), 256u);
+  unsigned char* block = array->GetElements();
+  array->ClearOwnership_Elements();
+  array->Init(0);
+  block[0] = 1;  // still there
+  array->Init(4, block, true);
+  EXPECT_EQ(array->CalculateChecksum(), 2u);
+}
+
+TEST_F(ContainerTest, EachStoredObjectIsOneReference) {
+  Held<INode> a = Leaf(32, 0), b = Leaf(32, 1);
+  Held<IArray<INode>> array = Nodes("--"), other = Nodes("");
+  const auto counts = [&] { return a->GetRefCount() * 10 + b->GetRefCount(); };
+  array->Set(0, a.get());
+  array->Set(0, a.get());
+  EXPECT_EQ(counts(), 21);
+  array->Set(1, b.get());
+  array->Set(0, b.get());
+  EXPECT_EQ(counts(), 13);
+  other->Init(array.get());
+  other->Append(array.get());
+  EXPECT_EQ(counts(), 17);
+  other->Truncate(1);
+  other->Sort(false);
+  EXPECT_EQ(counts(), 14);
+  INode* block[] = {a.get(), b.get()};
+  other->Init(9, 2, block, false);  // borrowed: no references
+  EXPECT_EQ(counts(), 13);
+  other->Append(array.get());  // a block of its own
+  EXPECT_EQ(counts(), 26);
+
+  Held<List> list = ListOf(""), copy = ListOf("");
+  copy->Init(other.get());
+  EXPECT_EQ(copy->GetSerializeableType(), 9);
+  EXPECT_EQ(counts(), 39);
+  list->Init(copy.get());
+  list->Append(copy.get());
+  list->GetHead()->SetValue(b.get());
+  Element* detached = list->PopBack();
+  EXPECT_EQ(detached->value, b.get());
+  EXPECT_EQ(counts(), 56);
+  platform::PlacementDelete(Slots<Configuration>().platform, detached);
+  array.reset();
+  other.reset();
+  list.reset();
+  copy.reset();
+  EXPECT_EQ(counts(), 11);
+  // The only reference may be stored over itself.
+  list = ListOf("b");
+  list->GetHead()->SetValue(list->GetHead()->value);
+  EXPECT_EQ(Content(list.get()), "b");
+}
+
+TEST_F(ContainerTest, LinksInAllPlaces) {
+  Held<List> list = ListOf("");
+  const auto leaf = [](char name) { return Leaf(32, name - 'a'); };
+  list->Add(nullptr, leaf('c').get());
+  list->Insert(list->GetHead(), leaf('a').get());
+  list->Add(list->GetTail(), leaf('e').get());
+  list->Insert(list->GetTail(), leaf('d').get());
+  list->Add(list->GetHead(), leaf('b').get());
+  EXPECT_EQ(Content(list.get()), "abcde");
+  list->Remove(list->GetHead()->next->next);
+  EXPECT_EQ(Content(list.get()), "abde");
+  EXPECT_EQ(list->Remove_GetPrev(list->GetHead()), nullptr);
+  EXPECT_EQ(list->Remove_GetNext(list->GetTail()), nullptr);
+  EXPECT_EQ(Content(list.get()), "bd");
+  EXPECT_EQ(list->Remove_GetNext(list->GetHead()), list->GetTail());
+  list->Insert(list->GetHead(), leaf('x').get());
+  EXPECT_EQ(list->Remove_GetPrev(list->GetTail()), list->GetHead());
+  list->Remove(list->GetHead());
+  EXPECT_EQ(Content(list.get()), "");
+  list->Insert(nullptr, leaf('z').get());
+  EXPECT_EQ(Content(list.get()), "z");
+}
+
+TEST_F(ContainerTest, RefusedArguments) {
+  Held<IArray<INode>> array = Nodes("a-"), blank(Make<NodeArray>());
+  Held<IArray_int32> ints = Ints({1, 2}), blankInts(Make<CArray_int32<Configuration>>());
+  Held<List> list = ListOf("a"), empty = ListOf("");
+  Held<INode> node = Leaf(32, 5);
+  Held<ISerializer> writer = Writer();
+  INode* gap[] = {node.get(), nullptr};
+  Element hollow;
+  const struct {
+    const char* name;
+    int code;
+    int raised;
+  } rows[] = {
+      {"Get(-1)", 3000, CodeOf([&] { ints->Get(-1); })},
+      {"Get(count)", 3000, CodeOf([&] { ints->Get(2); })},
+      {"Get on blank", 3000, CodeOf([&] { blankInts->Get(0); })},
+      {"Get a gap", 4000, CodeOf([&] { array->Get(1); })},
+      {"Set(-1)", 3000, CodeOf([&] { ints->Set(-1, 0); })},
+      {"Set(count)", 3000, CodeOf([&] { array->Set(2, node.get()); })},
+      {"Set null", 3000, CodeOf([&] { array->Set(0, nullptr); })},
+      {"Append null", 3000, CodeOf([&] { array->Append(nullptr); })},
+      {"Truncate(-1)", 3000, CodeOf([&] { ints->Truncate(-1); })},
+      {"Serialize to null", 3000, CodeOf([&] { ints->Serialize(nullptr, nullptr); })},
+      {"Serialize a gap", 4000, CodeOf([&] { array->Serialize(writer.get(), nullptr); })},
+      {"compare with null", 3000, CodeOf([&] { ints->IsEqualTo(nullptr); })},
+      {"compare across types", 3000, CodeOf([&] { ints->IsLessThan(array.get()); })},
+      {"Init with a gap", 3000, CodeOf([&] { blank->Init(4, 2, gap, false); })},
+      {"Init of type 0", 4000, CodeOf([&] { blank->Init(0, 0), blank->CheckThis(); })},
+      {"list: second Add(null)", 3000, CodeOf([&] { list->Add(nullptr, node.get()); })},
+      {"list: second Insert(null)", 3000, CodeOf([&] { list->Insert(nullptr, node.get()); })},
+      {"list: Add null", 3000, CodeOf([&] { list->Add(list->GetTail(), nullptr); })},
+      {"list: Insert null", 3000, CodeOf([&] { list->Insert(list->GetHead(), nullptr); })},
+      {"list: Remove(null)", 3000, CodeOf([&] { list->Remove(nullptr); })},
+      {"list: Remove_GetPrev(null)", 3000, CodeOf([&] { list->Remove_GetPrev(nullptr); })},
+      {"list: Remove_GetNext(null)", 3000, CodeOf([&] { list->Remove_GetNext(nullptr); })},
+      {"list: PopBack of none", 4000, CodeOf([&] { empty->PopBack(); })},
+      {"list: GetValue of null", 4000, CodeOf([&] { hollow.GetValue(); })},
+      {"list: Init of a gap", 4000, CodeOf([&] { empty->Init(array.get()); })},
+      {"list: compare with null", 3000, CodeOf([&] { list->IsEqualTo(nullptr); })},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(row.raised, row.code) << row.name;
+  }
+  EXPECT_EQ(node->GetRefCount(), 1);
+}
+
+// The shorter first; then the first element that differs decides, and a gap comes last.
+TEST_F(ContainerTest, Order) {
+  const auto expect = [](auto left, auto right, int order) {
+    EXPECT_EQ(left->IsEqualTo(right.get()), order == 0);
+    EXPECT_EQ(left->IsLessThan(right.get()), order < 0);
+    EXPECT_EQ(right->IsLessThan(left.get()), order > 0);
+  };
+  const struct {
+    const char *left, *right;
+    int order;
+  } rows[] = {{"", "", 0},     {"z", "aa", -1}, {"ab", "ab", 0},  {"ab", "ac", -1},
+              {"ba", "ai", 1}, {"--", "--", 0}, {"b-", "-a", -1}, {"-a", "-b", -1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.left);
+    expect(Nodes(row.left), Nodes(row.right), row.order);
+    if (strchr(row.left, '-') == nullptr) {
+      expect(ListOf(row.left), ListOf(row.right), row.order);
+    }
+  }
+  expect(Ints({9}), Ints({1, 2}), -1);
+  expect(Ints({1, 2}), Ints({1, 2}), 0);
+  expect(Ints({-1, 5}), Ints({1, 2}), -1);
+  expect(Ints({2, 1}), Ints({1, 9}), 1);
+  expect(Bytes({127}), Bytes({128}), -1);
+}
+
+TEST_F(ContainerTest, SortMovesGapsBackAndADeduplicatingOneRaisesForThem) {
+  const struct {
+    const char* before;
+    bool deduplicate;
+    int code;
+    const char* after;
+  } rows[] = {
+      {"-ba", false, 0, "ab-"}, {"dacb", true, 0, "abcd"}, {"bab", false, 0, "abb"},
+      {"", true, 0, ""},        {"bab", true, 1, "ab-"},   {"cacbac", true, 1, "abc---"},
+  };
+  for (const auto& row : rows) {
+    Held<IArray<INode>> array = Nodes(row.before);
+    EXPECT_EQ(CodeOf([&] { array->Sort(row.deduplicate); }), row.code) << row.before;
+    EXPECT_EQ(Content(array.get()), row.after) << row.before;
+  }
+  Held<IArray_int32> ints = Ints({2, 1, 2});
+  ints->Sort(true);
+  EXPECT_EQ(Content(ints.get()), "2 1 2 ");
+}
+
+// Below another object, as lists always stand.
+TEST_F(ContainerTest, AListsImageIsThatOfAnArrayAndReadsBack) {
+  Held<List> list = ListOf("bab"), second = ListOf("");
+  Held<ISerializer> writer = Writer();
+  list->Serialize(writer.get(), nullptr);
+  EXPECT_EQ(ImageOf(writer.get()), "04 01 03 03 01 02 01 80 00 20 01 01 00 01 00 00 80 00");
+  EXPECT_EQ(ReadCode(ImageOf(writer.get()), {4}), 0);
+
+  Held<ISerializer> reader =
+      Reader(Hex("14 00 02 01 01 80 00 04 01 02 02 02 03 80 00 20 01 01 00 01 00 00 80 00"));
+  Held<ISerializeable> root(reader->Deserialize_Serializeable(20, nullptr));
+  list->Init(4, reader.get(), nullptr);
+  EXPECT_EQ(Content(list.get()), "ba");
+  // The second reference is to the same array: the values are shared.
+  second->Init(4, reader.get(), nullptr);
+  EXPECT_EQ(second->GetTail()->value, list->GetTail()->value);
+  EXPECT_EQ(CodeOf([&] { second->Init(4, reader.get(), nullptr); }), 1);
+}
+
+}  // namespace
+}  // namespace velora_test
