@@ -84,6 +84,12 @@ Bytes InputOf(const InkRequest& request) {
   }
 }
 
+std::size_t SizeOf(InkKind kind) {
+  return kind == InkKind::kColorMap    ? VELORA_SIZE_WISP_COLOR_MAP
+         : kind == InkKind::kGrayCurve ? sizeof(WISPGrayCurve)
+                                       : sizeof(WISPAlternateNeutral);
+}
+
 tWISPPrintModeMapping RecordOf(const InkMode& mode) {
   return {static_cast<PT_data_source>(mode.source), static_cast<PT_media_t>(mode.media),
           static_cast<PT_quality_t>(mode.quality), static_cast<uint32_t>(mode.subtype),
@@ -115,12 +121,14 @@ class Session {
     const Bytes input = InputOf(request);
     std::vector<double> misses, hits;
     for (int i = 0; i < 2 * repeat && result.code == 0; ++i) {
-      // An index of its own makes a miss.
+      // An index that was not asked for before makes a miss, as long as there are any.
       const bool is_hit = i >= repeat;
-      const int index = i == 0 || is_hit ? request.index : (*spare_index)++;
-      Bytes record(request.kind == InkKind::kColorMap    ? VELORA_SIZE_WISP_COLOR_MAP
-                   : request.kind == InkKind::kGrayCurve ? sizeof(WISPGrayCurve)
-                                                         : sizeof(WISPAlternateNeutral));
+      int index = request.index;
+      if (i > 0 && !is_hit) {
+        if (*spare_index >= wisp::ICache<wisp::IColorMap>::kMaxIndices) continue;
+        index = (*spare_index)++;
+      }
+      Bytes record(SizeOf(request.kind));
       result.code = Populate(request, index, input, &record, is_hit ? &hits : &misses);
       if (result.code != 0) break;
       if (i == 0) result.record = record;

@@ -58,8 +58,8 @@ class InkDevice {
   explicit InkDevice(const std::string& path) : library_(path) {}
 
   // Opens the packs, makes the requests in their order, and closes. Each is made `repeat` times
-  // from the packs and from the cache; times are medians. An answer that differs from the first one
-  // raises std::runtime_error.
+  // from the packs, as far as the cache has room, and from the cache; times are medians. An answer
+  // that differs from the first one raises std::runtime_error.
   std::vector<InkResult> Ask(const InkCaller& caller, const std::vector<InkRequest>& requests,
                              int repeat = 1) const;
 

@@ -1,5 +1,6 @@
 #include "authoring/ink_encoder.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "authoring/ink_ids.h"
@@ -47,11 +48,10 @@ Bytes Rebuild(const std::vector<Component>& parts, int range) {
                       : part.kind == wisp::INodes_Delta::kType ? 0
                                                                : static_cast<int>(bytes.size());
     values.insert(values.end(), bytes.begin(), bytes.begin() + plain);
-    const int coded = static_cast<int>(bytes.size()) - plain;
     std::vector<int> deltas(core::kDeltas9 + core::kDeltas17);
-    const core::DecodedDeltas decoded =
-        core::DecodeDeltas(bytes.data() + plain, coded, wisp::EDeltaRange::GetStep(range),
-                           deltas.data(), static_cast<int>(deltas.size()));
+    const core::DecodedDeltas decoded = core::DecodeDeltas(
+        bytes.data() + plain, static_cast<int>(bytes.size()) - plain,
+        wisp::EDeltaRange::GetStep(range), deltas.data(), static_cast<int>(deltas.size()));
     values.insert(values.end(), deltas.begin(), deltas.begin() + decoded.count);
   }
   const int* seeds = values.data() + core::kNeutrals;
@@ -59,6 +59,31 @@ Bytes Rebuild(const std::vector<Component>& parts, int range) {
   std::vector<int> cube(core::kCube);
   core::BuildCube(values.data(), seeds, deltas, deltas + core::kDeltas9, cube.data());
   return Bytes(cube.begin(), cube.end());
+}
+
+std::vector<Component> Encode(const Bytes& plane, InkForm form, const InkSettings& settings) {
+  std::vector<Component> encoded;
+  for (const Part& part : PartsOf(form)) {
+    const std::vector<Value> properties{{ink::kNodeCount, part.node_count},
+                                        {ink::kLossyCompressionLevel, settings.level},
+                                        {ink::kDeltaRange, settings.range}};
+    encoded.push_back({part.kind,
+                       1,
+                       Condition(),
+                       {},
+                       properties,
+                       {EncodeNodes(part.operator_type, properties, plane)}});
+  }
+  return encoded;
+}
+
+// a less b, around 128: what a device makes of two channel maps.
+Bytes Difference(const Bytes& a, const Bytes& b) {
+  Bytes difference(a.size());
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    difference[i] = static_cast<unsigned char>(std::clamp(a[i] - b[i] + 128, 0, 255));
+  }
+  return difference;
 }
 
 }  // namespace
@@ -70,19 +95,12 @@ std::string SettingsText(InkForm form, const InkSettings& settings) {
 
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings) {
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
-  EncodedInk encoded;
-  for (const Part& part : PartsOf(form)) {
-    const std::vector<Value> properties{{ink::kNodeCount, part.node_count},
-                                        {ink::kLossyCompressionLevel, settings.level},
-                                        {ink::kDeltaRange, settings.range}};
-    encoded.parts.push_back({part.kind,
-                             1,
-                             Condition(),
-                             {},
-                             properties,
-                             {EncodeNodes(part.operator_type, properties, plane)}});
-  }
+  EncodedInk encoded{Encode(plane, form, settings), {}, {}};
   encoded.rebuilt = Rebuild(encoded.parts, settings.range);
+  if (settings.is_lossless() && encoded.rebuilt != plane) {
+    encoded.subtracted = Encode(Difference(encoded.rebuilt, plane), InkForm::kString, settings);
+    encoded.rebuilt = Difference(encoded.rebuilt, Rebuild(encoded.subtracted, settings.range));
+  }
   return encoded;
 }
 

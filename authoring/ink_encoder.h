@@ -1,5 +1,5 @@
 // Turns a finished table of one ink into what an ink pack stores of it, by the library's own
-// encoder: one string, or components for each level of the pyramid.
+// encoder: one string, or a component for each part of the pyramid.
 //
 // Room: authoring. Arguments and results are values. A wrong size or setting raises
 // std::invalid_argument.
@@ -15,8 +15,11 @@ enum class InkForm {
 };
 
 struct InkSettings {
-  int level = 0;  // what may be lost, [0..7]; 0 loses nothing but what the range takes
+  int level = 0;  // what may be lost, [0..7]
   int range = 1;  // of deltas, [1..3]: 64 steps of 1, 2 or 4 either way
+
+  // A step of 1 loses nothing, longer ones do.
+  bool is_lossless() const { return level == 0 && range == 1; }
 };
 
 // "string, level 2, range 1".
@@ -26,6 +29,9 @@ struct EncodedInk {
   // What to store, without tags and without the properties that describe the ink: a channel map, or
   // four components of nodes, to be named by a channel map in this order.
   std::vector<Component> parts;
+  // A channel map to be subtracted from that, or none. A delta reaches 64 steps and no farther, so
+  // what shall lose nothing needs this where an ink changes faster.
+  std::vector<Component> subtracted;
   // The 4913 bytes that a device makes of it.
   Bytes rebuilt;
 };

@@ -77,11 +77,11 @@ Step Locator(const InkJob& job) {
           {{ink::kComponentRole, 1}}};
 }
 
-// How a part of an ink is named: by print mode and channel, deltas by their level too.
+// How a part of an ink is named: by print mode, channel and role, deltas by their level too.
 Step Reference(const Component& part) {
   Step step{part.kind, {}, part.tags, {}};
   for (const Value& property : part.properties) {
-    if (property.type == Ids::kChannel ||
+    if (property.type == Ids::kChannel || property.type == ink::kComponentRole ||
         (property.type == ink::kNodeCount && part.kind == wisp::INodes_Delta::kType)) {
       step.properties.push_back(property);
     }
@@ -97,26 +97,58 @@ std::vector<Value> Description(const InkDescription& ink) {
           {ink::kDropVolumeOffset, ink.drop_volume_offset}};
 }
 
-// Adds an ink to the pack, and gives its channel map.
-Component AddInk(const InkJob& job, const PackMode& mode, int channel, const EncodedInk& encoded,
-                 Pack* pack) {
-  std::vector<Component> parts = encoded.parts;
-  for (Component& part : parts) {
-    part.tags = mode.Tags();
-    part.properties.push_back({Ids::kChannel, channel});
+// Adds the components of the inks of a print mode to a pack.
+class InkPacker {
+ public:
+  InkPacker(const InkJob& job, const PackMode& mode, Pack* pack)
+      : description_(Description(job.description)), tags_(mode.Tags()), pack_(pack) {}
+
+  // Gives the reference to the ink's channel map.
+  Step Add(int channel, const EncodedInk& encoded) {
+    if (encoded.subtracted.empty()) return AddMap(encoded.parts, {channel, kWhole});
+    Component map{wisp::IChannelMap::kType, 1, Condition(), tags_, {}, {}};
+    // The difference has its description from the second one.
+    map.recipe = {AddMap(encoded.parts, {channel + kMinuendChannels, kPart}),
+                  AddMap(encoded.subtracted, {channel, kPart}),
+                  Operator(map.kind, "Modify_Subtract")};
+    return Add(std::move(map), {channel, kWhole});
   }
-  Component map = parts[0];
-  if (map.kind != wisp::IChannelMap::kType) {
-    map = {wisp::IChannelMap::kType, 1, Condition(), mode.Tags(), {}, {}};
-    for (const Component& part : parts) map.recipe.push_back(Reference(part));
-    map.recipe.push_back(Operator(map.kind, "Build_N_5_9_17"));
-    map.properties.push_back({Ids::kChannel, channel});
-    pack->components.insert(pack->components.end(), parts.begin(), parts.end());
+
+ private:
+  // Roles of channel maps: the ink itself, and what it is the difference of.
+  static constexpr int kWhole = 1, kPart = 2;
+  // Where the channels begin under which the first part of a difference stands: no ink has them.
+  static constexpr int kMinuendChannels = 64;
+
+  struct Name {
+    int channel;
+    int role;
+  };
+
+  Step AddMap(const std::vector<Component>& parts, const Name& name) {
+    Component map{wisp::IChannelMap::kType, 1, Condition(), {}, {}, {}};
+    if (parts[0].kind == map.kind) {
+      map = parts[0];
+    } else {
+      for (const Component& part : parts) map.recipe.push_back(Add(part, name));
+      map.recipe.push_back(Operator(map.kind, "Build_N_5_9_17"));
+    }
+    map.properties.insert(map.properties.end(), description_.begin(), description_.end());
+    return Add(std::move(map), name);
   }
-  for (const Value& value : Description(job.description)) map.properties.push_back(value);
-  pack->components.push_back(map);
-  return map;
-}
+
+  Step Add(Component component, const Name& name) {
+    component.tags = tags_;
+    component.properties.push_back({Ids::kChannel, name.channel});
+    component.properties.push_back({ink::kComponentRole, name.role});
+    pack_->components.push_back(std::move(component));
+    return Reference(pack_->components.back());
+  }
+
+  const std::vector<Value> description_;
+  const std::vector<Value> tags_;
+  Pack* pack_;
+};
 
 using EncodedInks = std::vector<EncodedInk>;  // of a table
 
@@ -136,8 +168,9 @@ Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int le
                   locator.tags,
                   locator.properties,
                   {}};
+    InkPacker packer(job, mode, &pack);
     for (std::size_t k = 0; k < kChannels; ++k) {
-      map.recipe.push_back(Reference(AddInk(job, mode, kInks[k].channel, encoded[i][k], &pack)));
+      map.recipe.push_back(packer.Add(kInks[k].channel, encoded[i][k]));
     }
     map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
     pack.components.push_back(std::move(map));
@@ -170,6 +203,19 @@ Bytes RecordOf(const InkJob& job, const EncodedInks& inks) {
   }
   bytes.resize(VELORA_SIZE_WISP_COLOR_MAP);
   return bytes;
+}
+
+InkAnswer AnswerOf(const InkJob& job, const InkMode& mode, const Bytes& locator,
+                   const EncodedInks& inks) {
+  InkAnswer answer{{InkKind::kColorMap, mode, locator, job.index, "velora"}, RecordOf(job, inks)};
+  for (const EncodedInk& ink : inks) {
+    for (const auto* parts : {&ink.parts, &ink.subtracted}) {
+      for (const Component& part : *parts) {
+        answer.coded_bytes += static_cast<int>(part.recipe[0].bytes.size());
+      }
+    }
+  }
+  return answer;
 }
 
 void Check(const InkJob& job) {
@@ -207,10 +253,8 @@ InkProduct AuthorInk(const InkJob& job) {
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
     const Pack others = MakePack(job, encoded, static_cast<int>(i));
     const int rest = job.tables.size() == 1 ? 0 : static_cast<int>(WritePack(others).size());
-    product.answers.push_back(
-        {{InkKind::kColorMap, job.tables[i].mode, locator, job.index, "velora"},
-         RecordOf(job, encoded[i]),
-         size - rest});
+    product.answers.push_back(AnswerOf(job, job.tables[i].mode, locator, encoded[i]));
+    product.answers.back().pack_bytes = size - rest;
   }
   return product;
 }

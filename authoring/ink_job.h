@@ -4,8 +4,9 @@
 // std::runtime_error for a pack that becomes too large.
 //
 // Where things go: one pack, the printer's, has a colour map for each print mode. It is valid in
-// that mode alone, so one locator asks for whichever fits. It names four channel maps, one an ink,
-// and those of separate levels name their nodes; all carry the print mode as tags.
+// that mode alone, so one locator asks for whichever fits. It names four channel maps, one an ink;
+// these are one string, or name their nodes, or the two channel maps whose difference they are. All
+// carry the print mode as tags.
 #pragma once
 
 #include "authoring/ink_call.h"
@@ -41,8 +42,9 @@ struct InkJob {
 
 struct InkAnswer {
   InkRequest request;
-  Bytes expected;      // the record, but for the token of the process
-  int pack_bytes = 0;  // what the pack has for this table alone
+  Bytes expected;       // the record, but for the token of the process
+  int coded_bytes = 0;  // of its inks, before zlib
+  int pack_bytes = 0;   // what the pack has for this table alone
 };
 
 struct InkProduct {

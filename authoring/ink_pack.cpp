@@ -61,23 +61,23 @@ struct InkLayer {
 #undef INK_ROW
   }
 
-  static bool StoreBytes(wisp::IFromData_Nodes* operation, wisp::IProperties*,
+  static bool StoreBytes(wisp::INodes::IOperator::IFromData* operation, wisp::IProperties*,
                          wisp::IArray_uint8* bytes) {
     operation->Init(bytes);
     return true;
   }
-  static bool StoreBytes(wisp::IFromData_GrayCurve* operation, wisp::IProperties*,
+  static bool StoreBytes(wisp::IGrayCurve::IOperator::IFromData* operation, wisp::IProperties*,
                          wisp::IArray_uint8* bytes) {
     operation->Init(bytes);
     return true;
   }
   // These two encode nodes, and take bytes from an image alone.
-  static bool StoreBytes(wisp::IBuild_Monolithic_ChannelMap*, wisp::IProperties*,
+  static bool StoreBytes(wisp::IChannelMap::IOperator::IBuild_Monolithic*, wisp::IProperties*,
                          wisp::IArray_uint8*) {
     return false;
   }
-  static bool StoreBytes(wisp::IBuild_Monolithic_AlternateNeutralChannel*, wisp::IProperties*,
-                         wisp::IArray_uint8*) {
+  static bool StoreBytes(wisp::IAlternateNeutralChannel::IOperator::IBuild_Monolithic*,
+                         wisp::IProperties*, wisp::IArray_uint8*) {
     return false;
   }
   static bool StoreBytes(wisp::IRecipe::IOperator* operation, wisp::IProperties*,
@@ -87,17 +87,18 @@ struct InkLayer {
     return true;
   }
 
-  static wisp::IArray_uint8* StoredBytes(wisp::IFromData_Nodes* operation) {
+  static wisp::IArray_uint8* StoredBytes(wisp::INodes::IOperator::IFromData* operation) {
     return operation->GetArray_uint8_Nodes_Encoded();
   }
-  static wisp::IArray_uint8* StoredBytes(wisp::IFromData_GrayCurve* operation) {
+  static wisp::IArray_uint8* StoredBytes(wisp::IGrayCurve::IOperator::IFromData* operation) {
     return operation->GetArray_uint8_Nodes_GrayCurve_Encoded();
   }
-  static wisp::IArray_uint8* StoredBytes(wisp::IBuild_Monolithic_ChannelMap* operation) {
+  static wisp::IArray_uint8* StoredBytes(
+      wisp::IChannelMap::IOperator::IBuild_Monolithic* operation) {
     return operation->GetArray_uint8_Nodes_Encoded();
   }
   static wisp::IArray_uint8* StoredBytes(
-      wisp::IBuild_Monolithic_AlternateNeutralChannel* operation) {
+      wisp::IAlternateNeutralChannel::IOperator::IBuild_Monolithic* operation) {
     return operation->GetArray_uint8_Nodes_Encoded();
   }
   static wisp::IArray_uint8* StoredBytes(wisp::properties::IDropsPerLevel* property) {
@@ -132,8 +133,8 @@ int EncodeInFrame(int type, const std::vector<Value>& properties, const Bytes& c
     std::copy(cube.begin(), cube.end(), nodes->GetElements());
     InkLayer::ForEachRow([&](const char*, int row_type, auto slot) {
       using Interface = typename SlotOf<decltype(slot)>::Interface;
-      if constexpr (std::is_same_v<Interface, wisp::IFromData_Nodes> ||
-                    std::is_same_v<Interface, wisp::IBuild_Monolithic_ChannelMap>) {
+      if constexpr (std::is_same_v<Interface, wisp::INodes::IOperator::IFromData> ||
+                    std::is_same_v<Interface, wisp::IChannelMap::IOperator::IBuild_Monolithic>) {
         if (row_type != type) return;
         Interface* operation = raised::Defer(frame, (open_factory->*slot)());
         operation->Init(own, nodes);

@@ -36,8 +36,8 @@ struct TonerLayer {
 #undef TONER_ROW
   }
 
-  static bool StoreBytes(fenn::IFromData* operation, fenn::IProperties* properties,
-                         fenn::IArray_uint8* bytes) {
+  static bool StoreBytes(fenn::IPacket::IOperator::IFromData* operation,
+                         fenn::IProperties* properties, fenn::IArray_uint8* bytes) {
     operation->Init(properties, bytes);
     return true;
   }
@@ -48,22 +48,24 @@ struct TonerLayer {
     return true;
   }
   // No table is authored with these two.
-  static bool StoreBytes(fenn::IBuild_Monolithic_GrayCurve*, fenn::IProperties*,
+  static bool StoreBytes(fenn::IGrayCurve::IOperator::IBuild_Monolithic*, fenn::IProperties*,
                          fenn::IArray_uint8*) {
     PLINTH_RAISE(raised::CException_NotImplemented);
   }
-  static bool StoreBytes(fenn::IBuild_Monolithic_ChannelMap*, fenn::IProperties*,
+  static bool StoreBytes(fenn::IChannelMap::IOperator::IBuild_Monolithic*, fenn::IProperties*,
                          fenn::IArray_uint8*) {
     PLINTH_RAISE(raised::CException_NotImplemented);
   }
 
-  static fenn::IArray_uint8* StoredBytes(fenn::IFromData* operation) {
+  static fenn::IArray_uint8* StoredBytes(fenn::IPacket::IOperator::IFromData* operation) {
     return operation->GetArray_uint8_Packet();
   }
-  static fenn::IArray_uint8* StoredBytes(fenn::IBuild_Monolithic_GrayCurve* operation) {
+  static fenn::IArray_uint8* StoredBytes(
+      fenn::IGrayCurve::IOperator::IBuild_Monolithic* operation) {
     return operation->GetArray_uint8_Packet_Encoded();
   }
-  static fenn::IArray_uint8* StoredBytes(fenn::IBuild_Monolithic_ChannelMap* operation) {
+  static fenn::IArray_uint8* StoredBytes(
+      fenn::IChannelMap::IOperator::IBuild_Monolithic* operation) {
     return operation->GetArray_uint8_Packet_Encoded();
   }
   static fenn::IArray_uint8* StoredBytes(fenn::IRecipe::IOperator*) { return nullptr; }

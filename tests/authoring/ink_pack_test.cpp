@@ -30,12 +30,13 @@ std::string MessageOf(Act act) {
   return "no failure";
 }
 
-// A table whose planes differ, with edges and flat places.
+// A table whose planes differ, with flat places, and edges that are higher than a delta reaches.
 Bytes Table(double phase) {
   Bytes table(kTableSize);
   for (int i = 0; i < kTableSize; ++i) {
     const int point = i % kPlaneSize, a = point / 289, b = point / 17 % 17, c = point % 17;
-    const double value = 110 + 9 * std::sin(phase + a * 0.4 + i / kPlaneSize) * b - 5 * c;
+    const double slope = 110 + 9 * std::sin(phase + a * 0.4 + i / kPlaneSize) * b - 5 * c;
+    const double value = a == 3 && b == 4 && c > 12 ? slope + 85 : slope;
     table[i] = static_cast<unsigned char>(std::fmin(255, std::fmax(0, value)));
   }
   return table;
@@ -81,7 +82,7 @@ TEST(InkJob, EveryRecordComesBackFromTheDevice) {
             CompareBytes(TableOf(results[i].record), job.tables[i].wanted);
         const bool is_lossless = settings.level == 0 && settings.range == 1;
         EXPECT_EQ(difference.differing == 0, is_lossless);
-        EXPECT_LT(difference.largest, 40);
+        EXPECT_LT(difference.largest, 60);
       }
       EXPECT_EQ(Ask(own, product)[1].record, results[1].record);
     }
@@ -117,6 +118,9 @@ TEST(InkJob, TablesAreBoundToPrintModePrinterAndLocator) {
   caller.family = 3;
   EXPECT_THROW(InkDevice().Ask(caller, {}), std::runtime_error);
   InkRequest request = product.answers[0].request;
+  request.index = 998;
+  // More answers than the cache has indices left.
+  EXPECT_EQ(InkDevice().Ask(product.caller, {request}, 4)[0].code, 0);
   request.locator.resize(70000);
   EXPECT_THROW(InkDevice().Ask(product.caller, {request}), std::runtime_error);
 }

@@ -1,10 +1,12 @@
 // Arrays and linked lists: who owns the block and the references, links, order, what is refused.
+#include <random>
+
 #include "tests/core/node.h"
 
 namespace velora_test {
 namespace {
 
-using List = ILinkedList<INode>;
+using List = ILinkedList<Node>;
 using Element = List::Element;
 
 class ContainerTest : public CoreTest {
@@ -16,10 +18,10 @@ class ContainerTest : public CoreTest {
     }
     return text;
   }
-  static std::string Content(IArray<INode>* array) {
+  static std::string Content(IArray<Node>* array) {
     std::string text;
     for (int i = 0; i < array->GetCount(); ++i) {
-      INode* node = array->GetElements()[i];
+      Node* node = array->GetElements()[i];
       text += node == nullptr ? '-' : static_cast<char>('a' + node->GetValue());
     }
     return text;
@@ -38,8 +40,8 @@ class ContainerTest : public CoreTest {
     return text;
   }
   // "-ba": a gap, then new leaves 1 and 0, whose only references are the array's.
-  static Held<IArray<INode>> Nodes(const std::string& content) {
-    Held<IArray<INode>> array(Make<NodeArray>());
+  static Held<IArray<Node>> Nodes(const std::string& content) {
+    Held<IArray<Node>> array(Make<NodeArray>());
     array->Init(4, static_cast<int>(content.size()));
     for (size_t i = 0; i < content.size(); ++i) {
       if (content[i] != '-') {
@@ -97,8 +99,8 @@ TEST_F(ContainerTest, HandedOverBlocksEndWithTheHolder) {
 }
 
 TEST_F(ContainerTest, EachStoredObjectIsOneReference) {
-  Held<INode> a = Leaf(32, 0), b = Leaf(32, 1);
-  Held<IArray<INode>> array = Nodes("--"), other = Nodes("");
+  Held<Node> a = Leaf(32, 0), b = Leaf(32, 1);
+  Held<IArray<Node>> array = Nodes("--"), other = Nodes("");
   const auto counts = [&] { return a->GetRefCount() * 10 + b->GetRefCount(); };
   array->Set(0, a.get());
   array->Set(0, a.get());
@@ -112,7 +114,7 @@ TEST_F(ContainerTest, EachStoredObjectIsOneReference) {
   other->Truncate(1);
   other->Sort(false);
   EXPECT_EQ(counts(), 14);
-  INode* block[] = {a.get(), b.get()};
+  Node* block[] = {a.get(), b.get()};
   other->Init(9, 2, block, false);  // borrowed: no references
   EXPECT_EQ(counts(), 13);
   other->Append(array.get());  // a block of its own
@@ -164,12 +166,12 @@ TEST_F(ContainerTest, LinksInAllPlaces) {
 }
 
 TEST_F(ContainerTest, RefusedArguments) {
-  Held<IArray<INode>> array = Nodes("a-"), blank(Make<NodeArray>());
+  Held<IArray<Node>> array = Nodes("a-"), blank(Make<NodeArray>());
   Held<IArray_int32> ints = Ints({1, 2}), blankInts(Make<CArray_int32<Configuration>>());
   Held<List> list = ListOf("a"), empty = ListOf("");
-  Held<INode> node = Leaf(32, 5);
+  Held<Node> node = Leaf(32, 5);
   Held<ISerializer> writer = Writer();
-  INode* gap[] = {node.get(), nullptr};
+  Node* gap[] = {node.get(), nullptr};
   Element hollow;
   const struct {
     const char* name;
@@ -199,6 +201,10 @@ TEST_F(ContainerTest, RefusedArguments) {
       {"list: Remove_GetPrev(null)", 3000, CodeOf([&] { list->Remove_GetPrev(nullptr); })},
       {"list: Remove_GetNext(null)", 3000, CodeOf([&] { list->Remove_GetNext(nullptr); })},
       {"list: PopBack of none", 4000, CodeOf([&] { empty->PopBack(); })},
+      {"list: Append null", 3000, CodeOf([&] { list->Append(nullptr); })},
+      {"list: Init from null", 3000, CodeOf([&] { empty->Init(4, nullptr, nullptr); })},
+      {"list: Serialize to null", 3000, CodeOf([&] { list->Serialize(nullptr, nullptr); })},
+      {"list: SetValue(null)", 3000, CodeOf([&] { hollow.SetValue(nullptr); })},
       {"list: GetValue of null", 4000, CodeOf([&] { hollow.GetValue(); })},
       {"list: Init of a gap", 4000, CodeOf([&] { empty->Init(array.get()); })},
       {"list: compare with null", 3000, CodeOf([&] { list->IsEqualTo(nullptr); })},
@@ -246,13 +252,46 @@ TEST_F(ContainerTest, SortMovesGapsBackAndADeduplicatingOneRaisesForThem) {
       {"", true, 0, ""},        {"bab", true, 1, "ab-"},   {"cacbac", true, 1, "abc---"},
   };
   for (const auto& row : rows) {
-    Held<IArray<INode>> array = Nodes(row.before);
+    Held<IArray<Node>> array = Nodes(row.before);
     EXPECT_EQ(CodeOf([&] { array->Sort(row.deduplicate); }), row.code) << row.before;
     EXPECT_EQ(Content(array.get()), row.after) << row.before;
   }
   Held<IArray_int32> ints = Ints({2, 1, 2});
   ints->Sort(true);
   EXPECT_EQ(Content(ints.get()), "2 1 2 ");
+}
+
+// Which element ends where is seen: equals are turned, and the first written of equals stays.
+TEST_F(ContainerTest, ManyAreSortedAsAnExchangeSortSortsThem) {
+  std::mt19937 random(1);
+  for (int kinds : {2, 7, 40, 1000}) {
+    for (bool deduplicate : {false, true}) {
+      std::vector<Held<Node>> nodes;
+      Held<IArray<Node>> array(Make<NodeArray>());
+      array->Init(4, 150);
+      std::vector<Node*> sorted(150);
+      for (int i = 0; i < 150; ++i) {
+        if (const int value = static_cast<int>(random() % kinds); value > 0 || kinds < 1000) {
+          nodes.push_back(Leaf(40, value));
+          array->Set(i, sorted[i] = nodes.back().get());
+        }
+      }
+      for (size_t i = 0; i < sorted.size(); ++i) {
+        for (size_t j = i + 1; j < sorted.size(); ++j) {
+          Node *&a = sorted[i], *&b = sorted[j];
+          if (b != nullptr && (a == nullptr || b->GetValue() < a->GetValue())) {
+            std::swap(a, b);
+          } else if (deduplicate && b != nullptr && b->GetValue() == a->GetValue()) {
+            b = nullptr;
+          }
+        }
+      }
+      const bool gaps = std::count(sorted.begin(), sorted.end(), nullptr) > 0;
+      EXPECT_EQ(CodeOf([&] { array->Sort(deduplicate); }), deduplicate && gaps ? 1 : 0);
+      EXPECT_EQ(std::vector<Node*>(array->GetElements(), array->GetElements() + 150), sorted)
+          << kinds << deduplicate;
+    }
+  }
 }
 
 // Below another object, as lists always stand.

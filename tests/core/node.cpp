@@ -3,16 +3,14 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-#include <algorithm>
-
 #include "plinth/core/CArray.inl"
 #include "plinth/core/CLinkedList.inl"
 
 namespace plinth::v1::core {
 
-template class CArrayBody<api::Configuration, velora_test::INode>;
-template class CArray<api::Configuration, velora_test::INode>;
-template class CLinkedList<api::Configuration, velora_test::INode>;
+template class CArrayBody<api::Configuration, velora_test::Node>;
+template class CArray<api::Configuration, velora_test::Node>;
+template class CLinkedList<api::Configuration, velora_test::Node>;
 
 }  // namespace plinth::v1::core
 
@@ -36,18 +34,18 @@ std::string ToHex(const unsigned char* bytes, int count) {
   return text;
 }
 
-static std::vector<Held<INode>> Trees(const char*& at) {
-  std::vector<Held<INode>> nodes;
+static std::vector<Held<Node>> Trees(const char*& at) {
+  std::vector<Held<Node>> nodes;
   while (*at != '\0' && *at != ')') {
     char* end;
-    Held<INode> node = Leaf(static_cast<int>(strtol(at, &end, 10)), 0);
+    Held<Node> node = Leaf(static_cast<int>(strtol(at, &end, 10)), 0);
     at = end + 1;
     if (*end == '=') {
       const int type = node->GetSerializeableType();
       node->Init(type, static_cast<int>(strtol(at, &end, 10)));
       at = end;
     } else {
-      for (const Held<INode>& child : Trees(at)) {
+      for (const Held<Node>& child : Trees(at)) {
         node->Add(child.get());
       }
       ++at;
@@ -58,12 +56,12 @@ static std::vector<Held<INode>> Trees(const char*& at) {
   return nodes;
 }
 
-std::vector<Held<INode>> Trees(const std::string& text) {
+std::vector<Held<Node>> Trees(const std::string& text) {
   const char* at = text.c_str();
   return Trees(at);
 }
 
-CoreTest::CoreTest() : helper(Make<CNodeHelper>()) { helper->Init(); }
+CoreTest::CoreTest() : helper(Make<NodeHelper>()) { helper->Init(); }
 
 Held<ISerializer> CoreTest::Writer(Endianness::Enum endianness) {
   Held<ISerializer> serializer(Make<Serializer>());

@@ -5,6 +5,7 @@
 
 #include <string.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,18 +17,9 @@ namespace velora_test {
 
 using namespace plinth::v1::core;
 
-class INode : public virtual ISerializeable {
- public:
-  using ISerializeable::Init;
-  virtual void Init(int type, int value) = 0;  // a leaf
-  virtual void Add(INode* child) = 0;          // makes it a branch
-  virtual int GetValue() const = 0;
-  virtual IArray<INode>* GetChildren() const = 0;
-  virtual void* GetContext() const = 0;  // with which it was read
-};
-
-using NodeArray = CArray<Configuration, INode>;
-using NodeList = CLinkedList<Configuration, INode>;
+class Node;
+using NodeArray = CArray<Configuration, Node>;
+using NodeList = CLinkedList<Configuration, Node>;
 // With the change of states in reach.
 struct Serializer : CSerializer<Configuration> {
   using CSerializer<Configuration>::Transition;
@@ -38,13 +30,14 @@ Class* Make() {
   return new (Slots<Configuration>().platform, false, true) Class;
 }
 
-class CNode : public CSerializeable, public virtual INode {
+class Node : public CSerializeable {
  public:
   static constexpr int kFirstLeaf = 30;
   static constexpr int kFirstBranch = 100;
 
-  using INode::Init;
-  void Init(int newType, int newValue) override {
+  using CSerializeable::Init;
+  // A leaf.
+  void Init(int newType, int newValue) {
     CObject::Init();
     serializeableType = newType;
     value = newValue;
@@ -58,13 +51,7 @@ class CNode : public CSerializeable, public virtual INode {
       if (type >= kFirstLeaf && type < kFirstBranch) {
         value = serializer->Deserialize_uint8();
       } else if (type >= kFirstBranch) {
-        value = serializer->Deserialize_uint28();
-        children.Take(Make<NodeArray>());
-        children->Init(4, value);
-        for (int i = 0; i < value; ++i) {
-          ISerializeable* read = Defer(frame, serializer->Deserialize_Serializeable(newContext));
-          children->Set(i, dynamic_cast<INode*>(read));
-        }
+        children->Init(4, serializer, newContext);
       }
     }
     PLINTH_CATCH {
@@ -85,21 +72,23 @@ class CNode : public CSerializeable, public virtual INode {
     }
     serializer->Serialization_End(serializeableType);
   }
-  void Add(INode* child) override {
+  // Makes it a branch.
+  void Add(Node* child) {
     NodeArray* one = Make<NodeArray>();
-    INode* block[] = {child};
+    Node* block[] = {child};
     one->Init(4, 1, block, false);
     children->Append(one);
     one->Destroy();
   }
-  int GetValue() const override { return value; }
-  IArray<INode>* GetChildren() const override { return children.Get(); }
-  void* GetContext() const override { return context; }
+  int GetValue() const { return value; }
+  IArray<Node>* GetChildren() const { return children.Get(); }
+  // With which it was read.
+  void* GetContext() const { return context; }
   bool IsEqualTo(ISerializeable* other) const override {
-    return static_cast<CNode*>(Comparable(other))->value == value;
+    return static_cast<Node*>(Comparable(other))->value == value;
   }
   bool IsLessThan(ISerializeable* other) const override {
-    return value < static_cast<CNode*>(Comparable(other))->value;
+    return value < static_cast<Node*>(Comparable(other))->value;
   }
   void Delete() override {
     children.Drop();
@@ -108,12 +97,12 @@ class CNode : public CSerializeable, public virtual INode {
 
  private:
   int value = 0;
-  Counted<IArray<INode>> children;
+  Counted<IArray<Node>> children;
   void* context = nullptr;
 };
 
 // Arrays for the ids 1, 2 and 4, nodes from 20 on.
-class CNodeHelper : public CObject, public virtual ISerializerHelper {
+class NodeHelper : public CObject, public virtual ISerializerHelper {
  public:
   ISerializeable* CreateSerializeable(int type) override {
     if (type == 1) {
@@ -128,7 +117,7 @@ class CNodeHelper : public CObject, public virtual ISerializerHelper {
     if (type < 20 || type > 127) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    return Make<CNode>();
+    return Make<Node>();
   }
 };
 
@@ -142,23 +131,20 @@ struct Destroyer {
 template <class T>
 using Held = std::unique_ptr<T, Destroyer>;
 
-inline Held<INode> Leaf(int type, int value) {
-  INode* node = Make<CNode>();
+inline Held<Node> Leaf(int type, int value) {
+  Node* node = Make<Node>();
   node->Init(type, value);
-  return Held<INode>(node);
+  return Held<Node>(node);
 }
 
 // The nodes that a text tells: "112(32=5 113())" is a branch over a leaf and an empty branch.
-std::vector<Held<INode>> Trees(const std::string& text);
+std::vector<Held<Node>> Trees(const std::string& text);
 
 template <class Scalar, class Array>
 Held<IArray<Scalar>> ArrayOf(std::initializer_list<Scalar> values) {
   Held<IArray<Scalar>> array(Make<Array>());
   array->Init(static_cast<int>(values.size()));
-  int i = 0;
-  for (Scalar value : values) {
-    array->Set(i++, value);
-  }
+  std::copy(values.begin(), values.end(), array->GetElements());
   return array;
 }
 inline Held<IArray_uint8> Bytes(std::initializer_list<unsigned char> values) {

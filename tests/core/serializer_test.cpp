@@ -17,7 +17,7 @@ class SerializerTest : public CoreTest {
  protected:
   Held<ISerializer> Written(const std::string& trees) {
     Held<ISerializer> writer = Writer();
-    for (const Held<INode>& root : Trees(trees)) {
+    for (const Held<Node>& root : Trees(trees)) {
       root->Serialize(writer.get(), nullptr);
     }
     return writer;
@@ -33,8 +33,8 @@ TEST_F(SerializerTest, WorkedImageWrittenAndRead) {
     int context = 0;
     Held<ISerializeable> root(reader->Deserialize_Serializeable(112, &context));
     EXPECT_EQ(root->GetRefCount(), 2);  // this one and the entry's
-    IArray<INode>* children = dynamic_cast<INode*>(root.get())->GetChildren();
-    INode* leaf = children->Get(0);
+    IArray<Node>* children = dynamic_cast<Node*>(root.get())->GetChildren();
+    Node* leaf = children->Get(0);
     EXPECT_EQ(leaf->GetValue(), 5);
     EXPECT_EQ(leaf->GetContext(), &context);
     EXPECT_EQ(children->Get(1), leaf);
@@ -73,6 +73,9 @@ TEST_F(SerializerTest, MergingAndOrder) {
        "70 01 01 01 02 80 00 71 01 01 01 03 80 00 21 01 05 00 80 00 20 01 05 00 80 00"},
       // A root's type below itself stands in one dictionary, and is not merged.
       {"112(112() 112())", 0, "70 01 02 02 01 02 01 00 00 01 00 00 80 00"},
+      // Nor when the objects around it merge: one is then referred to by nobody.
+      {"112(113(112()) 113(112()))", 0,
+       "70 01 02 02 03 03 01 00 00 01 00 00 80 00 71 01 01 01 01 80 00"},
       // A root of a type that first stood below another has no referrer to be merged for.
       {"112(32=5) 32=5", 1, ""},
       {"112(32=5) 32=6", 0, "70 01 01 01 01 80 00 20 01 05 00 01 06 00 80 00"},
@@ -108,7 +111,7 @@ TEST_F(SerializerTest, ReadingFollowsTheReferencesWhereverTheyPoint) {
     for (int i = 0; i <= row.root; ++i) {
       root.reset(reader->Deserialize_Serializeable(112, nullptr));
     }
-    IArray<INode>* children = dynamic_cast<INode*>(root.get())->GetChildren();
+    IArray<Node>* children = dynamic_cast<Node*>(root.get())->GetChildren();
     EXPECT_EQ(children->Get(0)->GetValue(), row.first);
     EXPECT_EQ(children->Get(1)->GetValue(), row.second);
   }

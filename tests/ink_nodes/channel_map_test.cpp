@@ -295,7 +295,7 @@ TEST_F(ChannelMapTest, NodeComponentsAndAStringOfAGridDecodeAlike) {
   const Nodes nodes = Smooth(0.6, 200);
   for (const char* lossy : {"38=0 43=1", "38=4 43=1", "38=6 43=2"}) {
     const auto part = [&](int type, int count) {
-      auto* data = Make<wisp::IFromData_Nodes>(type);
+      auto* data = Make<wisp::INodes::IOperator::IFromData>(type);
       const std::string words = std::string(lossy) + " 39=" + std::to_string(count);
       data->Init(Properties(words.c_str()), Array(nodes));
       return Keep(data->BuildArray_int32_Nodes_Decoded());
@@ -340,11 +340,11 @@ TEST_F(ChannelMapTest, ADifferenceIsTakenAroundTheMiddle) {
             Nodes(core::kCube, 128));
 
   // The authoring side's difference is of the same maps as a decoder sees them.
-  auto* stored = Make<wisp::IBuild_Monolithic_ChannelMap>(92);
+  auto* stored = Make<wisp::IChannelMap::IOperator::IBuild_Monolithic>(92);
   stored->Init_Subtract(Properties("39=17 38=0 43=3"), Properties(inkA.c_str()), Array(a),
                         Properties(inkB.c_str()), Array(b));
   EXPECT_EQ(Content(stored->GetArray_uint8_Nodes_Encoded()), Encode("39=17 38=0 43=3", difference));
-  auto* refused = Make<wisp::IBuild_Monolithic_ChannelMap>(92);
+  auto* refused = Make<wisp::IChannelMap::IOperator::IBuild_Monolithic>(92);
   wisp::IProperties* sound = Properties("39=17 38=0 43=3");
   EXPECT_EQ(CodeOf([&] { refused->Init_Subtract(sound, sound, nullptr, sound, Array(b)); }), 3000);
   EXPECT_EQ(CodeOf([&] {

@@ -11,7 +11,7 @@ namespace core = velora::v1::wisp::core;
 
 class NodesTest : public InkTest {
  protected:
-  using FromData = wisp::IFromData_Nodes;
+  using FromData = wisp::INodes::IOperator::IFromData;
 
   FromData* Blank(int type) { return Make<FromData>(type); }
   // A property with a number that code would refuse.

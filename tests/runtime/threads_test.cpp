@@ -171,28 +171,22 @@ TEST_F(ThreadTableTest, EachMissingPartMakesTheTableUnusable) {
 }
 
 TEST_F(ThreadTableTest, SetUpAndRegistrationLeaveNothingWhenMemoryRunsOut) {
-  ForEachFailingAllocation([this] {
+  const auto make = [this](bool semaphoresWork) {
     CThreadContextManager other;
-    FakeSemaphores otherSemaphores;
+    FakeSemaphores otherSemaphores(semaphoresWork);
     FakeThreads otherThreads;
     const bool made = other.Init(&otherSemaphores, &otherThreads, bootManager);
     EXPECT_EQ(otherThreads.destroyed, !made);
+    EXPECT_EQ(otherSemaphores.destroyed, !made);
     EXPECT_EQ(other.IsUsable(), made);
     otherThreads.id = 5;
     const bool known = other.RegisterThread(bootManager);
     EXPECT_EQ(other.GetJumpManager() != nullptr, known);
     other.Delete(bootManager);
     return known;
-  });
-}
-
-TEST_F(ThreadTableTest, SetUpFailsWithoutASemaphore) {
-  CThreadContextManager other;
-  FakeSemaphores none(false);
-  EXPECT_FALSE(other.Init(&none, &threads, bootManager));
-  EXPECT_TRUE(none.destroyed);
-  EXPECT_EQ(other.buckets, nullptr);
-  threads.destroyed = false;
+  };
+  EXPECT_FALSE(make(false));
+  ForEachFailingAllocation([&] { return make(true); });
 }
 
 }  // namespace

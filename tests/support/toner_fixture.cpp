@@ -123,7 +123,8 @@ fenn::IArray_uint8* TonerTest::Array(const Image& bytes) {
 }
 
 TonerTest::Operator* TonerTest::Bytes(int type, const Image& bytes) {
-  auto* data = dynamic_cast<fenn::IFromData*>(Keep(helper->CreateSerializeable(type)));
+  auto* data =
+      dynamic_cast<fenn::IPacket::IOperator::IFromData*>(Keep(helper->CreateSerializeable(type)));
   data->Init(Properties(""), Array(bytes));
   return data;
 }

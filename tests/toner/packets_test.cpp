@@ -185,7 +185,7 @@ TEST_F(PacketsTest, Operators) {
   EXPECT_EQ(scalar->GetArray_uint8_Packet()->Get(0), 0);
   EXPECT_EQ(scalar->Resolve(list, Properties(""), veltune), list);
   auto* copy = Keep(factory->CreatePacket_DeltaScalar_Operator_FromData());
-  copy->Init(static_cast<fenn::IFromData*>(scalar));
+  copy->Init(static_cast<fenn::IPacket::IOperator::IFromData*>(scalar));
   EXPECT_EQ(copy->GetArray_uint8_Packet(), scalar->GetArray_uint8_Packet());
   EXPECT_EQ(CodeOf([&] { copy->Init(Properties(""), static_cast<fenn::IArray_uint8*>(nullptr)); }),
             3000);

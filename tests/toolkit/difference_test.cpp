@@ -1,5 +1,3 @@
-#include <memory>
-
 #include "tests/toolkit/support.h"
 #include "velora/frontend/toolkit/DifferenceColor.h"
 #include "velora/frontend/toolkit/DifferenceMono.h"
@@ -156,18 +154,6 @@ TEST(Differences, SurviveEachFailedAllocation) {
       EXPECT_EQ(request.Run().status, free < needed ? 192 : 0) << free;
     }
   }
-}
-
-TEST(DifferenceColor, TheFirstToGoTakesTheFamily) {
-  Request request(false);
-  Capture([&] {
-    const ContentKey key('Y', 'P', 'P');
-    auto first = std::make_unique<DifferenceColor>(key, &request.raw, &request.ct);
-    const DifferenceColor second(key, &request.raw, &request.ct);
-    EXPECT_EQ(LiveBlocks(), 2);
-    first.reset();
-    EXPECT_EQ(LiveBlocks(), 0);
-  });
 }
 
 }  // namespace

@@ -1,23 +1,23 @@
 // The demo's parts: one for each pipeline, over the lines that they print.
 //
 // Room: tools. A part prints its lines as it goes, and gives true if everything came out as it
-// must. A failure of the machine (no profiles, no library) is an exception.
+// must. A failure of the machine (no library, no room for files) is an exception.
 #pragma once
 
 #include <string>
-#include <vector>
 
-#include "authoring/icc.h"
+#include "tools/demo/samples.h"
 
 namespace velora::tools {
 
 struct DemoOptions {
   std::string library;  // the libvelora.so to call
   std::string folder;   // where packs and pictures go
-  int tables = 9;       // to author; one more is the printer's reference
+  int tables = 9;       // to author; one more is the toner printer's reference
   int calls = 21;       // of which the time is the median
 };
 
-bool RunTonerDemo(const DemoOptions& options, const std::vector<authoring::Profile>& profiles);
+bool RunTonerDemo(const DemoOptions& options, const Samples& samples);
+bool RunInkDemo(const DemoOptions& options, const Samples& samples);
 
 }  // namespace velora::tools

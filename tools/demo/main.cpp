@@ -3,15 +3,16 @@
 #include <exception>
 #include <iostream>
 
-#include "authoring/table_call.h"
+#include "authoring/shared_library.h"
 #include "tools/demo/demo.h"
 
 int main(int argc, char** argv) {
   using namespace velora;
   CLI::App app(
-      "Samples colour tables from the ICC profiles of this machine, authors them into\n"
-      "packs, rebuilds each through the table entry of libvelora.so, and compares.\n"
-      "Ends with 0 if every lossless table came back equal.",
+      "Samples colour tables from the ICC profiles of this machine, authors them into toner and\n"
+      "ink packs, rebuilds each through the table entry of libvelora.so or the ink door, and\n"
+      "compares. Ends with 0 if every lossless table came back equal, and every other one as the\n"
+      "encoder foresaw.",
       "demo");
   tools::DemoOptions options;
   options.library = authoring::DefaultLibrary();
@@ -27,9 +28,13 @@ int main(int argc, char** argv) {
       ->check(CLI::Range(1, 10000));
   CLI11_PARSE(app, argc, argv);
   try {
-    const bool good = tools::RunTonerDemo(options, authoring::FindProfiles());
-    std::cout << (good ? "\nEvery lossless table came back equal.\n" : "\nFAILED\n");
-    return good ? 0 : 1;
+    const tools::Samples samples = tools::SampleAll(options.tables);
+    const bool toner_good = tools::RunTonerDemo(options, samples);
+    const bool ink_good = tools::RunInkDemo(options, samples);
+    std::cout << (toner_good ? "" : "\nToner: FAILED\n") << (ink_good ? "" : "\nInk: FAILED\n");
+    if (!toner_good || !ink_good) return 1;
+    std::cout << "\nEvery lossless table came back equal.\n";
+    return 0;
   } catch (const std::exception& error) {
     std::cerr << "demo: " << error.what() << '\n';
     return 1;

@@ -2,8 +2,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 #include "authoring/picture.h"
 #include "authoring/toner_job.h"
@@ -26,24 +24,14 @@ struct Origin {
 
 // The job, and where each of its tables is from.
 struct Sampled {
-  std::vector<SampledTable> tables;  // the first is the printer's reference
+  const std::vector<SampledTable>& tables;  // the first is the printer's reference
   TonerJob job;
   std::vector<Origin> origins;
 };
 
-std::string Told(const SampledTable& table) {
-  return table.source.name + " > " + table.output.name + ", " + IntentName(table.intent);
-}
-
-Sampled Sample(const DemoOptions& options, const std::vector<Profile>& profiles) {
-  Sampled sampled;
-  sampled.tables = SampleTables(profiles, options.tables + 1);
-  const std::vector<SampledCurve> curves = SampleCurves(profiles, 3);
-  if (static_cast<int>(sampled.tables.size()) <= options.tables || curves.size() < 3) {
-    throw std::runtime_error(
-        "too few ICC profiles: install libgs-common, colord-data and "
-        "icc-profiles-free");
-  }
+Sampled Sample(const DemoOptions& options, const Samples& samples) {
+  Sampled sampled{samples.tables, {}, {}};
+  const std::vector<SampledCurve>& curves = samples.curves;
   TonerJob& job = sampled.job;
   job.platform = 7;
   job.family = 4;
@@ -107,7 +95,7 @@ std::vector<Bytes> RebuildAll(const Device& device, const TonerProduct& product,
     const Origin& origin = sampled.origins[i];
     ReportLine line{ModeText(authored.call.mode), origin.text,   authored.pack_bytes,
                     WantedAt(sampled.job, i),     result.buffer, {},
-                    result.microseconds};
+                    {result.microseconds}};
     if (result.success && origin.output != nullptr) {
       line.color = LabMeter(*origin.output).Compare(line.wanted, line.rebuilt);
     }
@@ -121,10 +109,7 @@ std::vector<Bytes> RebuildAll(const Device& device, const TonerProduct& product,
 void WritePacks(const TonerProduct& product, const std::string& folder) {
   for (const NamedPack& pack : product.packs) {
     const std::string path = folder + "/" + pack.name + ".velcase";
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(pack.file.data()),
-               static_cast<std::streamsize>(pack.file.size()));
-    if (!file.flush()) throw std::runtime_error(path + ": cannot be written");
+    WriteFile(path, pack.file);
     std::printf("  %-8s %6zu bytes, %3zu components, version %d   %s\n", pack.name.c_str(),
                 pack.file.size(), pack.pack.components.size(), pack.pack.version, path.c_str());
   }
@@ -179,8 +164,8 @@ bool IsWhole(const std::vector<Bytes>& rebuilt, std::size_t tables) {
 
 }  // namespace
 
-bool RunTonerDemo(const DemoOptions& options, const std::vector<Profile>& profiles) {
-  Sampled sampled = Sample(options, profiles);
+bool RunTonerDemo(const DemoOptions& options, const Samples& samples) {
+  const Sampled sampled = Sample(options, samples);
   std::filesystem::create_directories(options.folder);
   const Device device(options.library);
   std::printf("Toner. The printer's reference is %s.\n", Told(sampled.tables[0]).c_str());
@@ -188,7 +173,7 @@ bool RunTonerDemo(const DemoOptions& options, const std::vector<Profile>& profil
   const TonerProduct product = Author(sampled.job);
   std::printf("\nPacks, all of which go into each call:\n");
   WritePacks(product, options.folder);
-  Report report("Lossless: the smallest of two dozen settings for each colorant");
+  Report report("Lossless: the smallest of two dozen settings for each colorant", {"time"});
   const std::vector<Bytes> lossless = RebuildAll(device, product, sampled, options, &report);
   const bool versions_count = ShowVersions(device, product, options);
 
@@ -198,7 +183,8 @@ bool RunTonerDemo(const DemoOptions& options, const std::vector<Profile>& profil
   settings.residue = false;
   lossy_job.curves.clear();
   lossy_job.blobs.clear();
-  Report lossy_report("Lossy: delta scalar " + std::to_string(kLossyScalar) + ", no residue");
+  Report lossy_report("Lossy: delta scalar " + std::to_string(kLossyScalar) + ", no residue",
+                      {"time"});
   const std::vector<Bytes> lossy =
       RebuildAll(device, Author(lossy_job), sampled, options, &lossy_report);
 
@@ -208,8 +194,8 @@ bool RunTonerDemo(const DemoOptions& options, const std::vector<Profile>& profil
     std::printf("\nPictures: %s/tables.png, %s/table-1.png\n", options.folder.c_str(),
                 options.folder.c_str());
   }
-  return report.different() == 0 && report.refused() == 0 && lossy_report.refused() == 0 &&
-         versions_count;
+  return report.sums().different == 0 && report.sums().refused == 0 &&
+         lossy_report.sums().refused == 0 && versions_count;
 }
 
 }  // namespace velora::tools

@@ -123,7 +123,9 @@ bool Tell(const Outcome& outcome, bool compare, Json* json, std::string* text) {
            std::to_string(static_cast<int>(outcome.microseconds)) + " us";
   if (outcome.cached) {
     (*json)["cached_microseconds"] = *outcome.cached;
-    *text += ", from the cache in " + std::to_string(static_cast<int>(*outcome.cached)) + " us";
+    const int tenths = static_cast<int>(*outcome.cached * 10);
+    *text += ", from the cache in " + std::to_string(tenths / 10) + '.' +
+             std::to_string(tenths % 10) + " us";
   }
   return !compare || Compare(outcome, json, text);
 }

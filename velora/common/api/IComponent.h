@@ -36,25 +36,41 @@ class IComponent : public virtual IRecipe<Configuration>::IOperand {
   virtual ITags<Configuration>* GetTags() const = 0;
   virtual IProperties<Configuration>* GetProperties() const = 0;
   virtual IRecipe<Configuration>* GetRecipe() const = 0;
-};
 
-// A component that makes `Data` from its recipe on demand, and keeps it for one print mode.
-template <class Configuration, class Data>
-class IBuilt : public virtual IComponent<Configuration> {
- public:
-  using IComponent<Configuration>::Init;
-  // The data for the veltune's print mode, with a reference for the caller.
-  virtual Data* BuildData(typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
-  // What was built last, without a new reference; none raises `CException_This_Invalid`.
-  virtual Data* GetData() const = 0;
-  // Shares another's data in place of its own.
-  virtual void SetData(Data* data) = 0;
-  // Has the component build its data, which it keeps.
+  // Has a component of this kind build its data, which it keeps.
   template <class Component>
   static void CacheComponentData(typename Vocabulary<Configuration>::IVeltune* veltune,
                                  Component* component) {
     component->BuildData(veltune)->Destroy();
   }
+};
+
+// A component that makes its data from its recipe on demand, and keeps it for one print mode.
+template <class Configuration, class T>
+class IBuilt : public virtual IComponent<Configuration> {
+ public:
+  using Data = T;
+  using Copied = IBuilt;
+  using IComponent<Configuration>::Init;
+  virtual void Init(IBuilt* other) = 0;  // the copy: shares the parts and the data
+  // The data for the veltune's print mode, with a reference for the caller.
+  virtual T* BuildData(typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
+  // What was built last, without a new reference; none raises `CException_This_Invalid`.
+  virtual T* GetData() const = 0;
+};
+
+// The same, of which several can share the data.
+template <class Configuration, class T>
+class IShared : public virtual IComponent<Configuration> {
+ public:
+  using Data = T;
+  using Copied = IShared;
+  using IComponent<Configuration>::Init;
+  virtual void Init(IShared* other) = 0;
+  virtual T* BuildData(typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
+  // Takes another's data in place of its own.
+  virtual void SetData(T* data) = 0;
+  virtual T* GetData() const = 0;
 };
 
 // The type ids of a kind of component: its own, those of its list (0: it has none) and its array,

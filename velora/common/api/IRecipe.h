@@ -36,6 +36,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
   template <class Data>
   class IProducer : public virtual IOperator {
    public:
+    using IOperator::Init;
     // The data, with a reference for the caller; the operator lets go of what it made.
     virtual Data* TakeData() = 0;
   };
@@ -44,6 +45,9 @@ class IRecipe : public virtual ISerializeable<Configuration> {
   template <class Data>
   class IBuild : public virtual IProducer<Data> {
    public:
+    using Copied = IBuild;
+    using IOperator::Init;
+    virtual void Init(IBuild* other) = 0;  // the copy: without the data
     // Without a new reference; none raises `CException_This_Invalid`.
     virtual Data* GetData() const = 0;
     virtual void DestroyData() = 0;

@@ -1,7 +1,8 @@
 // What every stored component does when it is asked for its data: the one build protocol.
 // Room: velora/common. Holds one reference on the data that it built last, and remembers for which
-// print mode. `Class` is the concrete component; its interface names the type ids (kType,
-// kOperators, kMayRefer), and its static Locate(veltune, reference) finds a component of its kind.
+// print mode. `Class` is the concrete component; its interface names the data and the type ids
+// (kType, kOperators, kMayRefer), and its static Locate(veltune, reference) finds a component of
+// its kind.
 //
 // Raises `CException_Parameter_Invalid` for a null argument, `CException_This_Invalid` in the wrong
 // state, for an operator that the kind does not accept, and for operands left over,
@@ -17,14 +18,14 @@
 
 namespace velora::common::core {
 
-template <class Configuration, class Class, class Interface, class Data>
+template <class Configuration, class Class, class Interface>
 class CBuilt : public CComponent<Configuration>, public virtual Interface {
  public:
   using Component = CComponent<Configuration>;
   using Operators = typename Component::Operators;
   using Properties = typename Component::Properties;
   using IVeltune = typename Component::IVeltune;
-  using DataType = Data;
+  using Data = typename Interface::Data;
   static constexpr int kSerializeableType = Interface::kType;
 
   CBuilt();
@@ -32,6 +33,7 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   using Component::Init;
   // The copy: shares the parts, the data and the remembered print mode.
   void Init(api::IComponent<Configuration>* other) override;
+  void Init(typename Interface::Copied* other) override;
   // Resolves the last element of the list, with what it takes of the others.
   Operators* Init(Operators* operators, Properties* newProperties, IVeltune* veltune) override;
   // The same for a temporary on the collector of a frame, which then keeps what is needed for it. A
@@ -40,7 +42,6 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
                   Properties* newProperties, IVeltune* veltune);
   Data* BuildData(IVeltune* veltune) override;
   Data* GetData() const override;
-  void SetData(Data* newData) override;
   void Reset() override;
   void Delete() override;
 
@@ -48,6 +49,8 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   // The data belongs to the veltune's present print mode, which is known by its one mapping object.
   bool IsVeltuneValid(IVeltune* veltune) const;
   void UpdatePrintModeMapping(IVeltune* veltune);
+
+  Counted<Data> data;
 
  private:
   // Whether the kind has an operator that makes the data of stored bytes alone, its `Leaf`.
@@ -65,7 +68,6 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   Data* Rebuild(IVeltune* veltune);
   static bool Accepts(int operatorType);
 
-  Counted<Data> data;
   const void* printModeMapping;  // a canonical object of the mappings, not owned
 };
 
@@ -76,10 +78,10 @@ constexpr bool kHasLocator<
     Veltune, Interface,
     std::void_t<decltype(std::declval<Veltune&>().Locate(std::declval<Interface*>()))>> = true;
 
-// The usual component: its interface names its data, and the veltune has a locator for its kind. A
-// kind without a list has none, and raises `CException_This_Invalid`.
+// The usual component: the veltune has a locator for its kind. A kind without a list has none, and
+// raises `CException_This_Invalid`.
 template <class Configuration, class Class, class Interface>
-class CBuiltOf : public CBuilt<Configuration, Class, Interface, typename Interface::Data> {
+class CBuiltOf : public CBuilt<Configuration, Class, Interface> {
  public:
   static Interface* Locate(typename Vocabulary<Configuration>::IVeltune* veltune,
                            Interface* reference) {
@@ -91,6 +93,12 @@ class CBuiltOf : public CBuilt<Configuration, Class, Interface, typename Interfa
       PLINTH_RAISE(CException_This_Invalid);
     }
   }
+};
+
+template <class Configuration, class Class, class Interface>
+class CSharedOf : public CBuiltOf<Configuration, Class, Interface> {
+ public:
+  void SetData(typename Interface::Data* newData) override;
 };
 
 }  // namespace velora::common::core

@@ -5,8 +5,8 @@
 #include "velora/common/core/CComponent.inl"
 #include "velora/common/core/create.h"
 
-#define VELORA_BUILT template <class Configuration, class Class, class Interface, class Data>
-#define VELORA_BUILT_OF CBuilt<Configuration, Class, Interface, Data>
+#define VELORA_BUILT template <class Configuration, class Class, class Interface>
+#define VELORA_BUILT_OF CBuilt<Configuration, Class, Interface>
 
 namespace velora::common::core {
 
@@ -22,6 +22,10 @@ VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
   const auto* source = static_cast<const CBuilt*>(other->GetThis_Concrete());
   data.Share(source->data.Get());
   printModeMapping = source->printModeMapping;
+}
+
+VELORA_BUILT void VELORA_BUILT_OF::Init(typename Interface::Copied* other) {
+  this->Init(static_cast<api::IComponent<Configuration>*>(other));
 }
 
 VELORA_BUILT bool VELORA_BUILT_OF::Accepts(int operatorType) {
@@ -79,7 +83,7 @@ VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newPro
   return operators;
 }
 
-VELORA_BUILT Data* VELORA_BUILT_OF::BuildData(IVeltune* veltune) {
+VELORA_BUILT auto VELORA_BUILT_OF::BuildData(IVeltune* veltune) -> Data* {
   if (veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -113,7 +117,7 @@ VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
 // As below, without what a leaf does not need: it takes no operand, so the list stays whole without
 // a copy, and leads nowhere, so the chain does not have it.
 VELORA_BUILT template <class Leaf>
-Data* VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) {
+auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
   const api::BuildChain* outer = veltune->GetBuildChain();
   if (outer != nullptr && outer->depth >= api::IVeltune<Configuration>::kMaxChain) {
     PLINTH_RAISE(CException_General);
@@ -132,7 +136,7 @@ Data* VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) {
 // The stored recipe stays as it is: a temporary consumes a copy of its list, which must then be
 // used up. Components that share a recipe object resolve alike, so a recipe that is met again
 // inside its own construction would never end.
-VELORA_BUILT Data* VELORA_BUILT_OF::Rebuild(IVeltune* veltune) {
+VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
   Data* volatile built = nullptr;
   const api::BuildChain* outer = veltune->GetBuildChain();
   const api::BuildChain link = {this->recipe.Get(), outer, outer == nullptr ? 1 : outer->depth + 1};
@@ -168,7 +172,7 @@ VELORA_BUILT Data* VELORA_BUILT_OF::Rebuild(IVeltune* veltune) {
   return built;
 }
 
-VELORA_BUILT Data* VELORA_BUILT_OF::GetData() const {
+VELORA_BUILT auto VELORA_BUILT_OF::GetData() const -> Data* {
   this->CheckThis();
   if (!data) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -176,13 +180,14 @@ VELORA_BUILT Data* VELORA_BUILT_OF::GetData() const {
   return data.Get();
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::SetData(Data* newData) {
+template <class Configuration, class Class, class Interface>
+void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Data* newData) {
   if (newData == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
-  if (data.Get() != newData) {
-    data.Share(newData);
+  if (this->data.Get() != newData) {
+    this->data.Share(newData);
   }
 }
 

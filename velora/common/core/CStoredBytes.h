@@ -26,6 +26,7 @@ class CStoredBytes : public CRecipe<Configuration>::COperator, public virtual In
   void Init() override;
   void Init(api::ISerializeable<Configuration>* other) override;
   void Init(typename Interface::IOperator* other) override;
+  void Init(typename Interface::Copied* other) override;
   void Init(int type, api::ISerializer* serializer, void* context) override;
   void Serialize(api::ISerializer* serializer, void* context) override;
   // A leaf of a recipe: takes no operand, and makes nothing but the callbacks' calls.
@@ -47,7 +48,7 @@ class CStoredBytes : public CRecipe<Configuration>::COperator, public virtual In
 
 // Adds the data that `Resolve` makes, to an operator with bytes or without.
 template <class Configuration, class Base, class Data>
-class CProducer : public Base, public virtual api::IRecipe<Configuration>::template IBuild<Data> {
+class CProducer : public Base {
  public:
   using Operators = typename CRecipe<Configuration>::Operators;
   using Properties = api::IProperties<Configuration>;
@@ -78,6 +79,7 @@ class CBare : public CRecipe<Configuration>::COperator, public virtual Interface
   CBare();
   ~CBare() override;
   using Base::Init;
+  void Init(typename Interface::Copied* other) override;
   void Serialize(api::ISerializer* serializer, void* context) override;
 };
 

@@ -40,6 +40,10 @@ VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::IOperator* other) 
   this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
+VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::Copied* other) {
+  this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
+}
+
 VELORA_STORED void VELORA_STORED_OF::Init(int, api::ISerializer* serializer, void* context) {
   this->BeginInit();
   if (serializer == nullptr) {
@@ -112,6 +116,11 @@ CBare<Configuration, Interface, kType>::CBare() : Base(kType) {}
 
 template <class Configuration, class Interface, int kType>
 CBare<Configuration, Interface, kType>::~CBare() = default;
+
+template <class Configuration, class Interface, int kType>
+void CBare<Configuration, Interface, kType>::Init(typename Interface::Copied* other) {
+  Base::Init(static_cast<typename Base::Interface*>(other));
+}
 
 template <class Configuration, class Interface, int kType>
 void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* serializer,

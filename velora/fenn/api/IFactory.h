@@ -19,42 +19,44 @@
   X(Packets_ColorDCT, api::IPackets_ColorDCT, component_lists::CPackets_ColorDCT, 115)             \
   X(Packets_ColorResidue, api::IPackets_ColorResidue, component_lists::CPackets_ColorResidue, 116) \
   X(GrayCurve, api::IGrayCurve, components::CGrayCurve, 21)                                        \
-  X(GrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar, api::IBuild_GrayCurve,                  \
+  X(GrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar,                                         \
+    api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,                               \
     components::CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar, 89)                    \
-  X(GrayCurve_Operator_Build_Monolithic, api::IBuild_Monolithic_GrayCurve,                         \
+  X(GrayCurve_Operator_Build_Monolithic, api::IGrayCurve::IOperator::IBuild_Monolithic,            \
     components::CGrayCurve::COperator::CBuild_Monolithic, 90)                                      \
   X(Packet_Blob, api::IPacket_Blob, components::CPacket_Blob, 29)                                  \
-  X(Packet_Blob_Operator_FromData, api::IFromData, components::CPacket_Blob::COperator::CFromData, \
-    99)                                                                                            \
+  X(Packet_Blob_Operator_FromData, api::IPacket_Blob::IOperator::IFromData,                        \
+    components::CPacket_Blob::COperator::CFromData, 99)                                            \
   X(Packet_DeltaScalar, api::IPacket_DeltaScalar, components::CPacket_DeltaScalar, 28)             \
-  X(Packet_DeltaScalar_Operator_FromData, api::IFromData_DeltaScalar,                              \
+  X(Packet_DeltaScalar_Operator_FromData, api::IPacket_DeltaScalar::IOperator::IFromData,          \
     components::CPacket_DeltaScalar::COperator::CFromData, 98)                                     \
   X(Packet_MonoCBAT, api::IPacket_MonoCBAT, components::CPacket_MonoCBAT, 27)                      \
-  X(Packet_MonoCBAT_Operator_FromData, api::IFromData,                                             \
+  X(Packet_MonoCBAT_Operator_FromData, api::IPacket_MonoCBAT::IOperator::IFromData,                \
     components::CPacket_MonoCBAT::COperator::CFromData, 97)                                        \
   X(Packet_MonoDCT, api::IPacket_MonoDCT, components::CPacket_MonoDCT, 25)                         \
-  X(Packet_MonoDCT_Operator_FromData, api::IFromData,                                              \
+  X(Packet_MonoDCT_Operator_FromData, api::IPacket_MonoDCT::IOperator::IFromData,                  \
     components::CPacket_MonoDCT::COperator::CFromData, 95)                                         \
   X(Packet_MonoResidue, api::IPacket_MonoResidue, components::CPacket_MonoResidue, 26)             \
-  X(Packet_MonoResidue_Operator_FromData, api::IFromData,                                          \
+  X(Packet_MonoResidue_Operator_FromData, api::IPacket_MonoResidue::IOperator::IFromData,          \
     components::CPacket_MonoResidue::COperator::CFromData, 96)                                     \
   X(ChannelMap, api::IChannelMap, components::CChannelMap, 22)                                     \
-  X(ChannelMap_Operator_Build_DCT_Residue_DeltaScalar, api::IBuild_ChannelMap,                     \
+  X(ChannelMap_Operator_Build_DCT_Residue_DeltaScalar,                                             \
+    api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,                                   \
     components::CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar, 91)                        \
-  X(ChannelMap_Operator_Build_Monolithic, api::IBuild_Monolithic_ChannelMap,                       \
+  X(ChannelMap_Operator_Build_Monolithic, api::IChannelMap::IOperator::IBuild_Monolithic,          \
     components::CChannelMap::COperator::CBuild_Monolithic, 92)                                     \
   X(ColorMap, api::IColorMap, components::CColorMap, 20)                                           \
-  X(ColorMap_Operator_Build_RGBtoCMYK, api::IBuild_ColorMap,                                       \
+  X(ColorMap_Operator_Build_RGBtoCMYK, api::IColorMap::IOperator::IBuild_RGBtoCMYK,                \
     components::CColorMap::COperator::CBuild_RGBtoCMYK, 86)                                        \
-  X(ColorMap_Operator_Build_RGBtoRGB, api::IBuild_ColorMap,                                        \
+  X(ColorMap_Operator_Build_RGBtoRGB, api::IColorMap::IOperator::IBuild_RGBtoRGB,                  \
     components::CColorMap::COperator::CBuild_RGBtoRGB, 87)                                         \
-  X(ColorMap_Operator_Build_RGBtoGrayscale, api::IBuild_ColorMap,                                  \
+  X(ColorMap_Operator_Build_RGBtoGrayscale, api::IColorMap::IOperator::IBuild_RGBtoGrayscale,      \
     components::CColorMap::COperator::CBuild_RGBtoGrayscale, 88)                                   \
   X(Packet_ColorDCT, api::IPacket_ColorDCT, components::CPacket_ColorDCT, 23)                      \
-  X(Packet_ColorDCT_Operator_FromData, api::IFromData,                                             \
+  X(Packet_ColorDCT_Operator_FromData, api::IPacket_ColorDCT::IOperator::IFromData,                \
     components::CPacket_ColorDCT::COperator::CFromData, 93)                                        \
   X(Packet_ColorResidue, api::IPacket_ColorResidue, components::CPacket_ColorResidue, 24)          \
-  X(Packet_ColorResidue_Operator_FromData, api::IFromData,                                         \
+  X(Packet_ColorResidue_Operator_FromData, api::IPacket_ColorResidue::IOperator::IFromData,        \
     components::CPacket_ColorResidue::COperator::CFromData, 94)                                    \
   X(Condition_AxisType, api::conditions::print_mode::IAxisType, conditions::print_mode::CAxisType, \
     72)                                                                                            \

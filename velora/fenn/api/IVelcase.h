@@ -8,6 +8,7 @@ namespace velora::v2::fenn::api {
 
 class IVelcase : public virtual common::api::IVelcase<Configuration> {
  public:
+  virtual int GetPipeline() const = 0;
   using common::api::IVelcase<Configuration>::Init;
   // Builds a pack for writing; it shares the lists, none of which may be null.
   virtual void Init(EVelcaseSchema::Enum schema, ESupplyFamily::Enum family, int channel,
@@ -18,7 +19,6 @@ class IVelcase : public virtual common::api::IVelcase<Configuration> {
                     IPackets_MonoDCT* packetsMonoDCT, IPackets_MonoResidue* packetsMonoResidue,
                     IPackets_MonoCBAT* packetsMonoCBAT, IPackets_DeltaScalar* packetsDeltaScalar,
                     IPackets_Blob* packetsBlob) = 0;
-  virtual int GetPipeline() const = 0;
 #define FENN_GETTER(Name, List) virtual I##List* Get##List() const = 0;
   FENN_KINDS(FENN_GETTER)
 #undef FENN_GETTER

@@ -18,6 +18,7 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis,
                     RawData* rawData, CT_PROCESSING* processing) = 0;
+  void Init(IVeltune* other) override = 0;
   virtual void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis, RawData* rawData, CT_PROCESSING* processing) = 0;
   // `cb` below the smallest size, or a null buffer, raises `CException_Parameter_Invalid`; a size
@@ -38,9 +39,16 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual IPrintModeMapping* GetPrintModeMapping(IPrintModeParameters* parameters) const = 0;
 
   // From a reference component to the one that fits, as a copy that the caller owns.
-#define FENN_LOCATOR(Name, List) virtual I##Name* Locate##Name(I##Name* reference) = 0;
-  FENN_KINDS(FENN_LOCATOR)
-#undef FENN_LOCATOR
+  virtual IColorMap* LocateColorMap(IColorMap* reference) = 0;
+  virtual IGrayCurve* LocateGrayCurve(IGrayCurve* reference) = 0;
+  virtual IChannelMap* LocateChannelMap(IChannelMap* reference) = 0;
+  virtual IPacket_ColorDCT* LocatePacket_ColorDCT(IPacket_ColorDCT* reference) = 0;
+  virtual IPacket_ColorResidue* LocatePacket_ColorResidue(IPacket_ColorResidue* reference) = 0;
+  virtual IPacket_MonoCBAT* LocatePacket_MonoCBAT(IPacket_MonoCBAT* reference) = 0;
+  virtual IPacket_MonoDCT* LocatePacket_MonoDCT(IPacket_MonoDCT* reference) = 0;
+  virtual IPacket_MonoResidue* LocatePacket_MonoResidue(IPacket_MonoResidue* reference) = 0;
+  virtual IPacket_DeltaScalar* LocatePacket_DeltaScalar(IPacket_DeltaScalar* reference) = 0;
+  virtual IPacket_Blob* LocatePacket_Blob(IPacket_Blob* reference) = 0;
 #define FENN_LOCATOR(Name, List) \
   I##Name* Locate(I##Name* reference) { return Locate##Name(reference); }
   FENN_KINDS(FENN_LOCATOR)

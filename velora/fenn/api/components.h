@@ -39,9 +39,22 @@ class IChannelMapData : public virtual plinth::v1::api::IObject {
 
 using common::api::Kind;
 
+// The operators of a recipe stand in `IOperator` of the component that they end the recipe of.
+
 // A run of bytes, for whoever builds from it.
 class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> {
  public:
+  struct IOperator {
+    // The bytes, stored.
+    class IFromData : public virtual IRecipe::IProducer<IArray_uint8> {
+     public:
+      using Copied = IFromData;
+      using IRecipe::IOperator::Init;
+      virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
+      virtual void Init(IFromData* other) = 0;
+      virtual IArray_uint8* GetArray_uint8_Packet() const = 0;
+    };
+  };
   IArray_uint8* BuildArray_uint8_Packet(IVeltune* veltune) { return BuildData(veltune); }
   IArray_uint8* GetArray_uint8_Packet() const { return GetData(); }
 };
@@ -51,20 +64,50 @@ class IPacketOf : public virtual IPacket,
                   public Kind<kTypeId, kListTypeId, kArrayTypeId, true, kFromDataId> {
  public:
   static constexpr int kFromDataType = kFromDataId;
-  using Data = IArray_uint8;
 };
 using IPacket_ColorDCT = IPacketOf<23, 115, 11, 93>;
 using IPacket_ColorResidue = IPacketOf<24, 116, 12, 94>;
 using IPacket_MonoDCT = IPacketOf<25, 117, 13, 95>;
 using IPacket_MonoResidue = IPacketOf<26, 118, 14, 96>;
 using IPacket_MonoCBAT = IPacketOf<27, 119, 15, 97>;
-using IPacket_DeltaScalar = IPacketOf<28, 120, 16, 98>;
 using IPacket_Blob = IPacketOf<29, 121, 17, 99>;
+
+// A packet of one byte.
+class IPacket_DeltaScalar : public virtual IPacketOf<28, 120, 16, 98> {
+ public:
+  struct IOperator {
+    class IFromData : public virtual IPacket::IOperator::IFromData {
+     public:
+      using IPacket::IOperator::IFromData::Init;
+      virtual void Init(IProperties* properties, unsigned char scalar) = 0;
+    };
+  };
+};
 
 class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveData>,
                    public Kind<21, 113, 9, true, 89, 90> {
  public:
-  using Data = IGrayCurveData;
+  struct IOperator {
+    class IBuild_DCT_Residue_CBAT_DeltaScalar : public virtual IRecipe::IBuild<IGrayCurveData> {
+     public:
+      IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+      void DestroyGrayCurveData() { DestroyData(); }
+    };
+    // Stored bytes that a pack can hold and that make no table: asked for data, they have none.
+    class IBuild_Monolithic : public virtual IRecipe::IProducer<IGrayCurveData> {
+     public:
+      using Copied = IBuild_Monolithic;
+      using IRecipe::IOperator::Init;
+      virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
+                        IArray_uint8* cbat, IArray_uint8* scalar) = 0;
+      virtual void Init(IBuild_Monolithic* other) = 0;
+      virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
+      virtual IGrayCurveData* GetData() const = 0;
+      virtual void DestroyData() = 0;
+      IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+      void DestroyGrayCurveData() { DestroyData(); }
+    };
+  };
   IGrayCurveData* BuildGrayCurveData(IVeltune* veltune) { return BuildData(veltune); }
   IGrayCurveData* GetGrayCurveData() const { return GetData(); }
 };
@@ -72,72 +115,48 @@ class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveD
 class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
                     public Kind<22, 114, 10, true, 91, 92> {
  public:
-  using Data = IChannelMapData;
+  struct IOperator {
+    class IBuild_DCT_Residue_DeltaScalar : public virtual IRecipe::IBuild<IChannelMapData> {
+     public:
+      IChannelMapData* GetChannelMapData() const { return GetData(); }
+      void DestroyChannelMapData() { DestroyData(); }
+    };
+    // As the gray curve's.
+    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+     public:
+      using Copied = IBuild_Monolithic;
+      using IRecipe::IOperator::Init;
+      virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
+                        IArray_uint8* scalar) = 0;
+      virtual void Init(IBuild_Monolithic* other) = 0;
+      virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
+      virtual IChannelMapData* GetData() const = 0;
+      virtual void DestroyData() = 0;
+      IChannelMapData* GetChannelMapData() const { return GetData(); }
+      void DestroyChannelMapData() { DestroyData(); }
+    };
+  };
   IChannelMapData* BuildChannelMapData(IVeltune* veltune) { return BuildData(veltune); }
   IChannelMapData* GetChannelMapData() const { return GetData(); }
 };
 
 // Its recipe ends with an operator: a colour map cannot be a reference.
-class IColorMap : public virtual common::api::IBuilt<Configuration, IColorMapData>,
+class IColorMap : public virtual common::api::IShared<Configuration, IColorMapData>,
                   public Kind<20, 112, 8, false, 86, 87, 88> {
  public:
-  using Data = IColorMapData;
+  struct IOperator {
+    class IBuild : public virtual IRecipe::IBuild<IColorMapData> {
+     public:
+      IColorMapData* GetColorMapData() const { return GetData(); }
+      void DestroyColorMapData() { DestroyData(); }
+    };
+    using IBuild_RGBtoCMYK = IBuild;
+    using IBuild_RGBtoRGB = IBuild;
+    using IBuild_RGBtoGrayscale = IBuild;
+  };
   IColorMapData* BuildColorMapData(IVeltune* veltune) { return BuildData(veltune); }
   void SetColorMapData(IColorMapData* data) { SetData(data); }
   IColorMapData* GetColorMapData() const { return GetData(); }
-};
-
-// ---- recipe operators
-
-// The bytes of a packet, stored.
-class IFromData : public virtual IRecipe::IProducer<IArray_uint8> {
- public:
-  using IRecipe::IOperator::Init;
-  virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
-  virtual void Init(IFromData* other) = 0;
-  virtual IArray_uint8* GetArray_uint8_Packet() const = 0;
-};
-
-// A delta scalar is a packet of one byte.
-class IFromData_DeltaScalar : public virtual IFromData {
- public:
-  using IFromData::Init;
-  virtual void Init(IProperties* properties, unsigned char scalar) = 0;
-};
-
-class IBuild_GrayCurve : public virtual IRecipe::IBuild<IGrayCurveData> {
- public:
-  IGrayCurveData* GetGrayCurveData() const { return GetData(); }
-  void DestroyGrayCurveData() { DestroyData(); }
-};
-
-class IBuild_ChannelMap : public virtual IRecipe::IBuild<IChannelMapData> {
- public:
-  IChannelMapData* GetChannelMapData() const { return GetData(); }
-  void DestroyChannelMapData() { DestroyData(); }
-};
-
-class IBuild_ColorMap : public virtual IRecipe::IBuild<IColorMapData> {
- public:
-  IColorMapData* GetColorMapData() const { return GetData(); }
-  void DestroyColorMapData() { DestroyData(); }
-};
-
-// Stored bytes that a pack can hold and that make no table: asked for data, they have none.
-class IBuild_Monolithic_GrayCurve : public virtual IBuild_GrayCurve {
- public:
-  using IRecipe::IOperator::Init;
-  virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
-                    IArray_uint8* cbat, IArray_uint8* scalar) = 0;
-  virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
-};
-
-class IBuild_Monolithic_ChannelMap : public virtual IBuild_ChannelMap {
- public:
-  using IRecipe::IOperator::Init;
-  virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
-                    IArray_uint8* scalar) = 0;
-  virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
 };
 
 template <class ComponentKind>

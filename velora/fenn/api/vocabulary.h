@@ -122,6 +122,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, IArray<IVelcase>* velcases, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis) = 0;
+  void Init(IPrintModeParameters* other) override = 0;
   virtual void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis) = 0;
   virtual IPrintModeMappings* GetPrintModeMappings() const = 0;

@@ -134,8 +134,8 @@ api::IProperties* CVeltune::BuildProperties_ForLocator(api::IPrintModeParameters
 // ---- the tables
 
 template <class Class>
-typename Class::DataType* CVeltune::BuildFitting() {
-  typename Class::DataType* volatile result = nullptr;
+typename Class::Data* CVeltune::BuildFitting() {
+  typename Class::Data* volatile result = nullptr;
   PLINTH_FRAME(Configuration) {
     CheckThis();
     api::ITags* tags = Defer(frame, BuildTags_ForLocator(GetPrintModeParameters()));

@@ -53,7 +53,7 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   // Finds the component of a class that fits the print mode and has it build its data, for the
   // caller to own.
   template <class Class>
-  typename Class::DataType* BuildFitting();
+  typename Class::Data* BuildFitting();
   // Builds and copies a table, if the size test lets it.
   template <class Class>
   void Reconstruct(unsigned int smallest, bool exact, unsigned int cb, unsigned char* ab);

@@ -24,19 +24,20 @@ using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 // ---- packets
 
 // A leaf of a recipe: it takes no operand, and its bytes are what the packet keeps.
-template <class Interface, int kType>
-class CFromDataOf : public common::core::CStoredBytes<Configuration, Interface, kType> {
+template <class Packet>
+class CFromDataOf
+    : public common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
+                                        Packet::kFromDataType> {
  public:
-  using Base = common::core::CStoredBytes<Configuration, Interface, kType>;
+  using Base = common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
+                                          Packet::kFromDataType>;
   using Base::Init;
   void Init(IProperties* properties, IArray_uint8* array) override;
-  void Init(api::IFromData* other) override;
   IArray_uint8* GetArray_uint8_Packet() const override;
   IArray_uint8* TakeData() override;
 };
 
-class CFromData_DeltaScalar
-    : public CFromDataOf<api::IFromData_DeltaScalar, api::IPacket_DeltaScalar::kFromDataType> {
+class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {
  public:
   using CFromDataOf::Init;
   void Init(IProperties* properties, unsigned char scalar) override;
@@ -48,8 +49,7 @@ class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
  public:
   struct COperator {
     using CFromData = std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
-                                         CFromData_DeltaScalar,
-                                         CFromDataOf<api::IFromData, Interface::kFromDataType>>;
+                                         CFromData_DeltaScalar, CFromDataOf<Interface>>;
   };
   using Leaf = typename COperator::CFromData;
 };
@@ -129,7 +129,7 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
   };
 };
 
-class CColorMap : public CBuiltOf<CColorMap, api::IColorMap> {
+class CColorMap : public common::core::CSharedOf<Configuration, CColorMap, api::IColorMap> {
  public:
   struct COperator {
     template <int kType, int kPlanes>
@@ -153,16 +153,19 @@ using CStoringProducer =
                             common::core::CStoredBytes<Configuration, Interface, kType>, Data>;
 
 class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
-    : public CBareProducer<api::IBuild_GrayCurve, api::IGrayCurveData, 89> {
+    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,
+                           api::IGrayCurveData, 89> {
  public:
   // The recipe reads, from its start: coefficients, residue, residue widths, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
 class CGrayCurve::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IBuild_Monolithic_GrayCurve, api::IGrayCurveData, 90> {
+    : public CStoringProducer<api::IGrayCurve::IOperator::IBuild_Monolithic, api::IGrayCurveData,
+                              90> {
  public:
-  using Base = CStoringProducer<api::IBuild_Monolithic_GrayCurve, api::IGrayCurveData, 90>;
+  using Base =
+      CStoringProducer<api::IGrayCurve::IOperator::IBuild_Monolithic, api::IGrayCurveData, 90>;
   using Base::Init;
   void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue, IArray_uint8* cbat,
             IArray_uint8* scalar) override;
@@ -171,16 +174,19 @@ class CGrayCurve::COperator::CBuild_Monolithic
 };
 
 class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
-    : public CBareProducer<api::IBuild_ChannelMap, api::IChannelMapData, 91> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,
+                           api::IChannelMapData, 91> {
  public:
   // The recipe reads, from its start: coefficients, residue, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
 class CChannelMap::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92> {
+    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData,
+                              92> {
  public:
-  using Base = CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92>;
+  using Base =
+      CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData, 92>;
   using Base::Init;
   void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
             IArray_uint8* scalar) override;
@@ -191,7 +197,7 @@ class CChannelMap::COperator::CBuild_Monolithic
 // Puts its channel maps one behind the other, in the order in which the recipe names them.
 template <int kType, int kPlanes>
 class CColorMap::COperator::CBuild
-    : public CBareProducer<api::IBuild_ColorMap, api::IColorMapData, kType> {
+    : public CBareProducer<api::IColorMap::IOperator::IBuild, api::IColorMapData, kType> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };

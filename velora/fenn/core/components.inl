@@ -11,26 +11,21 @@ namespace velora::v2::fenn::core::components {
 
 // ---- packets
 
-template <class Interface, int kType>
-void CFromDataOf<Interface, kType>::Init(IProperties* properties, IArray_uint8* array) {
+template <class Packet>
+void CFromDataOf<Packet>::Init(IProperties* properties, IArray_uint8* array) {
   if (properties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->InitBytes(properties, array);
 }
 
-template <class Interface, int kType>
-void CFromDataOf<Interface, kType>::Init(api::IFromData* other) {
-  Base::Init(static_cast<common::api::ISerializeable<Configuration>*>(other));
-}
-
-template <class Interface, int kType>
-IArray_uint8* CFromDataOf<Interface, kType>::GetArray_uint8_Packet() const {
+template <class Packet>
+IArray_uint8* CFromDataOf<Packet>::GetArray_uint8_Packet() const {
   return this->GetBytes();
 }
 
-template <class Interface, int kType>
-IArray_uint8* CFromDataOf<Interface, kType>::TakeData() {
+template <class Packet>
+IArray_uint8* CFromDataOf<Packet>::TakeData() {
   IArray_uint8* array = this->GetBytes();
   array->AddRef();
   return array;

@@ -18,37 +18,37 @@
   X(Nodes_Neutrals, api::INodes_Neutrals, component_lists::CNodes_Neutrals, 112)                   \
   X(Nodes_Seeds, api::INodes_Seeds, component_lists::CNodes_Seeds, 113)                            \
   X(AlternateNeutral, api::IAlternateNeutral, components::CAlternateNeutral, 28)                   \
-  X(AlternateNeutral_Operator_Build_CMYK, api::IBuild_AlternateNeutral,                            \
+  X(AlternateNeutral_Operator_Build_CMYK, api::IAlternateNeutral::IOperator::IBuild_CMYK,          \
     components::CAlternateNeutral::COperator::CBuild_CMYK, 95)                                     \
   X(AlternateNeutralChannel, api::IAlternateNeutralChannel, components::CAlternateNeutralChannel,  \
     27)                                                                                            \
   X(AlternateNeutralChannel_Operator_Build_Monolithic,                                             \
-    api::IBuild_Monolithic_AlternateNeutralChannel,                                                \
+    api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,                                   \
     components::CAlternateNeutralChannel::COperator::CBuild_Monolithic, 94)                        \
   X(ChannelMap, api::IChannelMap, components::CChannelMap, 24)                                     \
-  X(ChannelMap_Operator_Build_N_5_9_17, api::IBuild_ChannelMap,                                    \
+  X(ChannelMap_Operator_Build_N_5_9_17, api::IChannelMap::IOperator::IBuild_N_5_9_17,              \
     components::CChannelMap::COperator::CBuild_N_5_9_17, 90)                                       \
-  X(ChannelMap_Operator_Build_Monolithic, api::IBuild_Monolithic_ChannelMap,                       \
+  X(ChannelMap_Operator_Build_Monolithic, api::IChannelMap::IOperator::IBuild_Monolithic,          \
     components::CChannelMap::COperator::CBuild_Monolithic, 92)                                     \
-  X(ChannelMap_Operator_Modify_Subtract, api::IBuild_ChannelMap,                                   \
+  X(ChannelMap_Operator_Modify_Subtract, api::IChannelMap::IOperator::IModify_Subtract,            \
     components::CChannelMap::COperator::CModify_Subtract, 96)                                      \
   X(ColorMap, api::IColorMap, components::CColorMap, 25)                                           \
-  X(ColorMap_Operator_Build_CMYK, api::IBuild_ColorMap,                                            \
+  X(ColorMap_Operator_Build_CMYK, api::IColorMap::IOperator::IBuild_CMYK,                          \
     components::CColorMap::COperator::CBuild_CMYK, 91)                                             \
   X(GrayCurve, api::IGrayCurve, components::CGrayCurve, 26)                                        \
-  X(GrayCurve_Operator_FromData, api::IFromData_GrayCurve,                                         \
+  X(GrayCurve_Operator_FromData, api::IGrayCurve::IOperator::IFromData,                            \
     components::CGrayCurve::COperator::CFromData, 93)                                              \
   X(Nodes_Complete, api::INodes_Complete, components::CNodes_Complete, 23)                         \
-  X(Nodes_Complete_Operator_FromData, api::IFromData_Nodes,                                        \
+  X(Nodes_Complete_Operator_FromData, api::INodes_Complete::IOperator::IFromData,                  \
     components::CNodes_Complete::COperator::CFromData, 89)                                         \
   X(Nodes_Delta, api::INodes_Delta, components::CNodes_Delta, 22)                                  \
-  X(Nodes_Delta_Operator_FromData, api::IFromData_Nodes,                                           \
+  X(Nodes_Delta_Operator_FromData, api::INodes_Delta::IOperator::IFromData,                        \
     components::CNodes_Delta::COperator::CFromData, 88)                                            \
   X(Nodes_Neutral, api::INodes_Neutral, components::CNodes_Neutral, 20)                            \
-  X(Nodes_Neutral_Operator_FromData, api::IFromData_Nodes,                                         \
+  X(Nodes_Neutral_Operator_FromData, api::INodes_Neutral::IOperator::IFromData,                    \
     components::CNodes_Neutral::COperator::CFromData, 86)                                          \
   X(Nodes_Seed, api::INodes_Seed, components::CNodes_Seed, 21)                                     \
-  X(Nodes_Seed_Operator_FromData, api::IFromData_Nodes,                                            \
+  X(Nodes_Seed_Operator_FromData, api::INodes_Seed::IOperator::IFromData,                          \
     components::CNodes_Seed::COperator::CFromData, 87)                                             \
   X(Condition_Colorspace, api::conditions::print_mode::IColorspace,                                \
     conditions::print_mode::CColorspace, 66)                                                       \

@@ -64,6 +64,7 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings,
                     const tWISPPrintModeMapping* record) = 0;
+  void Init(IVeltune* other) override = 0;
   // Changes the print mode. What was built stays cached.
   virtual void Update(const tWISPPrintModeMapping* record) = 0;
 

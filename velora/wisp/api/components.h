@@ -75,10 +75,30 @@ class IGrayCurveData : public virtual plinth::v1::api::IObject {
 };
 
 // ---- components
+//
+// The operators of a recipe stand in `IOperator` of the component that they end the recipe of.
 
 // A part of a channel's pyramid.
 class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
  public:
+  struct IOperator {
+    // The bytes, stored.
+    class IFromData : public virtual IRecipe::IProducer<IArray_int32> {
+     public:
+      using Copied = IFromData;
+      using IRecipe::IOperator::Init;
+      virtual void Init(IArray_uint8* encoded) = 0;
+      // Encodes. Of a complete grid of 17, save for `Complete` itself, each kind takes what it
+      // stores.
+      virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
+      virtual void Init(IFromData* other) = 0;
+      // With a reference for the caller.
+      virtual IArray_int32* BuildArray_int32_Nodes_Decoded() = 0;
+      virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
+      // Stores the encoding of these values instead; a call that raises leaves no bytes.
+      virtual void UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) = 0;
+    };
+  };
   IArray_int32* BuildArray_int32_Nodes(IVeltune* veltune) { return BuildData(veltune); }
   IArray_int32* GetArray_int32_Nodes() const { return GetData(); }
 };
@@ -88,7 +108,6 @@ class INodesOf : public virtual INodes,
                  public Kind<kTypeId, kListTypeId, kArrayTypeId, kListTypeId != 0, kFromDataId> {
  public:
   static constexpr int kFromDataType = kFromDataId;
-  using Data = IArray_int32;
 };
 using INodes_Neutral = INodesOf<20, 112, 8, 86>;
 using INodes_Seed = INodesOf<21, 113, 9, 87>;
@@ -98,116 +117,116 @@ using INodes_Complete = INodesOf<23, 0, 11, 89>;  // no list, so nothing for a r
 class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
                     public Kind<24, 116, 12, true, 90, 92, 96> {
  public:
-  using Data = IChannelMapData;
+  struct IOperator {
+    class IBuild : public virtual IRecipe::IBuild<IChannelMapData> {
+     public:
+      IChannelMapData* GetChannelMapData() const { return GetData(); }
+      void DestroyChannelMapData() { DestroyData(); }
+    };
+    using IBuild_N_5_9_17 = IBuild;
+    using IModify_Subtract = IBuild;
+    // A whole channel as one string of bytes.
+    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+     public:
+      using Copied = IBuild_Monolithic;
+      using IRecipe::IOperator::Init;
+      virtual IChannelMapData* GetData() const = 0;
+      virtual void DestroyData() = 0;
+      IChannelMapData* GetChannelMapData() const { return GetData(); }
+      void DestroyChannelMapData() { DestroyData(); }
+      // Encodes a grid of 17 with the properties' lossy level and delta range.
+      virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
+      // Encodes a less b around 128, clamped, of a and b as a decoder sees them.
+      virtual void Init_Subtract(IProperties* properties, IProperties* propertiesA,
+                                 IArray_int32* nodesA, IProperties* propertiesB,
+                                 IArray_int32* nodesB) = 0;
+      virtual void Init(IBuild_Monolithic* other) = 0;
+      virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
+    };
+  };
   IChannelMapData* BuildChannelMapData(IVeltune* veltune) { return BuildData(veltune); }
   IChannelMapData* GetChannelMapData() const { return GetData(); }
 };
 
-class IColorMap : public virtual common::api::IBuilt<Configuration, IColorMapData>,
-                  public Kind<25, 117, 13, true, 91> {
+// A finished table, whose data the caches share among those of equal checksum.
+template <class Data>
+class ITable : public virtual common::api::IShared<Configuration, Data> {
  public:
-  using Data = IColorMapData;
+  virtual unsigned int GetChecksum() const = 0;
+};
+
+class IColorMap : public virtual ITable<IColorMapData>, public Kind<25, 117, 13, true, 91> {
+ public:
+  struct IOperator {
+    class IBuild_CMYK : public virtual IRecipe::IBuild<IColorMapData> {
+     public:
+      IColorMapData* GetColorMapData() const { return GetData(); }
+      void DestroyColorMapData() { DestroyData(); }
+    };
+  };
   IColorMapData* BuildColorMapData(IVeltune* veltune) { return BuildData(veltune); }
   void SetColorMapData(IColorMapData* data) { SetData(data); }
   IColorMapData* GetColorMapData() const { return GetData(); }
-  unsigned int GetChecksum() const { return GetData()->GetChecksum(); }
 };
 
-class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveData>,
-                   public Kind<26, 118, 14, true, 93> {
+class IGrayCurve : public virtual ITable<IGrayCurveData>, public Kind<26, 118, 14, true, 93> {
  public:
-  using Data = IGrayCurveData;
+  struct IOperator {
+    class IFromData : public virtual IRecipe::IProducer<IGrayCurveData> {
+     public:
+      using Copied = IFromData;
+      using IRecipe::IOperator::Init;
+      virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
+      virtual void Init(IFromData* other) = 0;
+      virtual IArray_uint8* GetArray_uint8_Nodes_GrayCurve_Encoded() const = 0;
+      virtual IGrayCurveData* GetData() const = 0;
+      virtual void DestroyData() = 0;
+      IGrayCurveData* GetGrayCurveData() const { return GetData(); }
+      void DestroyGrayCurveData() { DestroyData(); }
+    };
+  };
   IGrayCurveData* BuildGrayCurveData(IVeltune* veltune) { return BuildData(veltune); }
   void SetGrayCurveData(IGrayCurveData* data) { SetData(data); }
   IGrayCurveData* GetGrayCurveData() const { return GetData(); }
-  unsigned int GetChecksum() const { return GetData()->GetChecksum(); }
 };
 
 class IAlternateNeutralChannel
     : public virtual common::api::IBuilt<Configuration, IAlternateNeutralChannelData>,
       public Kind<27, 119, 15, true, 94> {
  public:
-  using Data = IAlternateNeutralChannelData;
+  struct IOperator {
+    class IBuild_Monolithic : public virtual IRecipe::IProducer<IAlternateNeutralChannelData> {
+     public:
+      using Copied = IBuild_Monolithic;
+      using IRecipe::IOperator::Init;
+      virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
+      virtual void Init(IBuild_Monolithic* other) = 0;
+      virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
+      virtual IAlternateNeutralChannelData* GetData() const = 0;
+      virtual void DestroyData() = 0;
+      IAlternateNeutralChannelData* GetAlternateNeutralChannelData() const { return GetData(); }
+      void DestroyAlternateNeutralChannelData() { DestroyData(); }
+    };
+  };
   IAlternateNeutralChannelData* BuildAlternateNeutralChannelData(IVeltune* veltune) {
     return BuildData(veltune);
   }
   IAlternateNeutralChannelData* GetAlternateNeutralChannelData() const { return GetData(); }
 };
 
-class IAlternateNeutral : public virtual common::api::IBuilt<Configuration, IAlternateNeutralData>,
+class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
                           public Kind<28, 120, 16, true, 95> {
  public:
-  using Data = IAlternateNeutralData;
+  struct IOperator {
+    class IBuild_CMYK : public virtual IRecipe::IBuild<IAlternateNeutralData> {
+     public:
+      IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
+      void DestroyAlternateNeutralData() { DestroyData(); }
+    };
+  };
   IAlternateNeutralData* BuildAlternateNeutralData(IVeltune* veltune) { return BuildData(veltune); }
   void SetAlternateNeutralData(IAlternateNeutralData* data) { SetData(data); }
   IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
-  unsigned int GetChecksum() const { return GetData()->GetChecksum(); }
-};
-
-// ---- recipe operators
-
-// The bytes of a node component, stored.
-class IFromData_Nodes : public virtual IRecipe::IProducer<IArray_int32> {
- public:
-  using IRecipe::IOperator::Init;
-  virtual void Init(IArray_uint8* encoded) = 0;
-  // Encodes. Of a complete grid of 17, save for `Complete` itself, each kind takes what it stores.
-  virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
-  // With a reference for the caller.
-  virtual IArray_int32* BuildArray_int32_Nodes_Decoded() = 0;
-  virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
-  // Stores the encoding of these values instead; a call that raises leaves no bytes.
-  virtual void UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) = 0;
-};
-
-class IBuild_ChannelMap : public virtual IRecipe::IBuild<IChannelMapData> {
- public:
-  IChannelMapData* GetChannelMapData() const { return GetData(); }
-  void DestroyChannelMapData() { DestroyData(); }
-};
-
-// A whole channel as one string of bytes.
-class IBuild_Monolithic_ChannelMap : public virtual IBuild_ChannelMap {
- public:
-  using IRecipe::IOperator::Init;
-  // Encodes a grid of 17 with the properties' lossy level and delta range.
-  virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
-  // Encodes a less b around 128, clamped, of a and b as a decoder sees them.
-  virtual void Init_Subtract(IProperties* properties, IProperties* propertiesA,
-                             IArray_int32* nodesA, IProperties* propertiesB,
-                             IArray_int32* nodesB) = 0;
-  virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
-};
-
-class IBuild_ColorMap : public virtual IRecipe::IBuild<IColorMapData> {
- public:
-  IColorMapData* GetColorMapData() const { return GetData(); }
-  void DestroyColorMapData() { DestroyData(); }
-};
-
-class IFromData_GrayCurve : public virtual IRecipe::IBuild<IGrayCurveData> {
- public:
-  using IRecipe::IOperator::Init;
-  virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
-  virtual IArray_uint8* GetArray_uint8_Nodes_GrayCurve_Encoded() const = 0;
-  IGrayCurveData* GetGrayCurveData() const { return GetData(); }
-  void DestroyGrayCurveData() { DestroyData(); }
-};
-
-class IBuild_Monolithic_AlternateNeutralChannel
-    : public virtual IRecipe::IBuild<IAlternateNeutralChannelData> {
- public:
-  using IRecipe::IOperator::Init;
-  virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
-  virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
-  IAlternateNeutralChannelData* GetAlternateNeutralChannelData() const { return GetData(); }
-  void DestroyAlternateNeutralChannelData() { DestroyData(); }
-};
-
-class IBuild_AlternateNeutral : public virtual IRecipe::IBuild<IAlternateNeutralData> {
- public:
-  IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
-  void DestroyAlternateNeutralData() { DestroyData(); }
 };
 
 template <class ComponentKind>

@@ -270,6 +270,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, const tWISPPrintModeMapping* record,
                     IArray<IVelcase>* velcases) = 0;
+  void Init(IPrintModeParameters* other) override = 0;
   virtual IPrintModeMappings* GetPrintModeMappings() const = 0;
   virtual IPrintModeMapping* GetPrintModeMapping() const = 0;
   virtual void Update(const tWISPPrintModeMapping* record) = 0;

@@ -25,6 +25,13 @@ using Operators = common::core::CRecipe<Configuration>::Operators;
 template <class Class, class Interface>
 using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 
+// One that is a finished table.
+template <class Class, class Interface>
+class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
+ public:
+  unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
+};
+
 // An operator that stores nothing of its own and makes data from operands.
 template <class Interface, class Data, int kType>
 using CBareProducer =
@@ -116,13 +123,13 @@ class CNodes : public CBuiltOf<CNodes<Interface>, Interface> {
 // A leaf of a recipe: it takes no operand, and its nodes are what the component keeps.
 template <class Interface>
 class CNodes<Interface>::COperator::CFromData
-    : public common::core::CStoredBytes<Configuration, api::IFromData_Nodes,
+    : public common::core::CStoredBytes<Configuration, api::INodes::IOperator::IFromData,
                                         Interface::kFromDataType>,
       public NodesForm<Interface> {
  public:
   using Form = NodesForm<Interface>;
-  using Base =
-      common::core::CStoredBytes<Configuration, api::IFromData_Nodes, Interface::kFromDataType>;
+  using Base = common::core::CStoredBytes<Configuration, api::INodes::IOperator::IFromData,
+                                          Interface::kFromDataType>;
   using Base::Init;
   void Init(IArray_uint8* encoded) override;
   void Init(IProperties* properties, IArray_int32* nodes) override;
@@ -221,7 +228,7 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
 };
 
 class CChannelMap::COperator::CBuild_N_5_9_17
-    : public CBareProducer<api::IBuild_ChannelMap, api::IChannelMapData, 90> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17, api::IChannelMapData, 90> {
  public:
   // The recipe reads, from its start: neutral, seed, deltas of 9, deltas of 17, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -231,9 +238,11 @@ class CChannelMap::COperator::CBuild_N_5_9_17
 };
 
 class CChannelMap::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92> {
+    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData,
+                              92> {
  public:
-  using Base = CStoringProducer<api::IBuild_Monolithic_ChannelMap, api::IChannelMapData, 92>;
+  using Base =
+      CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData, 92>;
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   void Init_Subtract(IProperties* properties, IProperties* propertiesA, IArray_int32* nodesA,
@@ -247,7 +256,8 @@ class CChannelMap::COperator::CBuild_Monolithic
 
 // The first map less the second, around 128, with the second one's description of the ink.
 class CChannelMap::COperator::CModify_Subtract
-    : public CBareProducer<api::IBuild_ChannelMap, api::IChannelMapData, 96> {
+    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract, api::IChannelMapData,
+                           96> {
  public:
   // The recipe reads, from its start: a, b, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -256,7 +266,7 @@ class CChannelMap::COperator::CModify_Subtract
 // ---- tables
 
 // Gathers four channels, which the recipe names in their order.
-class CColorMap : public CBuiltOf<CColorMap, api::IColorMap> {
+class CColorMap : public CTable<CColorMap, api::IColorMap> {
  public:
   struct COperator {
     class CBuild_CMYK;
@@ -264,12 +274,12 @@ class CColorMap : public CBuiltOf<CColorMap, api::IColorMap> {
 };
 
 class CColorMap::COperator::CBuild_CMYK
-    : public CBareProducer<api::IBuild_ColorMap, api::IColorMapData, 91> {
+    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK, api::IColorMapData, 91> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
-class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
+class CGrayCurve : public CTable<CGrayCurve, api::IGrayCurve> {
  public:
   struct COperator {
     class CFromData;
@@ -277,9 +287,9 @@ class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
 };
 
 class CGrayCurve::COperator::CFromData
-    : public CStoringProducer<api::IFromData_GrayCurve, api::IGrayCurveData, 93> {
+    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData, api::IGrayCurveData, 93> {
  public:
-  using Base = CStoringProducer<api::IFromData_GrayCurve, api::IGrayCurveData, 93>;
+  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData, api::IGrayCurveData, 93>;
   using Base::Init;
   void Init(IArray_uint8* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -297,10 +307,10 @@ class CAlternateNeutralChannel
 };
 
 class CAlternateNeutralChannel::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IBuild_Monolithic_AlternateNeutralChannel,
+    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
                               api::IAlternateNeutralChannelData, 94> {
  public:
-  using Base = CStoringProducer<api::IBuild_Monolithic_AlternateNeutralChannel,
+  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
                                 api::IAlternateNeutralChannelData, 94>;
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
@@ -309,7 +319,7 @@ class CAlternateNeutralChannel::COperator::CBuild_Monolithic
 };
 
 // Gathers four channels, which the recipe names in their order.
-class CAlternateNeutral : public CBuiltOf<CAlternateNeutral, api::IAlternateNeutral> {
+class CAlternateNeutral : public CTable<CAlternateNeutral, api::IAlternateNeutral> {
  public:
   struct COperator {
     class CBuild_CMYK;
@@ -317,7 +327,8 @@ class CAlternateNeutral : public CBuiltOf<CAlternateNeutral, api::IAlternateNeut
 };
 
 class CAlternateNeutral::COperator::CBuild_CMYK
-    : public CBareProducer<api::IBuild_AlternateNeutral, api::IAlternateNeutralData, 95> {
+    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK,
+                           api::IAlternateNeutralData, 95> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
