@@ -46,6 +46,11 @@ else()
   target_compile_options(velora_settings INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 
+if(VELORA_FUZZ)
+  # libFuzzer is led by the edges that an input takes; its main comes with each target.
+  target_compile_options(velora_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # For a program that uses the ink door's interfaces through the shared library: the check of a call's
 # dynamic type needs type information that the library keeps to itself.
 add_library(velora_outside INTERFACE)

@@ -13,6 +13,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+struct Outcome {
+  int status;
+  std::string text;  // what it printed, on both ways
+};
+
 class Tool : public testing::Test {
  protected:
   void SetUp() override {
@@ -20,11 +25,6 @@ class Tool : public testing::Test {
     fs::create_directories(folder_);
   }
   void TearDown() override { fs::remove_all(folder_); }
-
-  struct Outcome {
-    int status;
-    std::string text;  // what it printed, on both ways
-  };
 
   Outcome Run(const std::string& arguments) const {
     const std::string command =
@@ -59,28 +59,25 @@ class Tool : public testing::Test {
   fs::path folder_;
 };
 
+// What a run must end with, and say among other things.
+void Expect(const Outcome& outcome, bool success, const std::string& said) {
+  EXPECT_EQ(outcome.status == 0, success) << outcome.text;
+  EXPECT_NE(outcome.text.find(said), std::string::npos) << said << "\n" << outcome.text;
+}
+
 TEST_F(Tool, AuthorsRebuildsAndTells) {
   WriteJob();
-  const Outcome authored = Run("author job.json -o out");
-  ASSERT_EQ(authored.status, 0) << authored.text;
+  Expect(Run("author job.json -o out"), true, "");
   const std::string call = "out/gray-theme4-media0-axis2.json";
-  const Outcome rebuilt = Run("rebuild " + call + " --compare --quiet -o rebuilt.bin");
-  EXPECT_EQ(rebuilt.status, 0) << rebuilt.text;
-  EXPECT_NE(rebuilt.text.find(", equal"), std::string::npos) << rebuilt.text;
+  Expect(Run("rebuild " + call + " --compare --quiet -o rebuilt.bin"), true, ", equal");
   EXPECT_EQ(fs::file_size(folder_ / "rebuilt.bin"), 256u);
-  EXPECT_NE(Run("rebuild --quiet --json " + call).text.find("\"success\": true"),
-            std::string::npos);
-
-  const Outcome differs = Run("rebuild " + call + " --quiet --expected reference-gray.bin");
-  EXPECT_EQ(differs.status, 1);
-  EXPECT_NE(differs.text.find("bytes differ"), std::string::npos) << differs.text;
-
-  const Outcome told = Run("info out/printer.velcase out/black.velcase");
-  EXPECT_EQ(told.status, 0);
-  EXPECT_NE(told.text.find("ProductVariant = 0 and VelcaseVersion_Black = 1"), std::string::npos)
-      << told.text;
-  EXPECT_NE(Run("info --json out/black.velcase").text.find("\"name\": \"FromData\""),
-            std::string::npos);
+  Expect(Run("rebuild --quiet --json " + call), true, "\"success\": true");
+  Expect(Run("rebuild " + call + " --quiet --expected reference-gray.bin"), false, "bytes differ");
+  Expect(Run("info out/printer.velcase out/black.velcase"), true,
+         "ProductVariant = 0 and VelcaseVersion_Black = 1");
+  Expect(Run("info --json out/black.velcase"), true, "\"name\": \"FromData\"");
+  Expect(Run("--help"), true, "rebuild");
+  Expect(Run("--version"), true, "velora ");
 }
 
 TEST_F(Tool, FailuresAreToldWithTheirReason) {
@@ -105,14 +102,7 @@ TEST_F(Tool, FailuresAreToldWithTheirReason) {
       {"", "subcommand is required"},
       {"author", "job is required"},
   };
-  for (const auto& row : rows) {
-    const Outcome outcome = Run(row.arguments);
-    EXPECT_NE(outcome.status, 0) << row.arguments;
-    EXPECT_NE(outcome.text.find(row.reason), std::string::npos) << row.arguments << "\n"
-                                                                << outcome.text;
-  }
-  EXPECT_EQ(Run("--help").status, 0);
-  EXPECT_EQ(Run("--version").text.rfind("velora ", 0), 0u);
+  for (const auto& row : rows) Expect(Run(row.arguments), false, row.reason);
 }
 
 }  // namespace

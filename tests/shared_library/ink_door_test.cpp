@@ -12,8 +12,6 @@ namespace {
 
 namespace ink = velora::v1::wisp::api;
 
-constexpr auto kPlatform = ink::EPlatform::Enum(2);
-constexpr auto kFamily = ink::ESupplyFamily::Enum(3);
 constexpr tWISPPrintModeMapping kMode = {PT_DATA_SOURCE_0, PT_MEDIA_2, PT_QUALITY_1, 0, 1};
 
 // A veltune over the vector's pack, with what must outlive it.
@@ -22,18 +20,17 @@ struct Printer {
   ink::IPrintModeMappings* mappings = nullptr;
   ink::IVeltune* veltune = nullptr;
 
-  int Open(const Bytes& pack) {
+  int Open(Bytes pack) {
     factory = ink::Open();
     if (factory == nullptr) {
       return -1;
     }
-    Block block(pack);
     return ink::Try([&] {
       ink::ISerializerHelper* helper = factory->CreateSerializerHelper();
       helper->Init();
       ink::IVelcase* velcase = factory->CreateVelcase();
-      velcase->Init(static_cast<int>(pack.size()), block.data(), helper,
-                    ink::ISerializer::ETargetEndianness::Reversed, kFamily,
+      velcase->Init(static_cast<int>(pack.size()), pack.data(), helper,
+                    ink::ISerializer::ETargetEndianness::Reversed, ink::ESupplyFamily::Enum(3),
                     static_cast<unsigned int>(pack.size()));
       helper->Destroy();
       ink::IArray<ink::IVelcase>* velcases = factory->CreateArray_Velcase();
@@ -43,7 +40,8 @@ struct Printer {
       mappings = factory->CreatePrintModeMappings();
       mappings->Init();
       veltune = factory->CreateVeltune();
-      veltune->Init(kPlatform, ink::EProductVariant::Enum(0), velcases, mappings, &kMode);
+      veltune->Init(ink::EPlatform::Enum(2), ink::EProductVariant::Enum(0), velcases, mappings,
+                    &kMode);
       velcases->Destroy();
     });
   }

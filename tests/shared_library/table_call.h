@@ -3,42 +3,28 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "tests/support/data.h"
 #include "velora/velora.h"
 
 using Bytes = std::vector<unsigned char>;
-
-// A block without slack, so that a sanitizer sees the first byte behind it.
-class Block {
- public:
-  explicit Block(const Bytes& bytes);
-  unsigned char* data() const { return bytes_.get(); }
-  size_t size() const { return size_; }
-  Bytes content() const { return Bytes(data(), data() + size_); }
-
- private:
-  std::unique_ptr<unsigned char[]> bytes_;
-  size_t size_;
-};
+using velora_test::ReadData;
 
 struct TableCall {
-  int platform = 1;
-  int supplyFamily = 0;
-  int productVariant = 0;
-  ctr_table_type table = CTR_TABLE_CMYK;
-  ctr_theme_type theme = CTR_THEME_0;
-  ctr_media_type media = CTR_MEDIA_P;
-  ctr_axis_type axis = CTR_AXIS_K;
-  std::vector<Bytes> packs;
-  Bytes reference;    // empty: null
-  Bytes cbat[4];      // C, M, Y, K; empty: null
-  Bytes keys[4];      // K, C, M, Y; empty: null
-  Bytes corrections;  // empty: null
+  int platform, supplyFamily, productVariant;
+  ctr_table_type table;
+  ctr_theme_type theme;
+  ctr_media_type media;
+  ctr_axis_type axis;
+  size_t bufferSize;
+  std::vector<Bytes> packs = {};
+  Bytes reference = {};    // empty: null
+  Bytes cbat[4] = {};      // C, M, Y, K; empty: null
+  Bytes keys[4] = {};      // K, C, M, Y; empty: null
+  Bytes corrections = {};  // empty: null
   bool withReference = true;
-  size_t bufferSize = VELORA_SIZE_RGB_TO_CMYK;
   // What a sound caller never hands over.
   int packCount = -1;  // told in place of the number of packs
   int nullPack = -1;   // this one is a null pointer in the list
@@ -63,8 +49,6 @@ class Silence {
   int kept_;
 };
 
-// A file below tests/data; an absent one is empty.
-Bytes ReadData(const std::string& name);
 // The calls that the folders of tests/data/vectors tell.
 TableCall CmykCall();
 TableCall GrayCall();

@@ -1,9 +1,7 @@
 // A whole table call without memory: each of its allocations fails once.
 #include <string.h>
 
-#include <fstream>
-#include <iterator>
-
+#include "tests/support/data.h"
 #include "tests/support/process_heap.h"
 #include "velora/frontend/toolkit/memory.h"
 #include "velora/velora.h"
@@ -13,10 +11,7 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-Bytes ReadVector(const char* name) {
-  std::ifstream file(std::string(VELORA_TEST_DATA "/vectors/toner-gray/") + name, std::ios::binary);
-  return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
+Bytes ReadVector(const char* name) { return ReadData(std::string("vectors/toner-gray/") + name); }
 
 TEST(TableEntry, OutOfMemory) {
   const Bytes pack = ReadVector("printer.velcase"), reference = ReadVector("reference.bin"),

@@ -1,6 +1,9 @@
 // Tables from packs: the arithmetic of curves and planes, the order of planes, corrections, sizes.
 #include <string.h>
 
+#include <algorithm>
+#include <numeric>
+
 #include "tests/support/toner_fixture.h"
 #include "velora/fenn/core/components.h"
 #include "velora/frontend/toolkit/digest.h"
@@ -16,7 +19,7 @@ class TablesTest : public TonerTest {
   ~TablesTest() override { testing::internal::GetCapturedStderr(); }
 
   fenn::IComponent* Packet(int type, const Image& bytes) {
-    return Stored(type, {"48=1", "35=2", "60", 1}, {Bytes(type + 70, bytes)});
+    return Stored(type, {"48=1", "35=2"}, {Bytes(type + 70, bytes)});
   }
   Operator* Part(int type) { return Reference(type, "48=1", "35=2"); }
 
@@ -55,22 +58,26 @@ class TablesTest : public TonerTest {
     axis = CTR_AXIS_MONO;
     reference.resize(256);
     corrections.resize(256, 128);
-    Image widths(128);
-    widths[0] = 8;
-    cbat[3] = widths;
-    packs = {
-        Stored(21, {"48=1", "35=1", "60", 1}, {Part(25), Part(26), Part(27), Part(28), Build(89)}),
-        Packet(25, {static_cast<unsigned char>(coefficient < 0 ? 128 - coefficient : coefficient)}),
-        Packet(26, residue), Packet(27, Image(128, 0x88)),
-        Packet(28, {static_cast<unsigned char>(scalar)})};
+    cbat[3] = Image(128);
+    cbat[3][0] = 8;
+    packs = {Curve("35=1", {Part(25), Part(26), Part(27), Part(28), Build(89)}),
+             Packet(25, {SignMagnitude(coefficient)}), Packet(26, residue),
+             Packet(27, Image(128, 0x88)), Packet(28, {static_cast<unsigned char>(scalar)})};
   }
-  fenn::IVelcase* MonoPack() {
-    return Pack(127, {packs[0], packs[1], packs[2], packs[3], packs[4]});
+  fenn::IComponent* Curve(const char* role, Elements<Operator*> recipe) {
+    return Stored(21, {"48=1", role}, recipe);
+  }
+  static unsigned char SignMagnitude(int value) {
+    return static_cast<unsigned char>(value < 0 ? 128 - value : value);
+  }
+  int RunCurve() {
+    ReadRecords();
+    return Run(Veltune({Pack(127, packs)}), &fenn::IVeltune::ReconstructGrayCurve, 256);
   }
 
   // ---- colour: planes K 10, C 50, M 100, Y 150; coefficient 0 counts for C and Y alone
-  fenn::IComponent* ChannelMap(const char* properties, Operator* build) {
-    return Stored(22, {"48=1", properties, "60", 1}, {Part(23), Part(24), Part(28), build});
+  fenn::IComponent* ChannelMap(const char* properties) {
+    return Stored(22, {"48=1", properties}, {Part(23), Part(24), Part(28), Build(91)});
   }
   void Color(const Image& residue) {
     axis = CTR_AXIS_P;
@@ -82,27 +89,33 @@ class TablesTest : public TonerTest {
       cbat[i][0] = i % 2 == 0 ? 8 : 0;
     }
     corrections.assign(4 * kPlane, 128);
-    packs = {Packet(23, {100}),
-             Packet(24, residue),
-             Packet(28, {7}),
-             ChannelMap("33=13", Build(91)),
-             ChannelMap("33=21", Build(91)),
-             ChannelMap("33=29", Build(91)),
-             ChannelMap("33=0", Build(91)),
-             ChannelMap("33=77", Build(91))};
+    packs = {Packet(23, {100}),   Packet(24, residue), Packet(28, {7}),    ChannelMap("33=13"),
+             ChannelMap("33=21"), ChannelMap("33=29"), ChannelMap("33=0"), ChannelMap("33=77")};
+    ReadRecords();
   }
-  Operator* Channel(const char* channel) { return Reference(22, "48=1", channel); }
-  fenn::IVelcase* ColorPack(Operators recipe) {
-    fenn::IVelcase* pack = Pack(127, {Stored(20, {"48=1", "35=1", "60", 1}, recipe)});
-    for (fenn::IComponent* component : packs) {
-      pack->Append(Pack(0, {component}));
+  // A table of the first of the four channels, C, M, Y and K, or of one that is told.
+  fenn::IVeltune* ColorTable(int channels, int build, const char* channel = nullptr) {
+    constexpr const char* kChannels[] = {"33=13", "33=21", "33=29", "33=0"};
+    Operators recipe;
+    for (int i = 0; i < channels; ++i) {
+      recipe.push_back(Reference(22, "48=1", channel != nullptr ? channel : kChannels[i]));
     }
-    return pack;
+    if (build != 0) {
+      recipe.push_back(Build(build));
+    }
+    Components components = packs;
+    components.push_back(Stored(20, {}, recipe));
+    return Veltune({Pack(127, components)});
   }
 
   Image reference, corrections, keys[4], cbat[4], buffer;
-  std::vector<fenn::IComponent*> packs;
+  Components packs;
 };
+
+constexpr auto kCmyk = &fenn::IVeltune::ReconstructColorTable_RGBtoCMYK;
+constexpr auto kRgb = &fenn::IVeltune::ReconstructColorTable_RGBtoRGB;
+constexpr auto kGray = &fenn::IVeltune::ReconstructColorTable_RGBtoGrayscale;
+constexpr auto kCurve = &fenn::IVeltune::ReconstructGrayCurve;
 
 TEST_F(TablesTest, GrayCurveArithmetic) {
   const struct {
@@ -118,23 +131,19 @@ TEST_F(TablesTest, GrayCurveArithmetic) {
               {-24, 1, 3, 0, 128, 2, 2},        {-100, 16, 99, 0, 129, 0, 1},
               {100, 255, 1, -1, 1, 254, 127}};
   for (const auto& row : rows) {
-    Mono(row.coefficient, row.scalar,
-         Image(256, static_cast<unsigned char>(row.residue < 0 ? 128 - row.residue : row.residue)));
+    SCOPED_TRACE(&row - rows);
+    Mono(row.coefficient, row.scalar, Image(256, SignMagnitude(row.residue)));
     reference.assign(256, static_cast<unsigned char>(row.reference));
     corrections.assign(256, static_cast<unsigned char>(row.correction));
-    const auto build = [&] {
-      ReadRecords();
-      EXPECT_EQ(Run(Veltune({MonoPack()}), &fenn::IVeltune::ReconstructGrayCurve, 256), 0);
-    };
-    keys[0].clear();
-    build();
     const Image plain(256, static_cast<unsigned char>(row.plain));
-    EXPECT_EQ(buffer, plain) << row.coefficient << ' ' << row.reference << ' ' << row.residue;
+    keys[0].clear();
+    EXPECT_EQ(RunCurve(), 0);
+    EXPECT_EQ(buffer, plain);
     keys[0] = KeyOf(plain.data(), 256);
-    build();
-    EXPECT_EQ(buffer, Image(256, static_cast<unsigned char>(row.corrected))) << row.correction;
+    EXPECT_EQ(RunCurve(), 0);
+    EXPECT_EQ(buffer, Image(256, static_cast<unsigned char>(row.corrected)));
     keys[0][31] ^= 1;
-    build();
+    EXPECT_EQ(RunCurve(), 0);
     EXPECT_EQ(buffer, plain);
   }
 }
@@ -144,22 +153,17 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
   residue[0] = 1;
   residue[255] = 129;
   Mono(0, 1, residue);
-  for (int i = 0; i < 256; ++i) {
-    reference[i] = static_cast<unsigned char>(i);
-  }
-  ReadRecords();
-  const auto run = [&] {
-    return Run(Veltune({MonoPack()}), &fenn::IVeltune::ReconstructGrayCurve, 256);
-  };
-  EXPECT_EQ(run(), 0);
+  std::iota(reference.begin(), reference.end(), static_cast<unsigned char>(0));
+  EXPECT_EQ(RunCurve(), 0);
   Image expected = reference;
   expected[0] = 1;
   expected[255] = 254;
   EXPECT_EQ(buffer, expected);
 
+  Operator *dct = Part(25), *differences = Part(26), *widths = Part(27), *scalar = Part(28);
   const struct {
-    const char* name;
-    int part;
+    const char* what;
+    size_t part;
     fenn::IComponent* other;
     int code;
   } rows[] = {
@@ -170,59 +174,38 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
       {"no scalar", 4, Packet(28, {}), 3000},
       {"no packet", 4, Packet(29, {1}), 1},
       {"bytes in place of a reference", 0,
-       Stored(21, {"48=1", "35=1", "60", 1},
-              {Part(25), Part(26), Part(27), Bytes(98, {1}), Build(89)}),
-       3000},
-      {"another order", 0,
-       Stored(21, {"48=1", "35=1", "60", 1}, {Part(26), Part(25), Part(27), Part(28), Build(89)}),
-       4000},
-      {"an operand too few", 0,
-       Stored(21, {"48=1", "35=1", "60", 1}, {Part(26), Part(27), Part(28), Build(89)}), 4000},
+       Curve("35=1", {dct, differences, widths, Bytes(98, {1}), Build(89)}), 3000},
+      {"another order", 0, Curve("35=1", {differences, dct, widths, scalar, Build(89)}), 4000},
+      {"an operand too few", 0, Curve("35=1", {differences, widths, scalar, Build(89)}), 4000},
       {"an operand too many", 0,
-       Stored(21, {"48=1", "35=1", "60", 1},
-              {Part(29), Part(25), Part(26), Part(27), Part(28), Build(89)}),
-       4000},
-      {"a colour map's operator", 0, Stored(21, {"48=1", "35=1", "60", 1}, {Build(86)}), 4000},
-      {"of another role", 0,
-       Stored(21, {"48=1", "35=2", "60", 1}, {Part(25), Part(26), Part(27), Part(28), Build(89)}),
-       1}};
+       Curve("35=1", {Part(29), dct, differences, widths, scalar, Build(89)}), 4000},
+      {"a colour map's operator", 0, Curve("35=1", {Build(86)}), 4000},
+      {"of another role", 0, Curve("35=2", {dct, differences, widths, scalar, Build(89)}), 1}};
   for (const auto& row : rows) {
-    fenn::IComponent* kept = packs[static_cast<size_t>(row.part)];
-    packs[static_cast<size_t>(row.part)] = row.other;
-    EXPECT_EQ(run(), row.code) << row.name;
-    EXPECT_TRUE(row.code == 0 || buffer == Image(256, 0xA5)) << row.name;
-    packs[static_cast<size_t>(row.part)] = kept;
+    fenn::IComponent* kept = packs[row.part];
+    packs[row.part] = row.other;
+    EXPECT_EQ(RunCurve(), row.code) << row.what;
+    EXPECT_TRUE(row.code == 0 || buffer == Image(256, 0xA5)) << row.what;
+    packs[row.part] = kept;
   }
 
   // The widths of the printer's record; a record for another axis does not fit a curve.
-  const Image widths = cbat[3];
-  cbat[3].clear();
-  cbat[3].reserve(1);  // a pointer, and no bytes
-  ReadRecords();
-  EXPECT_EQ(run(), 1);
+  const Image sound = cbat[3];
   cbat[3].assign(100, 0);
-  ReadRecords();
-  EXPECT_EQ(run(), 1);
-  cbat[3] = widths;
-  ReadRecords();
-  EXPECT_EQ(run(), 0);
+  EXPECT_EQ(RunCurve(), 1);
+  cbat[3] = sound;
+  EXPECT_EQ(RunCurve(), 0);
   axis = CTR_AXIS_P;
-  EXPECT_EQ(run(), 1);
+  EXPECT_EQ(Run(Veltune({Pack(127, packs)}), kCurve, 256), 1);
 }
 
 // A recipe with the storing operator is read and kept, and makes no table.
 TEST_F(TablesTest, MonolithicOperatorsStoreBytesOnly) {
   for (int type : {90, 92}) {
-    auto* step = dynamic_cast<Operator*>(Keep(helper->CreateSerializeable(type)));
-    EXPECT_EQ(CodeOf([&] { step->Init(); }), 3);
-    fenn::ISerializer* reader = Keep(factory->CreateSerializer());
-    const Image image = {
-        static_cast<unsigned char>(type), 0, 1, 1, 0x80, 0, 1, 2, 1, 9, 0, 0x80, 0};
-    reader->Init(helper, kReversed, static_cast<int>(image.size()), Array(image)->GetElements(),
-                 false);
-    step = dynamic_cast<Operator*>(Keep(reader->Deserialize_Serializeable(type, nullptr)));
-    fenn::IComponent* component = type == 90 ? Stored(21, {"48=1", "35=1", "60", 1}, {step})
-                                             : Stored(22, {"48=1", "35=1", "60", 1}, {step});
+    EXPECT_EQ(CodeOf([&] { Make<Operator>(type)->Init(); }), 3);
+    auto* step = dynamic_cast<Operator*>(FromImage(
+        {static_cast<unsigned char>(type), 0, 1, 1, 0x80, 0, 1, 2, 1, 9, 0, 0x80, 0}, type));
+    fenn::IComponent* component = Stored(type == 90 ? 21 : 22, {}, {step});
     fenn::IVeltune* veltune = Veltune({Read(File(Pack(127, {component})))});
     EXPECT_EQ(CodeOf([&] {
                 if (auto* curve = dynamic_cast<fenn::IGrayCurve*>(component)) {
@@ -237,59 +220,41 @@ TEST_F(TablesTest, MonolithicOperatorsStoreBytesOnly) {
     EXPECT_EQ(step->Resolve(list, Properties(""), veltune), list);
     EXPECT_EQ(CodeOf([&] { step->Resolve(list, nullptr, veltune); }), 3000);
   }
-  auto* curve = Keep(factory->CreateGrayCurve_Operator_Build_Monolithic());
-  curve->Init(nullptr, nullptr, nullptr, nullptr, nullptr);
-  EXPECT_EQ(CodeOf([&] { curve->GetArray_uint8_Packet_Encoded(); }), 4000);
 }
 
 TEST_F(TablesTest, PlanesComeInTheRecipesOrder) {
   // In scan order: points 0, 1, 17, 289 and 34; the other bytes are absent.
   Color({5, 133, 128, 255, 127});
-  ReadRecords();
-  fenn::IVeltune* veltune = Veltune({ColorPack(
-      {Channel("33=13"), Channel("33=21"), Channel("33=29"), Channel("33=0"), Build(86)})});
-  ASSERT_EQ(Run(veltune, &fenn::IVeltune::ReconstructColorTable_RGBtoCMYK, 4 * kPlane), 0);
+  ASSERT_EQ(Run(ColorTable(4, 86), kCmyk, 4 * kPlane), 0);
   Image expected;
   for (int level : {60, 100, 160, 10}) {  // 700 / 17^1.5 is 10 after rounding
     Image plane(kPlane, static_cast<unsigned char>(level));
     plane[0] = static_cast<unsigned char>(level + 5);
     plane[1] = static_cast<unsigned char>(level - 5);
-    plane[289] = static_cast<unsigned char>(level < 127 ? 0 : level - 127);
-    plane[34] = static_cast<unsigned char>(level > 128 ? 255 : level + 127);
+    plane[289] = static_cast<unsigned char>(std::max(0, level - 127));
+    plane[34] = static_cast<unsigned char>(std::min(255, level + 127));
     expected.insert(expected.end(), plane.begin(), plane.end());
   }
   EXPECT_EQ(buffer, expected);
 
   // The key of each channel is found by its own plane: C and K match, Y has the key of another.
   keys[0] = KeyOf(&expected[3 * kPlane], kPlane);
-  keys[1] = KeyOf(&expected[0], kPlane);
-  keys[3] = keys[1];
-  const int corrections4[] = {129, 255, 0, 126};  // C, M, Y, K
+  keys[1] = keys[3] = KeyOf(&expected[0], kPlane);
+  const int shifts[] = {1, 0, 0, -2};  // what C, M, Y, K become
+  const int told[] = {129, 255, 0, 126};
   for (int i = 0; i < 4 * kPlane; ++i) {
-    corrections[static_cast<size_t>(i)] = static_cast<unsigned char>(corrections4[i / kPlane]);
+    corrections[i] = static_cast<unsigned char>(told[i / kPlane]);
+    expected[i] = static_cast<unsigned char>(std::clamp(expected[i] + shifts[i / kPlane], 0, 255));
   }
   ReadRecords();
-  veltune = Veltune({ColorPack(
-      {Channel("33=13"), Channel("33=21"), Channel("33=29"), Channel("33=0"), Build(86)})});
-  ASSERT_EQ(Run(veltune, &fenn::IVeltune::ReconstructColorTable_RGBtoCMYK, 4 * kPlane), 0);
-  for (int i = 0; i < kPlane; ++i) {
-    const size_t k = static_cast<size_t>(3 * kPlane + i), c = static_cast<size_t>(i);
-    expected[c] = static_cast<unsigned char>(std::min(255, expected[c] + 1));
-    expected[k] = static_cast<unsigned char>(std::max(0, expected[k] - 2));
-  }
+  ASSERT_EQ(Run(ColorTable(4, 86), kCmyk, 4 * kPlane), 0);
   EXPECT_EQ(buffer, expected);
   processing.corrections = 0;  // a key alone corrects nothing
-  Run(Veltune({ColorPack({Channel("33=13"), Build(88)})}),
-      &fenn::IVeltune::ReconstructColorTable_RGBtoGrayscale, kPlane);
+  Run(ColorTable(1, 88), kGray, kPlane);
   EXPECT_EQ(buffer[kPlane - 1], 60);
 }
 
 TEST_F(TablesTest, RecipesAndSizes) {
-  constexpr auto kCmyk = &fenn::IVeltune::ReconstructColorTable_RGBtoCMYK;
-  constexpr auto kRgb = &fenn::IVeltune::ReconstructColorTable_RGBtoRGB;
-  constexpr auto kGray = &fenn::IVeltune::ReconstructColorTable_RGBtoGrayscale;
-  constexpr auto kCurve = &fenn::IVeltune::ReconstructGrayCurve;
-  const char* const four[] = {"33=13", "33=21", "33=29", "33=0"};
   const struct {
     int build, maps;
     Reconstruct call;
@@ -304,35 +269,26 @@ TEST_F(TablesTest, RecipesAndSizes) {
               {86, 3, kCmyk, 19652, 4000}, {87, 4, kRgb, 14739, 4000},  {91, 1, kGray, 4913, 4000},
               {0, 1, kGray, 4913, 4000}};
   Color({});
-  ReadRecords();
   for (const auto& row : rows) {
-    fenn::IVelcase* pack = ColorPack({});
-    auto* recipe = pack->GetColorMaps()->GetArray()->Get(0)->GetRecipe()->GetLinkedList_Operators();
-    for (int i = 0; i < row.maps; ++i) {
-      recipe->Add(recipe->GetTail(), Channel(four[i]));
-    }
-    if (row.build != 0) {
-      recipe->Add(recipe->GetTail(), Build(row.build));
-    }
-    EXPECT_EQ(Run(Veltune({pack}), row.call, row.cb), row.code) << row.build << ' ' << row.cb;
-    EXPECT_EQ(buffer.front(), row.code == 0 ? 60 : 0xA5) << row.build << ' ' << row.cb;
-    EXPECT_EQ(buffer.back() == 0xA5, row.code != 0) << row.build << ' ' << row.cb;
+    SCOPED_TRACE(testing::Message() << row.build << ' ' << row.cb);
+    EXPECT_EQ(Run(ColorTable(row.maps, row.build), row.call, row.cb), row.code);
+    EXPECT_EQ(buffer.front(), row.code == 0 ? 60 : 0xA5);
+    EXPECT_EQ(buffer.back() == 0xA5, row.code != 0);
   }
-  fenn::IVeltune* veltune = Veltune({ColorPack({Channel("33=13"), Build(88)})});
+  fenn::IVeltune* veltune = ColorTable(1, 88);
   EXPECT_EQ(CodeOf([&] { veltune->ReconstructColorTable_RGBtoGrayscale(4913, nullptr); }), 3000);
   EXPECT_EQ(CodeOf([&] { veltune->ReconstructFuserBlob(); }), 1);
   // A channel that is none of the four stands on black's records.
-  EXPECT_EQ(Run(Veltune({ColorPack({Channel("33=77"), Build(88)})}), kGray, 4913), 0);
+  EXPECT_EQ(Run(ColorTable(1, 88, "33=77"), kGray, 4913), 0);
   EXPECT_EQ(buffer.front(), 10);
   // A map without its channel has no colour.
-  packs.push_back(ChannelMap("36=1", Build(91)));
-  EXPECT_EQ(Run(Veltune({ColorPack({Channel("36=1"), Build(88)})}), kGray, 4913), 1);
+  packs.push_back(ChannelMap("36=1"));
+  EXPECT_EQ(Run(ColorTable(1, 88, "36=1"), kGray, 4913), 1);
 }
 
 TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
   Color({});
-  ReadRecords();
-  fenn::IVeltune* veltune = Veltune({ColorPack({Channel("33=13"), Build(88)})});
+  fenn::IVeltune* veltune = ColorTable(1, 88);
   fenn::IVeltune* copy = Keep(factory->CreateVeltune());
   EXPECT_EQ(CodeOf([&] { copy->GetRawData(); }), 4000);
   EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IVeltune*>(nullptr)); }), 3000);
@@ -342,7 +298,7 @@ TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
   EXPECT_EQ(copy->GetArray_Velcases(), veltune->GetArray_Velcases());
   EXPECT_EQ(copy->GetPrintModeParameters(), veltune->GetPrintModeParameters());
   EXPECT_EQ(copy->GetCT_PROCESSING(), &processing);
-  EXPECT_EQ(Run(copy, &fenn::IVeltune::ReconstructColorTable_RGBtoGrayscale, 4913), 0);
+  EXPECT_EQ(Run(copy, kGray, 4913), 0);
 
   RawData equal = rawData;
   CT_PROCESSING same = processing;
@@ -357,13 +313,13 @@ TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
   veltune->Update(ctr_table_type(1), ctr_theme_type(1), ctr_media_type(0), ctr_axis_type(1), &equal,
                   &same);
   EXPECT_TRUE(isUpToDate(1, &equal, &same));
-  EXPECT_EQ(veltune->GetRawData(), &equal);
 }
 
 TEST_F(TablesTest, FinishedData) {
   using velora::common::core::Create;
   using namespace velora::v2::fenn::core::components;
-  fenn::IGrayCurveData* data = Keep(Create<fenn::Configuration, CGrayCurveData>());
+  fenn::IGrayCurveData* data = Keep(Create<C, CGrayCurveData>());
+  fenn::IGrayCurveData* copy = Keep(Create<C, CGrayCurveData>());
   unsigned char bytes[300] = {1, 2, 3};
   EXPECT_EQ(CodeOf([&] { data->GetReconstructedData(); }), 4000);
   EXPECT_EQ(CodeOf([&] { data->Init(0, bytes, false); }), 3000);
@@ -371,40 +327,26 @@ TEST_F(TablesTest, FinishedData) {
   EXPECT_EQ(CodeOf([&] { data->Init(3, nullptr, false); }), 3000);
   data->Init(256, bytes, false);
   EXPECT_EQ(data->GetReconstructedData(), bytes);
-  fenn::IGrayCurveData* copy = Keep(Create<fenn::Configuration, CGrayCurveData>());
   copy->Init(data);
-  EXPECT_NE(copy->GetReconstructedData(), bytes);
+  ASSERT_NE(copy->GetReconstructedData(), bytes);
   EXPECT_EQ(memcmp(copy->GetReconstructedData(), bytes, 256), 0);
-  EXPECT_EQ(copy->GetSize_ReconstructedData(), 256u);
-  copy->AddRef();
-  EXPECT_EQ(CodeOf([&] { copy->Init(data); }), 1) << "it is in use";
-  copy->Destroy();
   EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IGrayCurveData*>(nullptr)); }), 3000);
   EXPECT_EQ(CodeOf([&] { data->Init(); }), 3);
-  EXPECT_EQ(CodeOf([&] { data->Init(1, nullptr, nullptr); }), 2);
-  EXPECT_EQ(CodeOf([&] { data->Serialize(nullptr, nullptr); }), 2);
-  EXPECT_EQ(CodeOf([&] { data->Sort(true); }), 2);
-  EXPECT_EQ(CodeOf([&] { data->IsEqualTo(copy); }), 2);
-  EXPECT_EQ(CodeOf([&] { data->IsLessThan(copy); }), 2);
+  EXPECT_EQ(CodeOf([&] { data->Serialize(nullptr, nullptr); }), 2) << "it is never stored";
 
-  fenn::IChannelMapData* plane = Keep(Create<fenn::Configuration, CChannelMapData>());
+  fenn::IChannelMapData* plane = Keep(Create<C, CChannelMapData>());
+  fenn::IChannelMapData* other = Keep(Create<C, CChannelMapData>());
   EXPECT_EQ(CodeOf([&] { plane->Init(static_cast<fenn::IArray_uint8*>(nullptr)); }), 3000);
   EXPECT_EQ(CodeOf([&] { plane->GetArray_uint8_Reconstructed_CXF(); }), 4000);
-  fenn::IArray_uint8* array = Array({1});
-  plane->Init(array);
-  fenn::IChannelMapData* other = Keep(Create<fenn::Configuration, CChannelMapData>());
+  plane->Init(Array({1}));
   other->Init(plane);
-  EXPECT_EQ(other->GetArray_uint8_Reconstructed_CXF(), array);
+  EXPECT_EQ(other->GetArray_uint8_Reconstructed_CXF(), plane->GetArray_uint8_Reconstructed_CXF());
 
   // A colour map takes another's data.
   Color({});
-  ReadRecords();
-  fenn::IVelcase* pack = ColorPack({Channel("33=13"), Build(88)});
-  fenn::IVeltune* veltune = Veltune({pack});
-  fenn::IColorMapData* table =
-      Keep(Keep(veltune->LocateColorMap(pack->GetColorMaps()->GetArray()->Get(0)))
-               ->BuildColorMapData(veltune));
-  EXPECT_EQ(table->GetSize_ReconstructedData(), 4913u);
+  fenn::IVeltune* veltune = ColorTable(1, 88);
+  auto* key = dynamic_cast<fenn::IColorMap*>(Reference(20, "48=1", "35=1"));
+  fenn::IColorMapData* table = Keep(Keep(veltune->Locate(key))->BuildColorMapData(veltune));
   auto* map = dynamic_cast<fenn::IColorMap*>(Stored(20, {}, {Build(88)}));
   EXPECT_EQ(CodeOf([&] { map->GetColorMapData(); }), 4000);
   EXPECT_EQ(CodeOf([&] { map->SetColorMapData(nullptr); }), 3000);

@@ -7,16 +7,21 @@
 #include "plinth/runtime/api/frame.h"
 #include "velora/common/Vocabulary.h"
 
+// The inside of an enumeration, over its range.
+#define VELORA_ENUM(...)                                             \
+  enum Enum : int {};                                                \
+  static constexpr ::velora::common::Range kRange = __VA_ARGS__;     \
+  static void Check(Enum value) {                                    \
+    if (!kRange.Contains(value)) {                                   \
+      PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid); \
+    }                                                                \
+  }
+
 // An enumeration over the layer's range of the same name.
-#define VELORA_ENUMERATION(Name)                                                \
-  template <class Configuration>                                                \
-  struct Name {                                                                 \
-    enum Enum : int {};                                                         \
-    static void Check(Enum value) {                                             \
-      if (!::velora::common::Vocabulary<Configuration>::Name.Contains(value)) { \
-        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid);          \
-      }                                                                         \
-    }                                                                           \
+#define VELORA_ENUMERATION(Name)                                   \
+  template <class Configuration>                                   \
+  struct Name {                                                    \
+    VELORA_ENUM(::velora::common::Vocabulary<Configuration>::Name) \
   };
 
 namespace velora::common::api {
@@ -40,5 +45,21 @@ enum EKnownChannel {
   kChannel_Fuser = 126,
   kChannel_Printer = 127
 };
+
+// The index of a colour in the caller's records.
+constexpr int GetColorIndex(int channel, int otherwise) {
+  switch (channel) {
+    case kChannel_Black:
+      return 0;
+    case kChannel_Cyan:
+      return 1;
+    case kChannel_Magenta:
+      return 2;
+    case kChannel_Yellow:
+      return 3;
+    default:
+      return otherwise;
+  }
+}
 
 }  // namespace velora::common::api

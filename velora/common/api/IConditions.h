@@ -5,7 +5,7 @@
 #pragma once
 
 #include "plinth/core/api/ILinkedList.h"
-#include "velora/common/api/ISerializeable.h"
+#include "velora/common/api/elements.h"
 
 namespace velora::common::api {
 
@@ -38,5 +38,16 @@ class IConditions : public virtual ISerializeable<Configuration> {
   virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
+
+namespace conditions {
+template <class C>
+VELORA_VALUE_INTERFACE(Platform, typename IConditions<C>::IOperator, EPlatform<C>)
+template <class C>
+VELORA_VALUE_INTERFACE(SupplyFamily, typename IConditions<C>::IOperator, ESupplyFamily<C>)
+template <class C>
+VELORA_VALUE_INTERFACE(ProductVariant, typename IConditions<C>::IOperator, EProductVariant<C>)
+template <class C>
+VELORA_VALUE_INTERFACE(VelcaseVersion, typename IConditions<C>::IOperator, EVelcaseVersion<C>)
+}  // namespace conditions
 
 }  // namespace velora::common::api

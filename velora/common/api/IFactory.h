@@ -61,30 +61,53 @@
   X(LinkedList_Recipe_Operator, api::ILinkedList<typename api::IRecipe<C>::IOperator>,           \
     CLinkedList_Recipe_Operator<C>, 0)
 
-namespace velora::common::api {
+// A row as a slot of an interface, and as one of the class that fills it.
+#define VELORA_SLOT(Name, Interface, Class, Id) virtual Interface* Create##Name() = 0;
+#define VELORA_SLOT_OVERRIDE(Name, Interface, Class, Id) Interface* Create##Name() override;
 
-namespace conditions {
-// An operand with a value of an enumeration.
-template <class C, class E>
-using IOperandOf = IValue<typename IConditions<C>::IOperator, E>;
-template <class C>
-using IPlatform = IOperandOf<C, EPlatform<C>>;
-template <class C>
-using ISupplyFamily = IOperandOf<C, ESupplyFamily<C>>;
-template <class C>
-using IProductVariant = IOperandOf<C, EProductVariant<C>>;
-template <class C>
-using IVelcaseVersion = IOperandOf<C, EVelcaseVersion<C>>;
-}  // namespace conditions
+// The interface of a pipeline's factory, in its `api`: its own classes where the common level has
+// their bases, and the rows of its own table.
+#define VELORA_PIPELINE_IFACTORY(OBJECTS)                                                    \
+  namespace _factory {                                                                       \
+  class IFactory : public virtual ::velora::common::api::_factory::IFactory<Configuration> { \
+   public:                                                                                   \
+    IVeltune* CreateVeltune() override = 0;                                                  \
+    IVelcase* CreateVelcase() override = 0;                                                  \
+    IPropertiesHelper* CreatePropertiesHelper() override = 0;                                \
+    OBJECTS(VELORA_SLOT)                                                                     \
+  };                                                                                         \
+  }
+
+// The common words, in the `api` of a pipeline.
+#define VELORA_PIPELINE_WORDS                                          \
+  using common::api::IArray;                                           \
+  using common::api::IArray_int32;                                     \
+  using common::api::IArray_uint8;                                     \
+  using common::api::ILinkedList;                                      \
+  using common::api::ISerializer;                                      \
+  using common::api::ISerializerHelper;                                \
+  using EPlatform = common::api::EPlatform<Configuration>;             \
+  using ESupplyFamily = common::api::ESupplyFamily<Configuration>;     \
+  using EProductVariant = common::api::EProductVariant<Configuration>; \
+  using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;   \
+  using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>; \
+  using EChannel = common::api::EChannel<Configuration>;               \
+  using ITag = common::api::ITag<Configuration>;                       \
+  using ITags = common::api::ITags<Configuration>;                     \
+  using IProperty = common::api::IProperty<Configuration>;             \
+  using IProperties = common::api::IProperties<Configuration>;         \
+  using IConditions = common::api::IConditions<Configuration>;         \
+  using IRecipe = common::api::IRecipe<Configuration>;                 \
+  using IComponent = common::api::IComponent<Configuration>;
+
+namespace velora::common::api {
 
 namespace _factory {
 
 template <class C>
 class IFactory : public virtual plinth::v1::api::_factory::IFactory {
  public:
-#define VELORA_SLOT(Name, Interface, Class, Id) virtual Interface* Create##Name() = 0;
   VELORA_COMMON_OBJECTS(VELORA_SLOT)
-#undef VELORA_SLOT
 };
 
 }  // namespace _factory

@@ -32,24 +32,25 @@ class IRecipe : public virtual ISerializeable<Configuration> {
     virtual void Init(IOperand* other) = 0;
   };
 
-  // An operator that leaves `Data` behind when it has been resolved.
-  template <class Data>
+  // An operator that leaves data behind when it has been resolved.
+  template <class T>
   class IProducer : public virtual IOperator {
    public:
+    using Data = T;
     using IOperator::Init;
     // The data, with a reference for the caller; the operator lets go of what it made.
-    virtual Data* TakeData() = 0;
+    virtual T* TakeData() = 0;
   };
 
   // A build operator: it holds its data between its resolving and the hand-over.
-  template <class Data>
-  class IBuild : public virtual IProducer<Data> {
+  template <class T>
+  class IBuild : public virtual IProducer<T> {
    public:
     using Copied = IBuild;
     using IOperator::Init;
     virtual void Init(IBuild* other) = 0;  // the copy: without the data
     // Without a new reference; none raises `CException_This_Invalid`.
-    virtual Data* GetData() const = 0;
+    virtual T* GetData() const = 0;
     virtual void DestroyData() = 0;
   };
 

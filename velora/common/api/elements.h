@@ -46,11 +46,12 @@ class IValue : public virtual Base {
 
 }  // namespace velora::common::api
 
-// The interface of a value, with a getter named after it.
-#define VELORA_VALUE_INTERFACE(Name, Base, Enumeration)                             \
-  class I##Name : public virtual ::velora::common::api::IValue<Base, Enumeration> { \
-   public:                                                                          \
-    typename Enumeration::Enum Get##Name() const { return this->GetValue(); }       \
+// The interface of a value, with its enumeration and a getter named after it.
+#define VELORA_VALUE_INTERFACE(Name, Base, Values)                             \
+  class I##Name : public virtual ::velora::common::api::IValue<Base, Values> { \
+   public:                                                                     \
+    using E##Name = typename I##Name::Enumeration;                             \
+    typename E##Name::Enum Get##Name() const { return this->GetValue(); }      \
   };
 
 namespace velora::common::api {

@@ -4,21 +4,21 @@
 // `CException_This_Invalid`.
 #pragma once
 
-#include "plinth/core/CLinkedList.h"
 #include "velora/common/api/IConditions.h"
+#include "velora/common/core/CExpression.h"
 #include "velora/common/core/CValue.h"
 
 namespace velora::common::core {
 
 template <class Configuration>
-class CConditions : public CSerializeable<Configuration>,
-                    public virtual api::IConditions<Configuration> {
+class CConditions : public CExpression<Configuration, api::IConditions<Configuration>,
+                                       Vocabulary<Configuration>::kConditions,
+                                       Vocabulary<Configuration>::kArray_ConditionsOperator> {
  public:
   using Interface = api::IConditions<Configuration>;
   using IOperator = typename Interface::IOperator;
   using IPrintModeParameters = typename Interface::IPrintModeParameters;
   using Operators = api::ILinkedList<IOperator>;
-  static constexpr int kSerializeableType = Vocabulary<Configuration>::kConditions;
 
   // The base of everything on the list.
   class COperator : public CElement<Configuration>, public virtual IOperator {
@@ -78,23 +78,7 @@ class CConditions : public CSerializeable<Configuration>,
 
   CConditions();
   ~CConditions() override;
-  using Interface::Init;
-  void Init() override;
-  void Init(api::ISerializeable<Configuration>* other) override;
-  void Init(Operators* newOperators) override;
-  void Init(Interface* other) override;
-  void Init(int type, api::ISerializer* serializer, void* context) override;
   bool Evaluate(IPrintModeParameters* parameters) const override;
-  Operators* GetLinkedList_Operators() override;
-  void Serialize(api::ISerializer* serializer, void* context) override;
-  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
-  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
-  void CheckThis() const override;
-  void Reset() override;
-  void Delete() override;
-
- private:
-  Counted<Operators> operators;
 };
 
 namespace conditions {
@@ -111,10 +95,9 @@ class CDefaultCondition : public CConditions<Configuration>::COperand {
 };
 
 // An operand with a value. `Test` has the question: static bool Test::Ask(parameters, value).
-template <class Configuration, class E, int kType, class Test>
-class COperandOf
-    : public CValue<Configuration, typename CConditions<Configuration>::COperand,
-                    api::IValue<typename api::IConditions<Configuration>::IOperator, E>, kType> {
+template <class Configuration, class Interface, int kType, class Test>
+class COperandOf : public CValue<Configuration, typename CConditions<Configuration>::COperand,
+                                 Interface, kType> {
  public:
   bool Evaluate(
       typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const override;
@@ -159,15 +142,16 @@ struct VelcaseVersionTest : Test {
 
 template <class C>
 using CPlatform =
-    COperandOf<C, api::EPlatform<C>, Vocabulary<C>::kCondition_Platform, PlatformTest>;
+    COperandOf<C, api::conditions::IPlatform<C>, Vocabulary<C>::kCondition_Platform, PlatformTest>;
 template <class C>
-using CSupplyFamily =
-    COperandOf<C, api::ESupplyFamily<C>, Vocabulary<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
+using CSupplyFamily = COperandOf<C, api::conditions::ISupplyFamily<C>,
+                                 Vocabulary<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
 template <class C>
-using CProductVariant = COperandOf<C, api::EProductVariant<C>,
+using CProductVariant = COperandOf<C, api::conditions::IProductVariant<C>,
                                    Vocabulary<C>::kCondition_ProductVariant, ProductVariantTest>;
 template <class C, int kType, int kChannel>
-using CVelcaseVersion = COperandOf<C, api::EVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
+using CVelcaseVersion =
+    COperandOf<C, api::conditions::IVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
 template <class C>
 using CVelcaseVersion_Cyan =
     CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;

@@ -1,10 +1,9 @@
 // Bodies of CConditions.h, for the files that instantiate it.
 #pragma once
 
-#include "plinth/core/CLinkedList.inl"
 #include "velora/common/core/CConditions.h"
+#include "velora/common/core/CExpression.inl"
 #include "velora/common/core/CValue.inl"
-#include "velora/common/core/create.h"
 
 namespace velora::common::core {
 
@@ -158,8 +157,8 @@ bool CDefaultCondition<Configuration>::Evaluate(
   return true;
 }
 
-template <class Configuration, class E, int kType, class Test>
-bool COperandOf<Configuration, E, kType, Test>::Evaluate(
+template <class Configuration, class Interface, int kType, class Test>
+bool COperandOf<Configuration, Interface, kType, Test>::Evaluate(
     typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const {
   if constexpr (Test::kAnyParameters) {
     return true;
@@ -174,124 +173,36 @@ bool COperandOf<Configuration, E, kType, Test>::Evaluate(
 // ---- CConditions
 
 template <class Configuration>
-CConditions<Configuration>::CConditions() : CSerializeable<Configuration>(kSerializeableType) {}
+CConditions<Configuration>::CConditions() = default;
 
 template <class Configuration>
 CConditions<Configuration>::~CConditions() = default;
-
-template <class Configuration>
-void CConditions<Configuration>::Init() {
-  PLINTH_RAISE(CException_WrongInitMethod);
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Init(api::ISerializeable<Configuration>* other) {
-  Init(dynamic_cast<Interface*>(other));
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Init(Operators* newOperators) {
-  if (newOperators == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  plinth::v1::core::CObject::Init();
-  operators.Share(newOperators);
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Init(Interface* other) {
-  if (other == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  Operators* shared = other->GetLinkedList_Operators();
-  CSerializeable<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
-  operators.Share(shared);
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-  operators->Init(Vocabulary<Configuration>::kArray_ConditionsOperator, serializer, context);
-  this->valid = true;
-}
 
 template <class Configuration>
 bool CConditions<Configuration>::Evaluate(IPrintModeParameters* parameters) const {
   if (parameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  CheckThis();
-  const int count = operators->GetCount();
+  this->CheckThis();
+  const int count = this->operators->GetCount();
   if (count > Interface::kMaxOperators) {
     PLINTH_RAISE(CException_General);
   }
   // Most conditions are one leaf, which takes nothing off a list.
-  if (count == 1 && !operators->GetTail()->GetValue()->IsOperator()) {
-    IOperator* leaf = operators->GetTail()->GetValue();
-    leaf->Resolve(operators.Get(), parameters);
+  if (count == 1 && !this->operators->GetTail()->GetValue()->IsOperator()) {
+    IOperator* leaf = this->operators->GetTail()->GetValue();
+    leaf->Resolve(this->operators.Get(), parameters);
     return leaf->Evaluate(parameters);
   }
   volatile bool holds = false;
   PLINTH_FRAME(Configuration) {
     Operators* rest = Defer<Operators>(
         frame, Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-    rest->Init(operators.Get());
+    rest->Init(this->operators.Get());
     holds = COperator::ResolveLast(frame, rest, parameters)->Evaluate(parameters);
   }
   PLINTH_END
   return holds;
-}
-
-template <class Configuration>
-auto CConditions<Configuration>::GetLinkedList_Operators() -> Operators* {
-  CheckThis();
-  return operators.Get();
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Serialize(api::ISerializer* serializer, void* context) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  CheckThis();
-  serializer->Serialization_Start(kSerializeableType);
-  operators->Serialize(serializer, context);
-  serializer->Serialization_End(kSerializeableType);
-}
-
-template <class Configuration>
-bool CConditions<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return operators->IsEqualTo(
-      static_cast<CConditions*>(this->Comparable(other))->GetLinkedList_Operators());
-}
-
-template <class Configuration>
-bool CConditions<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
-  return operators->IsLessThan(
-      static_cast<CConditions*>(this->Comparable(other))->GetLinkedList_Operators());
-}
-
-template <class Configuration>
-void CConditions<Configuration>::CheckThis() const {
-  if (!this->valid || !operators) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Reset() {
-  CSerializeable<Configuration>::Reset();
-  operators.Forget();
-}
-
-template <class Configuration>
-void CConditions<Configuration>::Delete() {
-  operators.Drop();
-  CSerializeable<Configuration>::Delete();
 }
 
 }  // namespace velora::common::core

@@ -12,6 +12,29 @@
 #include "velora/common/core/CVeltune.h"
 #include "velora/common/core/values.h"
 
+// A pipeline's helper and factory, in its `core`: its classes CVeltune, CVelcase, CPropertiesHelper
+// and CSerializerHelper in the common slots, and the rows of its own table.
+#define VELORA_PIPELINE_FACTORY(OBJECTS)                                            \
+  class CSerializerHelper : public common::core::CSerializerHelper<Configuration> { \
+   public:                                                                          \
+    CSerializerHelper();                                                            \
+    ~CSerializerHelper() override;                                                  \
+    plinth::v1::api::ISerializeable* CreateSerializeable(int type) override;        \
+  };                                                                                \
+  namespace _factory {                                                              \
+  class CFactory : public common::core::_factory::CFactory<Configuration>,          \
+                   public virtual api::_factory::IFactory {                         \
+   public:                                                                          \
+    CFactory();                                                                     \
+    ~CFactory() override;                                                           \
+    api::IVeltune* CreateVeltune() override;                                        \
+    api::IVelcase* CreateVelcase() override;                                        \
+    api::IPropertiesHelper* CreatePropertiesHelper() override;                      \
+    api::ISerializerHelper* CreateSerializerHelper() override;                      \
+    OBJECTS(VELORA_SLOT_OVERRIDE)                                                   \
+  };                                                                                \
+  }
+
 namespace velora::common::core {
 
 template <class C>
@@ -50,9 +73,7 @@ class CFactory : public plinth::v1::core::_factory::CFactory<C>,
   using Configuration = C;
   CFactory();
   ~CFactory() override;
-#define VELORA_SLOT(Name, Interface, Class, Id) Interface* Create##Name() override;
-  VELORA_COMMON_OBJECTS(VELORA_SLOT)
-#undef VELORA_SLOT
+  VELORA_COMMON_OBJECTS(VELORA_SLOT_OVERRIDE)
 };
 
 }  // namespace _factory

@@ -2,21 +2,21 @@
 // Room: velora/common. Holds one reference on its list. Raises as IRecipe tells.
 #pragma once
 
-#include "plinth/core/CLinkedList.h"
 #include "velora/common/api/IRecipe.h"
-#include "velora/common/core/CElement.h"
+#include "velora/common/core/CExpression.h"
 
 namespace velora::common::core {
 
 template <class Configuration>
-class CRecipe : public CSerializeable<Configuration>, public virtual api::IRecipe<Configuration> {
+class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
+                                   Vocabulary<Configuration>::kRecipe,
+                                   Vocabulary<Configuration>::kArray_RecipeOperator> {
  public:
   using Interface = api::IRecipe<Configuration>;
   using IOperator = typename Interface::IOperator;
   using IOperand = typename Interface::IOperand;
   using IVeltune = typename Interface::IVeltune;
   using Operators = api::ILinkedList<IOperator>;
-  static constexpr int kSerializeableType = Vocabulary<Configuration>::kRecipe;
 
   // The base of everything on the list. It has no field, compares by its type id, and writes
   // nothing: a concrete operator opens its own entry around it.
@@ -45,22 +45,6 @@ class CRecipe : public CSerializeable<Configuration>, public virtual api::IRecip
 
   CRecipe();
   ~CRecipe() override;
-  using Interface::Init;
-  void Init() override;
-  void Init(api::ISerializeable<Configuration>* other) override;
-  void Init(Operators* newOperators) override;
-  void Init(Interface* other) override;
-  void Init(int type, api::ISerializer* serializer, void* context) override;
-  Operators* GetLinkedList_Operators() override;
-  void Serialize(api::ISerializer* serializer, void* context) override;
-  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
-  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
-  void CheckThis() const override;
-  void Reset() override;
-  void Delete() override;
-
- private:
-  Counted<Operators> operators;
 };
 
 }  // namespace velora::common::core

@@ -6,45 +6,40 @@
 
 namespace velora::common::core {
 
-#define VELORA_STORED template <class Configuration, class Interface, int kType>
-#define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
+#define VELORA_ARRAY template <class Configuration, class Element, class Interface, int kType>
+#define VELORA_ARRAY_OF CStoredArray<Configuration, Element, Interface, kType>
 
-VELORA_STORED VELORA_STORED_OF::CStoredBytes() : Base(kType) {}
+VELORA_ARRAY VELORA_ARRAY_OF::CStoredArray() : Element(kType) {}
 
-VELORA_STORED VELORA_STORED_OF::~CStoredBytes() = default;
+VELORA_ARRAY VELORA_ARRAY_OF::~CStoredArray() = default;
 
-VELORA_STORED void VELORA_STORED_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+VELORA_ARRAY void VELORA_ARRAY_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
-VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
-                                               api::IArray_uint8* newBytes) {
+VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
+  this->BeginInit();
   if (newBytes == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
-  properties.Share(newProperties);
   bytes.Share(newBytes);
+  this->valid = true;
 }
 
-VELORA_STORED void VELORA_STORED_OF::Init(api::ISerializeable<Configuration>* other) {
+VELORA_ARRAY void VELORA_ARRAY_OF::Init(api::ISerializeable<Configuration>* other) {
   if (other == nullptr || other->GetSerializeableType() != kType) {
+    this->Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   other->CheckThis();
-  const auto* source = static_cast<const CStoredBytes*>(other->GetThis_Concrete());
-  Base::Init(other);
-  properties.Share(source->properties.Get());
+  const auto* source = static_cast<const CStoredArray*>(other->GetThis_Concrete());
+  Element::Init(other);
   bytes.Share(source->bytes.Get());
 }
 
-VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::IOperator* other) {
+VELORA_ARRAY void VELORA_ARRAY_OF::Init(typename Interface::Copied* other) {
   this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
-VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::Copied* other) {
-  this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
-}
-
-VELORA_STORED void VELORA_STORED_OF::Init(int, api::ISerializer* serializer, void* context) {
+VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void* context) {
   this->BeginInit();
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -55,11 +50,69 @@ VELORA_STORED void VELORA_STORED_OF::Init(int, api::ISerializer* serializer, voi
   this->valid = true;
 }
 
-VELORA_STORED void VELORA_STORED_OF::Serialize(api::ISerializer* serializer, void* context) {
-  Base::Serialize(serializer, context);
+VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void* context) {
+  Element::Serialize(serializer, context);
   serializer->Serialization_Start(kType);
   bytes->Serialize(serializer, context);
   serializer->Serialization_End(kType);
+}
+
+VELORA_ARRAY bool VELORA_ARRAY_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  return CompareTypes<Configuration>(this, other) == kSameType &&
+         bytes->IsEqualTo(static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get());
+}
+
+VELORA_ARRAY bool VELORA_ARRAY_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  const ETypeOrder order = CompareTypes<Configuration>(this, other);
+  return order == kSameType
+             ? bytes->IsLessThan(static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get())
+             : order == kLowerType;
+}
+
+VELORA_ARRAY void VELORA_ARRAY_OF::CheckThis() const {
+  if (!this->valid || !bytes) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+VELORA_ARRAY api::IArray_uint8* VELORA_ARRAY_OF::GetBytes() const {
+  this->CheckThis();
+  return bytes.Get();
+}
+
+VELORA_ARRAY void VELORA_ARRAY_OF::Reset() {
+  Element::Reset();
+  bytes.Forget();
+}
+
+VELORA_ARRAY void VELORA_ARRAY_OF::Delete() {
+  bytes.Drop();
+  Element::Delete();
+}
+
+#undef VELORA_ARRAY
+#undef VELORA_ARRAY_OF
+
+#define VELORA_STORED template <class Configuration, class Interface, int kType>
+#define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
+
+VELORA_STORED VELORA_STORED_OF::CStoredBytes() = default;
+
+VELORA_STORED VELORA_STORED_OF::~CStoredBytes() = default;
+
+VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
+                                               api::IArray_uint8* newBytes) {
+  Base::InitBytes(newBytes);
+  properties.Share(newProperties);
+}
+
+VELORA_STORED void VELORA_STORED_OF::Init(api::ISerializeable<Configuration>* other) {
+  Base::Init(other);
+  properties.Share(static_cast<const CStoredBytes*>(other->GetThis_Concrete())->properties.Get());
+}
+
+VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::IOperator* other) {
+  this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
 VELORA_STORED auto VELORA_STORED_OF::Resolve(Operators* operators, Properties* given,
@@ -73,38 +126,13 @@ VELORA_STORED auto VELORA_STORED_OF::Resolve(Operators* operators, Properties* g
   return operators;
 }
 
-VELORA_STORED bool VELORA_STORED_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return Base::IsEqualTo(other) &&
-         bytes->IsEqualTo(static_cast<CStoredBytes*>(other->GetThis_Concrete())->bytes.Get());
-}
-
-VELORA_STORED bool VELORA_STORED_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
-  const ETypeOrder order = CompareTypes<Configuration>(this, other);
-  return order == kSameType
-             ? bytes->IsLessThan(static_cast<CStoredBytes*>(other->GetThis_Concrete())->bytes.Get())
-             : order == kLowerType;
-}
-
-VELORA_STORED void VELORA_STORED_OF::CheckThis() const {
-  if (!this->valid || !bytes) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-}
-
-VELORA_STORED api::IArray_uint8* VELORA_STORED_OF::GetBytes() const {
-  this->CheckThis();
-  return bytes.Get();
-}
-
 VELORA_STORED void VELORA_STORED_OF::Reset() {
   Base::Reset();
   properties.Forget();
-  bytes.Forget();
 }
 
 VELORA_STORED void VELORA_STORED_OF::Delete() {
   properties.Drop();
-  bytes.Drop();
   Base::Delete();
 }
 
@@ -130,15 +158,15 @@ void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* seriali
   serializer->Serialization_End(kType);
 }
 
-template <class Configuration, class Base, class Data>
-CProducer<Configuration, Base, Data>::CProducer() = default;
+template <class Configuration, class Base>
+CProducer<Configuration, Base>::CProducer() = default;
 
-template <class Configuration, class Base, class Data>
-CProducer<Configuration, Base, Data>::~CProducer() = default;
+template <class Configuration, class Base>
+CProducer<Configuration, Base>::~CProducer() = default;
 
-template <class Configuration, class Base, class Data>
-void CProducer<Configuration, Base, Data>::BeginResolve(Operators* operators,
-                                                        Properties* properties, IVeltune* veltune) {
+template <class Configuration, class Base>
+void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properties* properties,
+                                                  IVeltune* veltune) {
   if (operators == nullptr || properties == nullptr || veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -147,8 +175,8 @@ void CProducer<Configuration, Base, Data>::BeginResolve(Operators* operators,
   this->Call_Callback_Resolve();
 }
 
-template <class Configuration, class Base, class Data>
-Data* CProducer<Configuration, Base, Data>::GetData() const {
+template <class Configuration, class Base>
+auto CProducer<Configuration, Base>::GetData() const -> Data* {
   this->CheckThis();
   if (!data) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -156,27 +184,27 @@ Data* CProducer<Configuration, Base, Data>::GetData() const {
   return data.Get();
 }
 
-template <class Configuration, class Base, class Data>
-void CProducer<Configuration, Base, Data>::DestroyData() {
+template <class Configuration, class Base>
+void CProducer<Configuration, Base>::DestroyData() {
   data.Drop();
 }
 
-template <class Configuration, class Base, class Data>
-Data* CProducer<Configuration, Base, Data>::TakeData() {
+template <class Configuration, class Base>
+auto CProducer<Configuration, Base>::TakeData() -> Data* {
   Data* taken = GetData();
   taken->AddRef();
   DestroyData();
   return taken;
 }
 
-template <class Configuration, class Base, class Data>
-void CProducer<Configuration, Base, Data>::Reset() {
+template <class Configuration, class Base>
+void CProducer<Configuration, Base>::Reset() {
   Base::Reset();
   data.Forget();
 }
 
-template <class Configuration, class Base, class Data>
-void CProducer<Configuration, Base, Data>::Delete() {
+template <class Configuration, class Base>
+void CProducer<Configuration, Base>::Delete() {
   data.Drop();
   Base::Delete();
 }

@@ -94,18 +94,6 @@ namespace velora::v2::fenn::api {
 
 using IVelcaseVersion = common::api::conditions::IVelcaseVersion<Configuration>;
 
-namespace _factory {
-
-class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
- public:
-  IVeltune* CreateVeltune() override = 0;
-  IVelcase* CreateVelcase() override = 0;
-  IPropertiesHelper* CreatePropertiesHelper() override = 0;
-#define FENN_SLOT(Name, Interface, Class, Id) virtual Interface* Create##Name() = 0;
-  FENN_OBJECTS(FENN_SLOT)
-#undef FENN_SLOT
-};
-
-}  // namespace _factory
+VELORA_PIPELINE_IFACTORY(FENN_OBJECTS)
 
 }  // namespace velora::v2::fenn::api

@@ -159,19 +159,6 @@ class IColorMap : public virtual common::api::IShared<Configuration, IColorMapDa
   IColorMapData* GetColorMapData() const { return GetData(); }
 };
 
-template <class ComponentKind>
-using IListOf = common::api::IComponentList<Configuration, ComponentKind>;
-using IColorMaps = IListOf<IColorMap>;
-using IGrayCurves = IListOf<IGrayCurve>;
-using IChannelMaps = IListOf<IChannelMap>;
-using IPackets_ColorDCT = IListOf<IPacket_ColorDCT>;
-using IPackets_ColorResidue = IListOf<IPacket_ColorResidue>;
-using IPackets_MonoDCT = IListOf<IPacket_MonoDCT>;
-using IPackets_MonoResidue = IListOf<IPacket_MonoResidue>;
-using IPackets_MonoCBAT = IListOf<IPacket_MonoCBAT>;
-using IPackets_DeltaScalar = IListOf<IPacket_DeltaScalar>;
-using IPackets_Blob = IListOf<IPacket_Blob>;
-
 // The kinds in the order of a pack's root lists: X(kind, list).
 #define FENN_KINDS(X)                          \
   X(ColorMap, ColorMaps)                       \
@@ -184,5 +171,9 @@ using IPackets_Blob = IListOf<IPacket_Blob>;
   X(Packet_MonoCBAT, Packets_MonoCBAT)         \
   X(Packet_DeltaScalar, Packets_DeltaScalar)   \
   X(Packet_Blob, Packets_Blob)
+
+#define FENN_LIST(Name, List) using I##List = common::api::IComponentList<Configuration, I##Name>;
+FENN_KINDS(FENN_LIST)
+#undef FENN_LIST
 
 }  // namespace velora::v2::fenn::api

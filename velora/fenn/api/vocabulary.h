@@ -11,38 +11,12 @@
 
 namespace velora::v2::fenn::api {
 
-namespace common = ::velora::common;
-using common::api::IArray;
-using common::api::IArray_int32;
-using common::api::IArray_uint8;
-using common::api::ILinkedList;
-using common::api::ISerializer;
-using common::api::ISerializerHelper;
-
-using EPlatform = common::api::EPlatform<Configuration>;
-using ESupplyFamily = common::api::ESupplyFamily<Configuration>;
-using EProductVariant = common::api::EProductVariant<Configuration>;
-using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;
-using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>;
-using EChannel = common::api::EChannel<Configuration>;
-using ITag = common::api::ITag<Configuration>;
-using ITags = common::api::ITags<Configuration>;
-using IProperty = common::api::IProperty<Configuration>;
-using IProperties = common::api::IProperties<Configuration>;
-using IConditions = common::api::IConditions<Configuration>;
-using IRecipe = common::api::IRecipe<Configuration>;
-using IComponent = common::api::IComponent<Configuration>;
+VELORA_PIPELINE_WORDS
 
 // An enumeration of the toner pipeline alone.
-#define FENN_ENUMERATION(Name, ...)                                    \
-  struct Name {                                                        \
-    enum Enum : int {};                                                \
-    static constexpr common::Range kRange = {__VA_ARGS__};             \
-    static void Check(Enum value) {                                    \
-      if (!kRange.Contains(value)) {                                   \
-        PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid); \
-      }                                                                \
-    }                                                                  \
+#define FENN_ENUMERATION(Name, ...) \
+  struct Name {                     \
+    VELORA_ENUM({__VA_ARGS__})      \
   };
 FENN_ENUMERATION(ETableType, 1, 3, 1)
 FENN_ENUMERATION(EThemeType, 1, 11, 1)
@@ -69,8 +43,7 @@ FENN_PRINT_MODE(FENN_TAG)
 }  // namespace tags
 
 namespace conditions::print_mode {
-#define FENN_CONDITION(Name, place) \
-  using I##Name = common::api::conditions::IOperandOf<Configuration, E##Name>;
+#define FENN_CONDITION(Name, place) VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
 FENN_PRINT_MODE(FENN_CONDITION)
 #undef FENN_CONDITION
 }  // namespace conditions::print_mode

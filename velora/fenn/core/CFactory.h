@@ -13,29 +13,6 @@ namespace velora::v2::fenn::core {
 template <class T>
 using CArrayOf = plinth::v1::core::CArray<Configuration, T>;
 
-class CSerializerHelper : public common::core::CSerializerHelper<Configuration> {
- public:
-  CSerializerHelper();
-  ~CSerializerHelper() override;
-  plinth::v1::api::ISerializeable* CreateSerializeable(int type) override;
-};
-
-namespace _factory {
-
-class CFactory : public common::core::_factory::CFactory<Configuration>,
-                 public virtual api::_factory::IFactory {
- public:
-  CFactory();
-  ~CFactory() override;
-  api::IVeltune* CreateVeltune() override;
-  api::IVelcase* CreateVelcase() override;
-  api::IPropertiesHelper* CreatePropertiesHelper() override;
-  api::ISerializerHelper* CreateSerializerHelper() override;
-#define FENN_SLOT(Name, Interface, Class, Id) Interface* Create##Name() override;
-  FENN_OBJECTS(FENN_SLOT)
-#undef FENN_SLOT
-};
-
-}  // namespace _factory
+VELORA_PIPELINE_FACTORY(FENN_OBJECTS)
 
 }  // namespace velora::v2::fenn::core

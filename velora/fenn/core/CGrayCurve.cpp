@@ -79,20 +79,4 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties, 
   return operators;
 }
 
-using CMonolithic = CGrayCurve::COperator::CBuild_Monolithic;
-
-void CMonolithic::Init(IProperties*, IArray_uint8*, IArray_uint8*, IArray_uint8*, IArray_uint8*) {
-  plinth::v1::core::CObject::Init();
-}
-
-IArray_uint8* CMonolithic::GetArray_uint8_Packet_Encoded() const { return GetBytes(); }
-
-Operators* CMonolithic::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
-  if (operators == nullptr || properties == nullptr || veltune == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  CheckThis();
-  return operators;
-}
-
 }  // namespace velora::v2::fenn::core::components

@@ -9,11 +9,9 @@ namespace velora::v2::fenn::core {
 
 using api::Configuration;
 
-using CVelcaseBase =
-    common::core::CVelcaseOf<Configuration, api::IVelcase, api::IColorMap, api::IGrayCurve,
-                             api::IChannelMap, api::IPacket_ColorDCT, api::IPacket_ColorResidue,
-                             api::IPacket_MonoDCT, api::IPacket_MonoResidue, api::IPacket_MonoCBAT,
-                             api::IPacket_DeltaScalar, api::IPacket_Blob>;
+#define FENN_KIND(Name, List) , api::I##Name
+using CVelcaseBase = common::core::CVelcaseOf<Configuration, api::IVelcase FENN_KINDS(FENN_KIND)>;
+#undef FENN_KIND
 
 class CVelcase : public CVelcaseBase {
  public:

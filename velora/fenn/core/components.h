@@ -113,11 +113,28 @@ class CChannelMapData : public plinth::v1::core::CObject, public virtual api::IC
 
 // ---- tables
 
+// An operator that makes data from operands, and one that stores bytes.
+template <class Interface, int kType>
+using CBareProducer = common::core::CBareProducer<Configuration, Interface, kType>;
+template <class Interface, int kType>
+using CStoringProducer = common::core::CStoringProducer<Configuration, Interface, kType>;
+
+// One whose stored bytes make no data: it can be read and written, and asked for data it has none.
+template <class Interface, int kType, class... Packets>
+class CMonolithic : public CStoringProducer<Interface, kType> {
+ public:
+  using CStoringProducer<Interface, kType>::Init;
+  void Init(IProperties* properties, Packets*... packets) override;  // keeps none of them
+  IArray_uint8* GetArray_uint8_Packet_Encoded() const override;
+  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
+};
+
 class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
  public:
   struct COperator {
     class CBuild_DCT_Residue_CBAT_DeltaScalar;
-    class CBuild_Monolithic;
+    using CBuild_Monolithic = CMonolithic<api::IGrayCurve::IOperator::IBuild_Monolithic, 90,
+                                          IArray_uint8, IArray_uint8, IArray_uint8, IArray_uint8>;
   };
 };
 
@@ -125,14 +142,15 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
  public:
   struct COperator {
     class CBuild_DCT_Residue_DeltaScalar;
-    class CBuild_Monolithic;
+    using CBuild_Monolithic = CMonolithic<api::IChannelMap::IOperator::IBuild_Monolithic, 92,
+                                          IArray_uint8, IArray_uint8, IArray_uint8>;
   };
 };
 
 class CColorMap : public common::core::CSharedOf<Configuration, CColorMap, api::IColorMap> {
  public:
   struct COperator {
-    template <int kType, int kPlanes>
+    template <int kOperatorType, int kPlanes>
     class CBuild;
     using CBuild_RGBtoCMYK = CBuild<86, 4>;
     using CBuild_RGBtoRGB = CBuild<87, 3>;
@@ -140,64 +158,25 @@ class CColorMap : public common::core::CSharedOf<Configuration, CColorMap, api::
   };
 };
 
-// An operator that stores nothing of its own and makes data from operands.
-template <class Interface, class Data, int kType>
-using CBareProducer =
-    common::core::CProducer<Configuration, common::core::CBare<Configuration, Interface, kType>,
-                            Data>;
-
-// An operator that stores bytes and makes no data.
-template <class Interface, class Data, int kType>
-using CStoringProducer =
-    common::core::CProducer<Configuration,
-                            common::core::CStoredBytes<Configuration, Interface, kType>, Data>;
-
 class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
-    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,
-                           api::IGrayCurveData, 89> {
+    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar, 89> {
  public:
   // The recipe reads, from its start: coefficients, residue, residue widths, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
-class CGrayCurve::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IGrayCurve::IOperator::IBuild_Monolithic, api::IGrayCurveData,
-                              90> {
- public:
-  using Base =
-      CStoringProducer<api::IGrayCurve::IOperator::IBuild_Monolithic, api::IGrayCurveData, 90>;
-  using Base::Init;
-  void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue, IArray_uint8* cbat,
-            IArray_uint8* scalar) override;
-  IArray_uint8* GetArray_uint8_Packet_Encoded() const override;
-  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
-};
-
 class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
-    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,
-                           api::IChannelMapData, 91> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar, 91> {
  public:
   // The recipe reads, from its start: coefficients, residue, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
-class CChannelMap::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData,
-                              92> {
- public:
-  using Base =
-      CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData, 92>;
-  using Base::Init;
-  void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
-            IArray_uint8* scalar) override;
-  IArray_uint8* GetArray_uint8_Packet_Encoded() const override;
-  Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
-};
-
 // Puts its channel maps one behind the other, in the order in which the recipe names them.
-template <int kType, int kPlanes>
+// The parameter must not be called kType: clang would take the colour map's own.
+template <int kOperatorType, int kPlanes>
 class CColorMap::COperator::CBuild
-    : public CBareProducer<api::IColorMap::IOperator::IBuild, api::IColorMapData, kType> {
+    : public CBareProducer<api::IColorMap::IOperator::IBuild, kOperatorType> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
@@ -206,17 +185,9 @@ class CColorMap::COperator::CBuild
 
 namespace velora::v2::fenn::core::component_lists {
 
-template <class Kind>
-using CListOf = common::core::CComponentList<Configuration, Kind>;
-using CColorMaps = CListOf<api::IColorMap>;
-using CGrayCurves = CListOf<api::IGrayCurve>;
-using CChannelMaps = CListOf<api::IChannelMap>;
-using CPackets_ColorDCT = CListOf<api::IPacket_ColorDCT>;
-using CPackets_ColorResidue = CListOf<api::IPacket_ColorResidue>;
-using CPackets_MonoDCT = CListOf<api::IPacket_MonoDCT>;
-using CPackets_MonoResidue = CListOf<api::IPacket_MonoResidue>;
-using CPackets_MonoCBAT = CListOf<api::IPacket_MonoCBAT>;
-using CPackets_DeltaScalar = CListOf<api::IPacket_DeltaScalar>;
-using CPackets_Blob = CListOf<api::IPacket_Blob>;
+#define FENN_LIST(Name, List) \
+  using C##List = common::core::CComponentList<Configuration, api::I##Name>;
+FENN_KINDS(FENN_LIST)
+#undef FENN_LIST
 
 }  // namespace velora::v2::fenn::core::component_lists

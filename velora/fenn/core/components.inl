@@ -149,12 +149,35 @@ void CTableData<Interface>::Delete() {
   plinth::v1::core::CObject::Delete();
 }
 
+// ---- operators without data
+
+template <class Interface, int kType, class... Packets>
+void CMonolithic<Interface, kType, Packets...>::Init(IProperties*, Packets*...) {
+  plinth::v1::core::CObject::Init();
+}
+
+template <class Interface, int kType, class... Packets>
+IArray_uint8* CMonolithic<Interface, kType, Packets...>::GetArray_uint8_Packet_Encoded() const {
+  return this->GetBytes();
+}
+
+template <class Interface, int kType, class... Packets>
+Operators* CMonolithic<Interface, kType, Packets...>::Resolve(Operators* operators,
+                                                              IProperties* properties,
+                                                              IVeltune* veltune) {
+  if (operators == nullptr || properties == nullptr || veltune == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  return operators;
+}
+
 // ---- colour maps
 
-template <int kType, int kPlanes>
-Operators* CColorMap::COperator::CBuild<kType, kPlanes>::Resolve(Operators* operators,
-                                                                 IProperties* properties,
-                                                                 IVeltune* veltune) {
+template <int kOperatorType, int kPlanes>
+Operators* CColorMap::COperator::CBuild<kOperatorType, kPlanes>::Resolve(Operators* operators,
+                                                                         IProperties* properties,
+                                                                         IVeltune* veltune) {
   constexpr unsigned int kSize = kPlanes * VELORA_SIZE_PLANE;
   unsigned char* volatile table = nullptr;
   PLINTH_FRAME(Configuration) {

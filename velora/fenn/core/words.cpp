@@ -23,16 +23,7 @@ api::EDimensionality::Enum CPropertiesHelper::GetDimensionality(
 }
 
 int CPropertiesHelper::GetColorIndex(api::IProperties* properties) const {
-  switch (static_cast<int>(GetChannel(properties))) {
-    case common::api::kChannel_Cyan:
-      return 1;
-    case common::api::kChannel_Magenta:
-      return 2;
-    case common::api::kChannel_Yellow:
-      return 3;
-    default:
-      return 0;
-  }
+  return common::api::GetColorIndex(GetChannel(properties), 0);
 }
 
 char CPropertiesHelper::GetColorChar(api::IProperties* properties) const {

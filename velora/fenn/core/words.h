@@ -30,15 +30,15 @@ namespace conditions {
 namespace print_mode {
 // The stored number and the mapping's are compared as they stand, without translation between the
 // pack's numbering and the caller's.
-#define FENN_CONDITION(Name, place)                                                     \
-  struct Name##Test : common::core::conditions::system::Test {                          \
-    template <class Parameters>                                                         \
-    static bool Ask(Parameters* parameters, int value) {                                \
-      return static_cast<int>(parameters->GetPrintModeMapping()->Get##Name()) == value; \
-    }                                                                                   \
-  };                                                                                    \
-  using C##Name =                                                                       \
-      common::core::conditions::COperandOf<Configuration, api::E##Name,                 \
+#define FENN_CONDITION(Name, place)                                                             \
+  struct Name##Test : common::core::conditions::system::Test {                                  \
+    template <class Parameters>                                                                 \
+    static bool Ask(Parameters* parameters, int value) {                                        \
+      return static_cast<int>(parameters->GetPrintModeMapping()->Get##Name()) == value;         \
+    }                                                                                           \
+  };                                                                                            \
+  using C##Name =                                                                               \
+      common::core::conditions::COperandOf<Configuration, api::conditions::print_mode::I##Name, \
                                            api::kFirstPrintModeCondition + place, Name##Test>;
 FENN_PRINT_MODE(FENN_CONDITION)
 #undef FENN_CONDITION

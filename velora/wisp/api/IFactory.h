@@ -88,20 +88,6 @@
 
 namespace velora::v1::wisp::api {
 
-namespace _factory {
-
-class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
- public:
-  // The ink classes where the common level has its own.
-  IVeltune* CreateVeltune() override = 0;
-  IVelcase* CreateVelcase() override = 0;
-  IPropertiesHelper* CreatePropertiesHelper() override = 0;
-
-#define WISP_SLOT(Name, Interface, Class, Id) virtual Interface* Create##Name() = 0;
-  WISP_OBJECTS(WISP_SLOT)
-#undef WISP_SLOT
-};
-
-}  // namespace _factory
+VELORA_PIPELINE_IFACTORY(WISP_OBJECTS)
 
 }  // namespace velora::v1::wisp::api

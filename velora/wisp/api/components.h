@@ -229,17 +229,6 @@ class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
   IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
 };
 
-template <class ComponentKind>
-using IListOf = common::api::IComponentList<Configuration, ComponentKind>;
-using IColorMaps = IListOf<IColorMap>;
-using IChannelMaps = IListOf<IChannelMap>;
-using INodes_Neutrals = IListOf<INodes_Neutral>;
-using INodes_Seeds = IListOf<INodes_Seed>;
-using INodes_Deltas = IListOf<INodes_Delta>;
-using IGrayCurves = IListOf<IGrayCurve>;
-using IAlternateNeutralChannels = IListOf<IAlternateNeutralChannel>;
-using IAlternateNeutrals = IListOf<IAlternateNeutral>;
-
 // The kinds in the order of a pack's root lists: X(kind, list).
 #define WISP_KINDS(X)                                  \
   X(ColorMap, ColorMaps)                               \
@@ -250,5 +239,9 @@ using IAlternateNeutrals = IListOf<IAlternateNeutral>;
   X(GrayCurve, GrayCurves)                             \
   X(AlternateNeutralChannel, AlternateNeutralChannels) \
   X(AlternateNeutral, AlternateNeutrals)
+
+#define WISP_LIST(Name, List) using I##List = common::api::IComponentList<Configuration, I##Name>;
+WISP_KINDS(WISP_LIST)
+#undef WISP_LIST
 
 }  // namespace velora::v1::wisp::api

@@ -12,67 +12,37 @@
 
 namespace velora::v1::wisp::api {
 
-namespace common = ::velora::common;
-using common::api::IArray;
-using common::api::IArray_int32;
-using common::api::IArray_uint8;
-using common::api::ILinkedList;
-using common::api::ISerializer;
-using common::api::ISerializerHelper;
-
-using EPlatform = common::api::EPlatform<Configuration>;
-using ESupplyFamily = common::api::ESupplyFamily<Configuration>;
-using EProductVariant = common::api::EProductVariant<Configuration>;
-using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;
-using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>;
-using EChannel = common::api::EChannel<Configuration>;
-using ITag = common::api::ITag<Configuration>;
-using ITags = common::api::ITags<Configuration>;
-using IProperty = common::api::IProperty<Configuration>;
-using IProperties = common::api::IProperties<Configuration>;
-using IConditions = common::api::IConditions<Configuration>;
-using IRecipe = common::api::IRecipe<Configuration>;
-using IComponent = common::api::IComponent<Configuration>;
+VELORA_PIPELINE_WORDS
 
 // ---- enumerations
 
-// An enumeration of the ink pipeline alone: `enum Enum`, and a `Check` of its range.
-#define WISP_ENUMERATION(low, high)                                  \
-  enum Enum : int {};                                                \
-  static constexpr common::Range kRange = {low, high, low};          \
-  static void Check(Enum value) {                                    \
-    if (!kRange.Contains(value)) {                                   \
-      PLINTH_RAISE(::plinth::v1::api::CException_Parameter_Invalid); \
-    }                                                                \
-  }
-
 struct EColorspace {
-  WISP_ENUMERATION(1, 3)
+  VELORA_ENUM({1, 3, 1})
 };
 // The four below carry the caller's values for the pack's numbers 1, 2, 3, and so on.
 struct EMediaSubtype {
-  WISP_ENUMERATION(0, 8)
+  VELORA_ENUM({0, 8, 0})
   static constexpr int kCallers[] = {1, 10, 50, 101, 102, 103, 104, 105};
 };
 struct EMediaType {
-  WISP_ENUMERATION(1, 6)
+  VELORA_ENUM({1, 6, 1})
   static constexpr int kCallers[] = {0, 1, 2, 8, 5, 7};
 };
 struct EPenSet {
-  WISP_ENUMERATION(1, 2)
+  VELORA_ENUM({1, 2, 1})
   static constexpr int kCallers[] = {1, 2};
 };
 struct EQuality {
-  WISP_ENUMERATION(1, 5)
+  VELORA_ENUM({1, 5, 1})
   static constexpr int kCallers[] = {-2, -1, 0, 1, 2};
 };
 struct EComponentRole {
-  WISP_ENUMERATION(1, 2)
+  VELORA_ENUM({1, 2, 1})
 };
 
 // How far a delta reaches.
 struct EDeltaRange {
-  WISP_ENUMERATION(1, 3)
+  VELORA_ENUM({1, 3, 1})
   // 64, 128, 256; 0 for a value out of range.
   static constexpr int GetRange(int value) { return kRange.Contains(value) ? 32 << value : 0; }
   // The quantisation step, 1, 2, 4; 0 for a value out of range.
@@ -81,7 +51,7 @@ struct EDeltaRange {
 
 // Nodes along an axis of a grid.
 struct ENodeCount {
-  WISP_ENUMERATION(1, 17)
+  VELORA_ENUM({1, 17, 1})
   // The axis of the next coarser grid of the pyramid. Below 3 raises
   // `CException_Parameter_Invalid`, as in the function below.
   static int GetAxisSize_Previous(int count) {
@@ -99,7 +69,7 @@ struct ENodeCount {
 
 // What an encoder may lose, in value units and in 1/256 of the value.
 struct ELossyCompressionLevel {
-  WISP_ENUMERATION(0, 7)
+  VELORA_ENUM({0, 7, 0})
   static int GetConstant(Enum level, int nodeCount) {
     constexpr int aConstants_9cubed[] = {0, 0, 0, 0, 0, 2, 5, 128};
     constexpr int aConstants_17cubed[] = {0, 1, 2, 3, 5, 8, 16, 128};
@@ -124,14 +94,13 @@ struct ELossyCompressionLevel {
 };
 
 struct EResolution {
-  WISP_ENUMERATION(1, 10)
+  VELORA_ENUM({1, 10, 1})
   // The code in the caller's records; 0 where there is none.
   static constexpr int GetCode(int value) {
     constexpr int aCodes[] = {0, 0, 1, 9, 8, 2, 3, 4, 5, 6, 7};
     return kRange.Contains(value) ? aCodes[value] : 0;
   }
 };
-#undef WISP_ENUMERATION
 
 // Plain numbers in the place of an enumeration: every value will do.
 template <class Number>
@@ -141,20 +110,7 @@ struct EAny {
 };
 
 // The index of an ink in the caller's records; -1 for any other channel.
-constexpr int GetColorIndex(int channel) {
-  switch (channel) {
-    case common::api::kChannel_Black:
-      return 0;
-    case common::api::kChannel_Cyan:
-      return 1;
-    case common::api::kChannel_Magenta:
-      return 2;
-    case common::api::kChannel_Yellow:
-      return 3;
-    default:
-      return -1;
-  }
-}
+constexpr int GetColorIndex(int channel) { return common::api::GetColorIndex(channel, -1); }
 
 // ---- tags, conditions, properties
 
@@ -187,7 +143,7 @@ WISP_PRINT_MODE(WISP_TAG)
 
 namespace conditions::print_mode {
 #define WISP_CONDITION(Name, tag, condition) \
-  using I##Name = common::api::conditions::IOperandOf<Configuration, E##Name>;
+  VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
 WISP_PRINT_MODE(WISP_CONDITION)
 #undef WISP_CONDITION
 }  // namespace conditions::print_mode
@@ -201,6 +157,7 @@ WISP_PROPERTIES(WISP_PROPERTY)
 // The only property that changes after its Init.
 class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
  public:
+  using ENodeCount = IValue::Enumeration;
   ENodeCount::Enum GetNodeCount() const { return this->GetValue(); }
   virtual void SetNodeCount(ENodeCount::Enum count) = 0;
 };
@@ -208,6 +165,7 @@ class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
 // Drops for each level, one byte a level; a record has room for 16.
 class IDropsPerLevel : public virtual IProperty {
  public:
+  using Copied = IProperty;
   using IProperty::Init;
   virtual void Init(IArray_uint8* drops) = 0;          // shares the array
   virtual void Init(IProperty* other) = 0;             // shares another's

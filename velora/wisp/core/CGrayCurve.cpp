@@ -28,19 +28,21 @@ void ExpandCurve(const unsigned char* nodes, unsigned char* curve) {
 
 }  // namespace
 
-CGrayCurveData::CGrayCurveData() : curve(), checksum(0) {}
+using CGrayCurveData = CGrayCurve::CGrayCurveData;
+
+CGrayCurveData::CGrayCurveData() : m_WISPGrayCurve(), m_nChecksum(0) {}
 
 CGrayCurveData::~CGrayCurveData() = default;
 
 void CGrayCurveData::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
-void CGrayCurveData::Init(const WISPGrayCurve* newCurve) {
-  if (newCurve == nullptr) {
+void CGrayCurveData::Init(const WISPGrayCurve* curve) {
+  if (curve == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   plinth::v1::core::CObject::Init();
-  curve = *newCurve;
-  checksum = SumBytes(curve.curve, 0, kLevels);
+  m_WISPGrayCurve = *curve;
+  m_nChecksum = SumBytes(m_WISPGrayCurve.curve, 0, kLevels);
 }
 
 void CGrayCurveData::Init(api::IGrayCurveData* other) {
@@ -52,18 +54,18 @@ void CGrayCurveData::Init(api::IGrayCurveData* other) {
 
 const WISPGrayCurve* CGrayCurveData::GetWISPGrayCurve() const {
   CheckThis();
-  return &curve;
+  return &m_WISPGrayCurve;
 }
 
 unsigned int CGrayCurveData::GetChecksum() const {
   CheckThis();
-  return checksum;
+  return m_nChecksum;
 }
 
 void CGrayCurveData::Reset() {
   plinth::v1::core::CObject::Reset();
-  curve = {};
-  checksum = 0;
+  m_WISPGrayCurve = {};
+  m_nChecksum = 0;
 }
 
 using CFromData = CGrayCurve::COperator::CFromData;

@@ -193,7 +193,7 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties,
 
 IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties, int n,
                                                       IArray_int32* unchanged,
-                                                      IArray_int32* predicted, bool update) {
+                                                      IArray_int32* predicted, bool bUpdate) {
   IArray_int32* volatile result = nullptr;
   PLINTH_FRAME(Configuration) {
     CheckArgument(n >= 3 && n <= kAxis && Holds(unchanged, Cube(n)) && Holds(predicted, Cube(n)));
@@ -205,7 +205,7 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties, i
                       deltas->GetElements()) != deltas->GetCount()) {
       PLINTH_RAISE(CException_General);
     }
-    AdjustArray_int32_Nodes_Delta(properties, n, deltas, unchanged, update);
+    AdjustArray_int32_Nodes_Delta(properties, n, deltas, unchanged, bUpdate);
     result = HandOver(frame, deltas);
   }
   PLINTH_END
@@ -213,12 +213,12 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties, i
 }
 
 void DeltaForm::AdjustArray_int32_Nodes_Delta(IProperties* properties, int n, IArray_int32* deltas,
-                                              IArray_int32* unchanged, bool update) {
+                                              IArray_int32* unchanged, bool bUpdate) {
   PLINTH_FRAME(Configuration) {
     CheckArgument(n >= 3 && n <= kAxis && Holds(deltas, ENodeCount::GetTotalSize_Delta(n)) &&
                   Holds(unchanged, Cube(n)));
     const int range = api::EDeltaRange::GetRange(PropertyValues::GetDeltaRange(properties));
-    if (AdjustDeltas(n, unchanged->GetElements(), range, update, deltas->GetElements()) !=
+    if (AdjustDeltas(n, unchanged->GetElements(), range, bUpdate, deltas->GetElements()) !=
         deltas->GetCount()) {
       PLINTH_RAISE(CException_General);
     }

@@ -9,11 +9,9 @@ namespace velora::v1::wisp::core {
 
 using api::Configuration;
 
-using CVelcaseBase =
-    common::core::CVelcaseOf<Configuration, api::IVelcase, api::IColorMap, api::IChannelMap,
-                             api::INodes_Neutral, api::INodes_Seed, api::INodes_Delta,
-                             api::IGrayCurve, api::IAlternateNeutralChannel,
-                             api::IAlternateNeutral>;
+#define WISP_KIND(Name, List) , api::I##Name
+using CVelcaseBase = common::core::CVelcaseOf<Configuration, api::IVelcase WISP_KINDS(WISP_KIND)>;
+#undef WISP_KIND
 
 class CVelcase : public CVelcaseBase {
  public:

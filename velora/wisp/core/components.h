@@ -32,17 +32,11 @@ class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
   unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
 };
 
-// An operator that stores nothing of its own and makes data from operands.
-template <class Interface, class Data, int kType>
-using CBareProducer =
-    common::core::CProducer<Configuration, common::core::CBare<Configuration, Interface, kType>,
-                            Data>;
-
-// An operator that makes data from bytes that it stores.
-template <class Interface, class Data, int kType>
-using CStoringProducer =
-    common::core::CProducer<Configuration,
-                            common::core::CStoredBytes<Configuration, Interface, kType>, Data>;
+// An operator that makes data from operands, and one that stores bytes.
+template <class Interface, int kType>
+using CBareProducer = common::core::CBareProducer<Configuration, Interface, kType>;
+template <class Interface, int kType>
+using CStoringProducer = common::core::CStoringProducer<Configuration, Interface, kType>;
 
 // ---- nodes
 
@@ -89,13 +83,13 @@ struct NodesForm<api::INodes_Delta> {
   static IArray_int32* BuildArray_int32_Nodes_Delta(IProperties* properties,
                                                     IArray_int32* complete);
   // One level: how a grid of n differs from its prediction, less what the properties' lossy level
-  // allows. With `update` the grid gives up what the deltas do not reach.
+  // allows. With `bUpdate` the grid gives up what the deltas do not reach.
   static IArray_int32* BuildArray_int32_Nodes_Delta(IProperties* properties, int n,
                                                     IArray_int32* unchanged,
-                                                    IArray_int32* predicted, bool update);
+                                                    IArray_int32* predicted, bool bUpdate);
   // From differences in 1/256 to deltas within the properties' delta range, in place.
   static void AdjustArray_int32_Nodes_Delta(IProperties* properties, int n, IArray_int32* deltas,
-                                            IArray_int32* unchanged, bool update);
+                                            IArray_int32* unchanged, bool bUpdate);
   // The deltas of both levels at once: 600, then 4176.
   static void MeasureLevels(IProperties* properties, const int* cube, int* deltas);
   static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
@@ -155,7 +149,7 @@ class CChannelData : public plinth::v1::core::CObject, public virtual Interface 
   ~CChannelData() override;
   using Interface::Init;
   void Init() override;
-  void Init(const WISPColorMapChannel* newChannel, IArray_int32* newNodes) override;
+  void Init(const WISPColorMapChannel* channel, IArray_int32* nodes) override;
   void Init(Interface* other) override;
   const WISPColorMapChannel* GetWISPColorMapChannel() const override;
   IArray_int32* GetArray_int32_Nodes() const override;
@@ -164,11 +158,9 @@ class CChannelData : public plinth::v1::core::CObject, public virtual Interface 
   void Delete() override;
 
  private:
-  WISPColorMapChannel channel;
-  Counted<IArray_int32> nodes;
+  WISPColorMapChannel m_WISPColorMapChannel;
+  Counted<IArray_int32> m_pArray_int32_Nodes;
 };
-using CChannelMapData = CChannelData<api::IChannelMapData>;
-using CAlternateNeutralChannelData = CChannelData<api::IAlternateNeutralChannelData>;
 
 template <class Interface>
 class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
@@ -179,7 +171,7 @@ class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
   ~CRecordData() override;
   using Interface::Init;
   void Init() override;
-  void Init(int newSize, unsigned char* newRecord, bool isOwned) override;
+  void Init(int size, unsigned char* record, bool owned) override;
   void Init(typename Interface::Copied* other) override;
   int GetSize() const override;
   const Record* GetRecord() const override;
@@ -191,35 +183,17 @@ class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
  private:
   void FreeRecord();
 
-  int size;
-  unsigned char* record;
-  bool owned;
-  unsigned int checksum;
-};
-using CColorMapData = CRecordData<api::IColorMapData>;
-using CAlternateNeutralData = CRecordData<api::IAlternateNeutralData>;
-
-class CGrayCurveData : public plinth::v1::core::CObject, public virtual api::IGrayCurveData {
- public:
-  CGrayCurveData();
-  ~CGrayCurveData() override;
-  using api::IGrayCurveData::Init;
-  void Init() override;
-  void Init(const WISPGrayCurve* newCurve) override;
-  void Init(api::IGrayCurveData* other) override;
-  const WISPGrayCurve* GetWISPGrayCurve() const override;
-  unsigned int GetChecksum() const override;
-  void Reset() override;
-
- private:
-  WISPGrayCurve curve;
-  unsigned int checksum;
+  int m_nSize;
+  unsigned char* m_pRecord;
+  bool m_bOwned;
+  unsigned int m_nChecksum;
 };
 
 // ---- channel maps
 
 class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
  public:
+  using CChannelMapData = CChannelData<api::IChannelMapData>;
   struct COperator {
     class CBuild_N_5_9_17;
     class CBuild_Monolithic;
@@ -228,7 +202,7 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
 };
 
 class CChannelMap::COperator::CBuild_N_5_9_17
-    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17, api::IChannelMapData, 90> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17, 90> {
  public:
   // The recipe reads, from its start: neutral, seed, deltas of 9, deltas of 17, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -238,11 +212,9 @@ class CChannelMap::COperator::CBuild_N_5_9_17
 };
 
 class CChannelMap::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData,
-                              92> {
+    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, 92> {
  public:
-  using Base =
-      CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, api::IChannelMapData, 92>;
+  using Base = CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, 92>;
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   void Init_Subtract(IProperties* properties, IProperties* propertiesA, IArray_int32* nodesA,
@@ -256,8 +228,7 @@ class CChannelMap::COperator::CBuild_Monolithic
 
 // The first map less the second, around 128, with the second one's description of the ink.
 class CChannelMap::COperator::CModify_Subtract
-    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract, api::IChannelMapData,
-                           96> {
+    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract, 96> {
  public:
   // The recipe reads, from its start: a, b, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -268,28 +239,48 @@ class CChannelMap::COperator::CModify_Subtract
 // Gathers four channels, which the recipe names in their order.
 class CColorMap : public CTable<CColorMap, api::IColorMap> {
  public:
+  using CColorMapData = CRecordData<api::IColorMapData>;
   struct COperator {
     class CBuild_CMYK;
   };
 };
 
 class CColorMap::COperator::CBuild_CMYK
-    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK, api::IColorMapData, 91> {
+    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK, 91> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
 class CGrayCurve : public CTable<CGrayCurve, api::IGrayCurve> {
  public:
+  class CGrayCurveData;
   struct COperator {
     class CFromData;
   };
 };
 
-class CGrayCurve::COperator::CFromData
-    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData, api::IGrayCurveData, 93> {
+class CGrayCurve::CGrayCurveData : public plinth::v1::core::CObject,
+                                   public virtual api::IGrayCurveData {
  public:
-  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData, api::IGrayCurveData, 93>;
+  CGrayCurveData();
+  ~CGrayCurveData() override;
+  using api::IGrayCurveData::Init;
+  void Init() override;
+  void Init(const WISPGrayCurve* curve) override;
+  void Init(api::IGrayCurveData* other) override;
+  const WISPGrayCurve* GetWISPGrayCurve() const override;
+  unsigned int GetChecksum() const override;
+  void Reset() override;
+
+ private:
+  WISPGrayCurve m_WISPGrayCurve;
+  unsigned int m_nChecksum;
+};
+
+class CGrayCurve::COperator::CFromData
+    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData, 93> {
+ public:
+  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData, 93>;
   using Base::Init;
   void Init(IArray_uint8* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -301,17 +292,16 @@ class CGrayCurve::COperator::CFromData
 class CAlternateNeutralChannel
     : public CBuiltOf<CAlternateNeutralChannel, api::IAlternateNeutralChannel> {
  public:
+  using CAlternateNeutralChannelData = CChannelData<api::IAlternateNeutralChannelData>;
   struct COperator {
     class CBuild_Monolithic;
   };
 };
 
 class CAlternateNeutralChannel::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
-                              api::IAlternateNeutralChannelData, 94> {
+    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic, 94> {
  public:
-  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
-                                api::IAlternateNeutralChannelData, 94>;
+  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic, 94>;
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -321,14 +311,14 @@ class CAlternateNeutralChannel::COperator::CBuild_Monolithic
 // Gathers four channels, which the recipe names in their order.
 class CAlternateNeutral : public CTable<CAlternateNeutral, api::IAlternateNeutral> {
  public:
+  using CAlternateNeutralData = CRecordData<api::IAlternateNeutralData>;
   struct COperator {
     class CBuild_CMYK;
   };
 };
 
 class CAlternateNeutral::COperator::CBuild_CMYK
-    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK,
-                           api::IAlternateNeutralData, 95> {
+    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK, 95> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
@@ -337,15 +327,9 @@ class CAlternateNeutral::COperator::CBuild_CMYK
 
 namespace velora::v1::wisp::core::component_lists {
 
-template <class Kind>
-using CListOf = common::core::CComponentList<Configuration, Kind>;
-using CColorMaps = CListOf<api::IColorMap>;
-using CChannelMaps = CListOf<api::IChannelMap>;
-using CNodes_Neutrals = CListOf<api::INodes_Neutral>;
-using CNodes_Seeds = CListOf<api::INodes_Seed>;
-using CNodes_Deltas = CListOf<api::INodes_Delta>;
-using CGrayCurves = CListOf<api::IGrayCurve>;
-using CAlternateNeutralChannels = CListOf<api::IAlternateNeutralChannel>;
-using CAlternateNeutrals = CListOf<api::IAlternateNeutral>;
+#define WISP_LIST(Name, List) \
+  using C##List = common::core::CComponentList<Configuration, api::I##Name>;
+WISP_KINDS(WISP_LIST)
+#undef WISP_LIST
 
 }  // namespace velora::v1::wisp::core::component_lists

@@ -75,7 +75,7 @@ IArray_int32* CNodes<Interface>::COperator::CFromData::TakeData() {
 // ---- data
 
 template <class Interface>
-CChannelData<Interface>::CChannelData() : channel() {}
+CChannelData<Interface>::CChannelData() : m_WISPColorMapChannel() {}
 
 template <class Interface>
 CChannelData<Interface>::~CChannelData() = default;
@@ -86,13 +86,13 @@ void CChannelData<Interface>::Init() {
 }
 
 template <class Interface>
-void CChannelData<Interface>::Init(const WISPColorMapChannel* newChannel, IArray_int32* newNodes) {
-  if (newChannel == nullptr || newNodes == nullptr) {
+void CChannelData<Interface>::Init(const WISPColorMapChannel* channel, IArray_int32* nodes) {
+  if (channel == nullptr || nodes == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   plinth::v1::core::CObject::Init();
-  channel = *newChannel;
-  nodes.Share(newNodes);
+  m_WISPColorMapChannel = *channel;
+  m_pArray_int32_Nodes.Share(nodes);
 }
 
 template <class Interface>
@@ -106,18 +106,18 @@ void CChannelData<Interface>::Init(Interface* other) {
 template <class Interface>
 const WISPColorMapChannel* CChannelData<Interface>::GetWISPColorMapChannel() const {
   CheckThis();
-  return &channel;
+  return &m_WISPColorMapChannel;
 }
 
 template <class Interface>
 IArray_int32* CChannelData<Interface>::GetArray_int32_Nodes() const {
   CheckThis();
-  return nodes.Get();
+  return m_pArray_int32_Nodes.Get();
 }
 
 template <class Interface>
 void CChannelData<Interface>::CheckThis() const {
-  if (!valid || !nodes) {
+  if (!valid || !m_pArray_int32_Nodes) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
@@ -125,13 +125,13 @@ void CChannelData<Interface>::CheckThis() const {
 template <class Interface>
 void CChannelData<Interface>::Reset() {
   plinth::v1::core::CObject::Reset();
-  channel = {};
-  nodes.Forget();
+  m_WISPColorMapChannel = {};
+  m_pArray_int32_Nodes.Forget();
 }
 
 template <class Interface>
 void CChannelData<Interface>::Delete() {
-  nodes.Drop();
+  m_pArray_int32_Nodes.Drop();
   plinth::v1::core::CObject::Delete();
 }
 
@@ -139,7 +139,8 @@ void CChannelData<Interface>::Delete() {
 unsigned int SumBytes(const unsigned char* bytes, int from, int to);
 
 template <class Interface>
-CRecordData<Interface>::CRecordData() : size(0), record(nullptr), owned(false), checksum(0) {}
+CRecordData<Interface>::CRecordData()
+    : m_nSize(0), m_pRecord(nullptr), m_bOwned(false), m_nChecksum(0) {}
 
 template <class Interface>
 CRecordData<Interface>::~CRecordData() {
@@ -148,8 +149,8 @@ CRecordData<Interface>::~CRecordData() {
 
 template <class Interface>
 void CRecordData<Interface>::FreeRecord() {
-  if (owned && record != nullptr) {
-    operator delete[](record, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  if (m_bOwned && m_pRecord != nullptr) {
+    operator delete[](m_pRecord, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }
 }
 
@@ -159,16 +160,16 @@ void CRecordData<Interface>::Init() {
 }
 
 template <class Interface>
-void CRecordData<Interface>::Init(int newSize, unsigned char* newRecord, bool isOwned) {
-  if (newSize < Interface::kMinSize || newRecord == nullptr) {
+void CRecordData<Interface>::Init(int size, unsigned char* record, bool owned) {
+  if (size < Interface::kMinSize || record == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   plinth::v1::core::CObject::Init();
-  size = newSize;
-  record = newRecord;
-  owned = isOwned;
-  checksum = SumBytes(record, Interface::kChecksumFrom,
-                      size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
+  m_nSize = size;
+  m_pRecord = record;
+  m_bOwned = owned;
+  m_nChecksum = SumBytes(record, Interface::kChecksumFrom,
+                         size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
 }
 
 template <class Interface>
@@ -177,13 +178,13 @@ void CRecordData<Interface>::Init(typename Interface::Copied* other) {
     if (other == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    const int newSize = other->GetSize();
+    const int size = other->GetSize();
     unsigned char* copy = Defer(frame, new (plinth::v1::api::Slots<Configuration>().platform, true,
-                                            true) unsigned char[static_cast<size_t>(newSize)]);
-    memcpy(copy, other->GetRecord(), static_cast<size_t>(newSize));
-    Init(newSize, copy, true);
+                                            true) unsigned char[static_cast<size_t>(size)]);
+    memcpy(copy, other->GetRecord(), static_cast<size_t>(size));
+    Init(size, copy, true);
     HandOver(frame, copy);
-    checksum = other->GetChecksum();  // of the bytes that the other was made of
+    m_nChecksum = other->GetChecksum();  // of the bytes that the other was made of
   }
   PLINTH_END
 }
@@ -191,24 +192,24 @@ void CRecordData<Interface>::Init(typename Interface::Copied* other) {
 template <class Interface>
 int CRecordData<Interface>::GetSize() const {
   CheckThis();
-  return size;
+  return m_nSize;
 }
 
 template <class Interface>
 auto CRecordData<Interface>::GetRecord() const -> const Record* {
   CheckThis();
-  return reinterpret_cast<const Record*>(record);
+  return reinterpret_cast<const Record*>(m_pRecord);
 }
 
 template <class Interface>
 unsigned int CRecordData<Interface>::GetChecksum() const {
   CheckThis();
-  return checksum;
+  return m_nChecksum;
 }
 
 template <class Interface>
 void CRecordData<Interface>::CheckThis() const {
-  if (!valid || size < 1 || record == nullptr) {
+  if (!valid || m_nSize < 1 || m_pRecord == nullptr) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
@@ -216,10 +217,10 @@ void CRecordData<Interface>::CheckThis() const {
 template <class Interface>
 void CRecordData<Interface>::Reset() {
   plinth::v1::core::CObject::Reset();
-  size = 0;
-  record = nullptr;
-  owned = false;
-  checksum = 0;
+  m_nSize = 0;
+  m_pRecord = nullptr;
+  m_bOwned = false;
+  m_nChecksum = 0;
 }
 
 template <class Interface>

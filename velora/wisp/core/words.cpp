@@ -3,6 +3,7 @@
 #include "velora/common/core/CConditions.inl"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CPrintModeParameters.inl"
+#include "velora/common/core/CStoredBytes.inl"
 #include "velora/wisp/api/IVelcase.h"
 
 namespace velora::v1::wisp::core {
@@ -15,87 +16,13 @@ void CNodeCount::SetNodeCount(api::ENodeCount::Enum count) {
   value = count;
 }
 
-CDropsPerLevel::CDropsPerLevel() : Base(kSerializeableType) {}
+CDropsPerLevel::CDropsPerLevel() = default;
 
 CDropsPerLevel::~CDropsPerLevel() = default;
 
-void CDropsPerLevel::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+void CDropsPerLevel::Init(api::IArray_uint8* drops) { InitBytes(drops); }
 
-void CDropsPerLevel::Init(api::IArray_uint8* newDrops) {
-  BeginInit();
-  if (newDrops == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  drops.Share(newDrops);
-  valid = true;
-}
-
-void CDropsPerLevel::Init(api::IProperty* other) {
-  if (other == nullptr || other->GetSerializeableType() != kSerializeableType) {
-    Delete();
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  api::IArray_uint8* shared =
-      static_cast<CDropsPerLevel*>(other->GetThis_Concrete())->GetDropsPerLevel();
-  Base::Init(static_cast<common::api::ISerializeable<Configuration>*>(other));
-  drops.Share(shared);
-}
-
-void CDropsPerLevel::Init(common::api::ISerializeable<Configuration>* other) {
-  Init(dynamic_cast<api::IProperty*>(other));
-}
-
-void CDropsPerLevel::Init(int, api::ISerializer* serializer, void* context) {
-  BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  drops.Take(common::core::Nested<Configuration, api::IArray_uint8>(
-      serializer->Deserialize_Serializeable(1, context)));
-  valid = true;
-}
-
-api::IArray_uint8* CDropsPerLevel::GetDropsPerLevel() const {
-  CheckThis();
-  return drops.Get();
-}
-
-void CDropsPerLevel::Serialize(api::ISerializer* serializer, void* context) {
-  Base::Serialize(serializer, context);
-  serializer->Serialization_Start(kSerializeableType);
-  drops->Serialize(serializer, context);
-  serializer->Serialization_End(kSerializeableType);
-}
-
-bool CDropsPerLevel::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  using common::core::CompareTypes;
-  return CompareTypes<Configuration>(this, other) == common::core::kSameType &&
-         drops->IsEqualTo(static_cast<CDropsPerLevel*>(other->GetThis_Concrete())->drops.Get());
-}
-
-bool CDropsPerLevel::IsLessThan(plinth::v1::api::ISerializeable* other) const {
-  const auto order = common::core::CompareTypes<Configuration>(this, other);
-  return order == common::core::kSameType
-             ? drops->IsLessThan(
-                   static_cast<CDropsPerLevel*>(other->GetThis_Concrete())->drops.Get())
-             : order == common::core::kLowerType;
-}
-
-void CDropsPerLevel::CheckThis() const {
-  if (!valid || !drops) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-}
-
-void CDropsPerLevel::Reset() {
-  Base::Reset();
-  drops.Forget();
-}
-
-void CDropsPerLevel::Delete() {
-  drops.Drop();
-  Base::Delete();
-}
+api::IArray_uint8* CDropsPerLevel::GetDropsPerLevel() const { return GetBytes(); }
 
 }  // namespace properties
 

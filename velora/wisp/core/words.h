@@ -5,6 +5,7 @@
 #include "velora/common/core/CConditions.h"
 #include "velora/common/core/CList.h"
 #include "velora/common/core/CPrintModeParameters.h"
+#include "velora/common/core/CStoredBytes.h"
 #include "velora/common/core/create.h"
 #include "velora/common/core/values.h"
 #include "velora/wisp/core/CPrintModeMappings.h"
@@ -71,9 +72,10 @@ struct PenSetTest : common::core::conditions::system::Test {
   }
 };
 
-#define WISP_CONDITION(Name, tag, condition) \
-  using C##Name =                            \
-      common::core::conditions::COperandOf<Configuration, api::E##Name, condition, Name##Test>;
+#define WISP_CONDITION(Name, tag, condition)                                                    \
+  using C##Name =                                                                               \
+      common::core::conditions::COperandOf<Configuration, api::conditions::print_mode::I##Name, \
+                                           condition, Name##Test>;
 WISP_PRINT_MODE(WISP_CONDITION)
 #undef WISP_CONDITION
 
@@ -93,32 +95,15 @@ class CNodeCount : public common::core::CPropertyOf<Configuration, api::properti
   void SetNodeCount(api::ENodeCount::Enum count) override;
 };
 
-// Stored as an entry with one reference, to its array of bytes. Compares by type id, then by the
-// array.
-class CDropsPerLevel : public common::core::CProperty<Configuration>,
-                       public virtual api::properties::IDropsPerLevel {
+class CDropsPerLevel
+    : public common::core::CStoredArray<Configuration, common::core::CProperty<Configuration>,
+                                        api::properties::IDropsPerLevel, api::kDropsPerLevel> {
  public:
-  using Base = common::core::CProperty<Configuration>;
-  static constexpr int kSerializeableType = api::kDropsPerLevel;
-
   CDropsPerLevel();
   ~CDropsPerLevel() override;
-  using Base::Init;
-  void Init() override;
-  void Init(api::IArray_uint8* newDrops) override;
-  void Init(api::IProperty* other) override;
-  void Init(common::api::ISerializeable<Configuration>* other) override;
-  void Init(int type, api::ISerializer* serializer, void* context) override;
+  using CStoredArray::Init;
+  void Init(api::IArray_uint8* drops) override;
   api::IArray_uint8* GetDropsPerLevel() const override;
-  void Serialize(api::ISerializer* serializer, void* context) override;
-  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
-  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
-  void CheckThis() const override;
-  void Reset() override;
-  void Delete() override;
-
- private:
-  Counted<api::IArray_uint8> drops;
 };
 
 }  // namespace properties

@@ -1,0 +1,33 @@
+// Packs around images, and the files of tests/data.
+// Room: fuzz. Values only; a file that is not there ends the process.
+#pragma once
+
+#include <string>
+
+#include "fuzz/support/input.h"
+
+namespace fuzz {
+
+// A pack's header up to the sizes.
+struct PackHead {
+  bool ink;
+  unsigned char family;
+  unsigned char channel;
+  unsigned char version;
+};
+inline constexpr PackHead kPrinterOfToner = {false, 0, 127, 1};
+inline constexpr PackHead kPrinterOfInk = {true, 0, 127, 1};
+
+// A pack of an image, behind a header that tells the truth about it.
+Bytes PackOf(const PackHead& head, const Bytes& image);
+
+// The image of a sound pack.
+Bytes ImageOf(const Bytes& pack, bool ink);
+
+// The bytes of all images as the packs' headers tell them, no more than a reader takes.
+long long ImageBytesOf(const std::vector<Bytes>& packs, bool ink);
+
+// A file below tests/data; an absent one is empty.
+Bytes ReadData(const std::string& name);
+
+}  // namespace fuzz

@@ -1,0 +1,288 @@
+// A factory for tests, and components and packs in a few words: what both pipelines' fixtures have.
+// Room: tests. The fixture owns every object that it makes and ends them with the test, so a test
+// may raise wherever it likes. What goes wrong while words are made into objects is raised.
+//
+// Words are type ids with values, "48=3 49=1"; ids without a value stand alone, "60", "66=3 81".
+#pragma once
+
+#include <stdlib.h>
+#include <string.h>
+
+#include <initializer_list>
+#include <vector>
+
+#include "tests/support/runtime_fixture.h"
+#include "velora/common/api/IFactory.h"
+
+namespace velora_test {
+
+using Image = std::vector<unsigned char>;
+
+// The elements of a vector or of a list in braces. Unlike them it may stand where a raise passes.
+template <class T>
+class Elements {
+ public:
+  Elements(const std::vector<T>& all) : Elements(all.data(), all.size()) {}
+  Elements(std::initializer_list<T> all) : Elements(all.begin(), all.size()) {}
+  const T* begin() const { return first_; }
+  const T* end() const { return first_ + count_; }
+  int count() const { return static_cast<int>(count_); }
+
+ private:
+  Elements(const T* first, size_t count) : first_(first), count_(count) {}
+
+  const T* first_;
+  size_t count_;
+};
+
+// A pipeline tells its Configuration, its Factory, the factory's entry, and the tags and properties
+// of a component that says nothing else.
+template <class Pipeline>
+class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
+ protected:
+  using C = typename Pipeline::Configuration;
+  using Ids = velora::common::Vocabulary<C>;
+  using ITags = velora::common::api::ITags<C>;
+  using IProperty = velora::common::api::IProperty<C>;
+  using IProperties = velora::common::api::IProperties<C>;
+  using IConditions = velora::common::api::IConditions<C>;
+  using Condition = typename IConditions::IOperator;
+  using IRecipe = velora::common::api::IRecipe<C>;
+  using IComponent = velora::common::api::IComponent<C>;
+  using IVelcase = typename Ids::IVelcase;
+  using Operator = typename IRecipe::IOperator;
+  using Operators = std::vector<Operator*>;
+  using Components = std::vector<IComponent*>;
+  using Packs = std::vector<IVelcase*>;
+  static constexpr auto kReversed = ISerializer::ETargetEndianness::Reversed;
+
+  PipelineTest() : factory(static_cast<typename Pipeline::Factory*>(Pipeline::CreateFactory())) {
+    Keep(factory)->Init();
+    helper = Keep(factory->CreateSerializerHelper());
+    helper->Init();
+    mappings = factory->CreatePrintModeMappings();
+    mappings->Init();
+  }
+  ~PipelineTest() override {
+    EndFrom(0);
+    mappings->Destroy();
+  }
+
+  template <class T>
+  T* Keep(T* object) {
+    kept.push_back(object);
+    return object;
+  }
+  // Runs a body in a frame, ends what it made, and answers the code that it raised. Expects that
+  // no allocation is left.
+  template <class Body>
+  int CodeOfLife(const Body& body) {
+    const size_t before = kept.size();
+    const int live = heap.live;
+    const int code = CodeOf(body);
+    EndFrom(before);
+    EXPECT_EQ(heap.live, live);
+    return code;
+  }
+  // A blank object by its type id, as the interface.
+  template <class T>
+  T* Make(int type) {
+    return dynamic_cast<T*>(Keep(helper->CreateSerializeable(type)));
+  }
+
+  // One word: a blank object by its type id, brought to life with its value, if it has one.
+  virtual ISerializeable* Word(int type, int value) = 0;
+  ITags* Tags(const char* words) {
+    return ListOf(Keep(factory->CreateTags()), Keep(factory->CreateArray_Tag()), Ids::kArray_Tag,
+                  words);
+  }
+  IProperties* Properties(const char* words) {
+    return ListOf(Keep(factory->CreateProperties()), Keep(factory->CreateArray_Property()),
+                  Ids::kArray_Property, words);
+  }
+  ILinkedList<Condition>* Expression(const char* words) {
+    auto* list = Keep(factory->CreateLinkedList_Conditions_Operator());
+    list->Init(Ids::kArray_ConditionsOperator);
+    ForEachWord(words, [&](int type, int value) {
+      list->Add(list->GetTail(), dynamic_cast<Condition*>(Word(type, value)));
+    });
+    return list;
+  }
+  IConditions* Conditions(const char* words) {
+    IConditions* conditions = Keep(factory->CreateConditions());
+    conditions->Init(Expression(words));
+    return conditions;
+  }
+
+  IArray_uint8* Array(const Image& bytes) {
+    return Filled(Keep(factory->CreateArray_uint8()), bytes);
+  }
+  static Image Content(IArray_uint8* array) {
+    return Image(array->GetElements(), array->GetElements() + array->GetCount());
+  }
+  // The image of one root object, and the object of an image.
+  Image ImageOf(ISerializeable* object) {
+    ISerializer* writer = Keep(factory->CreateSerializer());
+    writer->Init(helper, kReversed);
+    object->Serialize(writer, nullptr);
+    return File(writer);
+  }
+  ISerializeable* FromImage(const Image& image, int type, void* context = nullptr) {
+    ISerializer* reader = Keep(factory->CreateSerializer());
+    reader->Init(helper, kReversed, static_cast<int>(image.size()), Array(image)->GetElements(),
+                 false);
+    return Keep(reader->Deserialize_Serializeable(type, context));
+  }
+
+  // An operator without bytes.
+  Operator* Build(int type) { return dynamic_cast<Operator*>(Word(type, 0)); }
+  IRecipe* Recipe(Elements<Operator*> operators) {
+    auto* list = Keep(factory->CreateLinkedList_Recipe_Operator());
+    list->Init(Ids::kArray_RecipeOperator);
+    for (Operator* step : operators) {
+      list->Add(list->GetTail(), step);
+    }
+    IRecipe* recipe = Keep(factory->CreateRecipe());
+    recipe->Init(list);
+    return recipe;
+  }
+
+  // What a stored component says of itself.
+  struct Profile {
+    const char* tags = Pipeline::kTags;
+    const char* properties = Pipeline::kProperties;
+    const char* conditions = "60";
+    int version = 1;
+  };
+  IComponent* Reference(int type, const char* tags, const char* properties) {
+    auto* component = Make<IComponent>(type);
+    component->Init(Tags(tags), Properties(properties));
+    return component;
+  }
+  IComponent* Stored(int type, const Profile& profile, Elements<Operator*> recipe) {
+    auto* component = Make<IComponent>(type);
+    component->Init(dynamic_cast<IProperty*>(Word(Ids::kComponentVersion, profile.version)),
+                    Conditions(profile.conditions), Tags(profile.tags),
+                    Properties(profile.properties), Recipe(recipe));
+    return component;
+  }
+
+  // The file of a pack, or of a writer; and a pack that was read from a file.
+  static Image File(ISerializer* pack) {
+    const int size = pack->GetSerializedSize();
+    const unsigned char* bytes = pack->Serialize();
+    return Image(bytes, bytes + size);
+  }
+  IVelcase* Read(const Image& file, int family = 0) {
+    IVelcase* pack = Keep(factory->CreateVelcase());
+    // On a block of exact size, so that a sanitizer sees the first byte behind it.
+    pack->Init(static_cast<int>(file.size()), Array(file)->GetElements(), helper, kReversed,
+               static_cast<typename velora::common::api::ESupplyFamily<C>::Enum>(family),
+               static_cast<unsigned int>(file.size()));
+    return pack;
+  }
+  IArray<IVelcase>* ArrayOf(Elements<IVelcase*> packs) {
+    IArray<IVelcase>* array = Keep(factory->CreateArray_Velcase());
+    array->Init(3, packs.count());
+    int index = 0;
+    for (IVelcase* pack : packs) {
+      array->Set(index++, pack);
+    }
+    return array;
+  }
+
+  // Expects that the helper makes an object for each type id in these ranges, and for no other.
+  struct TypeIds {
+    int first, last;
+  };
+  void ExpectMade(Elements<TypeIds> ranges, int lastArrayOfObjects) {
+    for (int type = -1; type <= 129; ++type) {
+      SCOPED_TRACE(type);
+      int code = type == 3 ? 2 : 3000;  // an id without a class, and no id
+      for (const TypeIds& ids : ranges) {
+        code = type >= ids.first && type <= ids.last ? 0 : code;
+      }
+      ISerializeable* volatile made = nullptr;
+      ASSERT_EQ(CodeOf([&] { made = Keep(helper->CreateSerializeable(type)); }), code);
+      if (code == 0) {
+        // Arrays of objects take theirs from Init.
+        EXPECT_EQ(made->GetSerializeableType(), type >= 4 && type <= lastArrayOfObjects ? 0 : type);
+      }
+    }
+  }
+
+  typename Pipeline::Factory* factory;
+  ISerializerHelper* helper;
+  decltype(std::declval<typename Pipeline::Factory>().CreatePrintModeMappings()) mappings;
+
+  // For a pipeline's own Word: gives a value to an object that holds one of these enumerations;
+  // false when it is none of them.
+  template <class Base, class... E>
+  static bool Give(ISerializeable* object, int value) {
+    const auto give = [value](auto* typed) {
+      using Value = std::remove_pointer_t<decltype(typed)>;
+      if (typed != nullptr) {
+        typed->Init(static_cast<typename Value::Enumeration::Enum>(value));
+      }
+      return typed != nullptr;
+    };
+    return (give(dynamic_cast<velora::common::api::IValue<Base, E>*>(object)) || ...);
+  }
+  // For a pipeline's own Pack: fills blank ones with the components of their kind.
+  template <class Kind, class List>
+  static List* Fill(Elements<IComponent*> components, IArray<Kind>* array, List* list) {
+    int count = 0;
+    for (IComponent* component : components) {
+      count += dynamic_cast<Kind*>(component) != nullptr;
+    }
+    array->Init(Kind::kArrayType, count);
+    for (IComponent* component : components) {
+      if (auto* one = dynamic_cast<Kind*>(component)) {
+        array->Set(array->GetCount() - count--, one);
+      }
+    }
+    list->Init(array);
+    return list;
+  }
+  template <class Filling, class All>
+  static Filling* Filled(Filling* array, const All& elements) {
+    array->Init(static_cast<int>(elements.size()));
+    if (!elements.empty()) {
+      memcpy(array->GetElements(), elements.data(), elements.size() * sizeof elements[0]);
+    }
+    return array;
+  }
+
+ private:
+  void EndFrom(size_t place) {
+    while (kept.size() > place) {
+      kept.back()->Destroy();
+      kept.pop_back();
+    }
+  }
+  // Calls visit(type, value) for each word.
+  template <class Visit>
+  static void ForEachWord(const char* words, Visit visit) {
+    for (char* rest = const_cast<char*>(words); *rest != '\0';) {
+      const int type = static_cast<int>(strtol(rest, &rest, 10));
+      const int value = *rest == '=' ? static_cast<int>(strtol(rest + 1, &rest, 10)) : 0;
+      visit(type, value);
+      rest += strspn(rest, " ");
+    }
+  }
+  template <class List, class T>
+  List* ListOf(List* list, IArray<T>* array, int type, const char* words) {
+    int count = 0;
+    ForEachWord(words, [&](int, int) { ++count; });
+    array->Init(type, count);
+    ForEachWord(words, [&](int word, int value) {
+      array->Set(array->GetCount() - count--, dynamic_cast<T*>(Word(word, value)));
+    });
+    list->Init(array);
+    return list;
+  }
+
+  std::vector<IObject*> kept;
+};
+
+}  // namespace velora_test

@@ -1,0 +1,100 @@
+// Bodies of CExpression.h, for the files that instantiate it.
+#pragma once
+
+#include "plinth/core/CLinkedList.inl"
+#include "velora/common/core/CElement.inl"
+#include "velora/common/core/CExpression.h"
+#include "velora/common/core/create.h"
+
+#define VELORA_EXPRESSION template <class Configuration, class I, int kType, int kListType>
+#define VELORA_EXPRESSION_OF CExpression<Configuration, I, kType, kListType>
+
+namespace velora::common::core {
+
+VELORA_EXPRESSION VELORA_EXPRESSION_OF::CExpression()
+    : CSerializeable<Configuration>(kSerializeableType) {}
+
+VELORA_EXPRESSION VELORA_EXPRESSION_OF::~CExpression() = default;
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(api::ISerializeable<Configuration>* other) {
+  Init(dynamic_cast<Interface*>(other));
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Operators* newOperators) {
+  if (newOperators == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  plinth::v1::core::CObject::Init();
+  operators.Share(newOperators);
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  Operators* shared = other->GetLinkedList_Operators();
+  CSerializeable<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
+  operators.Share(shared);
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(int, api::ISerializer* serializer,
+                                                  void* context) {
+  this->BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+  operators->Init(kListType, serializer, context);
+  this->valid = true;
+}
+
+VELORA_EXPRESSION auto VELORA_EXPRESSION_OF::GetLinkedList_Operators() -> Operators* {
+  CheckThis();
+  return operators.Get();
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Serialize(api::ISerializer* serializer,
+                                                       void* context) {
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  serializer->Serialization_Start(kSerializeableType);
+  operators->Serialize(serializer, context);
+  serializer->Serialization_End(kSerializeableType);
+}
+
+VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsEqualTo(
+    plinth::v1::api::ISerializeable* other) const {
+  return operators->IsEqualTo(
+      static_cast<CExpression*>(this->Comparable(other))->GetLinkedList_Operators());
+}
+
+VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsLessThan(
+    plinth::v1::api::ISerializeable* other) const {
+  return operators->IsLessThan(
+      static_cast<CExpression*>(this->Comparable(other))->GetLinkedList_Operators());
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::CheckThis() const {
+  if (!this->valid || !operators) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Reset() {
+  CSerializeable<Configuration>::Reset();
+  operators.Forget();
+}
+
+VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Delete() {
+  operators.Drop();
+  CSerializeable<Configuration>::Delete();
+}
+
+#undef VELORA_EXPRESSION
+#undef VELORA_EXPRESSION_OF
+
+}  // namespace velora::common::core
