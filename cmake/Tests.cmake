@@ -38,6 +38,8 @@ foreach(folder IN LISTS folders)
   set_target_properties(${test} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   target_link_libraries(${test} PRIVATE test_settings)
   if(name STREQUAL "shared_library")
+    # The one helper that knows nothing of the library: the heap under watch.
+    target_sources(${test} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/process_heap.cpp)
     # zlib too: it makes damaged packs with a sound stream.
     target_link_libraries(${test} PRIVATE velora velora_outside ${VELORA_ZLIB_LIBRARY})
     target_compile_definitions(${test} PRIVATE VELORA_LIBRARY="$<TARGET_FILE:velora>")

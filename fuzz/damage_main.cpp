@@ -1,6 +1,6 @@
 // Exhaustive damage: the smallest packs with every single bit flipped, and cut at every place; once
 // in their images, behind a header and a stream that are sound, and once in the file's own bytes.
-// And small packs that inflate to the largest image, of nothing but empty entries or dictionaries.
+// And small packs that inflate to a large image, of nothing but empty entries or dictionaries.
 //
 // Each of these calls is held to the promise. Prints how many there were, and how many of them were
 // served: what is damaged may lie where nobody looks, or in a table's own bytes.
@@ -59,11 +59,11 @@ void Report(const char* name, const char* what, size_t size, int served) {
 }
 
 void RunBombs() {
-  constexpr size_t kLargest = 4 << 20;
-  Bytes entries(kLargest - 1), dictionaries;
+  constexpr size_t kLarge = 1 << 20;
+  Bytes entries(kLarge - 1), dictionaries;
   entries.front() = 112;
   entries[entries.size() - 2] = 0x80;
-  while (dictionaries.size() + 5 <= kLargest) {
+  while (dictionaries.size() + 5 <= kLarge) {
     dictionaries.insert(dictionaries.end(), {112, 0, 0, 0x80, 0});
   }
   for (const Bytes& image : {entries, dictionaries}) {
@@ -79,13 +79,9 @@ void RunBombs() {
 int main() {
   setvbuf(stdout, nullptr, _IOLBF, 0);
   Silence();
-  const auto toner = [](Sort sort) {
-    return [sort](const Bytes& pack) { return Run(PlainCall(sort, pack)); };
-  };
   const Sweep sweeps[] = {
-      {"toner blob", kPrinterOfToner, ImageOf(Of(SoundToner(), {29})), toner(Sort::kBlob)},
-      {"toner curve", kPrinterOfToner, ImageOf(Of(SoundToner(), {21, 25, 26, 27, 28})),
-       toner(Sort::kGray)},
+      {"toner blob", kPrinterOfToner, ImageOf(Of(SoundToner(), {29})),
+       [](const Bytes& pack) { return Run(PlainCall(Sort::kBlob, pack)); }},
       {"ink curve", kPrinterOfInk, ImageOf(Of(SoundInk(), {26})), [](const Bytes& pack) {
          InkCall call = PlainRequests(pack);
          call.requests = {call.requests[InkRequest::kGray]};

@@ -4,6 +4,9 @@
 //
 // A broken promise, a crash or a sanitizer's finding ends the process; the file in hand is named on
 // standard output before.
+
+// A 32-bit program under an emulator meets the file numbers of a 64-bit machine.
+#define _FILE_OFFSET_BITS 64
 #include <dirent.h>
 #include <stdint.h>
 #include <stdio.h>

@@ -47,10 +47,10 @@ struct Trip {
   ISerializer *reader = nullptr, *again = nullptr, *writer = nullptr, *rewriter = nullptr;
   ISerializeable* first[2 * kMostLists] = {};
   ISerializeable** second = first + kMostLists;
-  bool sorted = false;
+  bool written = false;
 };
 
-// Raises where the image is refused or the sort meets equals.
+// Raises where the image is refused, the sort meets equals, or a curve has not its 17 nodes.
 template <class Factory>
 void Go(Trip<Factory>* trip, const int* types, int lists, unsigned char* bytes, int size) {
   constexpr auto kReversed = ISerializer::ETargetEndianness::Reversed;
@@ -63,13 +63,13 @@ void Go(Trip<Factory>* trip, const int* types, int lists, unsigned char* bytes, 
   for (int i = 0; i < lists; ++i) {
     trip->first[i]->Sort(true);
   }
-  trip->sorted = true;
   trip->Open(&trip->writer)->Init(trip->helper, kReversed);
   for (int i = 0; i < lists; ++i) {
     trip->first[i]->Serialize(trip->writer, nullptr);
   }
   const int written = trip->writer->GetSerializedSize();
   unsigned char* image = trip->writer->Serialize();
+  trip->written = true;
   trip->Open(&trip->again)->Init(trip->helper, kReversed, written, image, false);
   for (int i = 0; i < lists; ++i) {
     trip->second[i] = trip->again->Deserialize_Serializeable(types[i], nullptr);
@@ -92,7 +92,7 @@ void RoundTrip(Factory* factory, const int* types, int lists, Bytes image) {
     Trip<Factory> trip(factory);
     const int code =
         ink::Try([&] { Go(&trip, types, lists, image.data(), static_cast<int>(image.size())); });
-    Expect(code == 0 || !trip.sorted, "what was sorted is not written and read again");
+    Expect(code == 0 || !trip.written, "what was written is not read and written again");
   }
   promise.Check();
 }

@@ -43,7 +43,12 @@ long long TakePeak() { return peak.exchange(bytes); }
 
 #if defined(FUZZ_ADDRESS_SANITIZER)
 
-#include <sanitizer/allocator_interface.h>
+// As <sanitizer/allocator_interface.h> has them, which does not come with every compiler.
+extern "C" {
+int __sanitizer_install_malloc_and_free_hooks(void (*allocated)(const volatile void*, size_t),
+                                              void (*freed)(const volatile void*));
+size_t __sanitizer_get_allocated_size(const volatile void* pointer);
+}
 
 namespace {
 
@@ -51,8 +56,7 @@ const int installed = __sanitizer_install_malloc_and_free_hooks(
     [](const volatile void*, size_t size) { fuzz::Add(static_cast<long long>(size)); },
     [](const volatile void* pointer) {
       if (pointer != nullptr) {
-        fuzz::Remove(static_cast<long long>(
-            __sanitizer_get_allocated_size(const_cast<const void*>(pointer))));
+        fuzz::Remove(static_cast<long long>(__sanitizer_get_allocated_size(pointer)));
       }
     });
 

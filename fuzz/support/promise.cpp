@@ -78,7 +78,7 @@ Unobserved::~Unobserved() {
 #endif
 
 #if defined(FUZZ_ADDRESS_SANITIZER)
-#include <sanitizer/common_interface_defs.h>
+extern "C" void __sanitizer_set_report_fd(void* fd);
 
 // The flat entry keeps the boot record of each call allocated: that is its contract, and the only
 // block that it leaves.

@@ -24,6 +24,10 @@ class CSerializer : public CObject, public virtual api::ISerializer {
     static void Check(Enum value);  // [1..4]
   };
 
+  // More entries than any sound image of this size has: each takes far more memory than its two
+  // bytes in an image that means harm.
+  static constexpr int MostEntries(int imageSize) { return (1 << 16) + imageSize / 16; }
+
   // The type id of lists and arrays of the serializer's own records; no object of an image has it.
   static constexpr int kRecordType = 3;
 

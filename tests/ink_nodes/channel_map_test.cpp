@@ -202,6 +202,9 @@ TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
               row.code)
         << row.what;
   }
+  wisp::IProperties* sound = Properties(kSound);
+  EXPECT_EQ(CodeOf([&] { Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(sound, nullptr); }),
+            3000);
   wisp::IArray_int32* cube = Array(Nodes(4913));
   const struct {
     wisp::IProperties* properties;

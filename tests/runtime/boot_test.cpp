@@ -115,16 +115,20 @@ TEST_F(BootTest, ThreadWithoutAPlaceIsRefusedAndTheRestStands) {
 
 TEST(BootMemoryTest, BootThatRunsOutOfMemoryLeavesAnEmptyBlock) {
   BootSlots& flat = Slots<FlatConfiguration>();
-  ForEachFailingCalloc([&flat] {
-    BootRecord* const record = Boot(flat);
-    if (record != nullptr) {
-      FreeBootRecord(flat, record);
-      CleanupProcess(flat);
-    }
-    const BootSlots empty = {};
-    EXPECT_EQ(memcmp(&flat, &empty, sizeof flat), 0);
-    return record != nullptr;
-  });
+  ForEachShortage(
+      [&flat] {
+        BootRecord* const record = Boot(flat);
+        if (record != nullptr) {
+          FreeBootRecord(flat, record);
+          CleanupProcess(flat);
+        }
+        return record != nullptr;
+      },
+      [&flat](int, bool) {
+        const BootSlots empty = {};
+        EXPECT_EQ(memcmp(&flat, &empty, sizeof flat), 0);
+        return 0;
+      });
 }
 
 }  // namespace

@@ -1,67 +1,20 @@
 // The ink pipeline as a program outside the library reaches it: through the door's header and
 // nothing else.
 #include <gtest/gtest.h>
-#include <string.h>
 
 #include <thread>
 
-#include "tests/shared_library/table_call.h"
-#include "velora/wisp/api/door.h"
+#include "tests/shared_library/ink_printer.h"
 
 namespace {
-
-namespace ink = velora::v1::wisp::api;
-
-constexpr tWISPPrintModeMapping kMode = {PT_DATA_SOURCE_0, PT_MEDIA_2, PT_QUALITY_1, 0, 1};
-
-// A veltune over the vector's pack, with what must outlive it.
-struct Printer {
-  ink::_factory::IFactory* factory = nullptr;
-  ink::IPrintModeMappings* mappings = nullptr;
-  ink::IVeltune* veltune = nullptr;
-
-  int Open(Bytes pack) {
-    factory = ink::Open();
-    if (factory == nullptr) {
-      return -1;
-    }
-    return ink::Try([&] {
-      ink::ISerializerHelper* helper = factory->CreateSerializerHelper();
-      helper->Init();
-      ink::IVelcase* velcase = factory->CreateVelcase();
-      velcase->Init(static_cast<int>(pack.size()), pack.data(), helper,
-                    ink::ISerializer::ETargetEndianness::Reversed, ink::ESupplyFamily::Enum(3),
-                    static_cast<unsigned int>(pack.size()));
-      helper->Destroy();
-      ink::IArray<ink::IVelcase>* velcases = factory->CreateArray_Velcase();
-      velcases->Init(1, 1);
-      velcases->Set(0, velcase);
-      velcase->Destroy();
-      mappings = factory->CreatePrintModeMappings();
-      mappings->Init();
-      veltune = factory->CreateVeltune();
-      veltune->Init(ink::EPlatform::Enum(2), ink::EProductVariant::Enum(0), velcases, mappings,
-                    &kMode);
-      velcases->Destroy();
-    });
-  }
-
-  void Close() {
-    veltune->Destroy();
-    mappings->Destroy();
-    factory->Destroy();
-    ink::Close();
-  }
-};
 
 TEST(InkDoor, TheVectorAndARefusalInEachOfThreeLives) {
   const Bytes locator = ReadData("vectors/ink/locator-gray.bin");
   WISPGrayCurve input = {};
-  input.payloadLength = static_cast<uint32_t>(locator.size());
   ASSERT_FALSE(locator.empty());
-  memcpy(input.curve, locator.data(), locator.size());
+  SetLocator(&input, locator);
   for (int life = 0; life < 3; ++life) {
-    Printer printer;
+    InkPrinter printer;
     ASSERT_EQ(printer.Open(ReadData("vectors/ink/printer.velcase")), 0);
     WISPGrayCurve output = {};
     int size = 0;

@@ -13,37 +13,43 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
   return "leak:MakeBootRecord\n";
 }
 
-int TableCall::Run(Bytes* buffer) const {
+PlacedCall::PlacedCall(const TableCall& call) : call_(call), target_(call.bufferSize, 0xA5) {
   // Copies have no slack, so a sanitizer sees the first byte behind each.
-  std::vector<Bytes> blocks;
-  std::vector<ImagingBlob> blobs;
-  std::vector<const ImagingBlob*> pointers;
-  const auto place = [&blocks](const Bytes& bytes) -> const uint8_t* {
-    blocks.push_back(bytes);
-    return bytes.empty() ? nullptr : blocks.back().data();
+  const auto place = [this](const Bytes& bytes) -> const uint8_t* {
+    blocks_.push_back(bytes);
+    return bytes.empty() ? nullptr : blocks_.back().data();
   };
-  for (const Bytes& pack : packs) {
-    blobs.push_back({static_cast<uint32_t>(pack.size()), place(pack)});
+  for (const Bytes& pack : call.packs) {
+    blobs_.push_back({static_cast<uint32_t>(pack.size()), place(pack)});
   }
-  for (const ImagingBlob& blob : blobs) {
-    pointers.push_back(static_cast<int>(pointers.size()) == nullPack ? nullptr : &blob);
+  for (const ImagingBlob& blob : blobs_) {
+    const bool absent = static_cast<int>(pointers_.size()) == call.nullPack;
+    pointers_.push_back(absent ? nullptr : &blob);
   }
-  ReferenceTable referenceTable = {place(reference), {}, {}};
-  TableCorrections tableCorrections = {{}, place(corrections)};
+  reference_.data = place(call.reference);
+  corrections_.data = place(call.corrections);
   for (int i = 0; i < 4; ++i) {
-    referenceTable.apCbat[i] = place(cbat[i]);
-    referenceTable.acbCbat[i] = static_cast<uint16_t>(cbat[i].size());
-    tableCorrections.apKeys[i] = place(keys[i]);
+    reference_.apCbat[i] = place(call.cbat[i]);
+    reference_.acbCbat[i] = static_cast<uint16_t>(call.cbat[i].size());
+    corrections_.apKeys[i] = place(call.keys[i]);
   }
-  Bytes target(bufferSize, 0xA5);
-  const int result = _velora_v2_ReconstructTable_Moth_Posix_So(
-      platform, supplyFamily, productVariant, table, theme, media, axis,
-      static_cast<unsigned int>(packCount < 0 ? static_cast<int>(pointers.size()) : packCount),
-      withPackList ? pointers.data() : nullptr, withReference ? &referenceTable : nullptr,
-      corrections.empty() ? nullptr : &tableCorrections, static_cast<unsigned int>(bufferSize),
-      withBuffer ? target.data() : nullptr);
+}
+
+int PlacedCall::Run() {
+  const int packs = call_.packCount < 0 ? static_cast<int>(pointers_.size()) : call_.packCount;
+  return _velora_v2_ReconstructTable_Moth_Posix_So(
+      call_.platform, call_.supplyFamily, call_.productVariant, call_.table, call_.theme,
+      call_.media, call_.axis, static_cast<unsigned int>(packs),
+      call_.withPackList ? pointers_.data() : nullptr, call_.withReference ? &reference_ : nullptr,
+      call_.corrections.empty() ? nullptr : &corrections_,
+      static_cast<unsigned int>(call_.bufferSize), call_.withBuffer ? target_.data() : nullptr);
+}
+
+int TableCall::Run(Bytes* buffer) const {
+  PlacedCall placed(*this);
+  const int result = placed.Run();
   if (buffer != nullptr) {
-    *buffer = target;
+    *buffer = placed.content();
   }
   return result;
 }

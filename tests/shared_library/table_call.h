@@ -35,6 +35,25 @@ struct TableCall {
   int Run(Bytes* buffer = nullptr) const;
 };
 
+// A call with its bytes in place, so that running it does nothing but the call.
+class PlacedCall {
+ public:
+  explicit PlacedCall(const TableCall& call);
+  int Run();  // 1 or 0
+  // The buffer; filled with 0xA5 by the constructor, and again here.
+  const Bytes& content() const { return target_; }
+  void Fill() { target_.assign(target_.size(), 0xA5); }
+
+ private:
+  const TableCall& call_;
+  std::vector<Bytes> blocks_;
+  std::vector<ImagingBlob> blobs_;
+  std::vector<const ImagingBlob*> pointers_;
+  ReferenceTable reference_ = {};
+  TableCorrections corrections_ = {};
+  Bytes target_;
+};
+
 // The lines that an action prints, each as "function line message", joined by '|'. Left out are the
 // lines of blocks that were allocated and freed again, of a decoder's steps, and of corrections
 // that are not there; a block that stays is a line of its own.

@@ -12,7 +12,13 @@ namespace velora_test {
 
 Heap heap;
 
-bool Heap::Fails() { return failAt != 0 && --failAt == 0; }
+bool Heap::Fails() {
+  if (failAt == 0 || --failAt != 0) {
+    return false;
+  }
+  failAt = forEver ? 1 : 0;
+  return failed = true;
+}
 
 namespace {
 

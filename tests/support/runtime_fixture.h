@@ -20,8 +20,10 @@ using namespace plinth::v1::api;
 struct Heap {
   std::atomic<int> live{0};    // blocks that are allocated and not yet freed
   std::atomic<int> failAt{0};  // the allocation, counted from 1, that fails; 0: none does
+  bool forEver = false;        // all from there on fail
+  bool failed = false;         // one has failed
 
-  // True for an allocation that must fail; `failAt` is 0 from then on.
+  // True for an allocation that must fail.
   bool Fails();
 };
 extern Heap heap;
@@ -65,20 +67,25 @@ int CodeOf(const Callable& callable) {
 }
 
 // Runs `call` with its first allocation failing, then its second, and so on, until it needs no
-// more. `call` answers whether it succeeded, releases what it got, and must succeed in the end.
+// more: once with that one failing, then with all from there on. `call` answers whether it
+// succeeded, releases what it got, and must succeed in the end.
 template <class Callable>
 void ForEachFailingAllocation(const Callable& call) {
-  for (int nth = 1;; ++nth) {
-    const int before = heap.live;
-    heap.failAt = nth;
-    const bool succeeded = call();
-    const bool reached = heap.failAt == 0;
-    heap.failAt = 0;
-    ASSERT_EQ(heap.live, before) << "left behind when allocation " << nth << " failed";
-    if (!reached) {
-      EXPECT_TRUE(succeeded);
-      EXPECT_GT(nth, 1) << "nothing was allocated";
-      return;
+  for (const bool forEver : {false, true}) {
+    for (int nth = 1;; ++nth) {
+      const int before = heap.live;
+      heap.failed = false;
+      heap.forEver = forEver;
+      heap.failAt = nth;
+      const bool succeeded = call();
+      heap.failAt = 0;
+      heap.forEver = false;
+      ASSERT_EQ(heap.live, before) << "left behind when allocation " << nth << " failed";
+      if (!heap.failed) {
+        EXPECT_TRUE(succeeded);
+        EXPECT_GT(nth, 1) << "nothing was allocated";
+        break;
+      }
     }
   }
 }

@@ -193,6 +193,8 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
   const Image sound = cbat[3];
   cbat[3].assign(100, 0);
   EXPECT_EQ(RunCurve(), 1);
+  cbat[3].clear();  // a pointer, and no bytes
+  EXPECT_EQ(RunCurve(), 1);
   cbat[3] = sound;
   EXPECT_EQ(RunCurve(), 0);
   axis = CTR_AXIS_P;
@@ -220,6 +222,9 @@ TEST_F(TablesTest, MonolithicOperatorsStoreBytesOnly) {
     EXPECT_EQ(step->Resolve(list, Properties(""), veltune), list);
     EXPECT_EQ(CodeOf([&] { step->Resolve(list, nullptr, veltune); }), 3000);
   }
+  auto* curve = Keep(factory->CreateGrayCurve_Operator_Build_Monolithic());
+  curve->Init(nullptr, nullptr, nullptr, nullptr, nullptr);
+  EXPECT_EQ(CodeOf([&] { curve->GetArray_uint8_Packet_Encoded(); }), 4000);
 }
 
 TEST_F(TablesTest, PlanesComeInTheRecipesOrder) {
@@ -330,6 +335,9 @@ TEST_F(TablesTest, FinishedData) {
   copy->Init(data);
   ASSERT_NE(copy->GetReconstructedData(), bytes);
   EXPECT_EQ(memcmp(copy->GetReconstructedData(), bytes, 256), 0);
+  copy->AddRef();
+  EXPECT_EQ(CodeOf([&] { copy->Init(data); }), 1) << "it is in use";
+  copy->Destroy();
   EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IGrayCurveData*>(nullptr)); }), 3000);
   EXPECT_EQ(CodeOf([&] { data->Init(); }), 3);
   EXPECT_EQ(CodeOf([&] { data->Serialize(nullptr, nullptr); }), 2) << "it is never stored";

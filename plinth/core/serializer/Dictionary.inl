@@ -128,6 +128,9 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   if (counted == 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  if (counted > MostEntries(size)) {
+    PLINTH_RAISE(CException_General);
+  }
   entries =
       new (api::Slots<Configuration>().platform, true, true) Entry*[static_cast<size_t>(counted)];
   ownsEntries = true;

@@ -384,6 +384,9 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
     dictionaries->GetElements()[i] = dictionary;
     position += dictionary->Init(reverseBytes, size, data, position);
     entryCount += dictionary->serialized->count;
+    if (entryCount > MostEntries(size)) {
+      PLINTH_RAISE(CException_General);
+    }
   }
   entries.Take(NewArray_Entry(entryCount));
   int filled = 0;

@@ -34,6 +34,7 @@ struct BuildChain {
   const void* recipe;
   const BuildChain* outer;
   int depth;
+  int* work;  // steps within the outermost, see kMaxWork
 };
 
 template <class Configuration>
@@ -44,6 +45,11 @@ class IVeltune : public virtual plinth::v1::api::IObject {
 
   // Longer than any sound chain of references, and far from a stack's end.
   static constexpr int kMaxChain = 1000;
+  // More steps than any sound table takes: its builds, and the candidates of its lookups, this many
+  // a step. What is built for an operand is not kept, so components that each name another one
+  // twice would double the work with every step; and a long chain goes through a long list often.
+  static constexpr int kMaxWork = 4096;
+  static constexpr int kCandidatesOfAStep = 512;
 
   using plinth::v1::api::IObject::Init;
   virtual void Init(Parameters* parameters) = 0;

@@ -139,9 +139,12 @@ auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
 VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
   Data* volatile built = nullptr;
   const api::BuildChain* outer = veltune->GetBuildChain();
-  const api::BuildChain link = {this->recipe.Get(), outer, outer == nullptr ? 1 : outer->depth + 1};
+  int work = 0;
+  const api::BuildChain link = {this->recipe.Get(), outer, outer == nullptr ? 1 : outer->depth + 1,
+                                outer == nullptr ? &work : outer->work};
   PLINTH_FRAME(Configuration) {
-    bool sound = link.depth <= api::IVeltune<Configuration>::kMaxChain;
+    bool sound = link.depth <= api::IVeltune<Configuration>::kMaxChain &&
+                 ++*link.work <= api::IVeltune<Configuration>::kMaxWork;
     for (const api::BuildChain* step = outer; step != nullptr; step = step->outer) {
       sound = sound && step->recipe != link.recipe;
     }

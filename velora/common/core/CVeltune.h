@@ -43,8 +43,7 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   // A new component of the concrete class that is a copy of the chosen one. The caller owns it, and
   // can have it build data without touching the pack. The key's callbacks stand around the search.
   template <class Class, class Kind>
-  static Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list,
-                      Parameters* parameters);
+  Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list, Parameters* parameters);
 
  protected:
   // One sorted pack of the concrete class with the components of all. The caller owns it.

@@ -161,6 +161,13 @@ Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configurati
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   key->Call_Callback_Locate();
+  if (buildChain != nullptr && list != nullptr) {
+    *buildChain->work +=
+        list->GetArray()->GetCount() / api::IVeltune<Configuration>::kCandidatesOfAStep;
+    if (*buildChain->work > api::IVeltune<Configuration>::kMaxWork) {
+      PLINTH_RAISE(CException_General);
+    }
+  }
   Kind* found = Locate_FromComponentList(key, list, parameters);
   found->CheckThis();
   Class* copy = Create<Configuration, Class>();

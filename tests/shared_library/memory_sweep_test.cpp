@@ -1,0 +1,182 @@
+// Calls without memory: each allocation of a call fails once, and each is the last that succeeds,
+// whoever makes it. The call ends with the right bytes or with none, and the next one is served.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/shared_library/ink_printer.h"
+#include "tests/support/process_heap.h"
+
+namespace {
+
+using velora_test::ForEachShortage;
+
+// The allocations of the boot that a table call begins with. A call that gets past them keeps its
+// boot record.
+int AllocationsOfABoot() {
+  for (int nth = 1;; ++nth) {
+    velora_test::WatchProcessHeap(nth, velora_test::Shortage::kForEver);
+    BootRecord* record = _plinth_v1_Boot_Posix_So();
+    velora_test::StopWatching();
+    if (record != nullptr) {
+      _plinth_v1_FreeBootRecord_Posix_So(record);
+      _plinth_v1_Cleanup_Process_Posix_So();
+      return nth - 1;
+    }
+  }
+}
+
+void SweepTableCall(const TableCall& call, const Bytes& expected) {
+  const Silence silence;
+  const Bytes untouched(call.bufferSize, 0xA5);
+  const TableCall blob = BlobCall();
+  const Bytes blobExpected = ReadData("vectors/toner-blob/expected.bin");
+  PlacedCall placed(call), next(blob);
+  const int boot = velora_test::CanWatchProcessHeap() ? AllocationsOfABoot() : 0;
+  const auto run = [](PlacedCall& again, const Bytes& bytes) {
+    EXPECT_EQ(again.Run(), 1);
+    EXPECT_EQ(again.content(), bytes);
+    again.Fill();
+    return 1;  // the boot record
+  };
+  ForEachShortage([&] { return placed.Run() == 1; },
+                  [&](int nth, bool succeeded) {
+                    EXPECT_EQ(placed.content(), succeeded ? expected : untouched);
+                    placed.Fill();
+                    return (nth > boot ? 1 : 0) + run(next, blobExpected) +
+                           (nth % 64 == 0 ? run(placed, expected) : 0);
+                  });
+}
+
+TEST(TableCallWithoutMemory, FuserBlob) {
+  SweepTableCall(BlobCall(), ReadData("vectors/toner-blob/expected.bin"));
+}
+TEST(TableCallWithoutMemory, GrayCurve) {
+  SweepTableCall(GrayCall(), ReadData("vectors/toner-gray/expected.bin"));
+}
+TEST(TableCallWithoutMemory, ColorTable) {
+  SweepTableCall(CmykCall(), ReadData("vectors/toner-cmyk/expected.bin"));
+}
+
+// ---- ink
+
+const Bytes& InkPack() {
+  static const Bytes pack(ReadData("vectors/ink/printer.velcase"));
+  return pack;
+}
+
+TEST(InkWithoutMemory, FromTheDoorToAVeltune) {
+  InkPrinter printer;
+  ForEachShortage([&] { return printer.Open(InkPack()) == 0; },
+                  [&](int nth, bool) {
+                    printer.Close();
+                    if (nth % 32 == 0) {
+                      EXPECT_EQ(printer.Open(InkPack()), 0);
+                      printer.Close();
+                    }
+                    return 0;
+                  });
+}
+
+// A miss without memory, then the same request with it, on the same printer.
+template <class Record>
+void SweepRequest(const char* locator, const char* result) {
+  static Record input, output;
+  SetLocator(&input, ReadData(std::string("vectors/ink/") + locator));
+  const Bytes expected = ReadData(std::string("vectors/ink/") + result);
+  const unsigned char* bytes = reinterpret_cast<const unsigned char*>(&output);
+  const auto holds = [&](bool served) {
+    if constexpr (std::is_same_v<Record, WISPColorMap>) {
+      output.printModeMapping = 0;  // a mark of the process
+    }
+    const bool right = served ? memcmp(bytes, expected.data(), expected.size()) == 0
+                              : std::count(bytes, bytes + sizeof output, 0) == sizeof output;
+    memset(&output, 0, sizeof output);
+    return right;
+  };
+  InkPrinter printer;
+  const auto ask = [&] {
+    return ink::Try([&] { Populate(printer.veltune, &input, &output); }) == 0;
+  };
+  ASSERT_EQ(printer.Open(InkPack()), 0);
+  ForEachShortage(ask, [&](int, bool succeeded) {
+    EXPECT_TRUE(holds(succeeded));
+    EXPECT_TRUE(ask());
+    EXPECT_TRUE(holds(true));
+    printer.Close();
+    EXPECT_EQ(printer.Open(InkPack()), 0);
+    return 0;
+  });
+  printer.Close();
+}
+
+TEST(InkWithoutMemory, ColorMap) {
+  SweepRequest<WISPColorMap>("locator-color.bin", "expected-color.bin");
+}
+TEST(InkWithoutMemory, GrayCurve) {
+  SweepRequest<WISPGrayCurve>("locator-gray.bin", "expected-gray.bin");
+}
+TEST(InkWithoutMemory, AlternateNeutral) {
+  SweepRequest<WISPAlternateNeutral>("locator-neutral.bin", "expected-neutral.bin");
+}
+
+// A pack of the vector's gray curves alone, sorted and written.
+TEST(InkWithoutMemory, WritingAPack) {
+  InkPrinter printer;
+  ASSERT_EQ(printer.Open(InkPack()), 0);
+#define LIST(Name, List)                                           \
+  ink::IArray<ink::I##Name>* array##List = nullptr;                \
+  ink::I##List* list##List = nullptr;                              \
+  ASSERT_EQ(ink::Try([&] {                                         \
+              array##List = printer.factory->CreateArray_##Name(); \
+              array##List->Init(ink::I##Name::kArrayType, 0);      \
+              list##List = printer.factory->Create##List();        \
+              list##List->Init(array##List);                       \
+            }),                                                    \
+            0);
+  WISP_KINDS(LIST)
+#undef LIST
+  ink::IVelcase* pack = nullptr;
+  unsigned char* file = nullptr;
+  int size = 0;
+  const auto write = [&] {
+    return ink::Try([&] {
+             pack = printer.factory->CreateVelcase();
+             pack->Init(ink::EVelcaseSchema::Enum(1), InkPrinter::kFamily, 1,
+                        ink::EVelcaseVersion::Enum(3), printer.helper,
+                        ink::ISerializer::ETargetEndianness::Reversed, listColorMaps,
+                        listChannelMaps, listNodes_Neutrals, listNodes_Seeds, listNodes_Deltas,
+                        printer.velcase->GetGrayCurves(), listAlternateNeutralChannels,
+                        listAlternateNeutrals);
+             pack->SortComponents(false);
+             file = pack->Serialize();
+             size = pack->GetSerializedSize();
+           }) == 0;
+  };
+  Bytes expected;
+  const auto end = [&] {
+    if (pack != nullptr) {
+      pack->Destroy();
+      pack = nullptr;
+    }
+  };
+  ForEachShortage(write, [&](int, bool) {
+    end();
+    EXPECT_TRUE(write());
+    if (expected.empty()) {
+      expected.assign(file, file + size);
+      EXPECT_GT(size, 100);
+    }
+    EXPECT_EQ(Bytes(file, file + size), expected);
+    end();
+    return 0;
+  });
+#define LIST(Name, List)  \
+  array##List->Destroy(); \
+  list##List->Destroy();
+  WISP_KINDS(LIST)
+#undef LIST
+  printer.Close();
+}
+
+}  // namespace
