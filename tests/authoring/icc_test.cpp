@@ -1,7 +1,6 @@
 #include "authoring/icc.h"
 
 #include <gtest/gtest.h>
-#include <png.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -81,32 +80,6 @@ TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
   EXPECT_GT(difference.largest, 60);
   EXPECT_LE(difference.largest, 101);
   EXPECT_NEAR(difference.mean, difference.largest / kPlaneSize, 1e-9);
-}
-
-TEST_F(Icc, APictureShowsWhitePaperAndTheDifference) {
-  const SampledTable sampled = SampleTables(profiles_, 1)[0];
-  Bytes rebuilt = sampled.bytes;
-  rebuilt[kTableSize - 1] = 10;
-  const std::string path = testing::TempDir() + "table.png";
-  WriteComparison(path, sampled.bytes, rebuilt, RgbView(sampled.output), 16);
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  ASSERT_TRUE(png_image_begin_read_from_file(&image, path.c_str()));
-  image.format = PNG_FORMAT_RGB;
-  Bytes pixels(PNG_IMAGE_SIZE(image));
-  ASSERT_TRUE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr));
-  std::remove(path.c_str());
-  ASSERT_EQ(image.width, 17u * 72 + 4);
-  ASSERT_EQ(image.height, 3u * 72 + 4);
-  // The last point of the last slice stands 5 pixels before a strip's end.
-  const auto green_at = [&](unsigned x, unsigned y) {
-    return pixels[3 * (y * image.width + x) + 1];
-  };
-  const unsigned right = image.width - 5;
-  EXPECT_GT(green_at(right, 71), 240);     // white paper
-  EXPECT_EQ(green_at(right + 1, 71), 64);  // the margin
-  EXPECT_EQ(green_at(right, 3 * 72 - 1), 160);
-  EXPECT_EQ(green_at(right - 4, 3 * 72 - 1), 0);
 }
 
 TEST(IccFailures, AreToldWithTheirPath) {

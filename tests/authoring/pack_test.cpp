@@ -4,12 +4,12 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <functional>
 #include <random>
 #include <stdexcept>
 
 #include "authoring/pack_text.h"
 #include "authoring/words.h"
+#include "tests/authoring/message.h"
 #include "tests/support/data.h"
 
 namespace velora::authoring {
@@ -42,15 +42,6 @@ Pack SmallPack() {
                      packet({0, 1, 2, 255}),
                      packet({0, 1, 2, 255, 7})};
   return pack;
-}
-
-std::string MessageOf(const std::function<void()>& act) {
-  try {
-    act();
-  } catch (const std::exception& error) {
-    return error.what();
-  }
-  return "no failure";
 }
 
 TEST(Pack, WhatWasWrittenIsRead) {
@@ -94,8 +85,9 @@ Packet_ColorDCT (2)
 
 // Packs of a program that shares no code with the library: nothing in them is lost.
 TEST(Pack, ForeignPacksAreReadAndWrittenAgain) {
-  for (const char* name : {"toner-cmyk/printer.velcase", "toner-cmyk/cyan.velcase",
-                           "toner-gray/printer.velcase", "toner-blob/printer.velcase"}) {
+  for (const char* name :
+       {"toner-cmyk/printer.velcase", "toner-cmyk/cyan.velcase", "toner-gray/printer.velcase",
+        "toner-blob/printer.velcase", "ink/printer.velcase"}) {
     SCOPED_TRACE(name);
     const PackFile read = ReadPack(velora_test::ReadData(std::string("vectors/") + name));
     const PackFile again = ReadPack(WritePack(read.pack));
@@ -158,32 +150,18 @@ TEST(Pack, WhatCannotBeLoadedIsRefused) {
   for (const auto& row : rows) {
     Pack pack = SmallPack();
     row.spoil(pack, pack.components);
-    const std::string message = MessageOf([&] { WritePack(pack); });
-    EXPECT_NE(message.find(row.message), std::string::npos) << row.message << "\n" << message;
+    EXPECT_THAT(MessageOf([&] { WritePack(pack); }), HasSubstr(row.message));
   }
 }
 
 TEST(Pack, PacksMustGoTogether) {
   Pack one = SmallPack(), other = SmallPack();
   other.channel = 127;
-  EXPECT_NE(MessageOf([&] { CheckPacks({one, other}); }).find("there twice"), std::string::npos);
+  EXPECT_THAT(MessageOf([&] { CheckPacks({one, other}); }), HasSubstr("there twice"));
   for (Component& component : other.components) component.version = 2;
   EXPECT_NO_THROW(CheckPacks({one, other}));
   other.family = 5;
   EXPECT_THROW(CheckPacks({one, other}), std::invalid_argument);
-}
-
-TEST(Pack, ADamagedPackIsRefusedAndTheNextIsRead) {
-  const Bytes good = WritePack(SmallPack());
-  for (std::size_t size : {0u, 8u, 13u, 20u}) {
-    EXPECT_THROW(ReadPack(Bytes(good.begin(), good.begin() + size)), std::runtime_error) << size;
-  }
-  for (std::size_t i = 14; i < good.size(); i += 3) {
-    Bytes bad = good;
-    bad[i] = static_cast<unsigned char>(bad[i] ^ 0x55);
-    EXPECT_THROW(ReadPack(bad), std::runtime_error) << i;
-  }
-  EXPECT_EQ(ReadPack(good).pack.components.size(), 3u);
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // The tool velora, as a person runs it.
 #ifdef VELORA_TOOL
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -13,96 +13,133 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
-  int status;
-  std::string text;  // what it printed, on both ways
-};
-
 class Tool : public testing::Test {
  protected:
-  void SetUp() override {
-    folder_ = fs::path(testing::TempDir()) / ("velora-tool-" + std::to_string(getpid()));
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
+  // A command line, and a part of what it must say; "ends with 0" where it succeeds.
+  struct Row {
+    std::string arguments;
+    std::string said;
+  };
 
-  Outcome Run(const std::string& arguments) const {
+  Tool() { fs::create_directories(folder_); }
+  ~Tool() override { fs::remove_all(folder_); }
+
+  // What the tool prints, on both ways, and behind it "ends with 0".
+  std::string Run(const std::string& arguments) const {
     const std::string command =
         "cd '" + folder_.string() + "' && '" VELORA_TOOL "' " + arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
-    Outcome outcome{-1, ""};
-    std::array<char, 4096> block;
-    while (const std::size_t count = fread(block.data(), 1, block.size(), pipe)) {
-      outcome.text.append(block.data(), count);
-    }
-    outcome.status = WEXITSTATUS(pclose(pipe));
-    return outcome;
+    std::string text;
+    for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe)) text += static_cast<char>(c);
+    return text + "ends with " + std::to_string(WEXITSTATUS(pclose(pipe)));
+  }
+  void Expect(const Row& row, bool success) const {
+    const std::string text = Run(row.arguments);
+    EXPECT_THAT(text, testing::HasSubstr(row.said));
+    EXPECT_EQ(text.find("ends with 0") != std::string::npos, success) << row.arguments;
   }
 
   void Write(const std::string& name, const std::string& content) const {
     std::ofstream(folder_ / name, std::ios::binary) << content;
   }
 
-  // A job with one gray curve, which needs no profiles.
-  void WriteJob() const {
-    std::string reference, wanted;
-    for (int i = 0; i < 256; ++i) {
-      reference += static_cast<char>(255 - i);
-      wanted += static_cast<char>(255 - i * i / 255);
-    }
-    Write("reference-gray.bin", reference);
-    Write("gray.bin", wanted);
-    Write("job.json", R"({"platform": 3, "gray_reference": "reference-gray.bin",
-      "curves": [{"file": "gray.bin", "theme_type": 4}], "settings": {"scalar": 2}})");
-  }
-
-  fs::path folder_;
+  const fs::path folder_ =
+      fs::path(testing::TempDir()) / ("velora-tool-" + std::to_string(getpid()));
 };
 
-// What a run must end with, and say among other things.
-void Expect(const Outcome& outcome, bool success, const std::string& said) {
-  EXPECT_EQ(outcome.status == 0, success) << outcome.text;
-  EXPECT_NE(outcome.text.find(said), std::string::npos) << said << "\n" << outcome.text;
+// A job with one gray curve, which needs no profiles.
+TEST_F(Tool, AuthorsRebuildsAndTellsToner) {
+  std::string reference, wanted;
+  for (int i = 0; i < 256; ++i) {
+    reference += static_cast<char>(255 - i);
+    wanted += static_cast<char>(255 - i * i / 255);
+  }
+  Write("reference-gray.bin", reference);
+  Write("gray.bin", wanted);
+  Write("job.json", R"({"platform": 3, "gray_reference": "reference-gray.bin",
+      "curves": [{"file": "gray.bin", "theme_type": 4}], "settings": {"scalar": 2}})");
+  const std::string call = "out/gray-theme4-media0-axis2.json";
+  const Row rows[] = {
+      {"author job.json -o out", ""},
+      {"rebuild " + call + " --compare --quiet -o rebuilt.bin", ", equal"},
+      {"rebuild --quiet --json " + call, "\"success\": true"},
+      {"info out/printer.velcase out/black.velcase",
+       "ProductVariant = 0 and VelcaseVersion_Black = 1"},
+      {"info --json out/black.velcase", "\"name\": \"FromData\""},
+      {"--help", "rebuild"},
+      {"--version", "velora "},
+  };
+  for (const Row& row : rows) Expect(row, true);
+  EXPECT_EQ(fs::file_size(folder_ / "rebuilt.bin"), 256u);
+  Expect({"rebuild " + call + " --quiet --expected reference-gray.bin", "bytes differ"}, false);
 }
 
-TEST_F(Tool, AuthorsRebuildsAndTells) {
-  WriteJob();
-  Expect(Run("author job.json -o out"), true, "");
-  const std::string call = "out/gray-theme4-media0-axis2.json";
-  Expect(Run("rebuild " + call + " --compare --quiet -o rebuilt.bin"), true, ", equal");
-  EXPECT_EQ(fs::file_size(folder_ / "rebuilt.bin"), 256u);
-  Expect(Run("rebuild --quiet --json " + call), true, "\"success\": true");
-  Expect(Run("rebuild " + call + " --quiet --expected reference-gray.bin"), false, "bytes differ");
-  Expect(Run("info out/printer.velcase out/black.velcase"), true,
-         "ProductVariant = 0 and VelcaseVersion_Black = 1");
-  Expect(Run("info --json out/black.velcase"), true, "\"name\": \"FromData\"");
-  Expect(Run("--help"), true, "rebuild");
-  Expect(Run("--version"), true, "velora ");
+TEST_F(Tool, AuthorsRebuildsAndTellsInk) {
+  std::string table;
+  for (int i = 0; i < 19652; ++i) table += static_cast<char>(i % 17 * 15);
+  Write("table.bin", table);
+  Write("flat.bin", std::string(19652, '\x20'));
+  Write("job.json", R"({"pipeline": "ink", "form": "nodes", "platform": 3, "supply_family": 2,
+      "locator_index": 7, "ink": {"drops_per_level": [0, 5]},
+      "tables": [{"file": "table.bin", "mode": {"media_type": 8, "quality": -2}},
+                 {"file": "flat.bin", "mode": {"media_type": 8, "pen_set": 2}}]})");
+  const std::string vector = VELORA_TEST_DATA "/vectors/ink/";
+  const std::string first = "out/color-media8-subtype0-quality-2-pens1";
+  const std::string second = "out/color-media8-subtype0-quality0-pens2";
+  const Row rows[] = {
+      {"author job.json -o out", "pens1.json: media 8, quality -2, 39728 bytes from "},
+      {"rebuild " + first + ".json --compare -o record.bin", ", equal\nends with 0"},
+      {"rebuild --json " + second + ".json --compare", "\"equal\": true"},
+      {"info out/printer.velcase", "LevelCount 2, DropsPerLevel 0-5,"},
+      {"info --json out/printer.velcase", "\"name\": \"Build_N_5_9_17\""},
+      {"rebuild " + vector + "call.json --compare",
+       "us, equal\ngray, media 2, quality 1: 284 bytes in "},
+      {"rebuild " + vector + "call.json --compare -o record.bin", ", equal\nends with 0"},
+  };
+  for (const Row& row : rows) Expect(row, true);
+  EXPECT_EQ(fs::file_size(folder_ / "record-neutral.bin"), 880u);
+  Expect({"rebuild " + second + ".json --expected record.bin", "bytes differ, at most by "}, false);
+  Expect({"rebuild " + vector + "call.json --expected record.bin", "goes with a call for one"},
+         false);
 }
 
 TEST_F(Tool, FailuresAreToldWithTheirReason) {
-  WriteJob();
-  Write("list.json", "[]");
-  Write("wrong.json", R"({"platform": "seven"})");
-  Write("empty.json", "{}");
-  const struct {
-    const char* arguments;
-    const char* reason;
-  } rows[] = {
+  Write("nonsense.bin", "nonsense");
+  const Row rows[] = {
       {"info nothing.velcase", "nothing.velcase: cannot be read"},
-      {"info gray.bin", "gray.bin: "},
-      {"author list.json", "list.json: is no JSON object"},
-      {"author wrong.json", "\"platform\" has the wrong kind of value"},
-      {"author empty.json", "a job without a table"},
-      {"rebuild empty.json --quiet", "refused"},
-      {"rebuild empty.json --compare", "nothing to compare with"},
-      {"rebuild empty.json --library gray.bin", "gray.bin"},
+      {"info nonsense.bin", "nonsense.bin: "},
       {"sample --output no_such_profile", "no_such_profile"},
       {"sample", "needs --output"},
       {"", "subcommand is required"},
       {"author", "job is required"},
   };
-  for (const auto& row : rows) Expect(Run(row.arguments), false, row.reason);
+  for (const Row& row : rows) Expect(row, false);
+  // A verb with its options, the file behind it, and the reason.
+  const struct {
+    const char *verb, *json, *reason;
+  } files[] = {
+      {"author", "[]", "file.json: is no JSON object"},
+      {"author", R"({"platform": "seven"})", "\"platform\" has the wrong kind of value"},
+      {"author", "{}", "a job without a table"},
+      {"rebuild --quiet", "{}", "refused"},
+      {"rebuild --compare", "{}", "nothing to compare with"},
+      {"rebuild --library nonsense.bin", "{}", "nonsense.bin"},
+      {"author", R"({"pipeline": "ink"})", "a job without a table"},
+      {"author", R"({"pipeline": "wax"})", "no pipeline is named wax"},
+      {"author", R"({"pipeline": "ink", "form": "tree"})", "no form is named tree"},
+      {"author", R"({"pipeline": "ink", "tables": [3]})", "\"tables\": no object"},
+      {"rebuild", R"({"mode": {}})", "a call without a locator"},
+      {"rebuild", R"({"mode": {}, "locator_gray": "none.bin"})", "none.bin: cannot be read"},
+      {"rebuild", R"({"mode": {}, "locator_gray": "nonsense.bin"})", "the packs do not load"},
+      {"rebuild",
+       R"({"mode": {}, "locator_gray": "nonsense.bin", "supply_family": 3, "platform": 2,
+           "packs": [")" VELORA_TEST_DATA R"(/vectors/ink/printer.velcase"]})",
+       "gray, media 0, quality 0: refused with exception "},
+  };
+  for (const auto& file : files) {
+    Write("file.json", file.json);
+    Expect({std::string(file.verb) + " file.json", file.reason}, false);
+  }
 }
 
 }  // namespace

@@ -80,18 +80,5 @@ TEST_F(ConditionsTest, LongExpressionsEnd) {
   }
 }
 
-TEST_F(ConditionsTest, OrderAndCopies) {
-  fenn::IConditions* conditions = Conditions("66=1");
-  EXPECT_TRUE(conditions->IsEqualTo(Conditions("66=1")));
-  EXPECT_TRUE(Conditions("60")->IsLessThan(conditions));
-  EXPECT_TRUE(Conditions("66=9")->IsLessThan(Conditions("66=1 82"))) << "the shorter first";
-  EXPECT_EQ(CodeOf([&] { conditions->IsEqualTo(nullptr); }), 3000);
-  EXPECT_EQ(CodeOf([&] { conditions->IsLessThan(Tags("48=1")); }), 3000);
-  fenn::IConditions* copy = Keep(factory->CreateConditions());
-  copy->Init(conditions);
-  EXPECT_EQ(copy->GetLinkedList_Operators(), conditions->GetLinkedList_Operators());
-  EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IConditions*>(nullptr)); }), 3000);
-}
-
 }  // namespace
 }  // namespace velora_test

@@ -1,11 +1,11 @@
 // The choice of the one component that fits: filters, preferences, and the list's order at last.
-#include "tests/common/common_fixture.h"
+#include "tests/support/toner_fixture.h"
 #include "velora/common/core/CVeltune.inl"
 
 namespace velora_test {
 namespace {
 
-class LookupTest : public CommonTest {
+class LookupTest : public TonerTest {
  protected:
   LookupTest() {
     parameters = Veltune({Pack(127, {}, 4), Pack(0, {}, 4)})->GetPrintModeParameters();
@@ -76,9 +76,9 @@ TEST_F(LookupTest, Choice) {
   }
 
   // Version 0 comes from an image alone; one candidate is not scored.
-  auto* version = FromImage<fenn::IProperty>({32, 1, 0, 0, 0x80, 0}, 32);
+  auto* version = dynamic_cast<fenn::IProperty*>(FromImage({32, 1, 0, 0, 0x80, 0}, 32));
   fenn::IComponent* sound = Stored(29, plain, {Bytes(99, {1})});
-  fenn::IComponent* zero = Blank(29);
+  fenn::IComponent* zero = Make<fenn::IComponent>(29);
   zero->Init(version, sound->GetConditions(), sound->GetTags(), sound->GetProperties(),
              sound->GetRecipe());
   const struct {

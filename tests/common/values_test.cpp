@@ -1,10 +1,10 @@
 // Tags, properties and their lists: ranges, bytes, order, and what a list says about a key.
-#include "tests/common/common_fixture.h"
+#include "tests/support/toner_fixture.h"
 
 namespace velora_test {
 namespace {
 
-using ValuesTest = CommonTest;
+using ValuesTest = TonerTest;
 
 TEST_F(ValuesTest, RangesAreCheckedFromCodeAlone) {
   const struct {

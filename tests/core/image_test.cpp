@@ -1,4 +1,6 @@
-// Damaged images: each is refused with the code it should be, read within its bytes, and released.
+// Damaged images: each is refused with the code it should be, read within its bytes, and released;
+// and how deep a sound one may nest, and how often reach its objects.
+#include "plinth/core/serializer/states.h"
 #include "tests/core/node.h"
 
 namespace velora_test {
@@ -6,36 +8,39 @@ namespace {
 
 class ImageTest : public CoreTest {
  protected:
-  static void Vlq(Image& image, int value) {
-    for (; value > 127; value >>= 7) {
-      image.push_back(static_cast<unsigned char>(value | 128));
+  using States = CSerializer<Configuration>::Deduplicated;
+  using Entries = std::vector<std::vector<unsigned>>;
+
+  static void Put(Image& image, size_t number) {
+    for (; number > 127; number >>= 7) {
+      image.push_back(static_cast<unsigned char>(number | 128));
     }
-    image.push_back(static_cast<unsigned char>(value));
+    image.push_back(static_cast<unsigned char>(number));
   }
-  // Of each entry, which it refers to.
-  using Entries = std::vector<std::vector<int>>;
-  // One dictionary of type 112.
-  static Image Graph(const Entries& entries) {
+  // Branches, each told by the entries that it refers to, and behind them so many leaves.
+  static Image Graph(const Entries& branches, int leaves = 0) {
     Image image = {112};
-    for (const std::vector<int>& entry : entries) {
-      Image numbers;
-      for (int number : entry) {
-        Vlq(numbers, number);
+    for (const std::vector<unsigned>& entry : branches) {
+      Image count, references;
+      Put(count, entry.size());
+      for (const unsigned number : entry) {
+        Put(references, number);
       }
-      image.insert(image.end(), {1, static_cast<unsigned char>(entry.size())});
-      Vlq(image, static_cast<int>(numbers.size()));
-      image.insert(image.end(), numbers.begin(), numbers.end());
+      Put(image, count.size());
+      image.insert(image.end(), count.begin(), count.end());
+      Put(image, references.size());
+      image.insert(image.end(), references.begin(), references.end());
+    }
+    image.insert(image.end(), {0x80, 0x00, 32});
+    for (int i = 0; i < leaves; ++i) {
+      image.insert(image.end(), {1, 5, 0});
     }
     image.insert(image.end(), {0x80, 0x00});
+    image.resize(image.size() - (leaves == 0 ? 3 : 0));
     return image;
   }
-  // The entries from `first` on, each referring to the next.
-  static Entries Chain(int first, int length) {
-    Entries entries(static_cast<size_t>(length));
-    for (int i = 0; i + 1 < length; ++i) {
-      entries[static_cast<size_t>(i)] = {first + i + 1};
-    }
-    return entries;
+  int GraphCode(const Entries& branches, int leaves = 0) {
+    return ReadCode(Graph(branches, leaves), {112});
   }
 };
 
@@ -87,30 +92,10 @@ TEST_F(ImageTest, Refused) {
   for (const auto& row : rows) {
     EXPECT_EQ(ReadCode(row.image, {row.type}), row.code) << row.name;
   }
+  EXPECT_LT(heap.largest, 1 << 20) << "the refusal comes before the block is asked for";
   Held<ISerializer> serializer(Make<Serializer>());
   EXPECT_EQ(CodeOf([&] { serializer->Init(helper.get(), Endianness::Reversed, 6, nullptr, true); }),
             3000);
-}
-
-// The refusal comes before the block is asked for: as many allocations as when there is no count.
-TEST_F(ImageTest, CountsAboveTheImageAllocateNothing) {
-  const struct {
-    int type;
-    const char *above, *none;
-  } rows[] = {
-      {1, "01 01 02 00 80 00", "01 00 00 80 00"},
-      {2, "02 01 02 00 80 00", "02 00 00 80 00"},
-      {4, "04 01 02 01 01 80 00 20 01 05 00 80 00", "04 00 01 01 80 00 20 01 05 00 80 00"},
-  };
-  for (const auto& row : rows) {
-    int left[2];
-    for (const char* image : {row.above, row.none}) {
-      heap.failAt = 1000;
-      EXPECT_NE(ReadCode(image, {row.type}), 0);
-      left[image == row.none] = heap.failAt.exchange(0);
-    }
-    EXPECT_EQ(left[0], left[1]) << row.type;
-  }
 }
 
 // The bytes stay the caller's when they are refused, and end with the serializer when not.
@@ -131,35 +116,6 @@ TEST_F(ImageTest, OwnershipOfTheBytes) {
   }
 }
 
-TEST_F(ImageTest, DepthIsBoundedHoweverItIsReached) {
-  const auto code = [this](const Entries& entries) { return ReadCode(Graph(entries), {112}); };
-  EXPECT_EQ(code(Chain(0, 256)), 0);
-  EXPECT_EQ(code(Chain(0, 257)), 1);
-  EXPECT_EQ(code(Chain(0, 200000)), 1) << "nor does a long one end by recursion";
-  // In a ring the holders come back first.
-  Entries ring = Chain(0, 200);
-  ring.back() = {0};
-  EXPECT_EQ(code(ring), 1);
-
-  // Two chains below entry 0, each sound alone; the second goes on into the first, read before it.
-  for (int length : {55, 56}) {
-    Entries chains = {{1, 201}};
-    for (const Entries& chain : {Chain(1, 200), Chain(201, length)}) {
-      chains.insert(chains.end(), chain.begin(), chain.end());
-    }
-    chains.back() = {1};
-    EXPECT_EQ(code(chains), length == 55 ? 0 : 1) << length;
-  }
-  // The same over the roots 0 and 1, in an order that never nests deeper than 201 while reading.
-  Entries roots = {{2}, {202}};
-  for (const Entries& chain : {Chain(2, 200), Chain(202, 200)}) {
-    roots.insert(roots.end(), chain.begin(), chain.end());
-  }
-  roots.back() = {2};
-  EXPECT_EQ(ReadCode(Graph(roots), {112}), 0);
-  EXPECT_EQ(ReadCode(Graph(roots), {112, 112}), 1);
-}
-
 // Two roots over one leaf without its byte: the second fails as the first did.
 TEST_F(ImageTest, AFailedObjectIsReadAnew) {
   Held<ISerializer> reader = Reader(Hex("70 01 01 01 02 01 01 01 02 80 00 20 00 00 80 00"));
@@ -168,25 +124,33 @@ TEST_F(ImageTest, AFailedObjectIsReadAnew) {
   }
 }
 
-TEST_F(ImageTest, EveryCutAndEveryChangedByte) {
-  const std::vector<int> types = {4, 112, 112, 32, 32, 1, 2};
-  const Image sound =
-      Hex("04 01 03 03 01 04 03 80 00 70 01 02 02 03 03 01 00 00 80 00 20 01 05 00 01 06 00 80 00"
-          " 01 04 03 01 02 FF 00 80 00 02 03 02 81 01 00 80 00");
-  ASSERT_EQ(ReadCode(sound, types), 0);
-  int accepted = 0, refused = 0;
-  for (auto place = sound.begin(); place != sound.end(); ++place) {
-    EXPECT_NE(ReadCode(Image(sound.begin(), place), types), 0) << place - sound.begin();
-    for (int value = 0; value < 256; ++value) {
-      Image damaged = sound;
-      damaged[static_cast<size_t>(place - sound.begin())] = static_cast<unsigned char>(value);
-      const int code = ReadCode(damaged, types);
-      ++(code == 0 ? accepted : refused);
-      EXPECT_TRUE(code == 0 || code == 1 || code == 3000 || code == 4000) << code;
+TEST_F(ImageTest, Depth) {
+  for (const unsigned depth : {States::kMaxDepth, States::kMaxDepth + 1}) {
+    Entries chain(depth), shared;
+    for (unsigned i = 0; i + 1 < depth; ++i) {
+      chain[i] = {i + 1};
     }
+    EXPECT_EQ(GraphCode(chain), depth == States::kMaxDepth ? 0 : 1);
+    // The root holds a chain that it has read already, one level further down.
+    shared = chain;
+    shared[0] = {2, 1};
+    EXPECT_EQ(GraphCode(shared), depth == States::kMaxDepth ? 0 : 1);
   }
-  EXPECT_GT(accepted, 500);
-  EXPECT_GT(refused, 5000);
+}
+
+// Each object counts as often as it is reached. No entry refers to more than there are in all.
+TEST_F(ImageTest, ObjectsReached) {
+  constexpr unsigned kEntries = 2000, kLists = 100,
+                     kMost = States::kMaxReachedBase + States::kMaxReachedPerEntry * kEntries;
+  constexpr unsigned kElements = kMost / kLists - 2;
+  constexpr unsigned kRest = kMost - 1 - kLists * (1 + kElements);
+  for (const unsigned above : {0u, 1u}) {
+    // A list of lists that are one, and of leaves that are one.
+    std::vector<unsigned> references(kLists, 1);
+    references.resize(kLists + kRest + above, 2);
+    const Entries lists = {references, std::vector<unsigned>(kElements, 2)};
+    EXPECT_EQ(GraphCode(lists, kEntries - 2), static_cast<int>(above));
+  }
 }
 
 }  // namespace

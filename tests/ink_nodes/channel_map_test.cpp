@@ -76,23 +76,6 @@ class ChannelMapTest : public InkTest {
   }
 };
 
-TEST_F(ChannelMapTest, FourNodeComponentsMakeAChannel) {
-  wisp::IVeltune* veltune = OpenNodes(Parts(), NodeRecipe());
-  wisp::IChannelMapData* data = Build(veltune);
-  Nodes deltas9(600), deltas17(4176), expected(core::kCube);
-  deltas9[0] = 64;     // at (0, 0, 1) of 9, which is (0, 0, 2) of 17
-  deltas17[0] = -256;  // at (0, 0, 1) of 17
-  core::BuildCube(Nodes(17, 40).data(), Nodes(120, 90).data(), deltas9.data(), deltas17.data(),
-                  expected.data());
-  EXPECT_EQ(expected[1], 0);
-  EXPECT_EQ(expected[2], (40 + 90) / 2 + 64);
-  EXPECT_EQ(Content(data->GetArray_int32_Nodes()), expected);
-  const WISPColorMapChannel ink = {1, 9, 3, 8, {1, 2}, 1000, 5};
-  EXPECT_EQ(memcmp(data->GetWISPColorMapChannel(), &ink, sizeof ink), 0);
-
-  ForEachFailingAllocation([&] { return CodeOfLife([&] { Build(veltune); }) == 0; });
-}
-
 TEST_F(ChannelMapTest, TheInkIsToldByTheProperties) {
   const struct {
     const char* properties;
@@ -151,23 +134,6 @@ TEST_F(ChannelMapTest, ABrokenRecipeOrPartFailsTheBuild) {
   expect("a reference to another kind", 4000, {}, with(1, Reference(20, "50=2", "39=17")));
   expect("nothing to be found", 1, {}, with(1, Reference(21, "50=3", "39=5")));
   expect("a reference to itself", 1, {}, {Reference(24, "50=1", "33=1")});
-}
-
-TEST_F(ChannelMapTest, AStringHoldsNeutralsSeedsAndOneStreamOfDeltas) {
-  Image bytes;
-  Nodes neutrals, seeds, deltas(4776), expected(core::kCube);
-  for (int i = 0; i < 137; ++i) {
-    bytes.push_back(static_cast<unsigned char>(i));
-    (i < 17 ? neutrals : seeds).push_back(i);
-  }
-  // 590 zeros, 2 up, 4000 zeros across the end of the first level, 2 down, 184 zeros.
-  bytes.insert(bytes.end(), {0xF1, 0xDD, 125, 0xFF, 0x2F, 124, 0xF0, 0x47});
-  deltas[590] = 2;
-  deltas[4591] = -2;
-  core::BuildCube(neutrals.data(), seeds.data(), deltas.data(), deltas.data() + 600,
-                  expected.data());
-  EXPECT_EQ(Decode("39=17 43=1", bytes), expected);
-  EXPECT_EQ(Encode("39=17 38=0 43=1", expected), bytes);
 }
 
 TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
@@ -248,22 +214,6 @@ TEST_F(ChannelMapTest, EachLossyLevelKeepsToItsTolerance) {
       previous = bytes.size();
     }
     EXPECT_LE(previous, 141u) << "at the last level nothing is left but the two runs of zeros";
-  }
-}
-
-// The same bytes, whether in one string or in components.
-TEST_F(ChannelMapTest, NodeComponentsAndAStringOfAGridDecodeAlike) {
-  const Nodes nodes = Smooth(0.6, 200);
-  for (const std::string lossy : {"38=0 43=1", "38=4 43=1", "38=6 43=2"}) {
-    const auto part = [&](int type, int count) {
-      auto* data = Make<wisp::INodes::IOperator::IFromData>(type);
-      data->Init(Properties((lossy + " 39=" + std::to_string(count)).c_str()), Array(nodes));
-      return Keep(data->BuildArray_int32_Nodes_Decoded());
-    };
-    const std::string words = lossy + " 39=17";
-    EXPECT_EQ(Content(Keep(CChannelMap::COperator::CBuild_N_5_9_17::BuildArray_int32_Nodes_17Cubed(
-                  part(86, 17), part(87, 5), part(88, 9), part(88, 17)))),
-              Decode(words, Encode(words, nodes)));
   }
 }
 

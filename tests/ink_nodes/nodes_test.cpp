@@ -172,14 +172,6 @@ TEST_F(NodesTest, AnEncoderRefusesWhatItCannotTakeAndStaysBlank) {
         << row.type << ' ' << row.properties;
     EXPECT_EQ(CodeOf([&] { data->CheckThis(); }), 4000);
   }
-  wisp::IArray_int32* grid = Counted(core::kCube);
-  ForEachFailingAllocation([&] {
-    return CodeOfLife([&] {
-             FromData* data = Blank(88);
-             data->Init(Properties("39=9 38=3 43=1"), grid);
-             Keep(data->BuildArray_int32_Nodes_Decoded());
-           }) == 0;
-  });
 }
 
 // The sizes of its arguments are all that each operation asks about.

@@ -88,15 +88,6 @@ TEST_F(BlockTest, CountsOncePerBlockAndKeepsTheFirstRecord) {
   EXPECT_EQ(otherBootManager.GetRefCount(), 1);
 }
 
-TEST_F(BlockTest, PointerThatIsAlreadyThereIsNotCountedAgain) {
-  slots.bootManager = runtime.record.bootManager;
-  slots.threadContextManager = runtime.record.threadContextManager;
-  slots.platform = runtime.record.platform;
-  EXPECT_TRUE(Initialize(slots, &runtime.record));
-  ExpectCounts(2);
-  slots = {};
-}
-
 TEST_F(BlockTest, ReadyBlockWithoutItsObjectsRefuses) {
   slots.bootReady = true;
   EXPECT_FALSE(Initialize(slots, &runtime.record));

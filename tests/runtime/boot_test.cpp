@@ -1,22 +1,15 @@
 // Process boot and clean-up, through the flat functions: what stands, who counts, what is refused.
 #include "plinth/runtime/api/boot.h"
 
-#include <string.h>
-
-#include <thread>
-
 #include "plinth/runtime/api/flat.h"
 #include "plinth/runtime/api/handler/IHandler_Memory.h"
 #include "plinth/runtime/posix/CBootManager_Posix.h"
-#include "plinth/runtime/posix/CThreadManager_Posix.h"
-#include "tests/support/process_heap.h"
 #include "tests/support/runtime_fixture.h"
 
 namespace velora_test {
 namespace {
 
 using _exports::posix::CBootManager_Posix;
-using _exports::posix::CThreadManager_Posix;
 
 class BootTest : public ::testing::Test {
  protected:
@@ -69,66 +62,6 @@ TEST_F(BootTest, ObjectsLiveAsLongAsOneBlockHoldsThem) {
   _plinth_v1_Cleanup_Thread_Posix_So();
   EXPECT_EQ(JumpManager<Configuration>(), nullptr);
   EXPECT_EQ(JumpManager<FlatConfiguration>(), nullptr);
-}
-
-TEST_F(BootTest, FullBlockIsNotBuiltAgainAndOtherThreadsJoin) {
-  CPlatform* const platform = flat.platform;
-  BootRecord* again = Boot(flat);
-  ASSERT_NE(again, nullptr);
-  EXPECT_EQ(again->platform, platform);
-  EXPECT_EQ(platform->refCount, 1);
-  FreeBootRecord(flat, again);
-  ASSERT_NE(_plinth_v1_Initialize_Posix_So(record), 0);
-
-  std::thread([this] {
-    EXPECT_EQ(flat.threadContextManager->GetJumpManager(), nullptr);
-    BootRecord* own = Boot(flat);
-    ASSERT_NE(own, nullptr);
-    EXPECT_EQ(CodeOf([] { PLINTH_RAISE(CException_General); }), 1);
-    FreeBootRecord(flat, own);
-    _plinth_v1_Cleanup_Thread_Posix_So();
-  }).join();
-  EXPECT_EQ(CodeOf([] { PLINTH_RAISE(CException_General); }), 1) << "this thread is still known";
-}
-
-class CrowdedThreads : public CThreadManager_Posix {
- public:
-  int GetThreadHandle() const override { return id; }
-  int id = 0;
-};
-
-TEST_F(BootTest, ThreadWithoutAPlaceIsRefusedAndTheRestStands) {
-  IThreadManager* const own = flat.threadContextManager->threadManager;
-  CrowdedThreads crowd;
-  flat.threadContextManager->threadManager = &crowd;
-  const int first = (own->GetThreadHandle() + 1) & 15;  // a bucket beside this thread's
-  for (int i = 1; i <= 6; ++i) {
-    crowd.id = first + 16 * i;
-    BootRecord* got = Boot(flat);
-    EXPECT_EQ(got != nullptr, i <= 5) << i;
-    FreeBootRecord(flat, got);
-  }
-  flat.threadContextManager->threadManager = own;
-  EXPECT_TRUE(flat.contextReady);
-  EXPECT_NE(flat.threadContextManager->GetJumpManager(), nullptr);
-}
-
-TEST(BootMemoryTest, BootThatRunsOutOfMemoryLeavesAnEmptyBlock) {
-  BootSlots& flat = Slots<FlatConfiguration>();
-  ForEachShortage(
-      [&flat] {
-        BootRecord* const record = Boot(flat);
-        if (record != nullptr) {
-          FreeBootRecord(flat, record);
-          CleanupProcess(flat);
-        }
-        return record != nullptr;
-      },
-      [&flat](int, bool) {
-        const BootSlots empty = {};
-        EXPECT_EQ(memcmp(&flat, &empty, sizeof flat), 0);
-        return 0;
-      });
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
 // Calls that are refused: the result, the lines, the untouched buffer, and the next call.
 #include <gtest/gtest.h>
 
-#include <thread>
-
-#include "plinth/runtime/api/BootRecord.h"
 #include "tests/shared_library/table_call.h"
 #include "velora/frontend/door/Velora.h"
 #include "velora/frontend/toolkit/RawData.h"
@@ -140,51 +137,6 @@ TEST(Failures, CurvesAndBlobs) {
              {{"an unused reference", [](auto& call) { call.withReference = true; }, ""},
               {"a longer buffer", [](auto& call) { call.bufferSize = 1000; }, ""}},
              1);
-}
-
-// A call that was refused leaves a block behind for the next one, which may be another thread's.
-TEST(Failures, ThreadsInTurn) {
-  const Silence silence;
-  TableCall refused = BlobCall(), damaged = BlobCall();
-  refused.packCount = 0;
-  damaged.packs[0][20] ^= 1;
-  const TableCall good = BlobCall();
-  const Bytes blob = ReadData("vectors/toner-blob/expected.bin");
-  for (int order = 0; order < 27; ++order) {
-    const int kinds[] = {order % 3, order / 3 % 3, order / 9};
-    for (int kind : kinds) {
-      const auto run = [&] {
-        Bytes buffer;
-        const TableCall& call = kind == 0 ? refused : kind == 1 ? good : damaged;
-        EXPECT_EQ(call.Run(&buffer), kind == 1) << order;
-        EXPECT_EQ(buffer, kind == 1 ? blob : Bytes(27, 0xA5)) << order;
-      };
-      run();
-      std::thread(run).join();
-    }
-  }
-}
-
-TEST(Failures, ACallerWithoutABootOrWithABrokenOne) {
-  const TableCall call = BlobCall();
-  const Bytes pack(call.packs[0]);
-  const ImagingBlob blob = {static_cast<uint32_t>(pack.size()), pack.data()};
-  const ImagingBlob* packs[] = {&blob};
-  unsigned char buffer[27] = {};
-  const auto run = [&](BootRecord* record) {
-    return _velora_v2_ReconstructTable_Moth_Posix_Lib(
-        record, call.platform, call.supplyFamily, call.productVariant, call.table, call.theme,
-        call.media, call.axis, 1, packs, nullptr, nullptr, sizeof buffer, buffer);
-  };
-  for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(LinesOf([&] { EXPECT_EQ(run(nullptr), 1); }), "");
-    EXPECT_EQ(Bytes(buffer, buffer + 27), ReadData("vectors/toner-blob/expected.bin"));
-    BootRecord broken = {};
-    EXPECT_EQ(LinesOf([&] { EXPECT_EQ(run(&broken), 0); }),
-              "initLibrary 178 Could not initialize Plinth library|"
-              "ReconstructTable 162 Error: getFuserBlobData failed");
-    EXPECT_EQ(LinesOf([&] { EXPECT_EQ(call.Run(), 1); }), "");
-  }
 }
 
 // What the flat entry does not offer: the size ahead of the blob.

@@ -6,7 +6,11 @@
 
 #include <string.h>
 
+#include <algorithm>
+#include <type_traits>
+
 #include "tests/shared_library/table_call.h"
+#include "tests/support/locator.h"
 #include "velora/wisp/api/door.h"
 
 namespace ink = velora::v1::wisp::api;
@@ -65,21 +69,7 @@ struct InkPrinter {
   }
 };
 
-// A record's locator, and its request.
-inline void SetLocator(WISPColorMap* record, const Bytes& locator) {
-  record->payloadLength = static_cast<uint16_t>(locator.size());
-  memcpy(record->data.payload, locator.data(), locator.size());
-}
-inline void SetLocator(WISPGrayCurve* record, const Bytes& locator) {
-  record->payloadLength = static_cast<uint32_t>(locator.size());
-  memcpy(record->curve, locator.data(), locator.size());
-}
-inline void SetLocator(WISPAlternateNeutral* record, const Bytes& locator) {
-  record->payloadLength = static_cast<uint32_t>(locator.size());
-  for (size_t i = 0; i < locator.size(); ++i) {
-    record->nodes[i] = locator[i];
-  }
-}
+// How a record is asked for.
 #define INK_REQUEST(Name)                                                                       \
   inline int Populate(ink::IVeltune* veltune, const Name* input, Name* output) {                \
     return veltune->Populate##Name(3, "path", input, static_cast<int>(sizeof *output), output); \
@@ -88,3 +78,35 @@ INK_REQUEST(WISPColorMap)
 INK_REQUEST(WISPGrayCurve)
 INK_REQUEST(WISPAlternateNeutral)
 #undef INK_REQUEST
+
+// A request of the vector, "color", "gray" or "neutral", and the bytes that answer it.
+template <class Record>
+class VectorRequest {
+ public:
+  explicit VectorRequest(const std::string& name)
+      : expected_(ReadData("vectors/ink/expected-" + name + ".bin")) {
+    velora_test::SetLocator(&input_, ReadData("vectors/ink/locator-" + name + ".bin"));
+  }
+  // The code that ended it.
+  int Ask(const InkPrinter& printer) {
+    memset(static_cast<void*>(&output_), 0, sizeof output_);
+    return ink::Try([&] { size_ = Populate(printer.veltune, &input_, &output_); });
+  }
+  // Whether the last one is answered, or has written nothing.
+  bool Holds(bool answered) {
+    if constexpr (std::is_same_v<Record, WISPColorMap>) {
+      output_.printModeMapping = 0;  // a mark of the process
+    }
+    Bytes right(sizeof output_);
+    if (answered) {
+      std::copy(expected_.begin(), expected_.end(), right.begin());
+    }
+    return memcmp(&output_, right.data(), right.size()) == 0 &&
+           (!answered || size_ == static_cast<int>(expected_.size()));
+  }
+
+ private:
+  Record input_ = {}, output_ = {};
+  Bytes expected_;
+  int size_ = 0;
+};

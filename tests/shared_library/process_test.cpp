@@ -27,6 +27,13 @@ bool ServesBlob() {
   return BlobCall().Run(&buffer) == 1 && buffer == BlobBytes();
 }
 
+// Makes the thread known, where it has a place.
+bool Boots() {
+  BootRecord* record = _plinth_v1_Boot_Posix_So();
+  _plinth_v1_FreeBootRecord_Posix_So(record);
+  return record != nullptr;
+}
+
 // A thread that lives on between the tasks that it is given.
 class Worker {
  public:
@@ -100,9 +107,7 @@ TEST(Process, ThreadsInTurnLeaveNoEntryBehind) {
   ASSERT_NE(factory, nullptr);
   for (auto& worker : workers) {
     worker->Do([] {
-      BootRecord* record = _plinth_v1_Boot_Posix_So();
-      EXPECT_NE(record, nullptr);
-      _plinth_v1_FreeBootRecord_Posix_So(record);
+      EXPECT_TRUE(Boots());
       EXPECT_EQ(ink::Try([] {}), 0);
       _velora_v1_Cleanup_Thread_Posix_So();
     });
@@ -119,11 +124,7 @@ TEST(Process, ThreadWithoutAPlaceIsRefused) {
   workers[0]->Do([&] { factory = ink::Open(); });
   ASSERT_NE(factory, nullptr);
   for (int i = 1; i < 5; ++i) {
-    workers[i]->Do([] {
-      BootRecord* record = _plinth_v1_Boot_Posix_So();
-      EXPECT_NE(record, nullptr);
-      _plinth_v1_FreeBootRecord_Posix_So(record);
-    });
+    workers[i]->Do([] { EXPECT_TRUE(Boots()); });
   }
   workers[5]->Do([] {
     Bytes buffer;
@@ -138,9 +139,7 @@ TEST(Process, ThreadWithoutAPlaceIsRefused) {
   }
   workers[4]->Do([] { _velora_v1_Cleanup_Thread_Posix_So(); });
   workers[5]->Do([&] {
-    BootRecord* record = _plinth_v1_Boot_Posix_So();
-    EXPECT_NE(record, nullptr);
-    _plinth_v1_FreeBootRecord_Posix_So(record);
+    EXPECT_TRUE(Boots());
     EXPECT_EQ(ink::Try([] {}), 0);
     factory->Destroy();
     ink::Close();
@@ -168,6 +167,8 @@ TEST(Process, BootsOfACallerAndTheLibrarysOwn) {
     EXPECT_TRUE(call(first));
     EXPECT_TRUE(call(second));
     EXPECT_TRUE(call(nullptr));
+    BootRecord broken = {};
+    EXPECT_FALSE(call(&broken));
     EXPECT_TRUE(call(first));
     _plinth_v1_FreeBootRecord_Posix_So(first);
     _plinth_v1_FreeBootRecord_Posix_So(second);
@@ -191,6 +192,22 @@ int InChild(const std::function<int()>& body) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
+// A failure within another body stays with the inner one; a request behind it is served.
+TEST(Process, BodiesWithinBodies) {
+  EXPECT_EQ(_plinth_v1_Try_Posix_So(nullptr, nullptr), 3000);
+  InkPrinter printer;
+  ASSERT_EQ(printer.Open(ReadData("vectors/ink/printer.velcase")), 0);
+  WISPGrayCurve gray;
+  VectorRequest<WISPGrayCurve> request("gray");
+  EXPECT_EQ(ink::Try([&] {
+              EXPECT_EQ(ink::Try([&] { Populate(printer.veltune, nullptr, &gray); }), 3000);
+              EXPECT_EQ(request.Ask(printer), 0);
+            }),
+            0);
+  EXPECT_TRUE(request.Holds(true));
+  printer.Close();
+}
+
 // A child has another thread id, and with it no entry in its copy of the table.
 TEST(Process, ForkBetweenCalls) {
   const Silence silence;
@@ -206,17 +223,13 @@ TEST(Process, ForkBetweenCalls) {
 
   InkPrinter printer;
   ASSERT_EQ(printer.Open(ReadData("vectors/ink/printer.velcase")), 0);
-  static WISPGrayCurve input, output;
-  SetLocator(&input, ReadData("vectors/ink/locator-gray.bin"));
-  const auto ask = [&printer] {
-    return ink::Try([&printer] { Populate(printer.veltune, &input, &output); });
-  };
+  VectorRequest<WISPGrayCurve> request("gray");
+  const auto ask = [&] { return request.Ask(printer); };
   EXPECT_EQ(InChild([&] {
               if (ask() != -1) {
                 return 1;
               }
-              BootRecord* record = _plinth_v1_Boot_Posix_So();
-              _plinth_v1_FreeBootRecord_Posix_So(record);
+              Boots();
               const int code = ask();
               printer.Close();
               return code != 0 ? 2 : ServesBlob() ? 0 : 3;

@@ -27,4 +27,23 @@ TEST(TonerVectors, ComeBackByteForByte) {
   ExpectTable(longer, "toner-blob/expected.bin");
 }
 
+// A key is the digest of the table that it corrects.
+TEST(TonerVectors, AKeyOfAnotherTableCorrectsNothing) {
+  TableCall color = CmykCall(), gray = GrayCall();
+  for (Bytes* keys : {color.keys, gray.keys}) {
+    for (Bytes* key = keys; key < keys + 4; ++key) {
+      if (!key->empty()) {
+        key->back() ^= 1;
+      }
+    }
+  }
+  ExpectTable(color, "toner-cmyk/uncorrected.bin");
+  Bytes curve, plain;
+  EXPECT_EQ(gray.Run(&curve), 1);
+  gray.corrections.clear();
+  EXPECT_EQ(gray.Run(&plain), 1);
+  EXPECT_EQ(curve, plain);
+  EXPECT_NE(plain, ReadData("vectors/toner-gray/expected.bin"));
+}
+
 }  // namespace

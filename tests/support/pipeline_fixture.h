@@ -64,7 +64,10 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
     mappings->Init();
   }
   ~PipelineTest() override {
-    EndFrom(0);
+    while (!kept.empty()) {
+      kept.back()->Destroy();
+      kept.pop_back();
+    }
     mappings->Destroy();
   }
 
@@ -72,17 +75,6 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   T* Keep(T* object) {
     kept.push_back(object);
     return object;
-  }
-  // Runs a body in a frame, ends what it made, and answers the code that it raised. Expects that
-  // no allocation is left.
-  template <class Body>
-  int CodeOfLife(const Body& body) {
-    const size_t before = kept.size();
-    const int live = heap.live;
-    const int code = CodeOf(body);
-    EndFrom(before);
-    EXPECT_EQ(heap.live, live);
-    return code;
   }
   // A blank object by its type id, as the interface.
   template <class T>
@@ -181,6 +173,14 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
                static_cast<unsigned int>(file.size()));
     return pack;
   }
+  // A file with bytes written over it: a place and the bytes, in hex, "4 0 6 40 0".
+  static Image Changed(Image file, const char* change) {
+    char* rest = nullptr;
+    for (size_t at = strtoul(change, &rest, 16); *rest != '\0'; ++at) {
+      file[at] = static_cast<unsigned char>(strtoul(rest, &rest, 16));
+    }
+    return file;
+  }
   IArray<IVelcase>* ArrayOf(Elements<IVelcase*> packs) {
     IArray<IVelcase>* array = Keep(factory->CreateArray_Velcase());
     array->Init(3, packs.count());
@@ -254,12 +254,6 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   }
 
  private:
-  void EndFrom(size_t place) {
-    while (kept.size() > place) {
-      kept.back()->Destroy();
-      kept.pop_back();
-    }
-  }
   // Calls visit(type, value) for each word.
   template <class Visit>
   static void ForEachWord(const char* words, Visit visit) {

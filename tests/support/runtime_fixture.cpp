@@ -1,5 +1,7 @@
 #include "tests/support/runtime_fixture.h"
 
+#include <algorithm>
+
 #include "plinth/runtime/common/handler/CHandler_Memory.h"
 #include "plinth/runtime/posix/CBootManager_Posix.h"
 #include "plinth/runtime/posix/CSemaphoreManager_Posix.h"
@@ -12,26 +14,22 @@ namespace velora_test {
 
 Heap heap;
 
-bool Heap::Fails() {
-  if (failAt == 0 || --failAt != 0) {
-    return false;
-  }
-  failAt = forEver ? 1 : 0;
-  return failed = true;
-}
-
 namespace {
 
 using namespace _exports::common::handler;
 using namespace _exports::posix;
 using namespace _exports::posix::handler;
 
+void* Counted(void* memory, int size) {
+  heap.live += memory != nullptr;
+  heap.largest = std::max(heap.largest.load(), size);
+  return memory;
+}
+
 class CountingBootManager : public CBootManager_Posix {
  public:
   void* Allocate(int size, bool unused) override {
-    void* memory = heap.Fails() ? nullptr : CBootManager_Posix::Allocate(size, unused);
-    heap.live += memory != nullptr;
-    return memory;
+    return Counted(CBootManager_Posix::Allocate(size, unused), size);
   }
   void Free(void* pointer) override {
     heap.live -= pointer != nullptr;
@@ -42,15 +40,7 @@ class CountingBootManager : public CBootManager_Posix {
 class CountingMemory : public CHandler_Memory {
  public:
   void* Allocate(int size, bool unused, bool raise) override {
-    if (size > 0 && heap.Fails()) {
-      if (raise) {
-        Raise<FlatConfiguration, CException_Memory_AllocationFailed>();
-      }
-      return nullptr;
-    }
-    void* memory = CHandler_Memory::Allocate(size, unused, raise);
-    heap.live += memory != nullptr;
-    return memory;
+    return Counted(CHandler_Memory::Allocate(size, unused, raise), size);
   }
   void Free(void* pointer) override {
     heap.live -= pointer != nullptr;
@@ -73,7 +63,7 @@ CPlatform* MakePlatform(IBootManager* bootManager) {
 
 Runtime::Runtime() {
   heap.live = 0;
-  heap.failAt = 0;
+  heap.largest = 0;
   IBootManager* bootManager = new CountingBootManager;
   auto* contexts = new (bootManager, false) CThreadContextManager;
   EXPECT_TRUE(contexts->Init(new (bootManager, false) CSemaphoreManager_Posix,

@@ -1,4 +1,4 @@
-// Toner mappings, parameters, and the objects that the helper and the factory make.
+// Toner mappings, and the objects that the helper and the factory make.
 #include <set>
 
 #include "tests/support/toner_fixture.h"
@@ -35,27 +35,6 @@ TEST_F(VocabularyTest, MappingsAreCanonical) {
   EXPECT_EQ(CodeOf([&] { MappingOf(0, 0, 0, 0); }), 4000);
 }
 
-TEST_F(VocabularyTest, ParametersFollowThePrintMode) {
-  fenn::IVeltune* veltune = Veltune({Pack(127, {})});
-  fenn::IPrintModeParameters* parameters = veltune->GetPrintModeParameters();
-  const auto isUpToDate = [&](int h) {
-    return parameters->IsUpToDate(CTR_TABLE_CMYK, ctr_theme_type(h), CTR_MEDIA_P, CTR_AXIS_P);
-  };
-  EXPECT_EQ(parameters->GetPrintModeMappings(), mappings);
-  EXPECT_EQ(parameters->GetPrintModeMapping(), MappingOf(1, 0, 0, 1));
-  EXPECT_TRUE(isUpToDate(0));
-  parameters->Update(CTR_TABLE_CMYK, ctr_theme_type(7), CTR_MEDIA_P, CTR_AXIS_P);
-  EXPECT_FALSE(isUpToDate(0));
-  EXPECT_TRUE(isUpToDate(7));
-  EXPECT_EQ(CodeOf([&] { isUpToDate(11); }), 3000);
-  EXPECT_EQ(veltune->GetPrintModeMapping(parameters), MappingOf(1, 7, 0, 1));
-  EXPECT_EQ(CodeOf([&] { veltune->GetPrintModeMapping(nullptr); }), 3000);
-  platform = 127, productVariant = 5;
-  EXPECT_EQ(CodeOf([&] { Veltune({Pack(127, {})}); }), 0);
-  platform = 14;
-  EXPECT_EQ(CodeOf([&] { Veltune({Pack(127, {})}); }), 3000);
-}
-
 TEST_F(VocabularyTest, ObjectsByTypeId) {
   ExpectMade({{1, 2},
               {4, 17},
@@ -71,16 +50,6 @@ TEST_F(VocabularyTest, ObjectsByTypeId) {
   fenn::ISerializerHelper* blank = Keep(factory->CreateSerializerHelper());
   EXPECT_EQ(CodeOf([&] { blank->CreateSerializeable(20); }), 4000);
   EXPECT_EQ(CodeOf([&] { blank->CreateSerializeable(0); }), 3000);
-}
-
-TEST_F(VocabularyTest, FactoriesMakeBlankObjects) {
-  fenn::IVelcase* pack = Keep(factory->CreateVelcase());
-  EXPECT_EQ(CodeOf([&] { pack->GetRefCount(); }), 4000);
-  auto* blank = static_cast<fenn::_factory::IFactory*>(_velora_v2_CreateFactory_Posix_So());
-  EXPECT_EQ(CodeOf([&] { blank->CreateTags(); }), 4000);
-  blank->Init();
-  EXPECT_EQ(blank->GetRefCount(), 1);
-  blank->Destroy();
 }
 
 }  // namespace

