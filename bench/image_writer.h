@@ -37,6 +37,8 @@ class ImageWriter {
   }
   void Refer(Entry entry, Entry to) { entries_[entry].references.push_back(to); }
 
+  size_t Count() const { return entries_.size(); }
+
   static Bytes Number(size_t value) {
     Bytes bytes;
     for (; value > 127; value >>= 7) {

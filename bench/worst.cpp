@@ -21,9 +21,9 @@ using Bytes = std::vector<unsigned char>;
 using Entry = BlobImage::Entry;
 using Entries = std::vector<Entry>;
 
+using Serializer = plinth::v1::core::CSerializer<velora::v2::fenn::api::Configuration>;
 // Objects that may be reached for each entry.
-constexpr size_t kPerEntry = plinth::v1::core::CSerializer<
-    velora::v2::fenn::api::Configuration>::Deduplicated::kMaxReachedPerEntry;
+constexpr size_t kPerEntry = Serializer::Deduplicated::kMaxReachedPerEntry;
 
 // A blob's image that grows up to a size, with what its components share.
 struct Growing : BlobImage {
@@ -39,14 +39,22 @@ struct Growing : BlobImage {
   bool HasRoom(size_t component, size_t padding = 0) {
     used += component + 2 * padding;
     pads += padding;
-    return used + 1000 < most;
+    return used + 1000 < most && pads + 20 < MostPads();
   }
-  // Entries of two bytes go last, so that the others have short numbers. Each lets 64 more objects
-  // be reached.
+  size_t MostPads() const {
+    return static_cast<size_t>(Serializer::MostEntries(static_cast<int>(most))) - Count();
+  }
+  // A blob that nothing refers to fills the image up, for the bounds go by its size. Entries of two
+  // bytes go last, so that the others have short numbers; each lets so many more objects be
+  // reached.
   Bytes Finish() {
     SetComponents(components);
+    const size_t content = Image().size();
+    if (content + 20 < most) {
+      pads = std::min({pads, MostPads() - 10, (most - content - 10) / 2});
+      if (content + 2 * pads + 20 < most) Data(Bytes(most - content - 2 * pads - 20));
+    }
     Bytes image = Image();
-    pads = std::min(pads, (most - image.size() - 3) / 2);
     if (pads > 0) {
       image.push_back(80);
       image.resize(image.size() + 2 * pads);
@@ -77,7 +85,7 @@ Bytes Sound(size_t size) {
 // As many references as entries, from a list of tags to one of them.
 Bytes References(size_t size) {
   Growing image(size);
-  const size_t count = size / 4;
+  const size_t count = std::min(size / 4, image.MostPads() - 20);
   const Entry tags = image.Tags(Entries(count, image.Value(48, 2)));
   image.components.push_back(
       image.Stored(tags, image.Role(2), image.Value(32, 1), image.always, image.recipe));
@@ -88,7 +96,7 @@ Bytes References(size_t size) {
 // The same in a condition, where each has a block of its own.
 Bytes ListElements(size_t size) {
   Growing image(size);
-  const size_t count = size / 4;
+  const size_t count = std::min(size / 4, image.MostPads() - 20);
   const Entry condition = image.Conditions(Entries(count, image.Value(71, 3)));
   image.components.push_back(
       image.Stored(image.tags, image.Role(2), image.Value(32, 1), condition, image.recipe));
@@ -97,7 +105,7 @@ Bytes ListElements(size_t size) {
 }
 
 Bytes Dictionaries(size_t size) {
-  Bytes image = Growing(size).Finish();
+  Bytes image = Growing(0).Finish();
   const Bytes smallest = {60, 0, 0, 0x80, 0};
   while (image.size() + smallest.size() <= size) {
     image.insert(image.end(), smallest.begin(), smallest.end());
@@ -214,6 +222,9 @@ void BM_Call(benchmark::State& state, Bytes (*make)(size_t)) {
 
 #define WORST(Name)                      \
   BENCHMARK_CAPTURE(BM_Call, Name, Name) \
+      ->Arg(64)                          \
+      ->Arg(128)                         \
+      ->Arg(256)                         \
       ->Arg(512)                         \
       ->Arg(1024)                        \
       ->Arg(2048)                        \

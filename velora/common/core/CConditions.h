@@ -19,6 +19,7 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
   using IOperator = typename Interface::IOperator;
   using IPrintModeParameters = typename Interface::IPrintModeParameters;
   using Operators = api::ILinkedList<IOperator>;
+  using Element = typename Operators::Element;
 
   // The base of everything on the list.
   class COperator : public CElement<Configuration>, public virtual IOperator {
@@ -36,11 +37,15 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
     void Reset() override;
 
-    // Takes the last element off the list, resolves it, and leaves it on the frame's collector.
-    static IOperator* ResolveLast(volatile plinth::v1::api::Frame& frame, Operators* operators,
-                                  IPrintModeParameters* parameters);
+    // Resolves the element at `rest`, which moves back past all that it takes. The list stays as it
+    // is, so an evaluation needs no copy of it. Null, where elements are missing, raises
+    // `CException_This_Invalid`.
+    static IOperator* ResolveLast(Element** rest, IPrintModeParameters* parameters);
 
    protected:
+    // `Resolve` with what is taken before `rest`. A leaf takes nothing.
+    virtual void ResolveBefore(Element** rest, IPrintModeParameters* parameters);
+
     IPrintModeParameters* resolvedWith;  // not owned, only compared
     bool result;
   };
@@ -56,24 +61,36 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     void CheckResolvedWith(IPrintModeParameters* parameters) const;
   };
 
+  // An operator that takes elements off the list.
+  class CTaking : public COperator {
+   public:
+    using COperator::COperator;
+    using COperator::Init;
+    Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+  };
+
   // Both sides are always resolved: each must take its elements off the list.
   template <int kType, bool (*kCombine)(bool, bool)>
-  class CBinary : public COperator {
+  class CBinary : public CTaking {
    public:
     static constexpr int kSerializeableType = kType;
-    CBinary() : COperator(kType) {}
-    Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+    CBinary() : CTaking(kType) {}
+
+   protected:
+    void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
   };
   static bool And(bool x, bool y) { return x && y; }
   static bool Or(bool x, bool y) { return x || y; }
   using COperator_And = CBinary<Vocabulary<Configuration>::kConditionsOperator_And, &And>;
   using COperator_Or = CBinary<Vocabulary<Configuration>::kConditionsOperator_Or, &Or>;
 
-  class COperator_Not : public COperator {
+  class COperator_Not : public CTaking {
    public:
     static constexpr int kSerializeableType = Vocabulary<Configuration>::kConditionsOperator_Not;
-    COperator_Not() : COperator(kSerializeableType) {}
-    Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+    COperator_Not() : CTaking(kSerializeableType) {}
+
+   protected:
+    void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
   };
 
   CConditions();

@@ -85,48 +85,55 @@ void CConditions<Configuration>::COperator::Reset() {
 }
 
 template <class Configuration>
-auto CConditions<Configuration>::COperator::ResolveLast(volatile plinth::v1::api::Frame& frame,
-                                                        Operators* operators,
+auto CConditions<Configuration>::COperator::ResolveLast(Element** rest,
                                                         IPrintModeParameters* parameters)
     -> IOperator* {
-  auto* last = Defer(frame, operators->PopBack());
-  last->GetValue()->Resolve(operators, parameters);
-  return last->GetValue();
+  if (*rest == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  IOperator* last = (*rest)->GetValue();
+  *rest = (*rest)->previous;
+  static_cast<COperator*>(last->GetThis_Concrete())->ResolveBefore(rest, parameters);
+  return last;
+}
+
+template <class Configuration>
+void CConditions<Configuration>::COperator::ResolveBefore(Element**,
+                                                          IPrintModeParameters* parameters) {
+  COperator::Resolve(nullptr, parameters);
+}
+
+template <class Configuration>
+auto CConditions<Configuration>::CTaking::Resolve(Operators* operators,
+                                                  IPrintModeParameters* parameters) -> Operators* {
+  if (operators == nullptr || parameters == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  Element* rest = operators->GetTail();
+  this->ResolveBefore(&rest, parameters);
+  while (operators->GetTail() != rest) {
+    operators->Remove(operators->GetTail());
+  }
+  return operators;
 }
 
 template <class Configuration>
 template <int kType, bool (*kCombine)(bool, bool)>
-auto CConditions<Configuration>::CBinary<kType, kCombine>::Resolve(Operators* operators,
-                                                                   IPrintModeParameters* parameters)
-    -> Operators* {
-  PLINTH_FRAME(Configuration) {
-    if (operators == nullptr || parameters == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    COperator::Resolve(operators, parameters);
-    IOperator* x = this->ResolveLast(frame, operators, parameters);
-    IOperator* y = this->ResolveLast(frame, operators, parameters);
-    const bool xHolds = x->Evaluate(parameters);
-    const bool yHolds = y->Evaluate(parameters);
-    this->result = kCombine(xHolds, yHolds);
-  }
-  PLINTH_END
-  return operators;
+void CConditions<Configuration>::CBinary<kType, kCombine>::ResolveBefore(
+    Element** rest, IPrintModeParameters* parameters) {
+  COperator::ResolveBefore(rest, parameters);
+  IOperator* x = this->ResolveLast(rest, parameters);
+  IOperator* y = this->ResolveLast(rest, parameters);
+  const bool xHolds = x->Evaluate(parameters);
+  const bool yHolds = y->Evaluate(parameters);
+  this->result = kCombine(xHolds, yHolds);
 }
 
 template <class Configuration>
-auto CConditions<Configuration>::COperator_Not::Resolve(Operators* operators,
-                                                        IPrintModeParameters* parameters)
-    -> Operators* {
-  PLINTH_FRAME(Configuration) {
-    if (operators == nullptr || parameters == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    COperator::Resolve(operators, parameters);
-    this->result = !this->ResolveLast(frame, operators, parameters)->Evaluate(parameters);
-  }
-  PLINTH_END
-  return operators;
+void CConditions<Configuration>::COperator_Not::ResolveBefore(Element** rest,
+                                                              IPrintModeParameters* parameters) {
+  COperator::ResolveBefore(rest, parameters);
+  this->result = !this->ResolveLast(rest, parameters)->Evaluate(parameters);
 }
 
 // ---- COperand
@@ -184,25 +191,11 @@ bool CConditions<Configuration>::Evaluate(IPrintModeParameters* parameters) cons
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
-  const int count = this->operators->GetCount();
-  if (count > Interface::kMaxOperators) {
+  if (this->operators->GetCount() > Interface::kMaxOperators) {
     PLINTH_RAISE(CException_General);
   }
-  // Most conditions are one leaf, which takes nothing off a list.
-  if (count == 1 && !this->operators->GetTail()->GetValue()->IsOperator()) {
-    IOperator* leaf = this->operators->GetTail()->GetValue();
-    leaf->Resolve(this->operators.Get(), parameters);
-    return leaf->Evaluate(parameters);
-  }
-  volatile bool holds = false;
-  PLINTH_FRAME(Configuration) {
-    Operators* rest = Defer<Operators>(
-        frame, Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-    rest->Init(this->operators.Get());
-    holds = COperator::ResolveLast(frame, rest, parameters)->Evaluate(parameters);
-  }
-  PLINTH_END
-  return holds;
+  Element* rest = this->operators->GetTail();
+  return COperator::ResolveLast(&rest, parameters)->Evaluate(parameters);
 }
 
 }  // namespace velora::common::core

@@ -121,6 +121,7 @@ int CVeltune<Configuration>::VersionOf(Kind* component) {
 
 // Filters can reject everything; preferences only choose among what is left. The last tie is
 // decided by the list's order. One walk that keeps the best so far: nothing is made on the way.
+// Neighbours in a sorted list often share their tags and conditions, and then the verdict on them.
 template <class Configuration>
 template <class Kind>
 Kind* CVeltune<Configuration>::Locate_FromComponentList(
@@ -132,13 +133,25 @@ Kind* CVeltune<Configuration>::Locate_FromComponentList(
   auto* keyProperties = key->GetProperties();
   auto* array = list->GetArray();
   const int count = array->GetCount();
+  api::IConditions<Configuration>* conditions = nullptr;
+  api::ITags<Configuration>* tags = nullptr;
+  bool holds = false, fits = false;
   Kind* chosen = nullptr;
   bool several = false;
   for (int i = 0; i < count; ++i) {
     Kind* candidate = array->Get(i);
-    if (!candidate->GetConditions()->Evaluate(parameters) ||
-        !candidate->GetTags()->AreCompatibleWith(keyTags) ||
-        !candidate->GetProperties()->AreCompatibleWith(keyProperties)) {
+    if (auto* own = candidate->GetConditions(); own != conditions) {
+      conditions = own;
+      holds = own->Evaluate(parameters);
+    }
+    if (!holds) {
+      continue;
+    }
+    if (auto* own = candidate->GetTags(); own != tags) {
+      tags = own;
+      fits = own->AreCompatibleWith(keyTags);
+    }
+    if (!fits || !candidate->GetProperties()->AreCompatibleWith(keyProperties)) {
       continue;
     }
     several = chosen != nullptr;
