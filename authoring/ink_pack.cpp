@@ -139,7 +139,7 @@ int EncodeInFrame(int type, const std::vector<Value>& properties, const Bytes& c
         Interface* operation = raised::Defer(frame, (open_factory->*slot)());
         operation->Init(own, nodes);
         wisp::IArray_uint8* bytes = InkLayer::StoredBytes(operation);
-        SetBytes(encoded, bytes->GetElements(), bytes->GetCount());
+        SetBytes<wisp::Configuration>(encoded, bytes->GetElements(), bytes->GetCount());
       }
     });
   }

@@ -13,6 +13,7 @@ template <class Layer>
 class ObjectReader : PackInterfaces<Layer> {
  public:
   using Of = PackInterfaces<Layer>;
+  using Configuration = typename Layer::Configuration;
 
   explicit ObjectReader(Pack* pack) : pack_(pack) {}
 
@@ -68,7 +69,7 @@ class ObjectReader : PackInterfaces<Layer> {
     WithRow(element, [&](auto* object) {
       using Interface = std::remove_pointer_t<decltype(object)>;
       if constexpr (Of::template kHoldsBytes<Interface>) {
-        SetBytes(&value->bytes, Layer::StoredBytes(object));
+        TakeBytes(&value->bytes, Layer::StoredBytes(object));
       }
     });
   }
@@ -90,34 +91,32 @@ class ObjectReader : PackInterfaces<Layer> {
     WithRow(stored, [&](auto* object) {
       using Interface = std::remove_pointer_t<decltype(object)>;
       if constexpr (Of::template kIsOperator<Interface>) {
-        SetBytes(&step->bytes, Layer::StoredBytes(object));
+        TakeBytes(&step->bytes, Layer::StoredBytes(object));
       }
     });
   }
 
-  Component* AddComponent(int kind) noexcept {
-    pack_->components.push_back({kind, 1, Condition(), {}, {}, {}});
+  Component* AddComponent(int kind) {
+    Filled<Configuration>([&] { pack_->components.push_back({kind, 1, Condition(), {}, {}, {}}); });
     return &pack_->components.back();
   }
-  static Step* AddStep(Component* component, int type) noexcept {
-    component->recipe.push_back({type, {}, {}, {}});
+  static Step* AddStep(Component* component, int type) {
+    Filled<Configuration>([&] { component->recipe.push_back({type, {}, {}, {}}); });
     return &component->recipe.back();
   }
-  Value* AddValue(int type, int value) noexcept {
-    elements_.push_back({type, value});
+  Value* AddValue(int type, int value) {
+    Filled<Configuration>([&] { elements_.push_back({type, value}); });
     return &elements_.back();
   }
-  static void SetBytes(Bytes* bytes, raised::IArray_uint8* array) {
-    if (array != nullptr) Assign(bytes, array->GetElements(), array->GetCount());
+  static void TakeBytes(Bytes* bytes, raised::IArray_uint8* array) {
+    if (array != nullptr) SetBytes<Configuration>(bytes, array->GetElements(), array->GetCount());
   }
-  static void Assign(Bytes* bytes, const unsigned char* elements, int count) noexcept {
-    bytes->assign(elements, elements + count);
+  void TakeValues(std::vector<Value>* values) {
+    values->swap(elements_);
+    elements_.clear();
   }
-  void TakeValues(std::vector<Value>* values) noexcept {
-    values->swap(elements_), elements_.clear();
-  }
-  void TakeCondition(Component* component) noexcept {
-    component->condition = Condition(elements_);
+  void TakeCondition(Component* component) {
+    Filled<Configuration>([&] { component->condition = Condition(elements_); });
     elements_.clear();
   }
 

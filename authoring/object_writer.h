@@ -54,8 +54,9 @@ class ObjectWriter : PackInterfaces<Layer> {
   }
 
   IProperties* MakeProperties(const std::vector<Value>& properties) {
-    return MakeElements(factory_->CreateArray_Property(), Of::Words::kArray_Property,
-                        factory_->CreateProperties(), properties);
+    return MakeElements(raised::Defer(frame_, factory_->CreateArray_Property()),
+                        Of::Words::kArray_Property,
+                        raised::Defer(frame_, factory_->CreateProperties()), properties);
   }
 
   // An operator, which takes the properties of its component, or a reference.
@@ -119,8 +120,6 @@ class ObjectWriter : PackInterfaces<Layer> {
   template <class Element, class List>
   List* MakeElements(raised::IArray<Element>* array, int array_type, List* list,
                      const std::vector<Value>& values) {
-    raised::Defer(frame_, array);
-    raised::Defer(frame_, list);
     array->Init(array_type, static_cast<int>(values.size()));
     for (std::size_t i = 0; i < values.size(); ++i) {
       array->Set(static_cast<int>(i), MakeElement<Element>(values[i]));
@@ -130,8 +129,8 @@ class ObjectWriter : PackInterfaces<Layer> {
   }
 
   ITags* MakeTags(const std::vector<Value>& tags) {
-    return MakeElements(factory_->CreateArray_Tag(), Of::Words::kArray_Tag, factory_->CreateTags(),
-                        tags);
+    return MakeElements(raised::Defer(frame_, factory_->CreateArray_Tag()), Of::Words::kArray_Tag,
+                        raised::Defer(frame_, factory_->CreateTags()), tags);
   }
 
   typename Of::IConditions* MakeConditions(const Condition& condition) {

@@ -2,7 +2,7 @@
 //
 // Room: authoring, for the files that instantiate them. They run inside frames of the library:
 // objects go to the frame's collector, failures are raised, and nothing holds an object with a
-// destructor. What fills a C++ container stands in `noexcept` functions.
+// destructor. A C++ container is filled within `Filled`, which turns an exception into a raise.
 //
 // A `Layer` names a pipeline: its Configuration, IFactory and IVelcase; Kinds, a KindRows of its
 // component lists in a pack's order; ForEachRow(visit), which calls visit(name, type id, factory
@@ -14,6 +14,7 @@
 
 #include <type_traits>
 
+#include "authoring/table.h"
 #include "velora/common/api/IFactory.h"
 
 namespace velora::authoring {
@@ -46,6 +47,27 @@ template <class Interface, class = void>
 constexpr bool kHasValue = false;
 template <class Interface>
 constexpr bool kHasValue<Interface, std::void_t<typename Interface::Enumeration>> = true;
+
+// Runs `fill()`, and is false when it throws: nothing but memory is missing then.
+template <class Fill>
+bool IsFilled(Fill fill) noexcept {
+  try {
+    fill();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+template <class Configuration, class Fill>
+void Filled(Fill fill) {
+  if (!IsFilled(fill)) PLINTH_RAISE(raised::CException_Memory_AllocationFailed);
+}
+
+template <class Configuration>
+void SetBytes(Bytes* bytes, const unsigned char* elements, int size) {
+  Filled<Configuration>([=] { bytes->assign(elements, elements + size); });
+}
 
 template <class Layer>
 struct PackInterfaces {

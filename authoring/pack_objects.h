@@ -10,10 +10,6 @@
 
 namespace velora::authoring {
 
-inline void SetBytes(Bytes* bytes, const unsigned char* elements, int size) noexcept {
-  bytes->assign(elements, elements + size);
-}
-
 template <class Layer>
 const Words& LayerWords() {
   static const Words words = [] {
@@ -57,7 +53,7 @@ int WritePackFile(const Pack& pack, WritePlace* place, Bytes* file) {
     typename Layer::IVelcase* velcase = raised::Defer(frame, Layer::Factory()->CreateVelcase());
     InitVelcase<Layer>(velcase, &writer, pack, typename Layer::Kinds());
     const int size = velcase->GetSerializedSize();
-    SetBytes(file, velcase->Serialize(), size);
+    SetBytes<typename Layer::Configuration>(file, velcase->Serialize(), size);
   }
   PLINTH_CATCH { code = frame.exception->code; }
   PLINTH_END
@@ -74,7 +70,7 @@ int WriteReferenceImage(const Step& reference, WritePlace* place, Bytes* image) 
     serializer->Init(writer.MakeHelper(), kImageEndianness);
     object->Serialize(serializer, nullptr);
     const int size = serializer->GetSerializedSize();
-    SetBytes(image, serializer->Serialize(), size);
+    SetBytes<typename Layer::Configuration>(image, serializer->Serialize(), size);
   }
   PLINTH_CATCH { code = frame.exception->code; }
   PLINTH_END

@@ -22,7 +22,11 @@ struct TonerLayer {
   // A caller's record tells the size of a pack in 16 bits, which are read with a sign.
   static constexpr int kLargestFile = 32767;
 
-  static bool Open() { return initLibrary(nullptr); }
+  static bool Open() {
+    const bool open = initLibrary(nullptr);
+    if (!open) releaseLibrary();
+    return open;
+  }
   static void Close() { releaseLibrary(); }
   static IFactory* Factory() { return g_pFactory; }
 

@@ -10,13 +10,13 @@
 
 #include "authoring/table_call.h"
 #include "bench/heap.h"
-#include "bench/image_writer.h"
 #include "plinth/core/serializer/states.h"
+#include "tests/support/image_writer.h"
 #include "velora/common/Configuration.h"
 
 namespace {
 
-using bench::BlobImage;
+using velora_test::BlobImage;
 using Bytes = std::vector<unsigned char>;
 using Entry = BlobImage::Entry;
 using Entries = std::vector<Entry>;
@@ -194,11 +194,9 @@ Packed Pack(const Bytes& image) {
   packed.call.platform = 2;
   packed.call.mode = {2, 3, 2, 0};
   packed.call.size = 27;
-  packed.call.packs = {bench::TonerPackOf(image)};
-  // The front end keeps 16 bits of a size, and refuses what is then negative or too small.
-  Bytes& file = packed.call.packs[0];
-  if (file.size() - 14 > 409600) std::fprintf(stderr, "worst: too large a stream\n");
-  while (static_cast<int16_t>(file.size()) < 100) file.push_back(0);
+  packed.call.packs = {velora_test::TonerPackOf(image)};
+  if (packed.call.packs[0].size() - 14 > 409600)
+    std::fprintf(stderr, "worst: too large a stream\n");
   return packed;
 }
 

@@ -8,9 +8,11 @@
 #include <stdexcept>
 
 #include "authoring/pack_text.h"
+#include "authoring/table_call.h"
 #include "authoring/words.h"
 #include "tests/authoring/message.h"
 #include "tests/support/data.h"
+#include "tests/support/process_heap.h"
 
 namespace velora::authoring {
 namespace {
@@ -151,6 +153,31 @@ TEST(Pack, WhatCannotBeLoadedIsRefused) {
     Pack pack = SmallPack();
     row.spoil(pack, pack.components);
     EXPECT_THAT(MessageOf([&] { WritePack(pack); }), HasSubstr(row.message));
+  }
+}
+
+// Each allocation fails in turn, of this side and of the library: the file is right or there is
+// none.
+TEST(Pack, WritingAndReadingWithoutMemory) {
+  const QuietErrors quiet;
+  Pack ink = ReadPack(velora_test::ReadData("vectors/ink/printer.velcase")).pack;
+  ink.components.resize(2);
+  for (const Pack& pack : {SmallPack(), ink}) {
+    const Bytes expected = WritePack(pack);
+    velora_test::ForEachShortage(
+        [&] {
+          try {
+            const Bytes file = WritePack(pack);
+            EXPECT_EQ(file, expected);
+            return ReadPack(file).size == static_cast<int>(expected.size());
+          } catch (const std::exception&) {
+            return false;
+          }
+        },
+        [&](int nth, bool) {
+          EXPECT_TRUE(nth % 64 != 0 || WritePack(pack) == expected);
+          return 0;
+        });
   }
 }
 

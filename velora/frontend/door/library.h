@@ -12,7 +12,7 @@ extern velora::v2::fenn::api::_factory::IFactory* g_pFactory;
 extern velora::v2::fenn::api::IPrintModeMappings* g_pPrintModeMappings;
 
 // Fills the front end's block, from the given boot or by a boot of its own, and makes factory and
-// mappings.
+// mappings. After a failure releaseLibrary puts down what came up.
 bool initLibrary(void* pBootRecord);
 
 // Releases all of that. Harmless when the library is down.

@@ -1,5 +1,5 @@
 // Images written entry by entry, also such as no serializer makes, and toner packs around them.
-// Room: bench. Values; entries are told by the number that Add gave.
+// Room: tests, and the benchmarks use it. Values; entries are told by the number that Add gave.
 #pragma once
 
 #include <string.h>
@@ -9,7 +9,7 @@
 #include <map>
 #include <vector>
 
-namespace bench {
+namespace velora_test {
 
 class ImageWriter {
  public:
@@ -91,7 +91,8 @@ class ImageWriter {
   std::map<int, size_t> places_;
 };
 
-// A printer's toner pack of family 0 around an image.
+// A printer's toner pack of family 0 around an image. The front end keeps 16 bits of a file's size,
+// and refuses what is then negative or too small; zeros behind the stream make it fit.
 inline std::vector<unsigned char> TonerPackOf(const std::vector<unsigned char>& image) {
   uLongf size = compressBound(image.size());
   std::vector<unsigned char> file = {1, 0, 127, 3, 0, 0, 0, 0, 2, 1, 0, 0, 0, 0};
@@ -102,6 +103,9 @@ inline std::vector<unsigned char> TonerPackOf(const std::vector<unsigned char>& 
   for (size_t i = 0; i < 4; ++i) {
     file[4 + i] = static_cast<unsigned char>((size + 6) >> (24 - 8 * i));
     file[10 + i] = static_cast<unsigned char>(image.size() >> (24 - 8 * i));
+  }
+  while (static_cast<short>(file.size()) < 100) {
+    file.push_back(0);
   }
   return file;
 }
@@ -139,4 +143,4 @@ class BlobImage : public ImageWriter {
   Entry roots_[10], arrays_[10];
 };
 
-}  // namespace bench
+}  // namespace velora_test
