@@ -2,9 +2,6 @@
 
 #include <zlib.h>
 
-#include <fstream>
-#include <iterator>
-
 #include "fuzz/support/promise.h"
 #include "velora/common/core/pack.h"
 #include "velora/velora.h"
@@ -64,13 +61,6 @@ long long ImageBytesOf(const std::vector<Bytes>& packs, bool ink) {
     }
   }
   return sum;
-}
-
-Bytes ReadData(const std::string& name) {
-  std::ifstream file(VELORA_FUZZ_DATA "/" + name, std::ios::binary);
-  Bytes bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  bytes.shrink_to_fit();
-  return bytes;
 }
 
 }  // namespace fuzz

@@ -2,11 +2,12 @@
 // Room: fuzz. Values only; a file that is not there ends the process.
 #pragma once
 
-#include <string>
-
 #include "fuzz/support/input.h"
+#include "tests/support/data.h"
 
 namespace fuzz {
+
+using velora_test::ReadData;
 
 // A pack's header up to the sizes.
 struct PackHead {
@@ -26,8 +27,5 @@ Bytes ImageOf(const Bytes& pack, bool ink);
 
 // The bytes of all images as the packs' headers tell them, no more than a reader takes.
 long long ImageBytesOf(const std::vector<Bytes>& packs, bool ink);
-
-// A file below tests/data; an absent one is empty.
-Bytes ReadData(const std::string& name);
 
 }  // namespace fuzz

@@ -103,7 +103,6 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   void Transition_DeduplicatedToSerialized();
 
  private:
-  static void DropReferences(IArray_Entry* entries);  // null is ignored
   Working* Writing();
   Entry* Reading();
 

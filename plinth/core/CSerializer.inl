@@ -198,29 +198,14 @@ void CSerializer<Configuration>::Delete() {
   CObject::Delete();
 }
 
-template <class Configuration>
-void CSerializer<Configuration>::DropReferences(IArray_Entry* entries) {
-  const int count = entries == nullptr ? 0 : entries->GetCount();
-  for (int i = 0; i < count; ++i) {
-    entries->GetElements()[i]->DropReferences();
-  }
-}
-
-// Entries hold each other, in whatever rings an image has. Each state that stands knows all its
-// entries, so they let go of each other here, at the end, and one by one: neither a failed
-// transition nor a long chain of references does harm.
+// Written entries hold each other. They let go of each other here, at the end, and one by one: a
+// long chain of them does no harm.
 template <class Configuration>
 void CSerializer<Configuration>::Delete_States() {
   if (working && working->allEntries) {
     for (auto* node = working->allEntries->GetHead(); node != nullptr; node = node->next) {
       node->value->DropReferences();
     }
-  }
-  if (serialized) {
-    DropReferences(serialized->entries.Get());
-  }
-  if (deduplicated) {
-    DropReferences(deduplicated->entries.Get());
   }
   deduplicated.Drop();
   serialized.Drop();
@@ -440,29 +425,30 @@ bool CSerializer<Configuration>::Deserialize_bool() {
 
 template <class Configuration>
 unsigned char CSerializer<Configuration>::Deserialize_uint8() {
-  return Reading()->deduplicated->Deserialize_uint8();
+  return Reading()->deduplicated.Deserialize_uint8();
 }
 
 template <class Configuration>
 int CSerializer<Configuration>::Deserialize_uint28() {
-  return Reading()->deduplicated->Deserialize_uint28();
+  return Reading()->deduplicated.Deserialize_uint28();
 }
 
 template <class Configuration>
 int CSerializer<Configuration>::Deserialize_int32_NoVLQ() {
-  return Reading()->deduplicated->Deserialize_int32_NoVLQ();
+  Entry* entry = Reading();
+  return entry->deduplicated.Deserialize_int32_NoVLQ(entry->reverse);
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Deserialize_Array_uint8(int arraySize, unsigned char* array,
                                                          int offset, int count) {
-  Reading()->deduplicated->Deserialize_Array_uint8(arraySize, array, offset, count);
+  Reading()->deduplicated.Deserialize_Array_uint8(arraySize, array, offset, count);
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Deserialize_Array_uint28(int arraySize, int* array, int offset,
                                                           int count) {
-  Reading()->deduplicated->Deserialize_Array_uint28(arraySize, array, offset, count);
+  Reading()->deduplicated.Deserialize_Array_uint28(arraySize, array, offset, count);
 }
 
 template <class Configuration>

@@ -113,7 +113,7 @@ TEST_F(InkWords, TheHelperMakesWhatAnInkPackMayContain) {
               {106, 109},
               {112, 114},
               {116, 120}},
-             16);
+             16, {{60, 60}, {80, 82}, {90, 91}, {95, 96}});
 }
 
 TEST_F(InkWords, TablesOfTheEnumerations) {

@@ -13,35 +13,21 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
   return "leak:MakeBootRecord\n";
 }
 
-PlacedCall::PlacedCall(const TableCall& call) : call_(call), target_(call.bufferSize, 0xA5) {
-  // Copies have no slack, so a sanitizer sees the first byte behind each.
-  const auto place = [this](const Bytes& bytes) -> const uint8_t* {
-    blocks_.push_back(bytes);
-    return bytes.empty() ? nullptr : blocks_.back().data();
-  };
-  for (const Bytes& pack : call.packs) {
-    blobs_.push_back({static_cast<uint32_t>(pack.size()), place(pack)});
-  }
-  for (const ImagingBlob& blob : blobs_) {
-    const bool absent = static_cast<int>(pointers_.size()) == call.nullPack;
-    pointers_.push_back(absent ? nullptr : &blob);
-  }
-  reference_.data = place(call.reference);
-  corrections_.data = place(call.corrections);
-  for (int i = 0; i < 4; ++i) {
-    reference_.apCbat[i] = place(call.cbat[i]);
-    reference_.acbCbat[i] = static_cast<uint16_t>(call.cbat[i].size());
-    corrections_.apKeys[i] = place(call.keys[i]);
+PlacedCall::PlacedCall(const TableCall& call)
+    : call_(call), bytes_(call), target_(call.bufferSize, 0xA5) {
+  if (call.nullPack >= 0) {
+    bytes_.packs[static_cast<size_t>(call.nullPack)] = nullptr;
   }
 }
 
 int PlacedCall::Run() {
-  const int packs = call_.packCount < 0 ? static_cast<int>(pointers_.size()) : call_.packCount;
+  const int packs = call_.packCount < 0 ? static_cast<int>(bytes_.packs.size()) : call_.packCount;
   return _velora_v2_ReconstructTable_Moth_Posix_So(
       call_.platform, call_.supplyFamily, call_.productVariant, call_.table, call_.theme,
       call_.media, call_.axis, static_cast<unsigned int>(packs),
-      call_.withPackList ? pointers_.data() : nullptr, call_.withReference ? &reference_ : nullptr,
-      call_.corrections.empty() ? nullptr : &corrections_,
+      call_.withPackList ? bytes_.packs.data() : nullptr,
+      call_.withReference ? &bytes_.reference : nullptr,
+      call_.corrections.empty() ? nullptr : &bytes_.corrections,
       static_cast<unsigned int>(call_.bufferSize), call_.withBuffer ? target_.data() : nullptr);
 }
 
@@ -109,38 +95,18 @@ Silence::~Silence() {
   close(kept_);
 }
 
-namespace {
-
-// A call with the files of a folder.
-TableCall VectorCall(const std::string& folder, const std::vector<const char*>& packs,
-                     TableCall call) {
-  const std::string path = "vectors/" + folder + "/";
-  for (const char* pack : packs) {
-    call.packs.push_back(ReadData(path + pack));
-  }
-  call.reference = ReadData(path + "reference.bin");
-  call.corrections = ReadData(path + "corrections.bin");
-  for (int i = 0; i < 4; ++i) {
-    call.cbat[i] = ReadData(path + "cbat-" + "cmyk"[i] + ".bin");
-    call.keys[i] = ReadData(path + "key-" + "kcmy"[i] + ".bin");
-  }
-  return call;
-}
-
-}  // namespace
-
 TableCall CmykCall() {
   const TableCall call = {7, 4, 2, CTR_TABLE_CMYK, CTR_THEME_8, CTR_MEDIA_G, CTR_AXIS_P, 19652};
-  return VectorCall("toner-cmyk", {"printer.velcase", "cyan.velcase"}, call);
+  return velora_test::WithVector(call, "toner-cmyk", {"printer.velcase", "cyan.velcase"});
 }
 
 TableCall GrayCall() {
   const TableCall call = {127, 9, 5, CTR_TABLE_CMYK, CTR_THEME_0, CTR_MEDIA_H, CTR_AXIS_MONO, 256};
-  return VectorCall("toner-gray", {"printer.velcase"}, call);
+  return velora_test::WithVector(call, "toner-gray", {"printer.velcase"});
 }
 
 TableCall BlobCall() {
   TableCall call = {2, 0, 0, CTR_TABLE_FUSER_BLOB, CTR_THEME_3, CTR_MEDIA_C, CTR_AXIS_K, 27};
   call.withReference = false;
-  return VectorCall("toner-blob", {"printer.velcase"}, call);
+  return velora_test::WithVector(call, "toner-blob", {"printer.velcase"});
 }

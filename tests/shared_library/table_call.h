@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/data.h"
-#include "velora/velora.h"
+#include "tests/support/toner_bytes.h"
 
 using Bytes = std::vector<unsigned char>;
 using velora_test::ReadData;
@@ -46,11 +45,7 @@ class PlacedCall {
 
  private:
   const TableCall& call_;
-  std::vector<Bytes> blocks_;
-  std::vector<ImagingBlob> blobs_;
-  std::vector<const ImagingBlob*> pointers_;
-  ReferenceTable reference_ = {};
-  TableCorrections corrections_ = {};
+  velora_test::PlacedBytes bytes_;
   Bytes target_;
 };
 

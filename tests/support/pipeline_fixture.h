@@ -8,6 +8,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <vector>
 
@@ -49,6 +50,7 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   using Condition = typename IConditions::IOperator;
   using IRecipe = velora::common::api::IRecipe<C>;
   using IComponent = velora::common::api::IComponent<C>;
+  using Velora = velora::common::api::ISerializeable<C>;
   using IVelcase = typename Ids::IVelcase;
   using Operator = typename IRecipe::IOperator;
   using Operators = std::vector<Operator*>;
@@ -191,22 +193,41 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
     return array;
   }
 
-  // Expects that the helper makes an object for each type id in these ranges, and for no other.
+  // Expects that the helper makes an object for each type id in these ranges, and for no other; and
+  // that one comes to life without a value in these, the bare ones, and in no other.
   struct TypeIds {
     int first, last;
   };
-  void ExpectMade(Elements<TypeIds> ranges, int lastArrayOfObjects) {
+  static bool Within(Elements<TypeIds> ranges, int type) {
+    return std::any_of(ranges.begin(), ranges.end(), [type](const TypeIds& ids) {
+      return type >= ids.first && type <= ids.last;
+    });
+  }
+  void ExpectMade(Elements<TypeIds> ranges, int lastArrayOfObjects, Elements<TypeIds> bare) {
+    ISerializer* writer = Keep(factory->CreateSerializer());
+    writer->Init(helper, kReversed);
     for (int type = -1; type <= 129; ++type) {
       SCOPED_TRACE(type);
-      int code = type == 3 ? 2 : 3000;  // an id without a class, and no id
-      for (const TypeIds& ids : ranges) {
-        code = type >= ids.first && type <= ids.last ? 0 : code;
-      }
+      // Else an id without a class, or no id.
+      const int code = Within(ranges, type) ? 0 : type == 3 ? 2 : 3000;
       ISerializeable* volatile made = nullptr;
       ASSERT_EQ(CodeOf([&] { made = Keep(helper->CreateSerializeable(type)); }), code);
       if (code == 0) {
         // Arrays of objects take theirs from Init.
         EXPECT_EQ(made->GetSerializeableType(), type >= 4 && type <= lastArrayOfObjects ? 0 : type);
+        const auto refuses = [&](int refusal, auto call) { EXPECT_EQ(CodeOf(call), refusal); };
+        if (auto* typed = dynamic_cast<Velora*>(made)) {
+          refuses(3000, [&] { typed->Init(static_cast<Velora*>(nullptr)); });
+        }
+        refuses(3000, [&] { made->Init(type, nullptr, nullptr); });
+        refuses(3000, [&] { made->Serialize(nullptr, nullptr); });
+        refuses(3000, [&] { made->IsEqualTo(nullptr); });
+        refuses(3000, [&] { made->IsLessThan(nullptr); });
+        refuses(4000, [&] { made->IsEqualTo(made); });
+        refuses(4000, [&] { made->IsLessThan(made); });
+        refuses(4000, [&] { made->Serialize(writer, nullptr); });
+        refuses(4000, [&] { made->CheckThis(); });
+        refuses(Within(bare, type) ? 0 : 3, [&] { made->Init(); });
       }
     }
   }

@@ -46,7 +46,7 @@ TEST_F(VocabularyTest, ObjectsByTypeId) {
               {86, 99},
               {106, 109},
               {112, 121}},
-             17);
+             17, {{60, 60}, {80, 82}, {86, 89}, {91, 91}});
   fenn::ISerializerHelper* blank = Keep(factory->CreateSerializerHelper());
   EXPECT_EQ(CodeOf([&] { blank->CreateSerializeable(20); }), 4000);
   EXPECT_EQ(CodeOf([&] { blank->CreateSerializeable(0); }), 3000);

@@ -160,7 +160,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(int type, int newC
     if (newEntries[i]->state != EState::Serialized) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    total += newEntries[i]->serialized->length;
+    total += newEntries[i]->serialized.length;
   }
   bytes = new (api::Slots<Configuration>().platform, true,
                true) unsigned char[static_cast<size_t>(total)];
@@ -168,9 +168,10 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(int type, int newC
   memcpy(bytes, typePart.bytes, static_cast<size_t>(typePart.length));
   int place = typePart.length;
   for (int i = 0; i < newCount; ++i) {
-    const auto* entry = newEntries[i]->serialized.Get();
-    memcpy(bytes + place, entry->bytes, static_cast<size_t>(entry->length));
-    place += entry->length;
+    const auto& entry = newEntries[i]->serialized;
+    memcpy(bytes + place, entry.bytes, static_cast<size_t>(entry.length));
+    newEntries[i]->MoveBytes(bytes + place);
+    place += entry.length;
   }
   memcpy(bytes + place, kTerminator, sizeof kTerminator);
   place += static_cast<int>(sizeof kTerminator);

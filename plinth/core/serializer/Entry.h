@@ -37,35 +37,33 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   };
 
   // Readable, with a cursor over its data and one over its references.
-  class Deduplicated : public Object {
-   public:
-    Deduplicated(Dictionary* owner, bool reverseBytes);
-    ~Deduplicated();
-    void Destroy() { Object::RemoveRef(this); }
-    // Lengths and pointers must agree (both empty or both not).
-    void Init(int dataLength, unsigned char* data, bool ownsData, int referenceCount,
-              Entry** references, bool ownsReferences);
-    void DropReferences();
+  struct Deduplicated {
     unsigned char Deserialize_uint8();
     int Deserialize_uint28();
-    int Deserialize_int32_NoVLQ();
+    int Deserialize_int32_NoVLQ(bool reverseBytes);
     void Deserialize_Array_uint8(int arraySize, unsigned char* array, int offset, int count);
     void Deserialize_Array_uint28(int arraySize, int* array, int offset, int count);
+    // The next of its references, which `entries` holds; null behind the last, and the cursor then
+    // stands before the first again.
+    Entry* NextReference(IArray_Entry* entries);
 
     Dictionary* dictionary;
-    int dataLength;
     unsigned char* data;
+    Entry** references;            // as written: a counted reference each; null from an image
+    const unsigned char* numbers;  // as they stand in an image
+    api::ISerializeable* object;   // made from this entry, a counted reference; null before
+    union {
+      Deduplicated* outer;  // under construction: the next object around this one
+      long long reached;    // standing: objects from this one down, shared ones each time
+    };
+    int height;  // standing: levels of objects from this one down
+    int dataLength;
     int cursor;
     int referenceCount;
-    Entry** references;  // a counted reference each
-    int referenceCursor;
-    api::ISerializeable* object;  // made from this entry, a counted reference; null before
-    bool underConstruction;       // `object` is being read, and does not stand yet
-    Deduplicated* outer;          // under construction: the next object around this one
-    int height;                   // standing: levels of objects from this one down
-    long long reached;            // standing: objects from this one down, shared ones each time
+    int numberBytes;
+    int referenceCursor;  // an index in `references` or an offset in `numbers`
     bool ownsData;
-    bool ownsReferences;
+    bool underConstruction;  // `object` is being read, and does not stand yet
 
    private:
     // A cursor at the data's end goes back to its start: the rule of every reader.
@@ -73,27 +71,18 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   };
 
   // Flat bytes, in an image or of its own.
-  class Serialized : public Object {
-   public:
-    Serialized(Dictionary* owner, bool reverseBytes);
-    ~Serialized();
-    void Destroy() { Object::RemoveRef(this); }
-    // From an image: points into it, copies nothing, and owns the numbers of its references alone.
+  struct Serialized {
+    // Lengths and places of the entry that stands at this place of an image; copies nothing.
     void Init(int size, unsigned char* image, int offset);
-    // From parts: writes its own bytes. The parts stay the caller's, save as the flags say.
-    void Init(int dataLength, unsigned char* data, bool ownsData, int referenceCount,
-              int* references, bool ownsReferences);
 
     Dictionary* dictionary;
-    int length;  // of `bytes`
     unsigned char* bytes;
+    int length;  // of `bytes`
+    int dataOffset;
     int dataLength;
-    unsigned char* data;
+    int numberBytes;  // the last ones: its references, as places in the flattened array of entries
     int referenceCount;
-    int* references;  // numbers in the flattened array of entries
     bool ownsBytes;
-    bool ownsData;
-    bool ownsReferences;
   };
 
   Entry();
@@ -117,8 +106,10 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   void ToDeduplicated(IArray_Entry* entries);
   void ToSerialized(IArray_Entry* entries);
 
-  // Entries of an image may hold each other in rings; whoever ends a whole content breaks them.
+  // Written entries hold each other; whoever ends a whole content breaks that up.
   void DropReferences();
+  // A copy of its bytes stands here: the entry lets go of its own.
+  void MoveBytes(unsigned char* bytes);
 
   // What arrays ask of elements, and an entry does not offer: raise `CException_NotImplemented`.
   void Sort(bool deduplicate);
@@ -127,8 +118,15 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   typename EState::Enum state;
   int number;  // of its kind while it is written, then its place in the flattened array
   Counted<Working> working;
-  Counted<Deduplicated> deduplicated;
-  Counted<Serialized> serialized;
+  // These forms stand in place: an image has many entries, and each is one block.
+  union {
+    Deduplicated deduplicated;  // in this state
+    Serialized serialized;      // in this state
+  };
+
+ private:
+  // Lets go of what the form in place owns.
+  void Release();
 };
 
 }  // namespace plinth::v1::core

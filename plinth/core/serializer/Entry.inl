@@ -1,16 +1,37 @@
 // Bodies of Entry.h, but for those of its forms, for the files that instantiate it.
 #pragma once
 
+#include <string.h>
+
 #include "plinth/core/serializer/Dictionary.h"
 #include "plinth/core/serializer/Entry.h"
 
 namespace plinth::v1::core {
 
 template <class Configuration>
-CSerializer<Configuration>::Entry::Entry() : Object(false), state(EState::None), number(-1) {}
+CSerializer<Configuration>::Entry::Entry()
+    : Object(false), state(EState::None), number(-1), serialized() {}
 
 template <class Configuration>
-CSerializer<Configuration>::Entry::~Entry() = default;
+CSerializer<Configuration>::Entry::~Entry() {
+  Release();
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::Release() {
+  api::CPlatform* platform = api::Slots<Configuration>().platform;
+  if (state == EState::Deduplicated) {
+    DropReferences();
+    if (deduplicated.ownsData) {
+      operator delete[](deduplicated.data, platform, false, false);
+    }
+    if (deduplicated.object != nullptr) {
+      deduplicated.object->Destroy();
+    }
+  } else if (state == EState::Serialized && serialized.ownsBytes) {
+    operator delete[](serialized.bytes, platform, false, false);
+  }
+}
 
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverseBytes) {
@@ -31,11 +52,11 @@ int CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverse
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->reverse = reverseBytes;
-  serialized.Take(Object::template New<Serialized>(dictionary, reverseBytes));
-  serialized->Init(size, image, offset);
+  serialized.dictionary = dictionary;
+  serialized.Init(size, image, offset);
   state = EState::Serialized;
   this->initialized = true;
-  return serialized->length;
+  return serialized.length;
 }
 
 template <class Configuration>
@@ -44,9 +65,9 @@ auto CSerializer<Configuration>::Entry::GetDictionary() const -> Dictionary* {
     case EState::Working:
       return working->dictionary;
     case EState::Deduplicated:
-      return deduplicated->dictionary;
+      return deduplicated.dictionary;
     case EState::Serialized:
-      return serialized->dictionary;
+      return serialized.dictionary;
     default:
       PLINTH_RAISE(CException_This_Invalid);
   }
@@ -135,21 +156,23 @@ void CSerializer<Configuration>::Entry::Transition_WorkingToDeduplicated(IArray_
       PLINTH_RAISE(CException_General);
     }
     api::IArray_uint8* data = working->data.Get();
-    Deduplicated* form =
-        Defer(frame, Object::template New<Deduplicated>(working->dictionary, this->reverse));
-    form->Init(data->GetCount(), data->GetElements(), data->IsOwned_Elements(), count,
-               references->GetElements(), references->IsOwned_Elements());
+    Deduplicated form = {};
+    form.dictionary = working->dictionary;
+    form.dataLength = data->GetCount();
+    form.data = data->GetElements();
+    form.ownsData = data->IsOwned_Elements();
+    form.referenceCount = count;
+    form.references = references->GetElements();
     data->ClearOwnership_Elements();
     references->ClearOwnership_Elements();
-    deduplicated.Take(HandOver(frame, form));
+    deduplicated = form;
     working.Drop();
     state = EState::Deduplicated;
   }
   PLINTH_END
 }
 
-// No frame: the new form is the entry's from the moment it exists, and stays unused until `state`
-// says so.
+// No frame: nothing is made, and nothing changes before all is found sound.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Transition_SerializedToDeduplicated(IArray_Entry* entries) {
   if (entries == nullptr) {
@@ -158,73 +181,85 @@ void CSerializer<Configuration>::Entry::Transition_SerializedToDeduplicated(IArr
   if (state != EState::Serialized) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  Serialized* from = serialized.Get();
-  const int count = from->referenceCount;
-  if (count > entries->GetCount()) {
+  const int entryCount = entries->GetCount();
+  if (serialized.referenceCount > entryCount) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  deduplicated.Take(Object::template New<Deduplicated>(from->dictionary, this->reverse));
-  Deduplicated* form = deduplicated.Get();
-  if (count > 0) {
-    form->references =
-        new (api::Slots<Configuration>().platform, true, true) Entry*[static_cast<size_t>(count)];
-    form->ownsReferences = true;
-    form->referenceCount = count;
-    for (int i = 0; i < count; ++i) {
-      Entry* referenced = entries->Get(from->references[i]);
-      referenced->AddRef();
-      form->references[i] = referenced;
+  for (int place = serialized.length - serialized.numberBytes; place < serialized.length;) {
+    const VLQ reference = VLQ::Decode(serialized.length, serialized.bytes, place);
+    if (static_cast<int>(reference.value) >= entryCount) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    place += reference.length;
   }
-  form->Init(from->dataLength, from->data, from->ownsData, count, form->references, count > 0);
-  from->ownsData = false;
+  Deduplicated form = {};
+  form.dictionary = serialized.dictionary;
+  form.dataLength = serialized.dataLength;
+  form.data = form.dataLength > 0 ? serialized.bytes + serialized.dataOffset : nullptr;
+  form.referenceCount = serialized.referenceCount;
+  form.numberBytes = serialized.numberBytes;
+  form.numbers = serialized.bytes + serialized.length - serialized.numberBytes;
+  deduplicated = form;
   state = EState::Deduplicated;
-  serialized.Drop();
 }
 
+// No frame: the bytes are the entry's own as soon as they exist, and nothing can fail then.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArray_Entry* entries) {
-  int* volatile numbers = nullptr;
-  PLINTH_FRAME(Configuration) {
-    if (entries == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    if (state != EState::Deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    Deduplicated* from = deduplicated.Get();
-    const int count = from->referenceCount;
-    const int entryCount = entries->GetCount();
-    if (count > entryCount) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    if (count > 0) {
-      numbers =
-          new (api::Slots<Configuration>().platform, true, true) int[static_cast<size_t>(count)];
-    }
-    for (int i = 0; i < count; ++i) {
-      // Whoever writes the image has numbered the entries; one that is not in the array has none.
-      const int number = from->references[i]->number;
-      if (number < 0 || number >= entryCount ||
-          entries->GetElements()[number] != from->references[i]) {
-        PLINTH_RAISE(CException_General);
-      }
-      numbers[i] = number;
-    }
-    Serialized* form =
-        Defer(frame, Object::template New<Serialized>(from->dictionary, this->reverse));
-    form->Init(from->dataLength, from->data, false, count, numbers, false);
-    form->ownsReferences = true;
-    numbers = nullptr;
-    if (from->dataLength > 0) {  // from here on in the entry's own bytes
-      form->data = form->bytes + VLQ::Encode(static_cast<unsigned int>(from->dataLength)).length;
-    }
-    serialized.Take(HandOver(frame, form));
-    deduplicated.Drop();
-    state = EState::Serialized;
+  if (entries == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_TAIL { operator delete[](numbers, api::Slots<Configuration>().platform, false, false); }
-  PLINTH_END
+  if (state != EState::Deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  const int count = deduplicated.referenceCount;
+  const int entryCount = entries->GetCount();
+  if (count > entryCount) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  int numberBytes = 0;
+  deduplicated.referenceCursor = 0;
+  for (int i = 0; i < count; ++i) {
+    // Whoever writes the image has numbered the entries; one that is not in the array has none.
+    const Entry* referenced = deduplicated.NextReference(entries);
+    if (referenced->number < 0 || referenced->number >= entryCount ||
+        entries->GetElements()[referenced->number] != referenced) {
+      PLINTH_RAISE(CException_General);
+    }
+    numberBytes += VLQ::Encode(static_cast<unsigned int>(referenced->number)).length;
+  }
+  const int dataLength = deduplicated.dataLength;
+  const VLQ dataPart = VLQ::Encode(static_cast<unsigned int>(dataLength));
+  const VLQ referencePart = VLQ::Encode(static_cast<unsigned int>(numberBytes));
+  Serialized form = {};
+  form.dictionary = deduplicated.dictionary;
+  form.length = dataPart.length + dataLength + referencePart.length + numberBytes;
+  form.bytes = new (api::Slots<Configuration>().platform, true,
+                    true) unsigned char[static_cast<size_t>(form.length)];
+  form.ownsBytes = true;
+  unsigned char* to = form.bytes;
+  const auto put = [&to](const unsigned char* from, int length) {
+    if (length > 0) {
+      memcpy(to, from, static_cast<size_t>(length));
+      to += length;
+    }
+  };
+  put(dataPart.bytes, dataPart.length);
+  put(deduplicated.data, dataLength);
+  put(referencePart.bytes, referencePart.length);
+  deduplicated.referenceCursor = 0;
+  for (int i = 0; i < count; ++i) {
+    const Entry* referenced = deduplicated.NextReference(entries);
+    const VLQ number = VLQ::Encode(static_cast<unsigned int>(referenced->number));
+    put(number.bytes, number.length);
+  }
+  form.dataOffset = dataPart.length;
+  form.dataLength = dataLength;
+  form.numberBytes = numberBytes;
+  form.referenceCount = count;
+  Release();
+  serialized = form;
+  state = EState::Serialized;
 }
 
 template <class Configuration>
@@ -261,9 +296,19 @@ void CSerializer<Configuration>::Entry::DropReferences() {
   if (working) {
     working->references.Drop();
   }
-  if (deduplicated) {
-    deduplicated->DropReferences();
+  if (state == EState::Deduplicated) {
+    CArray<Configuration, Entry>::Delete_Elements(deduplicated.referenceCount,
+                                                  deduplicated.references);
+    deduplicated.references = nullptr;
+    deduplicated.referenceCount = 0;
   }
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Entry::MoveBytes(unsigned char* bytes) {
+  Release();
+  serialized.bytes = bytes;
+  serialized.ownsBytes = false;
 }
 
 template <class Configuration>

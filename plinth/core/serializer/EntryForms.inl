@@ -125,61 +125,18 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
 // ---- Entry::Deduplicated
 
 template <class Configuration>
-CSerializer<Configuration>::Entry::Deduplicated::Deduplicated(Dictionary* owner, bool reverseBytes)
-    : Object(reverseBytes),
-      dictionary(owner),
-      dataLength(0),
-      data(nullptr),
-      cursor(0),
-      referenceCount(0),
-      references(nullptr),
-      referenceCursor(0),
-      object(nullptr),
-      underConstruction(false),
-      outer(nullptr),
-      height(0),
-      reached(0),
-      ownsData(false),
-      ownsReferences(false) {}
-
-template <class Configuration>
-CSerializer<Configuration>::Entry::Deduplicated::~Deduplicated() {
-  DropReferences();
-  if (ownsData) {
-    operator delete[](data, api::Slots<Configuration>().platform, false, false);
+auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry* entries)
+    -> Entry* {
+  if (references != nullptr && referenceCursor < referenceCount) {
+    return references[referenceCursor++];
   }
-  if (object != nullptr) {
-    object->Destroy();
+  if (referenceCursor < numberBytes) {
+    const VLQ number = VLQ::Decode(numberBytes, numbers, referenceCursor);
+    referenceCursor += number.length;
+    return entries->GetElements()[number.value];
   }
-}
-
-template <class Configuration>
-void CSerializer<Configuration>::Entry::Deduplicated::DropReferences() {
-  if (ownsReferences) {
-    CArray<Configuration, Entry>::Delete_Elements(referenceCount, references);
-  }
-  ownsReferences = false;
-  references = nullptr;
-  referenceCount = 0;
-}
-
-template <class Configuration>
-void CSerializer<Configuration>::Entry::Deduplicated::Init(int newDataLength,
-                                                           unsigned char* newData, bool newOwnsData,
-                                                           int newReferenceCount,
-                                                           Entry** newReferences,
-                                                           bool newOwnsReferences) {
-  if (newDataLength < 0 || (newDataLength > 0) != (newData != nullptr) || newReferenceCount < 0 ||
-      (newReferenceCount > 0) != (newReferences != nullptr)) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  dataLength = newDataLength;
-  data = newData;
-  ownsData = newOwnsData;
-  referenceCount = newReferenceCount;
-  references = newReferences;
-  ownsReferences = newOwnsReferences;
-  this->initialized = true;
+  referenceCursor = 0;
+  return nullptr;
 }
 
 template <class Configuration>
@@ -210,7 +167,7 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint28() {
 }
 
 template <class Configuration>
-int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ() {
+int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ(bool reverseBytes) {
   Rewind();
   if (cursor + 3 >= dataLength) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -218,7 +175,7 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ() {
   unsigned int pattern;
   memcpy(&pattern, data + cursor, sizeof pattern);
   cursor += 4;
-  return static_cast<int>(this->reverse ? __builtin_bswap32(pattern) : pattern);
+  return static_cast<int>(reverseBytes ? __builtin_bswap32(pattern) : pattern);
 }
 
 template <class Configuration>
@@ -258,34 +215,6 @@ void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint28(i
 // ---- Entry::Serialized
 
 template <class Configuration>
-CSerializer<Configuration>::Entry::Serialized::Serialized(Dictionary* owner, bool reverseBytes)
-    : Object(reverseBytes),
-      dictionary(owner),
-      length(0),
-      bytes(nullptr),
-      dataLength(0),
-      data(nullptr),
-      referenceCount(0),
-      references(nullptr),
-      ownsBytes(false),
-      ownsData(false),
-      ownsReferences(false) {}
-
-template <class Configuration>
-CSerializer<Configuration>::Entry::Serialized::~Serialized() {
-  api::CPlatform* platform = api::Slots<Configuration>().platform;
-  if (ownsBytes) {
-    operator delete[](bytes, platform, false, false);
-  }
-  if (ownsData) {
-    operator delete[](data, platform, false, false);
-  }
-  if (ownsReferences) {
-    operator delete[](references, platform, false, false);
-  }
-}
-
-template <class Configuration>
 void CSerializer<Configuration>::Entry::Serialized::Init(int size, unsigned char* image,
                                                          int offset) {
   if (size < 1 || image == nullptr || offset < 0 || offset >= size - 1) {
@@ -294,88 +223,28 @@ void CSerializer<Configuration>::Entry::Serialized::Init(int size, unsigned char
   bytes = image + offset;
   const int room = size - offset;
   const VLQ dataPart = VLQ::Decode(size, image, offset);
+  dataOffset = dataPart.length;
   dataLength = static_cast<int>(dataPart.value);
   if (dataLength > room - (dataPart.length + 2)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  data = dataLength > 0 ? bytes + dataPart.length : nullptr;
   length = dataPart.length + dataLength;
 
   const VLQ referencePart = VLQ::Decode(size, image, offset + length);
-  const int referenceBytes = static_cast<int>(referencePart.value);
-  if (referenceBytes > room - (referencePart.length + 2 + length)) {
+  numberBytes = static_cast<int>(referencePart.value);
+  if (numberBytes > room - (referencePart.length + 2 + length)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   length += referencePart.length;
-  int place = offset + length;
-  int remainder = referenceBytes;
-  int counted = 0;
-  for (; remainder > 0; ++counted) {
-    const VLQ reference = VLQ::Decode(size, image, place);
-    place += reference.length;
+  int remainder = numberBytes;
+  for (referenceCount = 0; remainder > 0; ++referenceCount) {
+    const VLQ reference = VLQ::Decode(size, image, offset + length);
+    length += reference.length;
     remainder -= reference.length;
   }
   if (remainder != 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  if (counted > 0) {
-    references =
-        new (api::Slots<Configuration>().platform, true, true) int[static_cast<size_t>(counted)];
-    ownsReferences = true;
-    referenceCount = counted;
-    place = offset + length;
-    for (int i = 0; i < counted; ++i) {
-      const VLQ reference = VLQ::Decode(size, image, place);
-      references[i] = static_cast<int>(reference.value);
-      place += reference.length;
-    }
-  }
-  length += referenceBytes;
-  this->initialized = true;
-}
-
-template <class Configuration>
-void CSerializer<Configuration>::Entry::Serialized::Init(int newDataLength, unsigned char* newData,
-                                                         bool newOwnsData, int newReferenceCount,
-                                                         int* newReferences,
-                                                         bool newOwnsReferences) {
-  if (dictionary == nullptr || newDataLength < 0 || (newDataLength > 0 && newData == nullptr) ||
-      newReferenceCount < 0 || (newReferenceCount > 0 && newReferences == nullptr)) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  int referenceBytes = 0;
-  for (int i = 0; i < newReferenceCount; ++i) {
-    referenceBytes += VLQ::Encode(static_cast<unsigned int>(newReferences[i])).length;
-  }
-  const VLQ dataPart = VLQ::Encode(static_cast<unsigned int>(newDataLength));
-  const VLQ referencePart = VLQ::Encode(static_cast<unsigned int>(referenceBytes));
-  const int total = dataPart.length + newDataLength + referencePart.length + referenceBytes;
-  bytes = new (api::Slots<Configuration>().platform, true,
-               true) unsigned char[static_cast<size_t>(total)];
-  ownsBytes = true;
-  length = total;
-
-  unsigned char* to = bytes;
-  const auto put = [&to](const unsigned char* from, int count) {
-    if (count > 0) {
-      memcpy(to, from, static_cast<size_t>(count));
-      to += count;
-    }
-  };
-  put(dataPart.bytes, dataPart.length);
-  put(newData, newDataLength);
-  put(referencePart.bytes, referencePart.length);
-  for (int i = 0; i < newReferenceCount; ++i) {
-    const VLQ reference = VLQ::Encode(static_cast<unsigned int>(newReferences[i]));
-    put(reference.bytes, reference.length);
-  }
-  dataLength = newDataLength;
-  data = newData;
-  ownsData = newOwnsData;
-  referenceCount = newReferenceCount;
-  references = newReferences;
-  ownsReferences = newOwnsReferences;
-  this->initialized = true;
 }
 
 }  // namespace plinth::v1::core

@@ -72,7 +72,9 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   int dictionaryIndex;  // stays -1
   Counted<IArray_Entry> entries;
   int rootCursor;
-  Counted<IList_Entry> readStack;
+  Entry** readStack;  // those being read, the innermost last; `entries` holds them
+  int readCount;
+  int readRoom;
   typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
   int depth;                                   // objects under construction
   int deepest;            // the level that the innermost one reaches with what it holds so far
@@ -83,6 +85,8 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
 
  private:
   Entry* GetEntry_Nested_Unprocessed();
+  void PushRead(Entry* entry);
+  void PopRead();
   api::ISerializeable* Read(Entry* entry, void* context);
   api::ISerializeable* CreateSerializeable(Entry* entry, void* context);
   api::ISerializeable* Construct(Entry* entry, void* context);

@@ -146,6 +146,9 @@ CSerializer<Configuration>::Deduplicated::Deduplicated()
       serializer(nullptr),
       dictionaryIndex(-1),
       rootCursor(-1),
+      readStack(nullptr),
+      readCount(0),
+      readRoom(0),
       constructing(nullptr),
       depth(0),
       deepest(0),
@@ -155,7 +158,9 @@ CSerializer<Configuration>::Deduplicated::Deduplicated()
       referenceCount(0) {}
 
 template <class Configuration>
-CSerializer<Configuration>::Deduplicated::~Deduplicated() = default;
+CSerializer<Configuration>::Deduplicated::~Deduplicated() {
+  operator delete[](readStack, api::Slots<Configuration>().platform, false, false);
+}
 
 template <class Configuration>
 void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, bool reverseBytes,
@@ -179,11 +184,10 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
   byteCount = 0;
   referenceCount = 0;
   for (int i = 0; i < entryCount; ++i) {
-    const auto* form = allEntries->GetElements()[i]->deduplicated.Get();
-    byteCount += form->dataLength;
-    referenceCount += form->referenceCount;
+    const auto& form = allEntries->GetElements()[i]->deduplicated;
+    byteCount += form.dataLength;
+    referenceCount += form.referenceCount;
   }
-  readStack.Take(NewList_Entry());
   this->initialized = true;
 }
 
@@ -194,40 +198,60 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
 
 template <class Configuration>
 auto CSerializer<Configuration>::Deduplicated::GetEntry_Deserializing_Current() const -> Entry* {
-  auto* tail = readStack->GetTail();
-  if (tail == nullptr) {
+  if (readCount == 0) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  return tail->GetValue();
+  return readStack[readCount - 1];
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Deduplicated::PushRead(Entry* entry) {
+  if (readCount == readRoom) {
+    api::CPlatform* platform = api::Slots<Configuration>().platform;
+    const int newRoom = readRoom == 0 ? 16 : 2 * readRoom;
+    Entry** grown = new (platform, true, true) Entry*[static_cast<size_t>(newRoom)];
+    for (int i = 0; i < readCount; ++i) {
+      grown[i] = readStack[i];
+    }
+    operator delete[](readStack, platform, false, false);
+    readStack = grown;
+    readRoom = newRoom;
+  }
+  readStack[readCount++] = entry;
+}
+
+template <class Configuration>
+void CSerializer<Configuration>::Deduplicated::PopRead() {
+  if (readCount == 0) {
+    PLINTH_RAISE(CException_General);
+  }
+  --readCount;
 }
 
 // The next nested entry of the object being read, or of the nearest one around it that has any
 // left. All values of an object are read before its first nested object is.
 template <class Configuration>
 auto CSerializer<Configuration>::Deduplicated::GetEntry_Nested_Unprocessed() -> Entry* {
-  while (auto* tail = readStack->GetTail()) {
-    Entry* entry = tail->GetValue();
+  while (readCount > 0) {
+    Entry* entry = readStack[readCount - 1];
     if (entry->state != EState::Deduplicated) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    auto* form = entry->deduplicated.Get();
-    if (form->cursor != form->dataLength) {
+    auto& form = entry->deduplicated;
+    if (form.cursor != form.dataLength) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    if (form->referenceCursor < form->referenceCount) {
-      if (Entry* nested = form->references[form->referenceCursor++]) {
-        return nested;
-      }
+    if (Entry* nested = form.NextReference(entries.Get())) {
+      return nested;
     }
-    form->referenceCursor = 0;
-    readStack->Remove(tail);
+    PopRead();
   }
   return nullptr;
 }
 
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::Read(Entry* entry, void* context) {
-  readStack->Add(readStack->GetTail(), entry);
+  PushRead(entry);
   return CreateSerializeable(entry, context);
 }
 
@@ -266,17 +290,14 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
   if (entry->state != EState::Deduplicated) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  auto* form = entry->deduplicated.Get();
+  auto* form = &entry->deduplicated;
   const bool shared = form->object != nullptr;
   if (form->underConstruction || depth + (shared ? form->height : 1) > kMaxDepth) {
     PLINTH_RAISE(CException_General);
   }
   if (shared) {
     // A second referrer: it shares the instance, and the entry's bytes are not read again.
-    if (readStack->GetTail() == nullptr) {
-      PLINTH_RAISE(CException_General);
-    }
-    readStack->Remove(readStack->GetTail());
+    PopRead();
     CountReached(form->reached);
     deepest = depth + form->height > deepest ? depth + form->height : deepest;
     form->object->AddRef();
@@ -311,7 +332,7 @@ void CSerializer<Configuration>::Deduplicated::CountReached(long long objects) {
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* entry,
                                                                          void* context) {
-  auto* form = entry->deduplicated.Get();
+  auto* form = &entry->deduplicated;
   const int type = entry->GetDictionary()->GetSerializeableType();
   const long long reachedBefore = reached;
   CountReached(1);

@@ -70,9 +70,8 @@ Bucket::Entry* CThreadContextManager::FindEntry() const {
   if (bucket == nullptr || !bucket->valid || bucket->capacity < 1 || bucket->head == nullptr) {
     return nullptr;
   }
-  const int sought = threadManager->GetThreadHandle();
   Bucket::Entry* entry = bucket->head;
-  while (entry != nullptr && entry->threadId != sought) {
+  while (entry != nullptr && entry->threadId != threadId) {
     entry = entry->next;
   }
   return entry;

@@ -68,14 +68,14 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Serialize(api::ISerializer* seriali
 
 VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsEqualTo(
     plinth::v1::api::ISerializeable* other) const {
-  return operators->IsEqualTo(
-      static_cast<CExpression*>(this->Comparable(other))->GetLinkedList_Operators());
+  auto* right = static_cast<CExpression*>(this->Comparable(other));
+  return operators->IsEqualTo(right->GetLinkedList_Operators());
 }
 
 VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsLessThan(
     plinth::v1::api::ISerializeable* other) const {
-  return operators->IsLessThan(
-      static_cast<CExpression*>(this->Comparable(other))->GetLinkedList_Operators());
+  auto* right = static_cast<CExpression*>(this->Comparable(other));
+  return operators->IsLessThan(right->GetLinkedList_Operators());
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::CheckThis() const {

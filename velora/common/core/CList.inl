@@ -82,11 +82,13 @@ VELORA_LIST void VELORA_LIST_OF::Serialize(api::ISerializer* serializer, void* c
 }
 
 VELORA_LIST bool VELORA_LIST_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return array->IsEqualTo(static_cast<CList*>(this->Comparable(other))->GetArray());
+  auto* right = static_cast<CList*>(this->Comparable(other));
+  return array->IsEqualTo(right->GetArray());
 }
 
 VELORA_LIST bool VELORA_LIST_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
-  return array->IsLessThan(static_cast<CList*>(this->Comparable(other))->GetArray());
+  auto* right = static_cast<CList*>(this->Comparable(other));
+  return array->IsLessThan(right->GetArray());
 }
 
 VELORA_LIST void VELORA_LIST_OF::CheckThis() const {
