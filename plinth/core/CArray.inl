@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include "plinth/core/CArray.h"
+#include "plinth/core/InterfaceOf.h"
 #include "plinth/core/ordering.h"
 
 namespace plinth::v1::core {
@@ -172,7 +173,7 @@ void CArrayBody<Configuration, T>::ReadElements(api::ISerializer* serializer, vo
   } else if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
     for (int i = 0; i < count; ++i) {
       api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
-      elements[i] = dynamic_cast<T*>(read);
+      elements[i] = InterfaceOf<T>(read);
       if (elements[i] == nullptr) {
         read->Destroy();
         PLINTH_RAISE(CException_Parameter_Invalid);

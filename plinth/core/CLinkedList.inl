@@ -3,6 +3,7 @@
 
 #include "plinth/core/CArray.h"
 #include "plinth/core/CLinkedList.h"
+#include "plinth/core/InterfaceOf.h"
 
 namespace plinth::v1::core {
 
@@ -102,7 +103,7 @@ void CLinkedList<Configuration, T, CT>::Init(int type, api::ISerializer* seriali
   }
   if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
     api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
-    auto* array = dynamic_cast<api::IArray<T>*>(read);
+    auto* array = InterfaceOf<api::IArray<T>>(read);
     read->Destroy();
     if (array == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);

@@ -14,7 +14,7 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   using CObject::Init;
   void Init(int type, api::ISerializer* serializer, void* context) override;
   void Sort(bool deduplicate) override;
-  int GetSerializeableType() const override;
+  int GetSerializeableType() const final;
   void Serialize(api::ISerializer* serializer, void* context) override;
   bool IsEqualTo(api::ISerializeable* other) const override;
   bool IsLessThan(api::ISerializeable* other) const override;

@@ -47,6 +47,9 @@ auto CSerializer<Configuration>::VLQ::Decode(int size, const unsigned char* data
   if (size < 1 || data == nullptr || offset < 0 || offset >= size) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  if (data[offset] < 0x80) {  // most are one byte
+    return {1, {data[offset], 0, 0, 0}, data[offset]};
+  }
   VLQ result = {0, {0, 0, 0, 0}, 0};
   for (int shift = 0; shift < 28; shift += 7) {
     const int place = offset + result.length;

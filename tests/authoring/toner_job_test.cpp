@@ -71,6 +71,15 @@ TEST(TonerJob, EveryTableComesBackFromTheDevice) {
   EXPECT_EQ(product.calls[4].expected, job.blobs[0].wanted);
 }
 
+TEST(TonerJob, APrintModeIsToldInLetters) {
+  EXPECT_EQ(ModeText({1, 10, 3, 2}), "cmyk, theme 10, media H, axis M");
+  for (const int none : {-1, 4}) {
+    const std::string n = std::to_string(none);
+    EXPECT_EQ(ModeText({none, none, none, none}),
+              n + ", theme " + n + ", media " + n + ", axis " + n);
+  }
+}
+
 TEST(TonerJob, AJobOfOneKindNeedsNoOther) {
   for (int kind = 0; kind < 3; ++kind) {
     TonerJob job = FullJob();

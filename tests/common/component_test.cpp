@@ -50,6 +50,8 @@ TEST_F(ComponentTest, EachStateHasItsParts) {
     fenn::IComponent* copy = Make<fenn::IComponent>(25);
     copy->Init(component);
     EXPECT_EQ(copy->GetComponentState(), i + 1);
+    EXPECT_TRUE(copy->IsEqualTo(component));
+    EXPECT_FALSE(copy->IsLessThan(component));
     if (i < 2) {
       EXPECT_EQ(copy->GetTags(), component->GetTags());
       EXPECT_EQ(copy->GetProperties(), component->GetProperties());
@@ -62,15 +64,20 @@ TEST_F(ComponentTest, EachStateHasItsParts) {
   }
   fenn::IComponent* blank = Make<fenn::IComponent>(25);
   EXPECT_EQ(CodeOf([&] { blank->GetComponentState(); }), 4000);
-  EXPECT_EQ(CodeOf([&] { blank->Init(); }), 3);
-  EXPECT_EQ(CodeOf([&] { blank->Init(static_cast<fenn::IComponent*>(nullptr)); }), 3000);
   EXPECT_EQ(CodeOf([&] { blank->Init(nullptr, Properties("")); }), 3000);
   EXPECT_EQ(CodeOf([&] { blank->Init(Tags(""), nullptr); }), 3000);
-  EXPECT_EQ(CodeOf([&] {
-              blank->Init(components[1]->GetComponentVersion(), Conditions("60"), Tags(""),
-                          Properties(""), nullptr);
-            }),
-            3000);
+  fenn::IComponent* stored = components[1];
+  for (int missing = 0; missing <= 5; ++missing) {
+    const auto part = [missing](int place, auto* object) {
+      return missing == place ? nullptr : object;
+    };
+    EXPECT_EQ(CodeOf([&] {
+                blank->Init(part(0, stored->GetComponentVersion()),
+                            part(1, stored->GetConditions()), part(2, stored->GetTags()),
+                            part(3, stored->GetProperties()), part(4, stored->GetRecipe()));
+              }),
+              missing == 5 ? 0 : 3000);
+  }
 }
 
 // Each row differs from the profile in one part; `less`: the profile is the lower one.

@@ -43,7 +43,12 @@ TEST_F(ConditionsTest, Expressions) {
     }
   }
   EXPECT_EQ(CodeOf([&] { Conditions("60")->Evaluate(nullptr); }), 3000);
-  EXPECT_EQ(CodeOf([&] { Keep(factory->CreateConditions())->Evaluate(parameters); }), 4000);
+  fenn::IConditions* conditions = Keep(factory->CreateConditions());
+  EXPECT_EQ(CodeOf([&] { conditions->Evaluate(parameters); }), 4000);
+  fenn::ILinkedList<Condition>* const nothing = nullptr;
+  EXPECT_EQ(CodeOf([&] { conditions->Init(nothing); }), 3000);
+  conditions->Init(Conditions("66=1"));
+  EXPECT_TRUE(conditions->Evaluate(parameters));
 }
 
 TEST_F(ConditionsTest, OperatorsAnswerForTheParametersTheyWereResolvedWith) {

@@ -1,9 +1,12 @@
 // The choice of the one component that fits: filters, preferences, and the list's order at last.
 #include "tests/support/toner_fixture.h"
 #include "velora/common/core/CVeltune.inl"
+#include "velora/fenn/core/words.h"
 
 namespace velora_test {
 namespace {
+
+using velora::common::core::Create;
 
 class LookupTest : public TonerTest {
  protected:
@@ -128,6 +131,15 @@ TEST_F(LookupTest, PacksByChannel) {
   fenn::IPrintModeParameters* others = Veltune({twin, Pack(0, {})})->GetPrintModeParameters();
   EXPECT_EQ(others->FindVelcase(0), twin);
   EXPECT_EQ(CodeOf([&] { others->GetSupplyFamily(); }), 4000);
+  using Parameters = velora::v2::fenn::core::CPrintModeParameters;
+  ExpectData<Parameters, fenn::IPrintModeParameters>(parameters);
+  fenn::IPrintModeParameters* copy = Keep(Create<C, Parameters>());
+  copy->Init(parameters);
+  EXPECT_EQ(copy->GetArray_Velcases(), parameters->GetArray_Velcases());
+  EXPECT_EQ(copy->GetPrintModeMapping(), parameters->GetPrintModeMapping());
+  EXPECT_EQ(CodeOf([&] { copy->Init(1, 0, nullptr); }), 3000);
+  copy->Init(1, 0, parameters->GetArray_Velcases());
+  EXPECT_EQ(CodeOf([&] { copy->GetPrintModeMapping(); }), 4000) << "of no print mode";
 }
 
 }  // namespace

@@ -39,6 +39,7 @@ TEST_F(PackTest, WhatTheHeaderSays) {
   other[9] = 255;
   fenn::IVelcase* pack = Read(other, 4);
   EXPECT_EQ(pack->GetPayloadSize_Compressed(), size - 14);
+  EXPECT_EQ(pack->GetSize_BeforeDeserialization(), size);
   EXPECT_EQ(pack->GetVeloraSchema(), 77);
   EXPECT_EQ(pack->GetPipeline(), 255);
   EXPECT_EQ(pack->GetPayloadSize_Uncompressed(), sound[12] << 8 | sound[13]);
@@ -117,9 +118,27 @@ TEST_F(PackTest, MergingAndSorting) {
   copy->SortComponents(true);
   EXPECT_EQ(versions(), (std::vector<int>{1, 2, 3}));
 
+  EXPECT_STREQ(first->GetPathname(), "Empty");
   EXPECT_EQ(CodeOf([&] { first->Append(nullptr); }), 3000);
   EXPECT_EQ(CodeOf([&] { first->IsEqualTo(copy); }), 2);
+  EXPECT_EQ(CodeOf([&] { first->IsLessThan(copy); }), 2);
+  EXPECT_EQ(CodeOf([&] { first->Sort(true); }), 2);
+  EXPECT_EQ(CodeOf([&] { first->Serialize(nullptr, nullptr); }), 2);
   EXPECT_EQ(CodeOf([&] { first->Init(); }), 3);
+  EXPECT_EQ(CodeOf([&] { first->Init(0, nullptr, nullptr); }), 3);
+  EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IVelcase*>(nullptr)); }), 3000);
+#define NAME(Name, List) #Name,
+#define LIST(Name, List) , strcmp(missing, #Name) == 0 ? nullptr : first->Get##List()
+  for (const char* missing : {FENN_KINDS(NAME)}) {
+    EXPECT_EQ(CodeOf([&] {
+                copy->Init(fenn::EVelcaseSchema::Enum(1), fenn::ESupplyFamily::Enum(0), 127,
+                           fenn::EVelcaseVersion::Enum(3), helper, kReversed FENN_KINDS(LIST));
+              }),
+              3000)
+        << missing;
+  }
+#undef NAME
+#undef LIST
   fenn::IVelcase* doubled = Pack(127, {blob(3)});
   doubled->Append(Pack(0, {blob(3)}));
   EXPECT_EQ(CodeOf([&] { doubled->SortComponents(true); }), 1);

@@ -173,6 +173,7 @@ TEST_F(ContainerTest, RefusedArguments) {
   Held<ISerializer> writer = Writer();
   Node* gap[] = {node.get(), nullptr};
   Element hollow;
+  IArray<Node>* const noArray = nullptr;
   const struct {
     const char* name;
     int code;
@@ -202,6 +203,8 @@ TEST_F(ContainerTest, RefusedArguments) {
       {"list: Remove_GetNext(null)", 3000, CodeOf([&] { list->Remove_GetNext(nullptr); })},
       {"list: PopBack of none", 4000, CodeOf([&] { empty->PopBack(); })},
       {"list: Append null", 3000, CodeOf([&] { list->Append(nullptr); })},
+      {"list: Init of no list", 3000, CodeOf([&] { empty->Init(static_cast<List*>(nullptr)); })},
+      {"list: Init of no array", 3000, CodeOf([&] { empty->Init(noArray); })},
       {"list: Init from null", 3000, CodeOf([&] { empty->Init(4, nullptr, nullptr); })},
       {"list: Serialize to null", 3000, CodeOf([&] { list->Serialize(nullptr, nullptr); })},
       {"list: SetValue(null)", 3000, CodeOf([&] { hollow.SetValue(nullptr); })},

@@ -1,4 +1,6 @@
 // Entries and dictionaries by themselves: what each of their forms refuses, and the entries' order.
+#include <gmock/gmock.h>
+
 #include "plinth/core/serializer/Dictionary.h"
 #include "plinth/core/serializer/Entry.h"
 #include "tests/core/node.h"
@@ -29,14 +31,15 @@ class FormTest : public CoreTest {
     }
     return entry;
   }
-  template <class Form>
-  Held<Form> FormOf() {
+  template <class Form, class... Type>
+  static Held<Form> FormOf(Dictionary* owner, Type... type) {
     void* const memory = operator new(sizeof(Form), Slots<Configuration>().platform, false, true);
-    return Held<Form>(::new (memory) Form(low.get()));
+    return Held<Form>(::new (memory) Form(owner, type...));
   }
 
   Held<Dictionary> low = Types(32), high = Types(40), none = Held<Dictionary>(Make<Dictionary>());
   Held<Entry> blank = Held<Entry>(Make<Entry>());
+  Held<IArray<Entry>> stranger = Held<IArray<Entry>>(Serializer::NewArray_Entry(1));
   Held<IArray<Entry>> nobody = Held<IArray<Entry>>(Serializer::NewArray_Entry(0));
 };
 
@@ -79,6 +82,7 @@ TEST_F(FormTest, Refused) {
       {"a blank to 2", 1, CodeOf([&] { blank->ToDeduplicated(nobody.get()); })},
       {"a blank to 3", 1, CodeOf([&] { blank->ToSerialized(nobody.get()); })},
       {"more references than entries", 3000, CodeOf([&] { other->ToSerialized(nobody.get()); })},
+      {"a reference outside", 1, CodeOf([&] { other->ToSerialized(stranger.get()); })},
       {"already 3", 0, CodeOf([&] { read->ToSerialized(nobody.get()); })},
       {"sort an entry", 2, CodeOf([&] { entry->Sort(true); })},
       {"write an entry", 2, CodeOf([&] { entry->Serialize(nullptr, nullptr); })},
@@ -121,8 +125,8 @@ TEST_F(FormTest, Refused) {
   }
   // Lengths without entries, and the other way round.
   for (const int length : {-1, 1, 0}) {
-    const auto open = FormOf<Dictionary::Deduplicated>();
-    const auto flat = FormOf<Dictionary::Serialized>();
+    const auto open = FormOf<Dictionary::Deduplicated>(low.get());
+    const auto flat = FormOf<Dictionary::Serialized>(low.get());
     Entry** const entries = length == 1 ? nullptr : block;
     EXPECT_EQ(CodeOf([&] { open->Init(32, length, entries, false); }), 3000);
     EXPECT_EQ(CodeOf([&] { flat->Init(32, length, entries, false); }), 3000);
@@ -131,11 +135,24 @@ TEST_F(FormTest, Refused) {
   }
 }
 
+TEST_F(FormTest, EachFormNeedsItsDictionary) {
+  unsigned char image[] = {32, 1, 5, 0, 0x80, 0};
+  Entry* block[] = {blank.get()};
+  const auto hollow = FormOf<Dictionary::Working>(nullptr, 32);
+  const auto open = FormOf<Dictionary::Deduplicated>(nullptr);
+  const auto flat = FormOf<Dictionary::Serialized>(nullptr);
+  const int codes[] = {CodeOf([&] { hollow->Init(); }),
+                       CodeOf([&] { open->Init(32, 1, block, false); }),
+                       CodeOf([&] { flat->Init(32, 1, block, false); }),
+                       CodeOf([&] { flat->Init(false, 6, image, 0); })};
+  EXPECT_THAT(codes, ::testing::Each(3000));
+}
+
 // Types in the reverse order; among equal ones none is less.
 TEST_F(FormTest, Order) {
   Held<Entry> a = Written(low, "a"), second = Written(low, "a"), b = Written(low, "b");
   Held<Entry> highA = Written(high, "a"), holder = Written(high, "a", {a.get()});
-  Held<Entry> same = Written(high, "a", {second.get()});
+  Held<Entry> same = Written(high, "a", {second.get()}), more = Written(low, "a", {b.get()});
   const struct {
     Entry *left, *right;
     bool equal, less;
@@ -144,7 +161,7 @@ TEST_F(FormTest, Order) {
       {a.get(), b.get(), false, false},        {a.get(), highA.get(), false, true},
       {highA.get(), a.get(), false, false},    {highA.get(), b.get(), false, true},
       {holder.get(), a.get(), false, false},   {holder.get(), highA.get(), false, false},
-      {holder.get(), same.get(), true, false},
+      {holder.get(), same.get(), true, false}, {highA.get(), more.get(), false, true},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(row.left->IsEqualTo(row.right), row.equal) << &row - rows;

@@ -48,6 +48,7 @@ TEST_F(InkWords, ABlankTableAndANullRecordAreRefused) {
   EXPECT_EQ(CodeOf([&] { mappings->GetPrintModeMapping(nullptr); }), kParameter);
   other->Init();
   EXPECT_EQ(mappings->FindPlace(other->GetAt(5)), -1);
+  EXPECT_EQ(mappings->FindPlace(nullptr), -1);
   other->Destroy();
 }
 
@@ -122,6 +123,7 @@ TEST_F(InkWords, TablesOfTheEnumerations) {
   EXPECT_EQ(Level::GetConstant(Level::Enum(6), 17), 16);
   EXPECT_EQ(Level::GetRelative(Level::Enum(5), 9), 6);
   EXPECT_EQ(Level::GetRelative(Level::Enum(7), 17), 256);
+  EXPECT_EQ(CodeOf([] { wisp::ENodeCount::GetAxisSize_Previous(2); }), kParameter);
   const int codes[] = {0, 0, 1, 9, 8, 2, 3, 4, 5, 6, 7, 0};
   for (int resolution = 0; resolution <= 11; ++resolution) {
     EXPECT_EQ(wisp::EResolution::GetCode(resolution), codes[resolution]);

@@ -10,6 +10,7 @@ namespace velora_test {
 // Codes of exceptions.
 constexpr int kGeneral = 1;
 constexpr int kNotImplemented = 2;
+constexpr int kWrongInit = 3;
 constexpr int kParameter = 3000;
 constexpr int kThis = 4000;
 

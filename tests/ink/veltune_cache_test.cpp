@@ -132,7 +132,25 @@ TEST_F(InkVeltune, TheCacheGrowsWithItsIndices) {
     EXPECT_EQ(cache->FindEntry(row.index, mapping) != nullptr, legal);
     EXPECT_EQ(cache->FindEntry(row.grown, mapping), nullptr);
   }
-  EXPECT_EQ(CodeOf([&] { cache->Serialize(nullptr, nullptr); }), kNotImplemented);
+  const struct {
+    int code, raised;
+  } refused[] = {
+      {kNotImplemented, CodeOf([&] { cache->Serialize(nullptr, nullptr); })},
+      {kNotImplemented, CodeOf([&] { cache->Init(0, nullptr, nullptr); })},
+      {kNotImplemented, CodeOf([&] { cache->Sort(true); })},
+      {kNotImplemented, CodeOf([&] { cache->IsEqualTo(cache); })},
+      {kNotImplemented, CodeOf([&] { cache->IsLessThan(cache); })},
+      {kWrongInit, CodeOf([&] { cache->Init(); })},
+      {kParameter, CodeOf([&] { cache->AddComponent(0, nullptr, mapping, component); })},
+      {kParameter, CodeOf([&] { cache->AddComponent(0, "", mapping, component); })},
+      {kParameter, CodeOf([&] { cache->AddComponent(0, kPath, nullptr, component); })},
+      {kParameter, CodeOf([&] { cache->AddComponent(0, kPath, mapping, nullptr); })},
+      {kParameter, CodeOf([&] { cache->DeduplicateComponentData(nullptr); })},
+      {kParameter, CodeOf([&] { cache->Init(static_cast<decltype(cache)>(nullptr)); })},
+  };
+  for (const auto& row : refused) {
+    EXPECT_EQ(row.raised, row.code) << &row - refused;
+  }
   for (const int length : {0, -1, 1001}) {
     EXPECT_EQ(CodeOf([&] { cache->Init(length); }), kParameter);
   }
@@ -256,6 +274,12 @@ TEST_F(InkVeltune, MarksOfARecord) {
   EXPECT_EQ(CodeOf([&] { veltune->SetLocatorIndex(&record, -1); }), kParameter);
   EXPECT_EQ(CodeOf([&] { veltune->SetLocatorIndex(nullptr, 1); }), kParameter);
   EXPECT_EQ(CodeOf([&] { veltune->SetPrintModeMapping(&record, nullptr); }), kParameter);
+  EXPECT_EQ(CodeOf([&] { veltune->SetPrintModeMapping(nullptr, Current(veltune)); }), kParameter);
+  WISPColorMap* const none = nullptr;
+  EXPECT_EQ(CodeOf([&] { veltune->GetPrintModeMapping(none); }), kParameter);
+  EXPECT_EQ(CodeOf([&] { veltune->GetLocatorIndex(none); }), kParameter);
+  wisp::IPrintModeParameters* const nobody = nullptr;
+  EXPECT_EQ(CodeOf([&] { veltune->GetPrintModeMapping(nobody); }), kParameter);
   EXPECT_EQ(veltune->GetLocatorIndex(&record), 999);
 }
 

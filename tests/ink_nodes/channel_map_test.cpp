@@ -251,6 +251,9 @@ TEST_F(ChannelMapTest, ADifferenceIsTakenAroundTheMiddle) {
   auto* refused = Make<wisp::IChannelMap::IOperator::IBuild_Monolithic>(92);
   wisp::IArray_int32* nodes = Array(b);
   EXPECT_EQ(CodeOf([&] { refused->Init_Subtract(sound, sound, nullptr, sound, nodes); }), 3000);
+  EXPECT_EQ(CodeOf([&] { refused->Init_Subtract(sound, sound, nodes, sound, nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { refused->Init(nullptr, nodes); }), 3000);
+  EXPECT_EQ(CodeOf([&] { refused->Init(sound, static_cast<wisp::IArray_int32*>(nullptr)); }), 3000);
   EXPECT_EQ(
       CodeOf([&] { refused->Init_Subtract(sound, sound, nodes, Properties("39=9 38=0"), nodes); }),
       3000);

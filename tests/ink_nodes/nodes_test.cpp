@@ -168,6 +168,8 @@ TEST_F(NodesTest, AnEncoderRefusesWhatItCannotTakeAndStaysBlank) {
   for (const auto& row : rows) {
     FromData* data = Blank(row.type);
     wisp::IArray_int32* grid = Counted(row.count);
+    EXPECT_EQ(CodeOf([&] { data->Init(nullptr, grid); }), 3000);
+    EXPECT_EQ(CodeOf([&] { data->Init(Properties(row.properties), nullptr); }), 3000);
     EXPECT_EQ(CodeOf([&] { data->Init(Properties(row.properties), grid); }), row.code)
         << row.type << ' ' << row.properties;
     EXPECT_EQ(CodeOf([&] { data->CheckThis(); }), 4000);
@@ -189,6 +191,8 @@ TEST_F(NodesTest, ArraysOfTheWrongSizeAreRefused) {
   EXPECT_EQ(grid(5, 121, 17, 17), 3000);
   EXPECT_EQ(grid(5, 120, 4, 4), 3000);
   EXPECT_EQ(grid(1, 0, 17, 17), 3000);
+  EXPECT_EQ(grid(5, 120, 17, 16), 3000);
+  EXPECT_EQ(grid(5, 120, 18, 18), 3000);
   const auto refined = [&](int n, int deltas, int m, int neutrals, int p, int seeds) {
     return CodeOf([&] {
       Keep(Delta::BuildArray_int32_Nodes_Complete(n, Zeros(deltas), m, Zeros(neutrals), p,
@@ -199,6 +203,8 @@ TEST_F(NodesTest, ArraysOfTheWrongSizeAreRefused) {
   EXPECT_EQ(refined(9, 600, 17, 17, 5, 121), 3000);
   EXPECT_EQ(refined(9, 600, 17, 16, 5, 120), 3000);
   EXPECT_EQ(refined(9, 600, 8, 8, 5, 120), 3000);
+  EXPECT_EQ(refined(9, 600, 18, 18, 5, 120), 3000);
+  EXPECT_EQ(refined(9, 601, 17, 17, 5, 120), 3000);
   EXPECT_EQ(refined(9, 600, 17, 17, 6, 210), 3000);
   EXPECT_EQ(refined(9, 600, 17, 17, 1, 0), 3000);
   EXPECT_EQ(refined(11, 1110, 17, 17, 5, 120), 1);
@@ -208,6 +214,9 @@ TEST_F(NodesTest, ArraysOfTheWrongSizeAreRefused) {
         [&] { Keep(Complete::BuildArray_int32_Nodes_Interpolated(n, Zeros(n * n * n), m)); });
   };
   EXPECT_EQ(interpolated(9, 9), 0);
+  EXPECT_EQ(interpolated(9, 17), 0);
+  EXPECT_EQ(interpolated(0, 0), 3000);
+  EXPECT_EQ(interpolated(18, 18), 3000);
   EXPECT_EQ(interpolated(9, 5), 1);
   EXPECT_EQ(interpolated(5, 10), 1);
   const auto level = [&](int n, int count, int predicted) {
@@ -218,15 +227,27 @@ TEST_F(NodesTest, ArraysOfTheWrongSizeAreRefused) {
   };
   EXPECT_EQ(level(9, 729, 729), 0);
   EXPECT_EQ(level(9, 729, 728), 3000);
+  EXPECT_EQ(level(9, 728, 729), 3000);
+  EXPECT_EQ(level(2, 8, 8), 3000);
+  EXPECT_EQ(level(18, 5832, 5832), 3000);
   EXPECT_EQ(level(5, 125, 125), 1);  // no tolerances are told for 5
-  EXPECT_EQ(CodeOf([&] {
-              Delta::AdjustArray_int32_Nodes_Delta(properties, 9, Zeros(601), Zeros(729), false);
-            }),
-            3000);
-  EXPECT_EQ(CodeOf([&] {
-              Build::BuildArray_int32_Nodes_17Cubed(Zeros(17), Zeros(120), Zeros(4176), Zeros(600));
-            }),
-            3000);
+  for (const int n : {2, 9, 18}) {
+    EXPECT_EQ(CodeOf([&] {
+                Delta::AdjustArray_int32_Nodes_Delta(properties, n, Zeros(601), Zeros(729), false);
+              }),
+              3000);
+  }
+  constexpr int kSizes[] = {17, 120, 600, 4176};
+  for (int wrong = 0; wrong <= 8; ++wrong) {
+    wisp::IArray_int32* parts[4];
+    for (int i = 0; i < 4; ++i) {
+      parts[i] = wrong == i ? nullptr : Zeros(kSizes[i] + (wrong == i + 4));
+    }
+    EXPECT_EQ(CodeOf([&] {
+                Keep(Build::BuildArray_int32_Nodes_17Cubed(parts[0], parts[1], parts[2], parts[3]));
+              }),
+              wrong == 8 ? 0 : 3000);
+  }
 }
 
 }  // namespace

@@ -124,6 +124,22 @@ TEST_F(TablesTest, DataObjectsCheckAndCopyTheirRecords) {
     check(Keep(Create<C, Color>()), Keep(Create<C, Color>()), row.size, row.color);
     check(Keep(Create<C, Neutral>()), Keep(Create<C, Neutral>()), row.size, row.neutral);
   }
+  WISPColorMapChannel channel = {};
+  WISPGrayCurve curve = {};
+  unsigned char bytes[425] = {};
+  using namespace components;
+  ExpectData<CColorMap::CColorMapData, wisp::IColorMapData>(425, bytes, false);
+  ExpectData<CAlternateNeutral::CAlternateNeutralData, wisp::IAlternateNeutralData>(425, bytes,
+                                                                                    false);
+  ExpectData<CChannelMap::CChannelMapData, wisp::IChannelMapData>(&channel, Array(Nodes{1}));
+  ExpectData<CAlternateNeutralChannel::CAlternateNeutralChannelData,
+             wisp::IAlternateNeutralChannelData>(&channel, Array(Nodes{1}));
+  ExpectData<CGrayCurve::CGrayCurveData, wisp::IGrayCurveData>(&curve);
+  wisp::IChannelMapData* map = Keep(Create<C, CChannelMap::CChannelMapData>());
+  EXPECT_EQ(CodeOf([&] { map->Init(&channel, nullptr); }), 3000);
+  EXPECT_EQ(CodeOf([&] { map->Init(nullptr, Array(Nodes{1})); }), 3000);
+  wisp::IGrayCurveData* gray = Keep(Create<C, CGrayCurve::CGrayCurveData>());
+  EXPECT_EQ(CodeOf([&] { gray->Init(static_cast<WISPGrayCurve*>(nullptr)); }), 3000);
 }
 
 TEST_F(TablesTest, SetDataReplacesTheDataOfAComponent) {

@@ -1,6 +1,7 @@
 // The four handlers: codes for bad arguments, and what really reaches the C library.
 #include <errno.h>
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <limits.h>
 #include <stdarg.h>
 #include <stdint.h>
@@ -11,7 +12,10 @@
 
 #include <string>
 
+#include "plinth/runtime/common/handler/CHandler_Debug.h"
+#include "plinth/runtime/common/handler/CHandler_File.h"
 #include "plinth/runtime/common/handler/CHandler_Memory.h"
+#include "plinth/runtime/common/handler/CHandler_String.h"
 #include "plinth/runtime/posix/handler/CHandler_Debug_Posix.h"
 #include "plinth/runtime/posix/handler/CHandler_File_Posix.h"
 #include "plinth/runtime/posix/handler/CHandler_String_Posix.h"
@@ -172,6 +176,29 @@ void Print(IHandler_Debug* handler, const char* format, ...) {
   va_start(arguments, format);
   handler->_DbgPrint(format, arguments);
   va_end(arguments);
+}
+
+// What a platform does not fill in.
+TEST_F(HandlerTest, BareHandlersOfferNothing) {
+  CHandler_Debug bareDebug;
+  CHandler_File bareFile;
+  CHandler_Memory bareMemory;
+  CHandler_String bareString;
+  EXPECT_FALSE(bareDebug.Init() || bareMemory.Init());
+  EXPECT_TRUE(bareMemory.IsHeapMemory(&bareMemory));
+  const int codes[] = {CodeOf([&] { bareDebug.StartTimer(); }),
+                       CodeOf([&] { bareDebug.StopTimer(nullptr); }),
+                       CodeOf([&] { bareFile.Open("", 1); }),
+                       CodeOf([&] { bareFile.GetSize(nullptr); }),
+                       CodeOf([&] { bareFile.Read(nullptr, 1, 1, nullptr); }),
+                       CodeOf([&] { bareFile.Write(nullptr, 1, 1, nullptr); }),
+                       CodeOf([&] { bareFile.Close(nullptr); }),
+                       CodeOf([&] { Format(&bareString, nullptr, 1, ""); }),
+                       CodeOf([&] { RequiredSize(&bareString, ""); }),
+                       CodeOf([&] { bareString.Strcpy(nullptr, 1, ""); }),
+                       CodeOf([&] { bareString.Strncpy(nullptr, 1, "", 1); }),
+                       CodeOf([&] { bareString.Strcat(nullptr, 1, ""); })};
+  EXPECT_THAT(codes, ::testing::Each(2));
 }
 
 // No size of buffer helps a character that the locale does not have.

@@ -1,6 +1,7 @@
 // Calls that are refused: the result, the lines, the untouched buffer, and the next call.
 #include <gtest/gtest.h>
 
+#include "plinth/runtime/api/BootRecord.h"
 #include "tests/shared_library/table_call.h"
 #include "velora/frontend/door/Velora.h"
 #include "velora/frontend/toolkit/RawData.h"
@@ -147,8 +148,8 @@ TEST(Failures, BlobSizes) {
   RawData rawData('C', 'K');
   ASSERT_TRUE(rawData.readVelcases(1, packs));
   CT_PROCESSING processing = {};
-  const auto with = [&](auto call, ctr_theme_type theme) {
-    Velora velora(nullptr, 2, 0, 0, CTR_TABLE_FUSER_BLOB, theme, CTR_MEDIA_C, CTR_AXIS_K, 1,
+  const auto with = [&](auto call, ctr_theme_type theme, unsigned int count = 1) {
+    Velora velora(nullptr, 2, 0, 0, CTR_TABLE_FUSER_BLOB, theme, CTR_MEDIA_C, CTR_AXIS_K, count,
                   &rawData, &processing);
     return LinesOf([&] { call(velora); });
   };
@@ -162,6 +163,17 @@ TEST(Failures, BlobSizes) {
             kInvalid);
   EXPECT_EQ(with([](Velora& v) { EXPECT_FALSE(v.getFuserBlobData(27, nullptr)); }, CTR_THEME_3),
             kInvalid);
+  BootRecord broken = {};
+  Velora unopened(&broken, 2, 0, 0, CTR_TABLE_FUSER_BLOB, CTR_THEME_3, CTR_MEDIA_C, CTR_AXIS_K, 1,
+                  &rawData, &processing);
+  const char kUnopened[] = "initLibrary 178 Could not initialize Plinth library";
+  EXPECT_EQ(LinesOf([&] { EXPECT_FALSE(unopened.getFuserBlobSize(&size)); }), kUnopened);
+  EXPECT_EQ(LinesOf([&] { EXPECT_FALSE(unopened.getFuserBlobData(27, nullptr)); }), kUnopened);
+  EXPECT_EQ(with([&](Velora& v) { EXPECT_FALSE(v.getFuserBlobSize(&size)); }, CTR_THEME_3, 2),
+            kNoVeltune + "getFuserBlob 747 Exception");
+  EXPECT_EQ(
+      with([](Velora& v) { EXPECT_FALSE(v.reconstructGrayCurve(256, nullptr)); }, CTR_THEME_3),
+      "reconstructGrayCurve 518 Exception");
 }
 
 }  // namespace

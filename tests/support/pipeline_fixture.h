@@ -206,6 +206,9 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   void ExpectMade(Elements<TypeIds> ranges, int lastArrayOfObjects, Elements<TypeIds> bare) {
     ISerializer* writer = Keep(factory->CreateSerializer());
     writer->Init(helper, kReversed);
+    auto* list = Keep(factory->CreateLinkedList_Recipe_Operator());
+    auto* properties = Keep(factory->CreateProperties());
+    auto* veltune = Keep(factory->CreateVeltune());
     for (int type = -1; type <= 129; ++type) {
       SCOPED_TRACE(type);
       // Else an id without a class, or no id.
@@ -216,8 +219,26 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
         // Arrays of objects take theirs from Init.
         EXPECT_EQ(made->GetSerializeableType(), type >= 4 && type <= lastArrayOfObjects ? 0 : type);
         const auto refuses = [&](int refusal, auto call) { EXPECT_EQ(CodeOf(call), refusal); };
-        if (auto* typed = dynamic_cast<Velora*>(made)) {
-          refuses(3000, [&] { typed->Init(static_cast<Velora*>(nullptr)); });
+        // The copies that it may be made of, each by its own interface.
+        const auto needsOther = [&](auto* typed) {
+          if (typed != nullptr) {
+            refuses(3000, [&] { typed->Init(static_cast<decltype(typed)>(nullptr)); });
+          }
+        };
+        needsOther(dynamic_cast<Velora*>(made));
+        needsOther(dynamic_cast<ITags*>(made));
+        needsOther(dynamic_cast<IProperties*>(made));
+        needsOther(dynamic_cast<IConditions*>(made));
+        needsOther(dynamic_cast<IRecipe*>(made));
+        needsOther(dynamic_cast<IComponent*>(made));
+        needsOther(dynamic_cast<Condition*>(made));
+        needsOther(dynamic_cast<Operator*>(made));
+        needsOther(dynamic_cast<typename IRecipe::IOperand*>(made));
+        if (auto* step = dynamic_cast<Operator*>(made)) {
+          const int code = type < 80 ? 2 : 3000;  // a component is found, not resolved
+          refuses(code, [&] { step->Resolve(nullptr, properties, veltune); });
+          refuses(code, [&] { step->Resolve(list, nullptr, veltune); });
+          refuses(code, [&] { step->Resolve(list, properties, nullptr); });
         }
         refuses(3000, [&] { made->Init(type, nullptr, nullptr); });
         refuses(3000, [&] { made->Serialize(nullptr, nullptr); });
@@ -230,6 +251,22 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
         refuses(Within(bare, type) ? 0 : 3, [&] { made->Init(); });
       }
     }
+  }
+
+  // What a build leaves behind: brought to life with these arguments, or as a copy.
+  template <class Data, class Interface, class... Arguments>
+  void ExpectData(Arguments... arguments) {
+    const auto blank = [this]() -> Interface* {
+      return Keep(new (Slots<C>().platform, false, true) Data);
+    };
+    Interface *data = blank(), *copy = blank();
+    EXPECT_EQ(CodeOf([&] { data->CheckThis(); }), 4000);
+    EXPECT_EQ(CodeOf([&] { data->Init(); }), 3);
+    EXPECT_EQ(CodeOf([&] { data->Init(static_cast<Interface*>(nullptr)); }), 3000);
+    EXPECT_EQ(CodeOf([&] { copy->Init(data); }), 4000);
+    data->Init(arguments...);
+    copy->Init(data);
+    EXPECT_EQ(CodeOf([&] { copy->CheckThis(); }), 0);
   }
 
   typename Pipeline::Factory* factory;

@@ -1,4 +1,5 @@
 // Tables from packs: their recipes and sizes. The vectors pin arithmetic, order and corrections.
+#include <gmock/gmock.h>
 #include <string.h>
 
 #include <numeric>
@@ -199,6 +200,15 @@ TEST_F(TablesTest, RecipesAndSizes) {
   // A channel that is none of the four stands on black's records.
   EXPECT_EQ(Run(ColorTable(1, 88, "33=77"), kGray, 4913), 0);
   EXPECT_EQ(buffer.front(), 10);
+  // Nor is there a table without the planes of the reference, or without their widths.
+  processing.channels = 0;
+  for (BytePacket* (RawData::*part)(int) : {&RawData::getRefPacket, &RawData::getCbatPacket}) {
+    BytePacket* packet = (rawData.*part)(1);
+    const BytePacket kept = *packet;
+    packet->length = 0;
+    EXPECT_EQ(Run(ColorTable(1, 88), kGray, 4913), 1);
+    *packet = kept;
+  }
   // A map without its channel has no colour.
   packs.push_back(ChannelMap("36=1"));
   EXPECT_EQ(Run(ColorTable(1, 88, "36=1"), kGray, 4913), 1);
@@ -210,6 +220,17 @@ TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
   fenn::IVeltune* copy = Keep(factory->CreateVeltune());
   EXPECT_EQ(CodeOf([&] { copy->GetRawData(); }), 4000);
   EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IVeltune*>(nullptr)); }), 3000);
+  EXPECT_EQ(CodeOf([&] { copy->Init(); }), 3);
+  for (int missing = 0; missing < 3; ++missing) {
+    EXPECT_EQ(CodeOf([&] {
+                copy->Init(fenn::EPlatform::Enum(1), fenn::EProductVariant::Enum(0),
+                           missing == 0 ? nullptr : ArrayOf(Packs{Pack(127, {})}), mappings,
+                           ctr_table_type(1), ctr_theme_type(0), ctr_media_type(0),
+                           ctr_axis_type(1), missing == 1 ? nullptr : &rawData,
+                           missing == 2 ? nullptr : &processing);
+              }),
+              3000);
+  }
   copy->Init(veltune);
   EXPECT_EQ(copy->GetVelcase_Combined(), veltune->GetVelcase_Combined());
   EXPECT_EQ(copy->GetPrintModeParameters(), veltune->GetPrintModeParameters());
@@ -238,7 +259,6 @@ TEST_F(TablesTest, ACopyOfFinishedDataIsPrivate) {
   fenn::IGrayCurveData* data = Keep(Create<C, CGrayCurveData>());
   fenn::IGrayCurveData* copy = Keep(Create<C, CGrayCurveData>());
   unsigned char bytes[300] = {1, 2, 3};
-  EXPECT_EQ(CodeOf([&] { data->GetReconstructedData(); }), 4000);
   for (const unsigned int size : {0u, 257u}) {
     EXPECT_EQ(CodeOf([&] { data->Init(size, bytes, false); }), 3000);
   }
@@ -251,10 +271,16 @@ TEST_F(TablesTest, ACopyOfFinishedDataIsPrivate) {
   copy->AddRef();
   EXPECT_EQ(CodeOf([&] { copy->Init(data); }), 1) << "it is in use";
   copy->Destroy();
-  EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IGrayCurveData*>(nullptr)); }), 3000);
   fenn::IChannelMapData* plane = Keep(Create<C, CChannelMapData>());
   EXPECT_EQ(CodeOf([&] { plane->Init(static_cast<fenn::IArray_uint8*>(nullptr)); }), 3000);
-  EXPECT_EQ(CodeOf([&] { data->Serialize(nullptr, nullptr); }), 2) << "it is never stored";
+  const int stored[] = {CodeOf([&] { data->Serialize(nullptr, nullptr); }),
+                        CodeOf([&] { data->Init(0, nullptr, nullptr); }),
+                        CodeOf([&] { data->Sort(true); }), CodeOf([&] { data->IsEqualTo(copy); }),
+                        CodeOf([&] { data->IsLessThan(copy); })};
+  EXPECT_THAT(stored, testing::Each(2)) << "it is never stored";
+  ExpectData<CChannelMapData, fenn::IChannelMapData>(Array({1}));
+  ExpectData<CGrayCurveData, fenn::IGrayCurveData>(3, bytes, false);
+  ExpectData<CColorMapData, fenn::IColorMapData>(3, bytes, false);
 }
 
 }  // namespace

@@ -46,9 +46,11 @@ class CMatchable
   bool AreCompatibleWith(Matchable* other) const override;
 
  private:
-  // Calls visit(a, b) for each pair of the same type id until it answers false.
+  // Calls visit(type, a, b) for each pair of the same type id until it answers false.
   template <class Visitor>
   void ForEachPair(Matchable* other, Visitor visit) const;
+  // The element; null raises `CException_This_Invalid`.
+  static T* Present(T* element);
 };
 
 // A list may hold several tags of a type, as alternatives: of each type that both lists have, one

@@ -141,25 +141,24 @@ void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matcha
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
-  // Every candidate of a lookup comes here, so the other's types are asked for once in a block.
-  constexpr int kBlock = 16;
-  T* theirs[kBlock];
-  int types[kBlock];
-  api::IArray<T>* own = this->array.Get();
+  // Every candidate of a lookup comes here, so each block is asked for once, and the other's types
+  // once in a part of it.
+  constexpr int kPart = 16;
+  int types[kPart];
   api::IArray<T>* others = other->GetArray();
-  const int ownCount = own->GetCount();
+  const int ownCount = this->array->GetCount();
   const int otherCount = others->GetCount();
-  for (int begin = 0; begin < otherCount; begin += kBlock) {
-    const int size = otherCount - begin < kBlock ? otherCount - begin : kBlock;
+  T* const* own = this->array->GetElements();
+  T* const* theirs = others->GetElements();
+  for (int begin = 0; begin < otherCount; begin += kPart, theirs += kPart) {
+    const int size = otherCount - begin < kPart ? otherCount - begin : kPart;
     for (int j = 0; j < size; ++j) {
-      theirs[j] = others->Get(begin + j);
-      types[j] = theirs[j]->GetSerializeableType();
+      types[j] = Present(theirs[j])->GetSerializeableType();
     }
     for (int i = 0; i < ownCount; ++i) {
-      T* mine = own->Get(i);
-      const int type = mine->GetSerializeableType();
+      const int type = Present(own[i])->GetSerializeableType();
       for (int j = 0; j < size; ++j) {
-        if (types[j] == type && !visit(mine, theirs[j])) {
+        if (types[j] == type && !visit(type, own[i], theirs[j])) {
           return;
         }
       }
@@ -168,10 +167,18 @@ void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matcha
 }
 
 template <class Configuration, class T, int kType, int kArrayType, class Policy>
+T* CMatchable<Configuration, T, kType, kArrayType, Policy>::Present(T* element) {
+  if (element == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  return element;
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
 int CMatchable<Configuration, T, kType, kArrayType, Policy>::GetCount_Matching(
     Matchable* other) const {
   int count = 0;
-  ForEachPair(other, [&count](T* a, T* b) {
+  ForEachPair(other, [&count](int, T* a, T* b) {
     count += a->IsEqualTo(b) ? 1 : 0;
     return true;
   });
@@ -182,9 +189,8 @@ template <class Configuration, class T, int kType, int kArrayType, class Policy>
 bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
     Matchable* other) const {
   Policy policy;
-  ForEachPair(other, [&policy](T* a, T* b) {
-    return policy.Judge(a->GetSerializeableType(), a->IsEqualTo(b));
-  });
+  ForEachPair(other,
+              [&policy](int type, T* a, T* b) { return policy.Judge(type, a->IsEqualTo(b)); });
   return policy.Verdict();
 }
 

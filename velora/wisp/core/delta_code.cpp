@@ -11,6 +11,27 @@ constexpr int kFirstLongRun = 240;
 constexpr int kShortestLongRun = 113;
 constexpr int kLongestRun = 4208;
 
+// What each code of one byte stands for: a delta, or zeros. A table and no branch, since the codes
+// of a picture come as they like.
+struct ShortCodes {
+  signed char steps[kFirstLongRun];
+  unsigned char run[kFirstLongRun];
+};
+
+constexpr ShortCodes MakeShortCodes() {
+  ShortCodes codes = {};
+  for (int code = 0; code < kFirstLongRun; ++code) {
+    const int steps = kDeltaSteps - code / 2;
+    codes.steps[code] = static_cast<signed char>(code >= kZero     ? 0
+                                                 : (code & 1) != 0 ? steps
+                                                                   : -steps);
+    codes.run[code] = static_cast<unsigned char>(code < kZero ? 1 : code - kZero + 1);
+  }
+  return codes;
+}
+
+constexpr ShortCodes kShortCodes = MakeShortCodes();
+
 }  // namespace
 
 DecodedDeltas DecodeDeltas(const unsigned char* bytes, int size, int step, int* deltas, int room) {
@@ -21,18 +42,15 @@ DecodedDeltas DecodeDeltas(const unsigned char* bytes, int size, int step, int* 
   int used = 0;
   while (used < size && count < room) {
     const int code = bytes[used++];
-    if (code < kZero) {
-      const int sign = (code & 1) * 2 - 1;
-      deltas[count++] = sign * step * (kDeltaSteps - code / 2);
-      continue;
-    }
-    int run = code - kZero + 1;
-    if (code >= kFirstLongRun) {
-      if (used == size) {
-        decoded.outcome = EDecoded::kCutOff;
-        break;
-      }
+    int run;
+    if (code < kFirstLongRun) {
+      deltas[count] = kShortCodes.steps[code] * step;
+      run = kShortCodes.run[code];
+    } else if (used < size) {
       run = (code - kFirstLongRun) * 256 + bytes[used++] + kShortestLongRun;
+    } else {
+      decoded.outcome = EDecoded::kCutOff;
+      break;
     }
     if (run > room - count) {
       decoded.outcome = EDecoded::kPastEnd;

@@ -13,6 +13,16 @@ inline int Refined(int lower, int upper, int delta) {
   return value < 0 ? 0 : value > kTop ? kTop : value;
 }
 
+// Every node of a row has a delta. The last one stands apart: with it the count would be odd, and
+// not one that a compiler turns into few instructions.
+template <int kFine>
+void RefineRow(const int* lower, const int* upper, const int* deltas, int* __restrict row) {
+  for (int c = 0; c < kFine - 1; ++c) {
+    row[c] = Refined(lower[c], upper[c], deltas[c]);
+  }
+  row[kFine - 1] = Refined(lower[kFine - 1], upper[kFine - 1], deltas[kFine - 1]);
+}
+
 // Interpolation and deltas in one walk. The deltas of a row are in its odd nodes where a and b are
 // even, and in all of its nodes otherwise, save a neutral one. The neutrals of even positions come
 // with the coarse grid.
@@ -20,29 +30,35 @@ template <int kFine>
 void RefineGrid(const int* coarse, const int* deltas, const int* neutrals, int* grid) {
   constexpr int kCoarse = (kFine - 1) / 2 + 1;
   constexpr int kStride = (kAxis - 1) / (kFine - 1);
+  // Each coarse row as long as a fine one: the nodes below, and the nodes above each of its nodes.
+  int below[kCoarse * kCoarse][kFine];
+  int above[kCoarse * kCoarse][kFine];
+  for (int i = 0; i < kCoarse * kCoarse; ++i) {
+    const int* row = coarse + i * kCoarse;
+    for (int c = 0; c < kCoarse - 1; ++c) {
+      below[i][2 * c] = below[i][2 * c + 1] = row[c];
+      above[i][2 * c] = row[c];
+      above[i][2 * c + 1] = row[c + 1];
+    }
+    below[i][kFine - 1] = above[i][kFine - 1] = row[kCoarse - 1];
+  }
   for (int a = 0; a < kFine; ++a) {
     for (int b = 0; b < kFine; ++b) {
-      const int* lower = coarse + (a / 2 * kCoarse + b / 2) * kCoarse;
-      const int* upper = coarse + ((a + 1) / 2 * kCoarse + (b + 1) / 2) * kCoarse;
+      const int* lower = below[a / 2 * kCoarse + b / 2];
+      const int* upper = above[(a + 1) / 2 * kCoarse + (b + 1) / 2];
       int* row = grid + (a * kFine + b) * kFine;
       if (((a | b) & 1) == 0) {
-        for (int c = 0; c < kCoarse - 1; ++c) {
-          row[2 * c] = lower[c];
-          row[2 * c + 1] = Refined(lower[c], lower[c + 1], deltas[c]);
+        for (int c = 0; c < kFine - 1; c += 2) {
+          row[c] = lower[c];
+          row[c + 1] = Refined(lower[c + 1], upper[c + 1], *deltas++);
         }
-        deltas += kCoarse - 1;
-        row[kFine - 1] = lower[kCoarse - 1];
+        row[kFine - 1] = lower[kFine - 1];
       } else if (a != b) {
-        for (int c = 0; c < kCoarse - 1; ++c) {
-          row[2 * c] = Refined(lower[c], upper[c], deltas[2 * c]);
-          row[2 * c + 1] = Refined(lower[c], upper[c + 1], deltas[2 * c + 1]);
-        }
-        row[kFine - 1] = Refined(lower[kCoarse - 1], upper[kCoarse - 1], deltas[kFine - 1]);
+        RefineRow<kFine>(lower, upper, deltas, row);
         deltas += kFine;
       } else {
         for (int c = 0; c < kFine; ++c) {
-          row[c] =
-              c == a ? neutrals[a * kStride] : Refined(lower[c / 2], upper[(c + 1) / 2], *deltas++);
+          row[c] = c == a ? neutrals[a * kStride] : Refined(lower[c], upper[c], *deltas++);
         }
       }
     }
