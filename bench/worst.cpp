@@ -123,8 +123,9 @@ Bytes SmallestEntries(size_t size) {
 Bytes LargeConditions(size_t size) {
   Growing image(size);
   Entries conditions;
-  const Entry leaf = image.Value(71, 4), either = image.Add(82), version = image.Value(32, 1);
+  const Entry version = image.Value(32, 1);
   for (int copy = 0; copy < 32; ++copy) {
+    const Entry leaf = image.Value(71, 4), either = image.Add(81);
     Entries operators(1, leaf);
     for (int i = 0; i < 499; ++i) {
       operators.push_back(leaf);

@@ -48,6 +48,7 @@ class CLinkedList : public CSerializeable, public virtual api::ILinkedList<T> {
   // Links a new element that holds `value` between two neighbours, either of which may be null.
   void Link(Element* previous, Element* next, T* value);
   void LinkAll(api::IArray<T>* array);
+  static bool AreValuesEqual(const Element* a, const Element* b);
 
   Element* head;
   Element* tail;

@@ -240,7 +240,7 @@ bool CLinkedList<Configuration, T, CT>::IsEqualTo(api::ISerializeable* other) co
   }
   const Element* b = right->head;
   for (const Element* a = head; a != nullptr && b != nullptr; a = a->next, b = b->next) {
-    if (!a->GetValue()->IsEqualTo(b->GetValue())) {
+    if (!AreValuesEqual(a, b)) {
       return false;
     }
   }
@@ -255,11 +255,17 @@ bool CLinkedList<Configuration, T, CT>::IsLessThan(api::ISerializeable* other) c
   }
   const Element* b = right->head;
   for (const Element* a = head; a != nullptr && b != nullptr; a = a->next, b = b->next) {
-    if (!a->GetValue()->IsEqualTo(b->GetValue())) {
+    if (!AreValuesEqual(a, b)) {
       return a->GetValue()->IsLessThan(b->GetValue());
     }
   }
   return false;
+}
+
+// Lists of one image share their values, so most that are equal are one.
+template <class Configuration, class T, class CT>
+bool CLinkedList<Configuration, T, CT>::AreValuesEqual(const Element* a, const Element* b) {
+  return a->GetValue() == b->GetValue() || a->GetValue()->IsEqualTo(b->GetValue());
 }
 
 template <class Configuration, class T, class CT>

@@ -64,7 +64,7 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   // More than any sound pack's objects come to, each counted as often as it is reached: whoever
   // walks the objects, to compare, to sort or to evaluate them, does not take longer than this.
   static constexpr int kMaxReachedBase = 1 << 16;
-  static constexpr int kMaxReachedPerEntry = 32;
+  static constexpr int kMaxReachedPerEntry = 16;
 
   api::ISerializer* serializer;
   Counted<api::ISerializerHelper> helper;

@@ -63,6 +63,8 @@ class CComponent : public CRecipe<Configuration>::COperand,
  private:
   template <class Part>
   static Part* Present(const Counted<Part>& part);
+  template <class Part>
+  static bool AreEqual(const Counted<Part>& a, const Counted<Part>& b);
   template <class Class, class Part>
   static void ReadPart(Counted<Part>& part, int type, api::ISerializer* serializer, void* context);
 };

@@ -192,6 +192,13 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
 }
 
 // The order of fields differs from that of IsLessThan.
+// Components of one image share their parts.
+template <class Configuration>
+template <class Part>
+bool CComponent<Configuration>::AreEqual(const Counted<Part>& a, const Counted<Part>& b) {
+  return a.Get() == b.Get() || a->IsEqualTo(b.Get());
+}
+
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
@@ -201,12 +208,12 @@ bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other
   if (componentState == api::kComponentState_Resolved) {
     return true;  // no parts to compare
   }
-  if (!tags->IsEqualTo(right->tags.Get()) || !properties->IsEqualTo(right->properties.Get())) {
+  if (!AreEqual(tags, right->tags) || !AreEqual(properties, right->properties)) {
     return false;
   }
   return componentState == api::kComponentState_Reference ||
-         (version->IsEqualTo(right->version.Get()) &&
-          conditions->IsEqualTo(right->conditions.Get()) && recipe->IsEqualTo(right->recipe.Get()));
+         (AreEqual(version, right->version) && AreEqual(conditions, right->conditions) &&
+          AreEqual(recipe, right->recipe));
 }
 
 template <class Configuration>
@@ -220,20 +227,21 @@ bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* othe
   }
   // The first part that differs decides.
   if (componentState == api::kComponentState_Stored) {
-    if (!version->IsEqualTo(right->version.Get())) {
+    if (!AreEqual(version, right->version)) {
       return version->IsLessThan(right->version.Get());
     }
-    if (!conditions->IsEqualTo(right->conditions.Get())) {
+    if (!AreEqual(conditions, right->conditions)) {
       return conditions->IsLessThan(right->conditions.Get());
     }
   }
-  if (!tags->IsEqualTo(right->tags.Get())) {
+  if (!AreEqual(tags, right->tags)) {
     return tags->IsLessThan(right->tags.Get());
   }
-  if (!properties->IsEqualTo(right->properties.Get())) {
+  if (!AreEqual(properties, right->properties)) {
     return properties->IsLessThan(right->properties.Get());
   }
-  return componentState == api::kComponentState_Stored && recipe->IsLessThan(right->recipe.Get());
+  return componentState == api::kComponentState_Stored && recipe.Get() != right->recipe.Get() &&
+         recipe->IsLessThan(right->recipe.Get());
 }
 
 template <class Configuration>
