@@ -62,6 +62,8 @@ TEST(Condition, AListThatIsNoExpressionIsShownAsItStands) {
 }
 
 TEST(Words, NamesAreFoundByTheirRole) {
+  EXPECT_EQ(ChannelName(128), "128");
+  EXPECT_EQ(ChannelName(ReadPack(WritePack(Pack())).pack.channel), "printer");
   const Words& words = Toner();
   EXPECT_EQ(words.TypeOf(Role::kTag, "Platform"), 48);
   EXPECT_EQ(words.TypeOf(Role::kCondition, "VelcaseVersion_Fuser"), 74);

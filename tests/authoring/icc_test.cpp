@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <stdexcept>
@@ -80,6 +81,23 @@ TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
   EXPECT_GT(difference.largest, 60);
   EXPECT_LE(difference.largest, 101);
   EXPECT_NEAR(difference.mean, difference.largest / kPlaneSize, 1e-9);
+
+  const RgbView view(sampled.output);
+  EXPECT_GT(view.Show(sampled.bytes).back(), 240);
+  EXPECT_LT(view.Show(marked).back(), 100);
+  const Bytes shown = ShowDifference(sampled.bytes, marked, 2);
+  EXPECT_EQ(std::count(shown.begin(), shown.end(), 0), 3 * kPlaneSize - 3);
+  EXPECT_EQ(shown.back(), 255);
+  // A caption makes a picture higher, its letters are ink.
+  const std::string path = testing::TempDir() + "comparison.png";
+  WriteComparison(path, sampled.bytes, marked, view);
+  std::uintmax_t last = std::filesystem::file_size(path);
+  for (const char* caption : {"", "?", "K 1", "Black 255"}) {
+    WritePicture(path, {{shown, caption}});
+    EXPECT_NE(std::filesystem::file_size(path), last) << caption;
+    last = std::filesystem::file_size(path);
+  }
+  std::filesystem::remove(path);
 }
 
 TEST(IccFailures, AreToldWithTheirPath) {

@@ -110,6 +110,13 @@ TEST(InkJob, TablesAreBoundToPrintModePrinterAndLocator) {
   EXPECT_THROW(InkDevice().Ask(product.caller, {request}), std::runtime_error);
 }
 
+TEST(InkJob, TheOnlyTableHasTheWholePack) {
+  InkJob job = Job(InkForm::kString, {});
+  job.tables.pop_back();
+  const InkProduct product = AuthorInk(job);
+  EXPECT_EQ(product.answers[0].pack_bytes, static_cast<int>(product.file().size()));
+}
+
 TEST(InkJob, WhatCannotBeAuthoredIsRefused) {
   const struct {
     void (*spoil)(InkJob*);

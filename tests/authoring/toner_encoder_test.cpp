@@ -7,8 +7,6 @@
 #include <stdexcept>
 
 #include "authoring/correction.h"
-#include "authoring/dct.h"
-#include "velora/frontend/toolkit/transform.h"
 
 namespace velora::authoring {
 namespace {
@@ -37,23 +35,6 @@ EncodedChannel Encode(const Bytes& reference, const std::vector<Bytes>& wanted,
                       const EncoderSettings& settings) {
   return reference.size() == kCurveSize ? EncodeCurves(reference, wanted, settings)
                                         : EncodePlanes(reference, wanted, settings);
-}
-
-TEST(Dct, InverseIsTheDevicesAndForwardUndoesIt) {
-  const auto check = [](int size, auto forward, auto inverse, auto device) {
-    std::vector<int> spectrum(size);
-    for (int i = 0; i < size; i += 3) spectrum[i] = (i * 31) % 101 - 50;
-    std::vector<float> expected(size);
-    ASSERT_TRUE(device(spectrum.data(), expected.data()));
-    const std::vector<double> own = inverse({spectrum.begin(), spectrum.end()});
-    const std::vector<double> back = forward(own);
-    for (int i = 0; i < size; ++i) {
-      ASSERT_NEAR(own[i], expected[i], 1e-4);
-      ASSERT_NEAR(back[i], spectrum[i], 1e-9);
-    }
-  };
-  check(kPlaneSize, ForwardDct3D, InverseDct3D, Ctr::InverseDct3D);
-  check(kCurveSize, ForwardDct1D, InverseDct1D, Ctr::InverseDct1D);
 }
 
 TEST(TonerEncoder, LosslessTablesComeBackEqual) {
@@ -120,18 +101,6 @@ TEST(TonerEncoder, MoreEconomyMakesFewerBytes) {
     previous = dct;
   }
   EXPECT_EQ(previous, 2);  // one byte a table, for an empty stream is no stream
-}
-
-TEST(TonerEncoder, AResidueStandsInScanOrderWithItsSign) {
-  const Bytes reference = Filled(kPlaneSize, 100);
-  Bytes wanted = reference;
-  wanted[17] = 97;   // third in scan order
-  wanted[34] = 227;  // fifth
-  const EncodedChannel channel = EncodePlanes(reference, {wanted}, {8, true, 1e9});
-  Bytes residue = Filled(kPlaneSize, 0);
-  residue[2] = 131;
-  residue[4] = 127;
-  EXPECT_EQ(channel.tables[0].packets.residue, residue);
 }
 
 TEST(TonerEncoder, WrongSizesAndSettingsAreRefused) {

@@ -93,30 +93,6 @@ TEST_F(SerializerTest, MergingAndOrder) {
   }
 }
 
-TEST_F(SerializerTest, ReadingFollowsTheReferencesWhereverTheyPoint) {
-  const struct {
-    const char* image;
-    int root;           // the last that is read
-    int first, second;  // values of its two children
-  } rows[] = {
-      {"70 01 02 02 02 01 80 00 20 01 05 00 01 06 00 80 00", 0, 6, 5},
-      // Back to an earlier root, which has been read by then.
-      {"70 01 00 00 01 02 02 00 02 80 00 20 01 05 00 80 00", 1, 0, 5},
-      // The same type twice, and numbers in a longer form than they need.
-      {"70 01 02 04 81 00 82 00 80 00 20 01 05 00 80 00 20 01 06 00 80 00", 0, 5, 6},
-  };
-  for (const auto& row : rows) {
-    Held<ISerializer> reader = Reader(Hex(row.image));
-    Held<ISerializeable> root;
-    for (int i = 0; i <= row.root; ++i) {
-      root.reset(reader->Deserialize_Serializeable(112, nullptr));
-    }
-    IArray<Node>* children = dynamic_cast<Node*>(root.get())->GetChildren();
-    EXPECT_EQ(children->Get(0)->GetValue(), row.first);
-    EXPECT_EQ(children->Get(1)->GetValue(), row.second);
-  }
-}
-
 // Type 20 reads nothing, so the test asks in its place.
 TEST_F(SerializerTest, AnObjectReadsItsValuesThenItsNestedObjects) {
   Held<ISerializer> reader =
@@ -193,6 +169,14 @@ TEST_F(SerializerTest, States) {
     EXPECT_EQ(CodeOf([&] { row.second(serializer.get()); }), row.code) << &row - rows;
     EXPECT_EQ(serializer->GetSerializerHelper(), helper.get());
   }
+}
+
+TEST_F(SerializerTest, CountsAreOfAnImage) {
+  Held<ISerializer> writer = Written(kWorkedTree);
+  EXPECT_EQ(writer->GetImageCount_Bytes() + writer->GetImageCount_References(), 0);
+  Held<ISerializer> blank(Make<Serializer>());
+  unsigned char byte = 0;
+  EXPECT_EQ(CodeOf([&] { blank->Init(nullptr, Endianness::Reversed, 1, &byte, false); }), 3000);
 }
 
 // An image that cannot be written, after reading has begun: what was read has moved on.

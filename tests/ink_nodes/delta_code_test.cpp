@@ -81,33 +81,5 @@ TEST(DeltaCodeTest, TheEncoderHoldsAndDrops) {
   }
 }
 
-TEST(DeltaCodeTest, ABrokenStreamIsToldFromAFullArray) {
-  const struct {
-    const char* what;
-    Bytes bytes;
-    int room;
-    EDecoded outcome;
-    int count, used;
-  } rows[] = {
-      {"the bytes end early", {127, 128}, 5, EDecoded::kAll, 2, 2},
-      {"bytes left over", {127, 127, 127}, 2, EDecoded::kAll, 2, 2},
-      {"half a long run left over", {127, 240}, 1, EDecoded::kAll, 1, 1},
-      {"half a long run", {127, 240}, 9, EDecoded::kCutOff, 1, 2},
-      {"a short run one too long", {129, 129}, 3, EDecoded::kPastEnd, 2, 2},
-      {"a long run that fits", {240, 7}, 120, EDecoded::kAll, 120, 2},
-      {"a long run one too long", {240, 7}, 119, EDecoded::kPastEnd, 0, 2},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
-    Values values(static_cast<size_t>(row.room) + 1, 77);
-    const DecodedDeltas decoded = DecodeDeltas(row.bytes.data(), static_cast<int>(row.bytes.size()),
-                                               1, values.data(), row.room);
-    EXPECT_EQ(decoded.outcome, row.outcome);
-    EXPECT_EQ(decoded.count, row.count);
-    EXPECT_EQ(decoded.used, row.used);
-    EXPECT_EQ(values.back(), 77);
-  }
-}
-
 }  // namespace
 }  // namespace velora_test

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
 #include <vector>
 
 namespace velora_test {
@@ -15,22 +14,6 @@ using namespace velora::v1::wisp::core;
 using Values = std::vector<int>;
 
 int At(int n, int a, int b, int c) { return (a * n + b) * n + c; }
-
-// first, first + 1, ...
-Values Counted(int count, int first) {
-  Values values(static_cast<size_t>(count));
-  std::iota(values.begin(), values.end(), first);
-  return values;
-}
-
-TEST(PyramidTest, DeltasFillTheOddNodes) {
-  Values grid(27);
-  ASSERT_TRUE(DeltasToGrid(3, Counted(18, 100).data(), 18, 3, Values{1, 2, 3}.data(), 2,
-                           Counted(6, 50).data(), grid.data()));
-  EXPECT_EQ(grid, (Values{1,   100, 50,  101, 102, 103, 51,  104, 52,    // a is 0
-                          105, 106, 107, 108, 2,   109, 110, 111, 112,   // a is 1
-                          53,  113, 54,  114, 115, 116, 55,  117, 3}));  // a is 2
-}
 
 TEST(PyramidTest, ANewNodeIsTheMeanOfTheCornersOfItsCell) {
   // Lower and upper corner differ from axis to axis.

@@ -219,21 +219,8 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
         // Arrays of objects take theirs from Init.
         EXPECT_EQ(made->GetSerializeableType(), type >= 4 && type <= lastArrayOfObjects ? 0 : type);
         const auto refuses = [&](int refusal, auto call) { EXPECT_EQ(CodeOf(call), refusal); };
-        // The copies that it may be made of, each by its own interface.
-        const auto needsOther = [&](auto* typed) {
-          if (typed != nullptr) {
-            refuses(3000, [&] { typed->Init(static_cast<decltype(typed)>(nullptr)); });
-          }
-        };
-        needsOther(dynamic_cast<Velora*>(made));
-        needsOther(dynamic_cast<ITags*>(made));
-        needsOther(dynamic_cast<IProperties*>(made));
-        needsOther(dynamic_cast<IConditions*>(made));
-        needsOther(dynamic_cast<IRecipe*>(made));
-        needsOther(dynamic_cast<IComponent*>(made));
-        needsOther(dynamic_cast<Condition*>(made));
-        needsOther(dynamic_cast<Operator*>(made));
-        needsOther(dynamic_cast<typename IRecipe::IOperand*>(made));
+        NeedsOther<Velora, ITags, IProperties, IConditions, IRecipe, IComponent, Condition,
+                   Operator, typename IRecipe::IOperand>(made);
         if (auto* step = dynamic_cast<Operator*>(made)) {
           const int code = type < 80 ? 2 : 3000;  // a component is found, not resolved
           refuses(code, [&] { step->Resolve(nullptr, properties, veltune); });
@@ -253,6 +240,15 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
     }
   }
 
+  // Expects that an object is made a copy of no null, by whichever of these interfaces it has.
+  template <class... Interfaces>
+  static void NeedsOther(ISerializeable* made) {
+    const auto check = [](auto* typed) {
+      using Own = decltype(typed);
+      EXPECT_TRUE(typed == nullptr || CodeOf([&] { typed->Init(Own(nullptr)); }) == 3000);
+    };
+    (check(dynamic_cast<Interfaces*>(made)), ...);
+  }
   // What a build leaves behind: brought to life with these arguments, or as a copy.
   template <class Data, class Interface, class... Arguments>
   void ExpectData(Arguments... arguments) {

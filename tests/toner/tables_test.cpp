@@ -150,6 +150,10 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
   EXPECT_EQ(RunCurve(), 1);
   cbat[3] = sound;
   EXPECT_EQ(RunCurve(), 0);
+  for (const short length : {255, 0}) {
+    rawData.getRefPacket(0)->length = length;
+    EXPECT_EQ(Run(Veltune({Pack(127, packs)}), kCurve, 256), 1) << length;
+  }
   axis = CTR_AXIS_P;
   EXPECT_EQ(Run(Veltune({Pack(127, packs)}), kCurve, 256), 1);
 }

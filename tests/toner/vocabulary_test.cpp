@@ -2,6 +2,7 @@
 #include <set>
 
 #include "tests/support/toner_fixture.h"
+#include "velora/fenn/core/CPrintModeMappings.h"
 
 namespace velora_test {
 namespace {
@@ -31,6 +32,8 @@ TEST_F(VocabularyTest, MappingsAreCanonical) {
   for (const auto& row : outside) {
     EXPECT_EQ(CodeOf([&] { MappingOf(row[0], row[1], row[2], row[3]); }), 3000);
   }
+  velora::v2::fenn::core::CPrintModeMapping blank;
+  EXPECT_EQ(CodeOf([&] { blank.GetTableType(); }), 4000);
   mappings->Delete();
   EXPECT_EQ(CodeOf([&] { MappingOf(0, 0, 0, 0); }), 4000);
 }

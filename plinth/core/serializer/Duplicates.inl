@@ -64,7 +64,7 @@ void CSerializer<Configuration>::Duplicates::Grow() {
 template <class Configuration>
 unsigned int CSerializer<Configuration>::Duplicates::Hash(const Entry* entry) {
   constexpr unsigned int kPrime = 16777619u;
-  const auto* form = entry->working.Get();
+  const auto* form = entry->working;
   unsigned int hash =
       2166136261u ^ static_cast<unsigned int>(form->dictionary->GetSerializeableType());
   const unsigned char* bytes = form->data->GetElements();
@@ -80,8 +80,8 @@ unsigned int CSerializer<Configuration>::Duplicates::Hash(const Entry* entry) {
 
 template <class Configuration>
 bool CSerializer<Configuration>::Duplicates::IsSameKind(const Entry* a, const Entry* b) {
-  const auto* left = a->working.Get();
-  const auto* right = b->working.Get();
+  const auto* left = a->working;
+  const auto* right = b->working;
   const int length = left->data->GetCount();
   if (left->hash != right->hash || left->dictionary != right->dictionary ||
       length != right->data->GetCount() ||

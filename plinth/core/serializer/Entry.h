@@ -49,9 +49,11 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
 
     Dictionary* dictionary;
     unsigned char* data;
-    Entry** references;            // as written: a counted reference each; null from an image
-    const unsigned char* numbers;  // as they stand in an image
-    api::ISerializeable* object;   // made from this entry, a counted reference; null before
+    union {
+      Entry** references;            // as written, `numberBytes` is 0: a counted reference each
+      const unsigned char* numbers;  // as they stand in an image
+    };
+    api::ISerializeable* object;  // made from this entry, a counted reference; null before
     union {
       Deduplicated* outer;  // under construction: the next object around this one
       long long reached;    // standing: objects from this one down, shared ones each time
@@ -117,15 +119,16 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
 
   typename EState::Enum state;
   int number;  // of its kind while it is written, then its place in the flattened array
-  Counted<Working> working;
-  // These forms stand in place: an image has many entries, and each is one block.
+  // The form of the present state. Those of reading stand in place: an image has many entries, and
+  // each is one block.
   union {
-    Deduplicated deduplicated;  // in this state
-    Serialized serialized;      // in this state
+    Working* working;
+    Deduplicated deduplicated;
+    Serialized serialized;
   };
 
  private:
-  // Lets go of what the form in place owns.
+  // Lets go of what the present form owns.
   void Release();
 };
 

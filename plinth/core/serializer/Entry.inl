@@ -20,7 +20,9 @@ CSerializer<Configuration>::Entry::~Entry() {
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Release() {
   api::CPlatform* platform = api::Slots<Configuration>().platform;
-  if (state == EState::Deduplicated) {
+  if (state == EState::Working) {
+    working->Destroy();
+  } else if (state == EState::Deduplicated) {
     DropReferences();
     if (deduplicated.ownsData) {
       operator delete[](deduplicated.data, platform, false, false);
@@ -39,9 +41,9 @@ void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool revers
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->reverse = reverseBytes;
-  working.Take(Object::template New<Working>(dictionary, reverseBytes));
-  working->Init();
+  working = Object::template New<Working>(dictionary, reverseBytes);
   state = EState::Working;
+  working->Init();
   this->initialized = true;
 }
 
@@ -119,7 +121,7 @@ bool CSerializer<Configuration>::Entry::IsEqualTo(Entry* other) const {
   if (other->state != EState::Working) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  return working->IsEqualTo(other->working.Get());
+  return working->IsEqualTo(other->working);
 }
 
 template <class Configuration>
@@ -133,7 +135,7 @@ bool CSerializer<Configuration>::Entry::IsLessThan(Entry* other) const {
   if (other->state != EState::Working) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  return working->IsLessThan(other->working.Get());
+  return working->IsLessThan(other->working);
 }
 
 template <class Configuration>
@@ -165,8 +167,8 @@ void CSerializer<Configuration>::Entry::Transition_WorkingToDeduplicated(IArray_
     form.references = references->GetElements();
     data->ClearOwnership_Elements();
     references->ClearOwnership_Elements();
+    Release();
     deduplicated = form;
-    working.Drop();
     state = EState::Deduplicated;
   }
   PLINTH_END
@@ -198,7 +200,9 @@ void CSerializer<Configuration>::Entry::Transition_SerializedToDeduplicated(IArr
   form.data = form.dataLength > 0 ? serialized.bytes + serialized.dataOffset : nullptr;
   form.referenceCount = serialized.referenceCount;
   form.numberBytes = serialized.numberBytes;
-  form.numbers = serialized.bytes + serialized.length - serialized.numberBytes;
+  if (form.numberBytes > 0) {
+    form.numbers = serialized.bytes + serialized.length - form.numberBytes;
+  }
   deduplicated = form;
   state = EState::Deduplicated;
 }
@@ -209,7 +213,8 @@ void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArr
   if (entries == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  if (state != EState::Deduplicated) {
+  // What was read from an image is never written again.
+  if (state != EState::Deduplicated || deduplicated.numberBytes > 0) {
     PLINTH_RAISE(CException_This_Invalid);
   }
   const int count = deduplicated.referenceCount;
@@ -293,10 +298,9 @@ void CSerializer<Configuration>::Entry::ToSerialized(IArray_Entry* entries) {
 
 template <class Configuration>
 void CSerializer<Configuration>::Entry::DropReferences() {
-  if (working) {
+  if (state == EState::Working) {
     working->references.Drop();
-  }
-  if (state == EState::Deduplicated) {
+  } else if (state == EState::Deduplicated && deduplicated.numberBytes == 0) {
     CArray<Configuration, Entry>::Delete_Elements(deduplicated.referenceCount,
                                                   deduplicated.references);
     deduplicated.references = nullptr;

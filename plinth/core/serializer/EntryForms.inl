@@ -127,13 +127,13 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
 template <class Configuration>
 auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry* entries)
     -> Entry* {
-  if (references != nullptr && referenceCursor < referenceCount) {
-    return references[referenceCursor++];
-  }
   if (referenceCursor < numberBytes) {
     const VLQ number = VLQ::Decode(numberBytes, numbers, referenceCursor);
     referenceCursor += number.length;
     return entries->GetElements()[number.value];
+  }
+  if (numberBytes == 0 && referenceCursor < referenceCount) {
+    return references[referenceCursor++];
   }
   referenceCursor = 0;
   return nullptr;

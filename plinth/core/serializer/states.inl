@@ -135,7 +135,7 @@ auto CSerializer<Configuration>::Working::GetEntry_Serializing_Current() const -
   if (current == nullptr || current->GetValue()->state != EState::Working) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  return current->GetValue()->working.Get();
+  return current->GetValue()->working;
 }
 
 // ---- Deduplicated

@@ -1,5 +1,5 @@
 // A table of all print modes of a pipeline, each one canonical object.
-// Room: velora/common. Owns its mappings, from the platform. A blank table asked raises
+// Room: velora/common. Owns its mappings, one block from the platform. A blank table asked raises
 // `CException_This_Invalid`; out of memory leaves it blank.
 #pragma once
 
@@ -13,7 +13,7 @@ using namespace plinth::v1::api::_exports::common::exception;
 template <class Configuration, class Interface, class Mapping>
 class CPrintModeMappingsOf : public Interface {
  public:
-  CPrintModeMappingsOf() : m_apMappings(nullptr), m_bInitialized(false) {}
+  CPrintModeMappingsOf() : m_aMappings(nullptr), m_bInitialized(false) {}
   ~CPrintModeMappingsOf() override { CPrintModeMappingsOf::Delete(); }
 
   void Destroy() override {
@@ -22,14 +22,14 @@ class CPrintModeMappingsOf : public Interface {
   }
 
   void Delete() override {
-    plinth::v1::api::CPlatform* platform = plinth::v1::api::Slots<Configuration>().platform;
-    for (int i = 0; m_apMappings != nullptr && i < Interface::kCount; ++i) {
-      plinth::v1::api::platform::PlacementDelete(platform, m_apMappings[i]);
+    if (m_aMappings != nullptr) {
+      for (int i = 0; i < Interface::kCount; ++i) {
+        m_aMappings[i].~Mapping();
+      }
+      operator delete[](m_aMappings, plinth::v1::api::Slots<Configuration>().platform, false,
+                        false);
     }
-    if (m_apMappings != nullptr) {
-      operator delete[](m_apMappings, platform, false, false);
-    }
-    m_apMappings = nullptr;
+    m_aMappings = nullptr;
     m_bInitialized = false;
   }
 
@@ -39,11 +39,14 @@ class CPrintModeMappingsOf : public Interface {
   void Fill(InitMapping init) {
     PLINTH_FRAME(Configuration) {
       Delete();
-      m_apMappings = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
-          Mapping*[Interface::kCount];
+      m_aMappings = static_cast<Mapping*>(operator new[](
+          sizeof(Mapping) * Interface::kCount, plinth::v1::api::Slots<Configuration>().platform,
+          true, true));
       for (int place = 0; place < Interface::kCount; ++place) {
-        m_apMappings[place] = Create<Configuration, Mapping>();
-        init(m_apMappings[place], place);
+        ::new (static_cast<void*>(&m_aMappings[place])) Mapping;
+      }
+      for (int place = 0; place < Interface::kCount; ++place) {
+        init(&m_aMappings[place], place);
       }
       m_bInitialized = true;
     }
@@ -55,7 +58,7 @@ class CPrintModeMappingsOf : public Interface {
   }
 
   void CheckThis() const {
-    if (!m_bInitialized || m_apMappings == nullptr) {
+    if (!m_bInitialized || m_aMappings == nullptr) {
       PLINTH_RAISE(CException_This_Invalid);
     }
   }
@@ -65,11 +68,11 @@ class CPrintModeMappingsOf : public Interface {
     if (place < 0 || place >= Interface::kCount) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    return m_apMappings[place];
+    return &m_aMappings[place];
   }
 
  private:
-  Mapping** m_apMappings;
+  Mapping* m_aMappings;
   bool m_bInitialized;
 };
 
