@@ -20,7 +20,8 @@ class InterfacePlaces {
  public:
   // Null when the object does not have the interface. The object is complete.
   static Interface* Of(Base* object) {
-    const std::type_info* type = &typeid(*object);
+    const Base& asked = *object;  // typeid of a pointer's target would raise on null
+    const std::type_info* type = &typeid(asked);
     Slot& slot = slots[(reinterpret_cast<uintptr_t>(type) / alignof(std::type_info)) % kSlots];
     if (slot.type.load(std::memory_order_acquire) == type) {
       return reinterpret_cast<Interface*>(reinterpret_cast<unsigned char*>(object) + slot.place);
@@ -35,7 +36,7 @@ class InterfacePlaces {
   }
 
  private:
-  static constexpr size_t kSlots = 31;  // classes stand at even distances
+  static constexpr size_t kSlots = 31;  // a prime: type infos stand in even steps
 
   struct Slot {
     std::atomic<bool> taken;

@@ -83,6 +83,9 @@ Packet_ColorDCT (2)
   recipe         FromData (5 bytes)
 )");
   EXPECT_EQ(WritePack(read.pack), file);
+  Pack bare = SmallPack();
+  bare.components[1].tags.clear();
+  EXPECT_THAT(PackText(ReadPack(WritePack(bare))), HasSubstr("  tags           -\n"));
 }
 
 // Packs of a program that shares no code with the library: nothing in them is lost.

@@ -148,28 +148,11 @@ TEST_F(PackTest, MergingAndSorting) {
   EXPECT_EQ(CodeOf([&] { Veltune({}); }), 4000);
 }
 
-// The writer tests the stream's size, the reader the field, which is 6 more.
-TEST_F(PackTest, LimitsOfTheWriter) {
-  size_t size = 466000;
-  int compressed = 0;
-  for (int step = 0; step < 12 && (compressed < 409596 || compressed > 409600); ++step) {
-    fenn::IVelcase* pack = PackOf(size);
-    const int code = CodeOf([&] { pack->Serialize(); });
-    ASSERT_TRUE(code == 0 || code == 1);
-    if (code == 1) {
-      EXPECT_NE(CodeOf([&] { pack->Serialize(); }), 0) << "the failure stays";
-      size -= 64;
-      continue;
-    }
-    compressed = pack->GetPayloadSize_Compressed();
-    EXPECT_LE(compressed, 409600);
-    EXPECT_EQ(pack->GetSerializedSize(), compressed + 14);
-    const Image file = File(pack);
-    EXPECT_EQ(ReadCode(file, 0), compressed + 6 > 409600 ? 4000 : 0) << compressed;
-    size += static_cast<size_t>(409600 - compressed) * 8 / 7;
-  }
-  EXPECT_GE(compressed, 409596);
-  EXPECT_EQ(CodeOf([&] { PackOf(size + 2000)->Serialize(); }), 1);
+TEST_F(PackTest, LimitOfTheWriter) {
+  EXPECT_EQ(CodeOf([&] { PackOf(460000)->Serialize(); }), 0);
+  fenn::IVelcase* pack = PackOf(480000);
+  EXPECT_EQ(CodeOf([&] { pack->Serialize(); }), 1);
+  EXPECT_NE(CodeOf([&] { pack->Serialize(); }), 0) << "the failure stays";
 }
 
 TEST_F(PackTest, Compression) {

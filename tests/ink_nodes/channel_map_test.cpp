@@ -1,6 +1,5 @@
 // Channel maps: from nodes, from one string, as a difference; and the encoder's promises.
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 #include "tests/support/ink_fixture.h"
@@ -20,20 +19,6 @@ class ChannelMapTest : public InkTest {
  protected:
   using Monolithic = CChannelMap::COperator::CBuild_Monolithic;
   using InkTest::Build;
-
-  // A table as they are in print: smooth, from 0 to 255 along each axis.
-  static Nodes Smooth(double bend, int top = 255) {
-    Nodes nodes;
-    for (int a = 0; a < 17; ++a) {
-      for (int b = 0; b < 17; ++b) {
-        for (int c = 0; c < 17; ++c) {
-          const double ink = 0.5 * std::pow(a / 16.0, bend) + 0.3 * b / 16.0 + 0.2 * c / 16.0;
-          nodes.push_back(static_cast<int>(std::lround(top * ink)));
-        }
-      }
-    }
-    return nodes;
-  }
 
   Image Encode(const std::string& properties, const Nodes& nodes) {
     wisp::IProperties* words = Properties(properties.c_str());
@@ -119,20 +104,17 @@ TEST_F(ChannelMapTest, ABrokenRecipeOrPartFailsTheBuild) {
     recipe[place] = step;
     return recipe;
   };
-  Operators none = NodeRecipe(), more = none, exchanged = none;
-  none.erase(none.begin());
+  Operators more = NodeRecipe(), exchanged = more;
   more.insert(more.begin(), Reference(20, "50=2", "39=17"));
   std::swap(exchanged[2], exchanged[3]);
   expect("sound", 0, {}, NodeRecipe());
   expect("16 neutrals", 3000, shortNeutrals, NodeRecipe());
   expect("121 seeds", 3000, longSeeds, NodeRecipe());
   expect("599 deltas", 4000, fewDeltas, NodeRecipe());
-  expect("no neutrals", 4000, {}, none);
   expect("one operand too many", 4000, {}, more);
   expect("levels exchanged", 3000, {}, exchanged);
   expect("an operator for an operand", 3000, {}, with(1, Bytes(87, Image(120))));
   expect("a reference to another kind", 4000, {}, with(1, Reference(20, "50=2", "39=17")));
-  expect("nothing to be found", 1, {}, with(1, Reference(21, "50=3", "39=5")));
   expect("a reference to itself", 1, {}, {Reference(24, "50=1", "33=1")});
 }
 
@@ -149,10 +131,8 @@ TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
       {"4776 values", kSound, 137, {0xFF, 0xFF, 0xF1, 0xC7}, 0},
       {"4775", kSound, 137, {0xFF, 0xFF, 0xF1, 0xC6}, 1},
       {"4777", kSound, 137, {0xFF, 0xFF, 0xF1, 0xC8}, 1},
-      {"all of 4913", kSound, 137, {0xFF, 0xFF, 0xF2, 0x50}, 1},
       {"more than 4913", kSound, 137, {0xFF, 0xFF, 0xF2, 0x51}, 4000},
       {"no stream", kSound, 137, {}, 1},
-      {"half a run", kSound, 137, {0xFF, 0xFF, 0xF1}, 1},
       {"seeds cut short", kSound, 136, {}, 1},
       {"a node count of 9", "39=9 43=1", 137, {0xFF, 0xFF, 0xF1, 0xC7}, 3000},
       {"no node count", "43=1", 137, {0xFF, 0xFF, 0xF1, 0xC7}, 1},
@@ -186,34 +166,6 @@ TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
                 Keep(Monolithic::BuildArray_uint8_Nodes_Encoded(grid.properties, grid.nodes));
               }),
               grid.code);
-  }
-}
-
-TEST_F(ChannelMapTest, EachLossyLevelKeepsToItsTolerance) {
-  using Lossy = wisp::ELossyCompressionLevel;
-  const Nodes nodes = Smooth(1.7);
-  for (int range = 1; range <= 3; ++range) {
-    size_t previous = 0;
-    for (int level = 0; level <= 7; ++level) {
-      const std::string words =
-          "39=17 38=" + std::to_string(level) + " 43=" + std::to_string(range);
-      SCOPED_TRACE(words);
-      // A dropped part of a step counts at its node and, halved, at those between two such nodes.
-      int allowed = 2 * (wisp::EDeltaRange::GetStep(range) - 1) + (level == 0 ? 0 : 1);
-      for (const int n : {9, 17}) {  // the tolerances of 255 at both levels
-        allowed += Lossy::GetConstant(Lossy::Enum(level), n) +
-                   Lossy::GetRelative(Lossy::Enum(level), n) * 255 / 256;
-      }
-      const Image bytes = Encode(words, nodes);
-      const Nodes decoded = Decode(words, bytes);
-      for (int i = 0; i < core::kCube; ++i) {
-        const bool neutral = i % 307 == 0;  // is always kept
-        ASSERT_LE(std::abs(nodes[i] - decoded[i]), neutral ? 0 : allowed) << i;
-      }
-      EXPECT_TRUE(level == 0 || bytes.size() <= previous);
-      previous = bytes.size();
-    }
-    EXPECT_LE(previous, 141u) << "at the last level nothing is left but the two runs of zeros";
   }
 }
 

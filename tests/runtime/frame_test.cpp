@@ -58,25 +58,10 @@ class FrameTest : public RuntimeTest<> {
     PLINTH_END
   }
 
-  void Rethrowing() {
-    PLINTH_FRAME(Configuration) {
-      Middle(true);
-    }
-    PLINTH_CATCH {
-      caught = frame.exception;
-      trace += 'R';
-      PLINTH_RETHROW;
-    }
-    PLINTH_TAIL { trace += 'T'; }
-    PLINTH_END
-    trace += '!';
-  }
-
   CJumpManager* jumpManager = JumpManager<Configuration>();
   std::string trace;
   Tracked a{&trace, 'a'}, b{&trace, 'b'}, c{&trace, 'c'}, d{&trace, 'd'};
   int depth = 0;
-  CException* caught = nullptr;
 };
 
 TEST_F(FrameTest, NormalEndPopsItsOwnEnvironmentThenRunsTheTailThenReleases) {
@@ -103,20 +88,6 @@ TEST_F(FrameTest, RaiseRunsEveryTailOnItsWayAndPopsEachEnvironmentOnce) {
   EXPECT_EQ(depth, 3);
   EXPECT_EQ(trace, "3ba2d1C1");
   EXPECT_EQ(heap.live, before) << "the catch ends the exception";
-}
-
-TEST_F(FrameTest, RethrowPassesTheSameObjectOn) {
-  PLINTH_FRAME(Configuration) {
-    Rethrowing();
-  }
-  PLINTH_CATCH {
-    EXPECT_EQ(frame.exception, caught);
-    EXPECT_EQ(frame.exception->code, CException_General::kCode);
-    EXPECT_EQ(Depth(), 1);
-  }
-  PLINTH_END
-  EXPECT_EQ(trace, "4ba3dRT");
-  EXPECT_EQ(Depth(), 0);
 }
 
 // A catch raises nothing but its rethrow; a new exception there skips the frame around.
@@ -177,16 +148,6 @@ TEST_F(CollectorTest, RemoveTakesTheFirstNodeOfItsObjectAndNoOther) {
   EXPECT_EQ(trace, "c");
   EXPECT_EQ(collector.head, nullptr);
   EXPECT_EQ(a.refCount, 2) << "one node was left, and a shared object survives it";
-}
-
-TEST_F(CollectorTest, EndsExceptionsAndPlainBuffersWithTheirOwnAllocators) {
-  const int before = heap.live;
-  CException* exception = new (Slots<Configuration>().bootManager, false) CException_General;
-  collector.Add(exception);
-  collector.Add(new (Slots<Configuration>().platform, false, true) char[17]);
-  EXPECT_EQ(heap.live, before + 4);
-  Close();
-  EXPECT_EQ(heap.live, before);
 }
 
 TEST_F(CollectorTest, ClosingListGivesNothingBack) {

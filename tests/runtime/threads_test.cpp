@@ -117,20 +117,6 @@ TEST_F(ThreadTableTest, RemovalFreesTheNodesLeftOnTheStack) {
   EXPECT_EQ(heap.live, before);
 }
 
-TEST_F(ThreadTableTest, SharedJumpManagerLivesAsLongAsOneEntry) {
-  CThreadContextManager other;
-  FakeSemaphores otherSemaphores;
-  ASSERT_TRUE(other.Init(&otherSemaphores, &threads, bootManager));
-  EXPECT_TRUE(Register(5));
-  CJumpManager* const jumpManager = Find(5);
-  EXPECT_TRUE(other.RegisterThread(bootManager, jumpManager));
-  EXPECT_EQ(other.GetJumpManager(), jumpManager);
-  Remove(5);
-  EXPECT_EQ(jumpManager->refCount, 1);
-  other.Delete(bootManager);
-  threads.destroyed = false;
-}
-
 TEST_F(ThreadTableTest, EachMissingPartMakesTheTableUnusable) {
   EXPECT_TRUE(Register(5));
   const auto refuses = [this](auto& field) {

@@ -39,17 +39,9 @@ TEST_F(VocabularyTest, MappingsAreCanonical) {
 }
 
 TEST_F(VocabularyTest, ObjectsByTypeId) {
-  ExpectMade({{1, 2},
-              {4, 17},
-              {20, 29},
-              {32, 36},
-              {48, 54},
-              {60, 74},
-              {80, 82},
-              {86, 99},
-              {106, 109},
-              {112, 121}},
-             17, {{60, 60}, {80, 82}, {86, 89}, {91, 91}});
+  const std::vector<TypeIds> made = {{1, 2},   {4, 17},  {20, 29}, {32, 36},   {48, 54},
+                                     {60, 74}, {80, 82}, {86, 99}, {106, 109}, {112, 121}};
+  ExpectMade(made, 17, {{60, 60}, {80, 82}, {86, 89}, {91, 91}});
   fenn::ISerializerHelper* blank = Keep(factory->CreateSerializerHelper());
   EXPECT_EQ(CodeOf([&] { blank->CreateSerializeable(20); }), 4000);
   EXPECT_EQ(CodeOf([&] { blank->CreateSerializeable(0); }), 3000);

@@ -1,3 +1,4 @@
+#include "tests/support/process_heap.h"
 #include "tests/toolkit/support.h"
 #include "velora/frontend/toolkit/DifferenceColor.h"
 #include "velora/frontend/toolkit/DifferenceMono.h"
@@ -53,24 +54,29 @@ struct Request {
     raw.readTableCorrection(&record, &ct, Axis(), CTR_MEDIA_P);
   }
 
-  Result Run() {
+  // On request with an allocation that fails, see process_heap.h.
+  Result Run(int nth = 0) {
     Result result;
     const int before = LiveBlocks();
     Capture([&] {
+      velora_test::WatchProcessHeap(nth);
       if (mono) {
         const DifferenceMono object('P', &raw, &ct);
+        velora_test::EndShortage();
         result.status = object.status;
         if (object.status == 0)
           result.table.assign(object.m_DiffTablePtr, object.m_DiffTablePtr + 256);
         result.digest.assign(object.digest, object.digest + 32);
       } else {
         const DifferenceColor object(ContentKey('Y', 'P', 'P'), &raw, &ct);
+        velora_test::EndShortage();
         result.status = object.status;
         const unsigned char* data = object.m_DifferenceData;
         if (object.status == 0) result.table.assign(data, data + 4913);
         result.digest.assign(object.digest, object.digest + 32);
       }
     });
+    velora_test::StopWatching();
     EXPECT_EQ(LiveBlocks(), before);
     return result;
   }
@@ -143,7 +149,8 @@ TEST(Differences, StayInsideACurveInPlaceOfAPlaneAndAPlaneInPlaceOfACurve) {
   EXPECT_EQ(mono.Run().status, 208);
 }
 
-// Each allocation fails once; whatever was made until then goes with the object.
+// Each allocation fails once, for want of a slot or of memory; whatever was made until then goes
+// with the object.
 TEST(Differences, SurviveEachFailedAllocation) {
   for (const bool mono : {false, true}) {
     Request request(mono);
@@ -153,6 +160,12 @@ TEST(Differences, SurviveEachFailedAllocation) {
       CrowdedTracker crowd(free);
       EXPECT_EQ(request.Run().status, free < needed ? 192 : 0) << free;
     }
+    int nth = 1;
+    while (request.Run(nth).status == 192) {
+      ++nth;
+    }
+    EXPECT_EQ(request.Run(nth).table, Expected(mono, 10));
+    EXPECT_EQ(nth > needed, velora_test::CanWatchProcessHeap()) << nth;
   }
 }
 

@@ -223,10 +223,9 @@ void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArr
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   int numberBytes = 0;
-  deduplicated.referenceCursor = 0;
   for (int i = 0; i < count; ++i) {
     // Whoever writes the image has numbered the entries; one that is not in the array has none.
-    const Entry* referenced = deduplicated.NextReference(entries);
+    const Entry* referenced = deduplicated.references[i];
     if (referenced->number < 0 || referenced->number >= entryCount ||
         entries->GetElements()[referenced->number] != referenced) {
       PLINTH_RAISE(CException_General);
@@ -252,10 +251,8 @@ void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArr
   put(dataPart.bytes, dataPart.length);
   put(deduplicated.data, dataLength);
   put(referencePart.bytes, referencePart.length);
-  deduplicated.referenceCursor = 0;
   for (int i = 0; i < count; ++i) {
-    const Entry* referenced = deduplicated.NextReference(entries);
-    const VLQ number = VLQ::Encode(static_cast<unsigned int>(referenced->number));
+    const VLQ number = VLQ::Encode(static_cast<unsigned int>(deduplicated.references[i]->number));
     put(number.bytes, number.length);
   }
   form.dataOffset = dataPart.length;

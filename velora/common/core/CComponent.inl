@@ -191,7 +191,6 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
   serializer->Serialization_End(this->serializeableType);
 }
 
-// The order of fields differs from that of IsLessThan.
 // Components of one image share their parts.
 template <class Configuration>
 template <class Part>
@@ -199,6 +198,7 @@ bool CComponent<Configuration>::AreEqual(const Counted<Part>& a, const Counted<P
   return a.Get() == b.Get() || a->IsEqualTo(b.Get());
 }
 
+// The order of fields differs from that of IsLessThan.
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));

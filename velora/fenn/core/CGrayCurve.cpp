@@ -9,7 +9,6 @@
 namespace velora::v2::fenn::core::components {
 
 template class CTableData<api::IGrayCurveData>;
-template class CTableData<api::IColorMapData>;
 
 using CBuild_Curve = CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar;
 

@@ -173,40 +173,36 @@ IArray_uint8* CBuild_Monolithic::BuildArray_uint8_Nodes_Encoded(IProperties* pro
   return result;
 }
 
+// No frame: the array is made when nothing can raise any more.
 IArray_int32* CBuild_Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(IProperties* properties,
                                                                         IArray_uint8* encoded) {
-  IArray_int32* volatile result = nullptr;
-  PLINTH_FRAME(Configuration) {
-    if (properties == nullptr || encoded == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CheckNodeCount(properties);
-    const int size = encoded->GetCount();
-    if (size < kStreamAt) {
-      PLINTH_RAISE(CException_General);
-    }
-    const unsigned char* bytes = encoded->GetElements();
-    int parts[kStreamAt];
-    for (int i = 0; i < kStreamAt; ++i) {
-      parts[i] = bytes[i];
-    }
-    const int step = api::EDeltaRange::GetStep(PropertyValues::GetDeltaRange(properties));
-    int deltas[kCube];
-    const DecodedDeltas decoded =
-        DecodeDeltas(bytes + kStreamAt, size - kStreamAt, step, deltas, kCube);
-    if (decoded.outcome == EDecoded::kPastEnd) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    // Bytes are left over only when the room is full, which is more than both levels take.
-    if (decoded.outcome != EDecoded::kAll || decoded.count != kDeltas) {
-      PLINTH_RAISE(CException_General);
-    }
-    CArray_int32* cube = CArray_int32::New(kCube);
-    BuildCube(parts, parts + kSeedsAt, deltas, deltas + kDeltas9, cube->GetElements());
-    result = cube;
+  if (properties == nullptr || encoded == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
-  return result;
+  CheckNodeCount(properties);
+  const int size = encoded->GetCount();
+  if (size < kStreamAt) {
+    PLINTH_RAISE(CException_General);
+  }
+  const unsigned char* bytes = encoded->GetElements();
+  int parts[kStreamAt];
+  for (int i = 0; i < kStreamAt; ++i) {
+    parts[i] = bytes[i];
+  }
+  const int step = api::EDeltaRange::GetStep(PropertyValues::GetDeltaRange(properties));
+  int deltas[kCube];
+  const DecodedDeltas decoded =
+      DecodeDeltas(bytes + kStreamAt, size - kStreamAt, step, deltas, kCube);
+  if (decoded.outcome == EDecoded::kPastEnd) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+  // Bytes are left over only when the room is full, which is more than both levels take.
+  if (decoded.outcome != EDecoded::kAll || decoded.count != kDeltas) {
+    PLINTH_RAISE(CException_General);
+  }
+  CArray_int32* cube = CArray_int32::New(kCube);
+  BuildCube(parts, parts + kSeedsAt, deltas, deltas + kDeltas9, cube->GetElements());
+  return cube;
 }
 
 using CModify_Subtract = CChannelMap::COperator::CModify_Subtract;
