@@ -1,6 +1,6 @@
 // The worst packs that could be thought of, against a sound one of the same inflated size: a table
-// call over each, at three sizes. Each must take at most ten times as long as the sound one, and
-// at twice the size at most 2.5 times as long; docs/limits.md has the figures.
+// call over each, at six sizes. The aim is at most ten times as long as the sound one, and at most
+// 2.5 times as long at twice the size; docs/limits.md tells where they keep to it and where not.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

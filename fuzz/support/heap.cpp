@@ -5,14 +5,6 @@
 
 #include <atomic>
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define FUZZ_ADDRESS_SANITIZER
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define FUZZ_ADDRESS_SANITIZER
-#endif
-
 namespace fuzz {
 namespace {
 

@@ -4,6 +4,15 @@
 
 #include <stddef.h>
 
+// Clang and GCC each have a way to say it.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define FUZZ_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define FUZZ_ADDRESS_SANITIZER
+#endif
+
 namespace fuzz {
 
 struct Heap {

@@ -69,14 +69,6 @@ Unobserved::~Unobserved() {
 
 }  // namespace fuzz
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define FUZZ_ADDRESS_SANITIZER
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define FUZZ_ADDRESS_SANITIZER
-#endif
-
 #if defined(FUZZ_ADDRESS_SANITIZER)
 extern "C" void __sanitizer_set_report_fd(void* fd);
 
