@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "authoring/ink_ids.h"
 #include "authoring/ink_pack.h"
 #include "authoring/words.h"
 #include "velora/wisp/api/components.h"
+#include "velora/wisp/api/vocabulary.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 
@@ -15,6 +15,7 @@ namespace {
 
 namespace wisp = v1::wisp::api;
 namespace core = v1::wisp::core;
+using Ids = wisp::TypeIds;
 
 // A component and the operator that encodes it, with the nodes an axis that it is for.
 struct Part {
@@ -64,9 +65,9 @@ Bytes Rebuild(const std::vector<Component>& parts, int range) {
 std::vector<Component> Encode(const Bytes& plane, InkForm form, const InkSettings& settings) {
   std::vector<Component> encoded;
   for (const Part& part : PartsOf(form)) {
-    const std::vector<Value> properties{{ink::kNodeCount, part.node_count},
-                                        {ink::kLossyCompressionLevel, settings.level},
-                                        {ink::kDeltaRange, settings.range}};
+    const std::vector<Value> properties{{Ids::kNodeCount, part.node_count},
+                                        {Ids::kLossyCompressionLevel, settings.level},
+                                        {Ids::kDeltaRange, settings.range}};
     encoded.push_back({part.kind,
                        1,
                        Condition(),

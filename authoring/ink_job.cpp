@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "authoring/ink_ids.h"
 #include "authoring/words.h"
 #include "velora/wisp/api/components.h"
+#include "velora/wisp/api/vocabulary.h"
 
 namespace velora::authoring {
 namespace {
 
 namespace wisp = v1::wisp::api;
-using Ids = common::Vocabulary<wisp::Configuration>;
+using Ids = common::TypeIds<wisp::Configuration>;
 
 // The inks in a record's order, and their planes in a table.
 struct Ink {
@@ -47,17 +47,17 @@ struct PackMode {
         pen_set(NumberOf(wisp::EPenSet::kCallers, mode.pen_set, "pen set")) {}
 
   std::vector<Value> Tags() const {
-    return {{ink::kTag_MediaType, media},
-            {ink::kTag_MediaSubtype, subtype},
-            {ink::kTag_Quality, quality},
-            {ink::kTag_PenSet, pen_set}};
+    return {{Ids::kTag_MediaType, media},
+            {Ids::kTag_MediaSubtype, subtype},
+            {Ids::kTag_Quality, quality},
+            {Ids::kTag_PenSet, pen_set}};
   }
 
   Condition Valid() const {
-    return Condition::Is(ink::kCondition_MediaType, media) &&
-           Condition::Is(ink::kCondition_MediaSubtype, subtype) &&
-           Condition::Is(ink::kCondition_Quality, quality) &&
-           Condition::Is(ink::kCondition_PenSet, pen_set);
+    return Condition::Is(Ids::kCondition_MediaType, media) &&
+           Condition::Is(Ids::kCondition_MediaSubtype, subtype) &&
+           Condition::Is(Ids::kCondition_Quality, quality) &&
+           Condition::Is(Ids::kCondition_PenSet, pen_set);
   }
 
   int media, subtype, quality, pen_set;
@@ -73,16 +73,16 @@ Step Locator(const InkJob& job) {
           {},
           {{Ids::kTag_Platform, job.platform},
            {Ids::kTag_SupplyFamily, job.family},
-           {ink::kTag_Colorspace, kColorspace}},
-          {{ink::kComponentRole, 1}}};
+           {Ids::kTag_Colorspace, kColorspace}},
+          {{Ids::kComponentRole, 1}}};
 }
 
 // How a part of an ink is named: by print mode, channel and role, deltas by their level too.
 Step Reference(const Component& part) {
   Step step{part.kind, {}, part.tags, {}};
   for (const Value& property : part.properties) {
-    if (property.type == Ids::kChannel || property.type == ink::kComponentRole ||
-        (property.type == ink::kNodeCount && part.kind == wisp::INodes_Delta::kType)) {
+    if (property.type == Ids::kChannel || property.type == Ids::kComponentRole ||
+        (property.type == Ids::kNodeCount && part.kind == wisp::INodes_Delta::kType)) {
       step.properties.push_back(property);
     }
   }
@@ -90,11 +90,11 @@ Step Reference(const Component& part) {
 }
 
 std::vector<Value> Description(const InkDescription& ink) {
-  return {{ink::kResolution, ink.resolution},
-          {ink::kLevelCount, static_cast<int>(ink.drops_per_level.size())},
-          {ink::kDropsPerLevel, 0, ink.drops_per_level},
-          {ink::kNominalDropVolume, ink.drop_volume},
-          {ink::kDropVolumeOffset, ink.drop_volume_offset}};
+  return {{Ids::kResolution, ink.resolution},
+          {Ids::kLevelCount, static_cast<int>(ink.drops_per_level.size())},
+          {Ids::kDropsPerLevel, 0, ink.drops_per_level},
+          {Ids::kNominalDropVolume, ink.drop_volume},
+          {Ids::kDropVolumeOffset, ink.drop_volume_offset}};
 }
 
 // Adds the components of the inks of a print mode to a pack.
@@ -140,7 +140,7 @@ class InkPacker {
   Step Add(Component component, const Name& name) {
     component.tags = tags_;
     component.properties.push_back({Ids::kChannel, name.channel});
-    component.properties.push_back({ink::kComponentRole, name.role});
+    component.properties.push_back({Ids::kComponentRole, name.role});
     pack_->components.push_back(std::move(component));
     return Reference(pack_->components.back());
   }

@@ -11,7 +11,7 @@ namespace velora::authoring {
 namespace {
 
 namespace fenn = v2::fenn::api;
-using Ids = common::Vocabulary<fenn::Configuration>;
+using Ids = common::TypeIds<fenn::Configuration>;
 
 struct Supply {
   int channel;
@@ -23,16 +23,15 @@ constexpr Supply kSupplies[] = {{common::api::kChannel_Cyan, Ids::kVelcaseVersio
                                 {common::api::kChannel_Magenta, Ids::kVelcaseVersion_Magenta},
                                 {common::api::kChannel_Yellow, Ids::kVelcaseVersion_Yellow},
                                 {common::api::kChannel_Black, Ids::kVelcaseVersion_Black},
-                                {common::api::kChannel_Fuser, fenn::kVelcaseVersion_Fuser}};
+                                {common::api::kChannel_Fuser, Ids::kVelcaseVersion_Fuser}};
 constexpr int kBlack = 3;
 constexpr int kFuser = 4;
 
 std::vector<Value> ModeTags(const PrintMode& mode) {
-  const int first = fenn::kFirstPrintModeTag;
-  return {{first, mode.table + 1},
-          {first + 1, mode.theme + 1},
-          {first + 2, mode.media + 1},
-          {first + 3, mode.axis + 1}};
+  return {{Ids::kTag_TableType, mode.table + 1},
+          {Ids::kTag_ThemeType, mode.theme + 1},
+          {Ids::kTag_MediaType, mode.media + 1},
+          {Ids::kTag_AxisType, mode.axis + 1}};
 }
 
 // How a component is found: what it says of itself, and what a reference to it says.
@@ -173,7 +172,7 @@ class Packer {
     std::vector<Value> tags{{Ids::kTag_Platform, job_.platform},
                             {Ids::kTag_SupplyFamily, job_.family}};
     for (const Value& tag : ModeTags(mode)) tags.push_back(tag);
-    return {kind, 1, condition, tags, {{fenn::kComponentRole, 1}}, {}};
+    return {kind, 1, condition, tags, {{Ids::kComponentRole, 1}}, {}};
   }
 
   void Add(int supply, Component component) {

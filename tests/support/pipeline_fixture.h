@@ -42,7 +42,7 @@ template <class Pipeline>
 class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
  protected:
   using C = typename Pipeline::Configuration;
-  using Ids = velora::common::Vocabulary<C>;
+  using Ids = velora::common::TypeIds<C>;
   using ITags = velora::common::api::ITags<C>;
   using IProperty = velora::common::api::IProperty<C>;
   using IProperties = velora::common::api::IProperties<C>;
@@ -51,7 +51,7 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   using IRecipe = velora::common::api::IRecipe<C>;
   using IComponent = velora::common::api::IComponent<C>;
   using Velora = velora::common::api::ISerializeable<C>;
-  using IVelcase = typename Ids::IVelcase;
+  using IVelcase = typename velora::common::Vocabulary<C>::IVelcase;
   using Operator = typename IRecipe::IOperator;
   using Operators = std::vector<Operator*>;
   using Components = std::vector<IComponent*>;
@@ -96,7 +96,7 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   }
   ILinkedList<Condition>* Expression(const char* words) {
     auto* list = Keep(factory->CreateLinkedList_Conditions_Operator());
-    list->Init(Ids::kArray_ConditionsOperator);
+    list->Init(Ids::kArray_Conditions_Operator);
     ForEachWord(words, [&](int type, int value) {
       list->Add(list->GetTail(), dynamic_cast<Condition*>(Word(type, value)));
     });
@@ -132,7 +132,7 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   Operator* Build(int type) { return dynamic_cast<Operator*>(Word(type, 0)); }
   IRecipe* Recipe(Elements<Operator*> operators) {
     auto* list = Keep(factory->CreateLinkedList_Recipe_Operator());
-    list->Init(Ids::kArray_RecipeOperator);
+    list->Init(Ids::kArray_Recipe_Operator);
     for (Operator* step : operators) {
       list->Add(list->GetTail(), step);
     }

@@ -99,7 +99,7 @@ void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
 
 template <class Configuration>
 void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
-  using Words = Vocabulary<Configuration>;
+  using Ids = TypeIds<Configuration>;
   this->BeginInit();
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -108,14 +108,14 @@ void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* co
   if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  ReadPart<CTags<Configuration>>(tags, Words::kTags, serializer, context);
-  ReadPart<CProperties<Configuration>>(properties, Words::kProperties, serializer, context);
+  ReadPart<CTags<Configuration>>(tags, Ids::kTags, serializer, context);
+  ReadPart<CProperties<Configuration>>(properties, Ids::kProperties, serializer, context);
   if (state == api::kComponentState_Stored) {
-    ReadPart<properties::CComponentVersion<Configuration>>(version, Words::kComponentVersion,
+    ReadPart<properties::CComponentVersion<Configuration>>(version, Ids::kComponentVersion,
                                                            serializer, context);
-    ReadPart<CConditions<Configuration>>(conditions, Words::kConditions, serializer, context);
+    ReadPart<CConditions<Configuration>>(conditions, Ids::kConditions, serializer, context);
     // The recipe's operators find the component's properties in the context.
-    ReadPart<CRecipe<Configuration>>(recipe, Words::kRecipe, serializer, properties.Get());
+    ReadPart<CRecipe<Configuration>>(recipe, Ids::kRecipe, serializer, properties.Get());
   }
   componentState = state;
   this->valid = true;

@@ -12,8 +12,8 @@ namespace velora::common::core {
 
 template <class Configuration>
 class CConditions : public CExpression<Configuration, api::IConditions<Configuration>,
-                                       Vocabulary<Configuration>::kConditions,
-                                       Vocabulary<Configuration>::kArray_ConditionsOperator> {
+                                       TypeIds<Configuration>::kConditions,
+                                       TypeIds<Configuration>::kArray_Conditions_Operator> {
  public:
   using Interface = api::IConditions<Configuration>;
   using IOperator = typename Interface::IOperator;
@@ -81,12 +81,12 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
   };
   static bool And(bool x, bool y) { return x && y; }
   static bool Or(bool x, bool y) { return x || y; }
-  using COperator_And = CBinary<Vocabulary<Configuration>::kConditionsOperator_And, &And>;
-  using COperator_Or = CBinary<Vocabulary<Configuration>::kConditionsOperator_Or, &Or>;
+  using COperator_And = CBinary<TypeIds<Configuration>::kConditions_Operator_And, &And>;
+  using COperator_Or = CBinary<TypeIds<Configuration>::kConditions_Operator_Or, &Or>;
 
   class COperator_Not : public CTaking {
    public:
-    static constexpr int kSerializeableType = Vocabulary<Configuration>::kConditionsOperator_Not;
+    static constexpr int kSerializeableType = TypeIds<Configuration>::kConditions_Operator_Not;
     COperator_Not() : CTaking(kSerializeableType) {}
 
    protected:
@@ -105,7 +105,7 @@ template <class Configuration>
 class CDefaultCondition : public CConditions<Configuration>::COperand {
  public:
   using Base = typename CConditions<Configuration>::COperand;
-  static constexpr int kSerializeableType = Vocabulary<Configuration>::kDefaultCondition;
+  static constexpr int kSerializeableType = TypeIds<Configuration>::kDefaultCondition;
   CDefaultCondition() : Base(kSerializeableType) {}
   bool Evaluate(
       typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const override;
@@ -159,31 +159,31 @@ struct VelcaseVersionTest : Test {
 
 template <class C>
 using CPlatform =
-    COperandOf<C, api::conditions::IPlatform<C>, Vocabulary<C>::kCondition_Platform, PlatformTest>;
+    COperandOf<C, api::conditions::IPlatform<C>, TypeIds<C>::kCondition_Platform, PlatformTest>;
 template <class C>
 using CSupplyFamily = COperandOf<C, api::conditions::ISupplyFamily<C>,
-                                 Vocabulary<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
+                                 TypeIds<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
 template <class C>
 using CProductVariant = COperandOf<C, api::conditions::IProductVariant<C>,
-                                   Vocabulary<C>::kCondition_ProductVariant, ProductVariantTest>;
+                                   TypeIds<C>::kCondition_ProductVariant, ProductVariantTest>;
 template <class C, int kType, int kChannel>
 using CVelcaseVersion =
     COperandOf<C, api::conditions::IVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
 template <class C>
 using CVelcaseVersion_Cyan =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;
 template <class C>
 using CVelcaseVersion_Magenta =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Magenta, api::kChannel_Magenta>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Magenta, api::kChannel_Magenta>;
 template <class C>
 using CVelcaseVersion_Yellow =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Yellow, api::kChannel_Yellow>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Yellow, api::kChannel_Yellow>;
 template <class C>
 using CVelcaseVersion_Black =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Black, api::kChannel_Black>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Black, api::kChannel_Black>;
 template <class C>
 using CVelcaseVersion_Printer =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Printer, api::kChannel_Printer>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Printer, api::kChannel_Printer>;
 
 }  // namespace system
 }  // namespace conditions

@@ -56,8 +56,8 @@ class CMatchable
 // A list may hold several tags of a type, as alternatives: of each type that both lists have, one
 // must match, and at least one must match in all.
 struct TagsPolicy {
-  bool matched[SharedVocabulary::kTagTypes] = {};
-  bool unmatched[SharedVocabulary::kTagTypes] = {};
+  bool matched[SharedTypeIds::kTagTypes] = {};
+  bool unmatched[SharedTypeIds::kTagTypes] = {};
   bool Judge(int type, bool equal);  // false ends the walk
   bool Verdict() const;
 };
@@ -70,11 +70,10 @@ struct PropertiesPolicy {
 };
 
 template <class C>
-using CTags =
-    CMatchable<C, api::ITag<C>, Vocabulary<C>::kTags, Vocabulary<C>::kArray_Tag, TagsPolicy>;
+using CTags = CMatchable<C, api::ITag<C>, TypeIds<C>::kTags, TypeIds<C>::kArray_Tag, TagsPolicy>;
 template <class C>
-using CProperties = CMatchable<C, api::IProperty<C>, Vocabulary<C>::kProperties,
-                               Vocabulary<C>::kArray_Property, PropertiesPolicy>;
+using CProperties = CMatchable<C, api::IProperty<C>, TypeIds<C>::kProperties,
+                               TypeIds<C>::kArray_Property, PropertiesPolicy>;
 
 // The list of one kind of component, whose interface names its type ids.
 template <class C, class Kind>

@@ -111,8 +111,8 @@ VELORA_LIST void VELORA_LIST_OF::Delete() {
 #undef VELORA_LIST_OF
 
 inline bool TagsPolicy::Judge(int type, bool equal) {
-  const int index = type - SharedVocabulary::kFirstTag;
-  if (index >= 0 && index < SharedVocabulary::kTagTypes) {
+  const int index = type - SharedTypeIds::kFirstTag;
+  if (index >= 0 && index < SharedTypeIds::kTagTypes) {
     (equal ? matched : unmatched)[index] = true;
   }
   return true;
@@ -120,7 +120,7 @@ inline bool TagsPolicy::Judge(int type, bool equal) {
 
 inline bool TagsPolicy::Verdict() const {
   bool any = false;
-  for (int i = 0; i < SharedVocabulary::kTagTypes; ++i) {
+  for (int i = 0; i < SharedTypeIds::kTagTypes; ++i) {
     if (unmatched[i] && !matched[i]) {
       return false;
     }

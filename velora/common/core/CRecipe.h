@@ -9,8 +9,8 @@ namespace velora::common::core {
 
 template <class Configuration>
 class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
-                                   Vocabulary<Configuration>::kRecipe,
-                                   Vocabulary<Configuration>::kArray_RecipeOperator> {
+                                   TypeIds<Configuration>::kRecipe,
+                                   TypeIds<Configuration>::kArray_Recipe_Operator> {
  public:
   using Interface = api::IRecipe<Configuration>;
   using IOperator = typename Interface::IOperator;

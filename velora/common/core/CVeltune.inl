@@ -90,10 +90,10 @@ bool CVeltune<Configuration>::IsPreferred(Kind* candidate, Kind* chosen, Kind* k
     auto* operators = component->GetConditions()->GetLinkedList_Operators();
     int count = operators->GetCount();
     for (auto* element = operators->GetHead(); element != nullptr; element = element->next) {
-      count -= element->GetValue()->GetSerializeableType() ==
-                       Vocabulary<Configuration>::kDefaultCondition
-                   ? 1
-                   : 0;
+      count -=
+          element->GetValue()->GetSerializeableType() == TypeIds<Configuration>::kDefaultCondition
+              ? 1
+              : 0;
     }
     return count;
   };

@@ -65,15 +65,30 @@ class IPacketOf : public virtual IPacket,
  public:
   static constexpr int kFromDataType = kFromDataId;
 };
-using IPacket_ColorDCT = IPacketOf<23, 115, 11, 93>;
-using IPacket_ColorResidue = IPacketOf<24, 116, 12, 94>;
-using IPacket_MonoDCT = IPacketOf<25, 117, 13, 95>;
-using IPacket_MonoResidue = IPacketOf<26, 118, 14, 96>;
-using IPacket_MonoCBAT = IPacketOf<27, 119, 15, 97>;
-using IPacket_Blob = IPacketOf<29, 121, 17, 99>;
+using IPacket_ColorDCT =
+    IPacketOf<TypeIds::kPacket_ColorDCT, TypeIds::kPackets_ColorDCT,
+              TypeIds::kArray_Packet_ColorDCT, TypeIds::kPacket_ColorDCT_Operator_FromData>;
+using IPacket_ColorResidue =
+    IPacketOf<TypeIds::kPacket_ColorResidue, TypeIds::kPackets_ColorResidue,
+              TypeIds::kArray_Packet_ColorResidue, TypeIds::kPacket_ColorResidue_Operator_FromData>;
+using IPacket_MonoDCT =
+    IPacketOf<TypeIds::kPacket_MonoDCT, TypeIds::kPackets_MonoDCT, TypeIds::kArray_Packet_MonoDCT,
+              TypeIds::kPacket_MonoDCT_Operator_FromData>;
+using IPacket_MonoResidue =
+    IPacketOf<TypeIds::kPacket_MonoResidue, TypeIds::kPackets_MonoResidue,
+              TypeIds::kArray_Packet_MonoResidue, TypeIds::kPacket_MonoResidue_Operator_FromData>;
+using IPacket_MonoCBAT =
+    IPacketOf<TypeIds::kPacket_MonoCBAT, TypeIds::kPackets_MonoCBAT,
+              TypeIds::kArray_Packet_MonoCBAT, TypeIds::kPacket_MonoCBAT_Operator_FromData>;
+using IPacket_Blob =
+    IPacketOf<TypeIds::kPacket_Blob, TypeIds::kPackets_Blob, TypeIds::kArray_Packet_Blob,
+              TypeIds::kPacket_Blob_Operator_FromData>;
 
 // A packet of one byte.
-class IPacket_DeltaScalar : public virtual IPacketOf<28, 120, 16, 98> {
+class IPacket_DeltaScalar
+    : public virtual IPacketOf<TypeIds::kPacket_DeltaScalar, TypeIds::kPackets_DeltaScalar,
+                               TypeIds::kArray_Packet_DeltaScalar,
+                               TypeIds::kPacket_DeltaScalar_Operator_FromData> {
  public:
   struct IOperator {
     class IFromData : public virtual IPacket::IOperator::IFromData {
@@ -84,8 +99,11 @@ class IPacket_DeltaScalar : public virtual IPacketOf<28, 120, 16, 98> {
   };
 };
 
-class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveData>,
-                   public Kind<21, 113, 9, true, 89, 90> {
+class IGrayCurve
+    : public virtual common::api::IBuilt<Configuration, IGrayCurveData>,
+      public Kind<TypeIds::kGrayCurve, TypeIds::kGrayCurves, TypeIds::kArray_GrayCurve, true,
+                  TypeIds::kGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar,
+                  TypeIds::kGrayCurve_Operator_Build_Monolithic> {
  public:
   struct IOperator {
     class IBuild_DCT_Residue_CBAT_DeltaScalar : public virtual IRecipe::IBuild<IGrayCurveData> {
@@ -112,8 +130,11 @@ class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveD
   IGrayCurveData* GetGrayCurveData() const { return GetData(); }
 };
 
-class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
-                    public Kind<22, 114, 10, true, 91, 92> {
+class IChannelMap
+    : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
+      public Kind<TypeIds::kChannelMap, TypeIds::kChannelMaps, TypeIds::kArray_ChannelMap, true,
+                  TypeIds::kChannelMap_Operator_Build_DCT_Residue_DeltaScalar,
+                  TypeIds::kChannelMap_Operator_Build_Monolithic> {
  public:
   struct IOperator {
     class IBuild_DCT_Residue_DeltaScalar : public virtual IRecipe::IBuild<IChannelMapData> {
@@ -142,7 +163,10 @@ class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMa
 
 // Its recipe ends with an operator: a colour map cannot be a reference.
 class IColorMap : public virtual common::api::IShared<Configuration, IColorMapData>,
-                  public Kind<20, 112, 8, false, 86, 87, 88> {
+                  public Kind<TypeIds::kColorMap, TypeIds::kColorMaps, TypeIds::kArray_ColorMap,
+                              false, TypeIds::kColorMap_Operator_Build_RGBtoCMYK,
+                              TypeIds::kColorMap_Operator_Build_RGBtoRGB,
+                              TypeIds::kColorMap_Operator_Build_RGBtoGrayscale> {
  public:
   struct IOperator {
     class IBuild : public virtual IRecipe::IBuild<IColorMapData> {

@@ -6,7 +6,46 @@
 
 namespace velora::v2::fenn::core {
 
-VELORA_PIPELINE_FACTORY_BODIES(FENN_OBJECTS)
+CSerializerHelper::CSerializerHelper() = default;
+
+CSerializerHelper::~CSerializerHelper() = default;
+
+plinth::v1::api::ISerializeable* CSerializerHelper::CreateSerializeable(int type) {
+  if (type < 1 || type > 127) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  CheckThis();
+  switch (type) {
+    FENN_OBJECTS(VELORA_CREATE_CASE, VELORA_NO_CASE)
+    default:
+      return common::core::CSerializerHelper<Configuration>::CreateSerializeable(type);
+  }
+}
+
+namespace _factory {
+
+CFactory::CFactory() = default;
+
+CFactory::~CFactory() = default;
+
+api::IVeltune* CFactory::CreateVeltune() { return this->Create<core::CVeltune>(); }
+
+api::IVelcase* CFactory::CreateVelcase() { return this->Create<core::CVelcase>(); }
+
+api::IPropertiesHelper* CFactory::CreatePropertiesHelper() {
+  return this->Create<core::CPropertiesHelper>();
+}
+
+api::ISerializerHelper* CFactory::CreateSerializerHelper() {
+  return this->Create<core::CSerializerHelper>();
+}
+
+#define FENN_CREATE(Name, Interface, Class) \
+  Interface* CFactory::Create##Name() { return this->Create<Class>(); }
+FENN_OBJECTS(FENN_CREATE, FENN_CREATE)
+#undef FENN_CREATE
+
+}  // namespace _factory
 
 }  // namespace velora::v2::fenn::core
 

@@ -92,7 +92,7 @@ api::ITags* CVeltune::BuildTags_ForLocator(api::IPrintModeParameters* parameters
     const api::IPrintModeMapping* mapping = parameters->GetPrintModeMapping();
     api::IArray<api::ITag>* array = Defer<api::IArray<api::ITag>>(
         frame, Create<Configuration, plinth::v1::core::CArray<Configuration, api::ITag>>());
-    array->Init(common::Vocabulary<Configuration>::kArray_Tag, 6);
+    array->Init(common::TypeIds<Configuration>::kArray_Tag, 6);
     AddTag<common::core::tags::CPlatform<Configuration>>(array, 0, parameters->GetPlatform());
     AddTag<common::core::tags::CSupplyFamily<Configuration>>(array, 1,
                                                              parameters->GetSupplyFamily());
@@ -120,7 +120,7 @@ api::IProperties* CVeltune::BuildProperties_ForLocator(api::IPrintModeParameters
     role->Init(kRole);
     api::IArray<api::IProperty>* array = Defer<api::IArray<api::IProperty>>(
         frame, Create<Configuration, plinth::v1::core::CArray<Configuration, api::IProperty>>());
-    array->Init(common::Vocabulary<Configuration>::kArray_Property, 1);
+    array->Init(common::TypeIds<Configuration>::kArray_Property, 1);
     array->Set(0, role);
     api::IProperties* built = Defer<api::IProperties>(
         frame, Create<Configuration, common::core::CProperties<Configuration>>());

@@ -133,7 +133,8 @@ class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
  public:
   struct COperator {
     class CBuild_DCT_Residue_CBAT_DeltaScalar;
-    using CBuild_Monolithic = CMonolithic<api::IGrayCurve::IOperator::IBuild_Monolithic, 90,
+    using CBuild_Monolithic = CMonolithic<api::IGrayCurve::IOperator::IBuild_Monolithic,
+                                          api::TypeIds::kGrayCurve_Operator_Build_Monolithic,
                                           IArray_uint8, IArray_uint8, IArray_uint8, IArray_uint8>;
   };
 };
@@ -142,7 +143,8 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
  public:
   struct COperator {
     class CBuild_DCT_Residue_DeltaScalar;
-    using CBuild_Monolithic = CMonolithic<api::IChannelMap::IOperator::IBuild_Monolithic, 92,
+    using CBuild_Monolithic = CMonolithic<api::IChannelMap::IOperator::IBuild_Monolithic,
+                                          api::TypeIds::kChannelMap_Operator_Build_Monolithic,
                                           IArray_uint8, IArray_uint8, IArray_uint8>;
   };
 };
@@ -152,21 +154,23 @@ class CColorMap : public common::core::CSharedOf<Configuration, CColorMap, api::
   struct COperator {
     template <int kOperatorType, int kPlanes>
     class CBuild;
-    using CBuild_RGBtoCMYK = CBuild<86, 4>;
-    using CBuild_RGBtoRGB = CBuild<87, 3>;
-    using CBuild_RGBtoGrayscale = CBuild<88, 1>;
+    using CBuild_RGBtoCMYK = CBuild<api::TypeIds::kColorMap_Operator_Build_RGBtoCMYK, 4>;
+    using CBuild_RGBtoRGB = CBuild<api::TypeIds::kColorMap_Operator_Build_RGBtoRGB, 3>;
+    using CBuild_RGBtoGrayscale = CBuild<api::TypeIds::kColorMap_Operator_Build_RGBtoGrayscale, 1>;
   };
 };
 
 class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
-    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar, 89> {
+    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,
+                           api::TypeIds::kGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar> {
  public:
   // The recipe reads, from its start: coefficients, residue, residue widths, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
 class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
-    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar, 91> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,
+                           api::TypeIds::kChannelMap_Operator_Build_DCT_Residue_DeltaScalar> {
  public:
   // The recipe reads, from its start: coefficients, residue, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;

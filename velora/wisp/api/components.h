@@ -109,13 +109,24 @@ class INodesOf : public virtual INodes,
  public:
   static constexpr int kFromDataType = kFromDataId;
 };
-using INodes_Neutral = INodesOf<20, 112, 8, 86>;
-using INodes_Seed = INodesOf<21, 113, 9, 87>;
-using INodes_Delta = INodesOf<22, 114, 10, 88>;
-using INodes_Complete = INodesOf<23, 0, 11, 89>;  // no list, so nothing for a reference to find
+using INodes_Neutral =
+    INodesOf<TypeIds::kNodes_Neutral, TypeIds::kNodes_Neutrals, TypeIds::kArray_Nodes_Neutral,
+             TypeIds::kNodes_Neutral_Operator_FromData>;
+using INodes_Seed = INodesOf<TypeIds::kNodes_Seed, TypeIds::kNodes_Seeds,
+                             TypeIds::kArray_Nodes_Seed, TypeIds::kNodes_Seed_Operator_FromData>;
+using INodes_Delta = INodesOf<TypeIds::kNodes_Delta, TypeIds::kNodes_Deltas,
+                              TypeIds::kArray_Nodes_Delta, TypeIds::kNodes_Delta_Operator_FromData>;
+using INodes_Complete =
+    INodesOf<TypeIds::kNodes_Complete, 0, TypeIds::kArray_Nodes_Complete,
+             TypeIds::kNodes_Complete_Operator_FromData>;  // no list, so nothing for a reference to
+                                                           // find
 
-class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
-                    public Kind<24, 116, 12, true, 90, 92, 96> {
+class IChannelMap
+    : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
+      public Kind<TypeIds::kChannelMap, TypeIds::kChannelMaps, TypeIds::kArray_ChannelMap, true,
+                  TypeIds::kChannelMap_Operator_Build_N_5_9_17,
+                  TypeIds::kChannelMap_Operator_Build_Monolithic,
+                  TypeIds::kChannelMap_Operator_Modify_Subtract> {
  public:
   struct IOperator {
     class IBuild : public virtual IRecipe::IBuild<IChannelMapData> {
@@ -155,7 +166,9 @@ class ITable : public virtual common::api::IShared<Configuration, Data> {
   virtual unsigned int GetChecksum() const = 0;
 };
 
-class IColorMap : public virtual ITable<IColorMapData>, public Kind<25, 117, 13, true, 91> {
+class IColorMap : public virtual ITable<IColorMapData>,
+                  public Kind<TypeIds::kColorMap, TypeIds::kColorMaps, TypeIds::kArray_ColorMap,
+                              true, TypeIds::kColorMap_Operator_Build_CMYK> {
  public:
   struct IOperator {
     class IBuild_CMYK : public virtual IRecipe::IBuild<IColorMapData> {
@@ -169,7 +182,9 @@ class IColorMap : public virtual ITable<IColorMapData>, public Kind<25, 117, 13,
   IColorMapData* GetColorMapData() const { return GetData(); }
 };
 
-class IGrayCurve : public virtual ITable<IGrayCurveData>, public Kind<26, 118, 14, true, 93> {
+class IGrayCurve : public virtual ITable<IGrayCurveData>,
+                   public Kind<TypeIds::kGrayCurve, TypeIds::kGrayCurves, TypeIds::kArray_GrayCurve,
+                               true, TypeIds::kGrayCurve_Operator_FromData> {
  public:
   struct IOperator {
     class IFromData : public virtual IRecipe::IProducer<IGrayCurveData> {
@@ -192,7 +207,9 @@ class IGrayCurve : public virtual ITable<IGrayCurveData>, public Kind<26, 118, 1
 
 class IAlternateNeutralChannel
     : public virtual common::api::IBuilt<Configuration, IAlternateNeutralChannelData>,
-      public Kind<27, 119, 15, true, 94> {
+      public Kind<TypeIds::kAlternateNeutralChannel, TypeIds::kAlternateNeutralChannels,
+                  TypeIds::kArray_AlternateNeutralChannel, true,
+                  TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic> {
  public:
   struct IOperator {
     class IBuild_Monolithic : public virtual IRecipe::IProducer<IAlternateNeutralChannelData> {
@@ -215,7 +232,9 @@ class IAlternateNeutralChannel
 };
 
 class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
-                          public Kind<28, 120, 16, true, 95> {
+                          public Kind<TypeIds::kAlternateNeutral, TypeIds::kAlternateNeutrals,
+                                      TypeIds::kArray_AlternateNeutral, true,
+                                      TypeIds::kAlternateNeutral_Operator_Build_CMYK> {
  public:
   struct IOperator {
     class IBuild_CMYK : public virtual IRecipe::IBuild<IAlternateNeutralData> {

@@ -8,11 +8,32 @@
 #pragma once
 
 #include "velora/common/api/IFactory.h"
+#include "velora/wisp/api/Vocabulary.h"
 #include "velora/wisp_records.h"
 
 namespace velora::v1::wisp::api {
 
-VELORA_PIPELINE_WORDS
+// The common names, for this pipeline's layer.
+using common::api::IArray;
+using common::api::IArray_int32;
+using common::api::IArray_uint8;
+using common::api::ILinkedList;
+using common::api::ISerializer;
+using common::api::ISerializerHelper;
+using EPlatform = common::api::EPlatform<Configuration>;
+using ESupplyFamily = common::api::ESupplyFamily<Configuration>;
+using EProductVariant = common::api::EProductVariant<Configuration>;
+using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;
+using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>;
+using EChannel = common::api::EChannel<Configuration>;
+using ITag = common::api::ITag<Configuration>;
+using ITags = common::api::ITags<Configuration>;
+using IProperty = common::api::IProperty<Configuration>;
+using IProperties = common::api::IProperties<Configuration>;
+using IConditions = common::api::IConditions<Configuration>;
+using IRecipe = common::api::IRecipe<Configuration>;
+using IComponent = common::api::IComponent<Configuration>;
+using TypeIds = common::TypeIds<Configuration>;
 
 // ---- enumerations
 
@@ -114,43 +135,34 @@ constexpr int GetColorIndex(int channel) { return common::api::GetColorIndex(cha
 
 // ---- tags, conditions, properties
 
-// The classes of print mode: X(name, type id of the tag, type id of the condition).
-#define WISP_PRINT_MODE(X) \
-  X(Colorspace, 48, 66)    \
-  X(MediaSubtype, 49, 67)  \
-  X(MediaType, 50, 68)     \
-  X(PenSet, 51, 69)        \
-  X(Quality, 53, 71)
+// The classes of print mode, each a tag and a condition.
+#define WISP_PRINT_MODE(X) X(Colorspace) X(MediaSubtype) X(MediaType) X(PenSet) X(Quality)
 
-// The properties with one number: X(name, enumeration, type id).
-#define WISP_PROPERTIES(X)                             \
-  X(ComponentRole, EComponentRole, 33)                 \
-  X(DropVolumeOffset, EAny<int>, 36)                   \
-  X(LevelCount, EAny<unsigned int>, 37)                \
-  X(LossyCompressionLevel, ELossyCompressionLevel, 38) \
-  X(NominalDropVolume, EAny<unsigned int>, 40)         \
-  X(Resolution, EResolution, 41)                       \
-  X(DeltaRange, EDeltaRange, 43)
-
-constexpr int kDropsPerLevel = 35;
-constexpr int kNodeCount = 39;
+// The properties with one number: X(name, enumeration).
+#define WISP_PROPERTIES(X)                         \
+  X(ComponentRole, EComponentRole)                 \
+  X(DropVolumeOffset, EAny<int>)                   \
+  X(LevelCount, EAny<unsigned int>)                \
+  X(LossyCompressionLevel, ELossyCompressionLevel) \
+  X(NominalDropVolume, EAny<unsigned int>)         \
+  X(Resolution, EResolution)                       \
+  X(DeltaRange, EDeltaRange)
 
 namespace tags {
-#define WISP_TAG(Name, tag, condition) VELORA_VALUE_INTERFACE(Name, ITag, E##Name)
+#define WISP_TAG(Name) VELORA_VALUE_INTERFACE(Name, ITag, E##Name)
 WISP_PRINT_MODE(WISP_TAG)
 #undef WISP_TAG
 }  // namespace tags
 
 namespace conditions::print_mode {
-#define WISP_CONDITION(Name, tag, condition) \
-  VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
+#define WISP_CONDITION(Name) VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
 WISP_PRINT_MODE(WISP_CONDITION)
 #undef WISP_CONDITION
 }  // namespace conditions::print_mode
 
 namespace properties {
 
-#define WISP_PROPERTY(Name, Enumeration, Id) VELORA_VALUE_INTERFACE(Name, IProperty, Enumeration)
+#define WISP_PROPERTY(Name, Enumeration) VELORA_VALUE_INTERFACE(Name, IProperty, Enumeration)
 WISP_PROPERTIES(WISP_PROPERTY)
 #undef WISP_PROPERTY
 

@@ -202,7 +202,8 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
 };
 
 class CChannelMap::COperator::CBuild_N_5_9_17
-    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17, 90> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17,
+                           api::TypeIds::kChannelMap_Operator_Build_N_5_9_17> {
  public:
   // The recipe reads, from its start: neutral, seed, deltas of 9, deltas of 17, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -212,9 +213,11 @@ class CChannelMap::COperator::CBuild_N_5_9_17
 };
 
 class CChannelMap::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, 92> {
+    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic,
+                              api::TypeIds::kChannelMap_Operator_Build_Monolithic> {
  public:
-  using Base = CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, 92>;
+  using Base = CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic,
+                                api::TypeIds::kChannelMap_Operator_Build_Monolithic>;
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   void Init_Subtract(IProperties* properties, IProperties* propertiesA, IArray_int32* nodesA,
@@ -228,7 +231,8 @@ class CChannelMap::COperator::CBuild_Monolithic
 
 // The first map less the second, around 128, with the second one's description of the ink.
 class CChannelMap::COperator::CModify_Subtract
-    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract, 96> {
+    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract,
+                           api::TypeIds::kChannelMap_Operator_Modify_Subtract> {
  public:
   // The recipe reads, from its start: a, b, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -246,7 +250,8 @@ class CColorMap : public CTable<CColorMap, api::IColorMap> {
 };
 
 class CColorMap::COperator::CBuild_CMYK
-    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK, 91> {
+    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK,
+                           api::TypeIds::kColorMap_Operator_Build_CMYK> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
@@ -278,9 +283,11 @@ class CGrayCurve::CGrayCurveData : public plinth::v1::core::CObject,
 };
 
 class CGrayCurve::COperator::CFromData
-    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData, 93> {
+    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData,
+                              api::TypeIds::kGrayCurve_Operator_FromData> {
  public:
-  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData, 93>;
+  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData,
+                                api::TypeIds::kGrayCurve_Operator_FromData>;
   using Base::Init;
   void Init(IArray_uint8* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -299,9 +306,11 @@ class CAlternateNeutralChannel
 };
 
 class CAlternateNeutralChannel::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic, 94> {
+    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
+                              api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic> {
  public:
-  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic, 94>;
+  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
+                                api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic>;
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -318,7 +327,8 @@ class CAlternateNeutral : public CTable<CAlternateNeutral, api::IAlternateNeutra
 };
 
 class CAlternateNeutral::COperator::CBuild_CMYK
-    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK, 95> {
+    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK,
+                           api::TypeIds::kAlternateNeutral_Operator_Build_CMYK> {
  public:
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
