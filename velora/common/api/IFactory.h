@@ -71,6 +71,7 @@
   namespace _factory {                                                                       \
   class IFactory : public virtual ::velora::common::api::_factory::IFactory<Configuration> { \
    public:                                                                                   \
+    PLINTH_INLINE_CONSTRUCTION(IFactory);                                                    \
     IVeltune* CreateVeltune() override = 0;                                                  \
     IVelcase* CreateVelcase() override = 0;                                                  \
     IPropertiesHelper* CreatePropertiesHelper() override = 0;                                \
@@ -107,6 +108,7 @@ namespace _factory {
 template <class C>
 class IFactory : public virtual plinth::v1::api::_factory::IFactory {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IFactory);
   VELORA_COMMON_OBJECTS(VELORA_SLOT)
 };
 

@@ -59,8 +59,7 @@ template <class C>
 class CSerializerHelper : public plinth::v1::core::CObject, public virtual api::ISerializerHelper {
  public:
   using Configuration = C;
-  CSerializerHelper();
-  ~CSerializerHelper() override;
+  PLINTH_INLINE_CONSTRUCTION(CSerializerHelper);
   plinth::v1::api::ISerializeable* CreateSerializeable(int type) override;
 };
 
@@ -71,8 +70,7 @@ class CFactory : public plinth::v1::core::_factory::CFactory<C>,
                  public virtual api::_factory::IFactory<C> {
  public:
   using Configuration = C;
-  CFactory();
-  ~CFactory() override;
+  PLINTH_INLINE_CONSTRUCTION(CFactory);
   VELORA_COMMON_OBJECTS(VELORA_SLOT_OVERRIDE)
 };
 

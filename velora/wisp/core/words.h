@@ -92,6 +92,7 @@ WISP_PROPERTIES(WISP_PROPERTY)
 class CNodeCount : public common::core::CPropertyOf<Configuration, api::properties::INodeCount,
                                                     api::kNodeCount> {
  public:
+  CNodeCount();
   void SetNodeCount(api::ENodeCount::Enum count) override;
 };
 
