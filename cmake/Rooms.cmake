@@ -3,6 +3,14 @@
 #
 # The object world leaves frames by longjmp alone, so it is compiled without exceptions and without
 # unwind tables; scripts/check-unwinding holds it to that. RTTI stays on, dynamic_cast needs it.
+#
+# The object world is compiled for size, but for the files below, in which an ink request spends its
+# time. With -Os GCC makes one body of the two forms of a constructor; the base form needs a virtual
+# table for each base, so -fno-declone-ctor-dtor keeps them apart.
+
+set(VELORA_FAST
+    velora/wisp/core/CChannelMap.cpp velora/wisp/core/CNodes.cpp velora/wisp/core/channel.cpp
+    velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
 
 set(VELORA_ROOMS)
 set(VELORA_OBJECT_WORLD)
@@ -25,10 +33,17 @@ function(velora_room name folder)
   target_link_libraries(${name} PRIVATE velora_settings)
   if(room_OBJECT_WORLD)
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
+    if(NOT VELORA_SANITIZE)
+      target_compile_options(${name} PRIVATE -Os $<$<CXX_COMPILER_ID:GNU>:-fno-declone-ctor-dtor>)
+    endif()
     set(VELORA_OBJECT_WORLD ${VELORA_OBJECT_WORLD} ${name} PARENT_SCOPE)
   endif()
   set(VELORA_ROOMS ${VELORA_ROOMS} ${name} PARENT_SCOPE)
 endfunction()
+
+if(NOT VELORA_SANITIZE)
+  set_source_files_properties(${VELORA_FAST} PROPERTIES COMPILE_OPTIONS -O2)
+endif()
 
 velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD)
 velora_room(room_plinth_core plinth/core OBJECT_WORLD)
@@ -48,7 +63,20 @@ if(NOT objects)
   return()
 endif()
 
-add_library(velora SHARED ${objects})
+# GCC puts the virtual table of a class and those of its bases under construction in one section
+# group, which the linker keeps or drops as a whole. Nothing refers to the latter; out of their
+# groups, the section garbage collection drops them.
+set(linked ${objects})
+if(NOT VELORA_SANITIZE)
+  set(linked ${PROJECT_BINARY_DIR}/velora.o)
+  add_custom_command(
+    OUTPUT ${linked}
+    COMMAND ${CMAKE_CXX_COMPILER} -r -nostdlib -Wl,--force-group-allocation -o ${linked} ${objects}
+    DEPENDS ${objects}
+    COMMAND_EXPAND_LISTS VERBATIM)
+endif()
+
+add_library(velora SHARED ${linked})
 target_link_libraries(velora PRIVATE $<BUILD_INTERFACE:velora_settings>
                                      $<BUILD_INTERFACE:velora_system>)
 target_include_directories(
@@ -64,7 +92,7 @@ set_target_properties(
              # A path of the build machine has no place in the library.
              SKIP_BUILD_RPATH ON)
 if(NOT VELORA_SANITIZE)
-  target_link_options(velora PRIVATE -Wl,--no-undefined)
+  target_link_options(velora PRIVATE -Wl,--no-undefined -Wl,--gc-sections)
 endif()
 
 add_library(velora_static STATIC ${objects})

@@ -35,6 +35,9 @@ target_compile_options(
             $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
             # Two builds in two folders give the same bytes.
             -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+            # What nothing refers to stays out of the library.
+            -ffunction-sections
+            -fdata-sections
             -fstack-protector-strong)
 target_link_options(velora_settings INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 

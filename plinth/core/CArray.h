@@ -19,8 +19,9 @@ class CArrayBody : public CSerializeable, public virtual api::IArray<T> {
   // The type id that the class fixes: 1 for bytes, 2 for integers; objects get theirs from `Init`.
   static constexpr int kType = !kScalar ? 0 : sizeof(T) == 1 ? 1 : 2;
 
-  CArrayBody();
-  ~CArrayBody() override;
+  [[gnu::always_inline]] CArrayBody()
+      : CSerializeable(kType), count(0), elements(nullptr), owned(false) {}
+  PLINTH_INLINE_DESTRUCTION(CArrayBody);
 
   using Interface::Init;
   void Init() override;

@@ -10,17 +10,6 @@
 namespace plinth::v1::core {
 
 template <class Configuration, class T>
-CArrayBody<Configuration, T>::CArrayBody()
-    : CSerializeable(kType), count(0), elements(nullptr), owned(false) {}
-
-template <class Configuration, class T>
-CArrayBody<Configuration, T>::~CArrayBody() {
-  if (owned) {
-    Delete_Elements(count, elements);
-  }
-}
-
-template <class Configuration, class T>
 auto CArrayBody<Configuration, T>::NewBlock(int count) -> Element* {
   return new (api::Slots<Configuration>().platform, true, true) Element[static_cast<size_t>(count)];
 }

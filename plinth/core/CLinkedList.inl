@@ -8,14 +8,6 @@
 namespace plinth::v1::core {
 
 template <class Configuration, class T, class CT>
-CLinkedList<Configuration, T, CT>::CLinkedList() : head(nullptr), tail(nullptr), count(0) {}
-
-template <class Configuration, class T, class CT>
-CLinkedList<Configuration, T, CT>::~CLinkedList() {
-  DeleteElements();
-}
-
-template <class Configuration, class T, class CT>
 auto CLinkedList<Configuration, T, CT>::NewElement() -> Element* {
   return new (api::Slots<Configuration>().platform, false, true) Element;
 }

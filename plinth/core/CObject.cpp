@@ -4,8 +4,6 @@
 
 namespace plinth::v1::api {
 
-IObject::~IObject() = default;
-
 void ISerializer::ETargetEndianness::Check(Enum value) {
   if (value != Reversed && value != MemoryOrder) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -17,10 +15,6 @@ void ISerializer::ETargetEndianness::Check(Enum value) {
 namespace plinth::v1::core {
 
 using api::Configuration;
-
-CObject::CObject() : valid(false), refCount(1) {}
-
-CObject::~CObject() = default;
 
 void CObject::Init() {
   BeginInit();
@@ -64,6 +58,7 @@ void CObject::RemoveRef() {
   if (--refCount < 1) {
     api::CPlatform* platform = api::Slots<Configuration>().platform;
     void* memory = this;
+    Delete();
     this->~CObject();
     operator delete(memory, platform, false, false);
   }

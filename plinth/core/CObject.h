@@ -12,8 +12,8 @@ using namespace plinth::v1::api::_exports::common::exception;
 
 class CObject : public virtual api::IObject {
  public:
-  CObject();
-  ~CObject() override;
+  [[gnu::always_inline]] CObject() : valid(false), refCount(1) {}
+  PLINTH_INLINE_DESTRUCTION(CObject);
   void Init() override;
   void Destroy() override;
   int GetRefCount() const override;
@@ -26,7 +26,7 @@ class CObject : public virtual api::IObject {
   virtual void Reset();
   // Frees what the object owns, then `Reset`. A derived class drops its own members and calls up.
   virtual void Delete();
-  // Drops a reference; the last ends the object.
+  // Drops a reference; the last ends the object: `Delete`, then a destructor with nothing to do.
   virtual void RemoveRef();
 
  protected:

@@ -4,10 +4,6 @@ namespace plinth::v1::core {
 
 using api::Configuration;
 
-CSerializeable::CSerializeable(int type) : serializeableType(type) {}
-
-CSerializeable::~CSerializeable() = default;
-
 void CSerializeable::Init(int type, api::ISerializer*, void*) {
   CObject::Init();
   serializeableType = type;

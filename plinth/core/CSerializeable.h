@@ -9,8 +9,8 @@ namespace plinth::v1::core {
 
 class CSerializeable : public CObject, public virtual api::ISerializeable {
  public:
-  explicit CSerializeable(int type = 0);
-  ~CSerializeable() override;
+  [[gnu::always_inline]] explicit CSerializeable(int type = 0) : serializeableType(type) {}
+  PLINTH_INLINE_DESTRUCTION(CSerializeable);
   using CObject::Init;
   void Init(int type, api::ISerializer* serializer, void* context) override;
   void Sort(bool deduplicate) override;

@@ -46,8 +46,8 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   using IList_Dictionary = api::ILinkedList<Dictionary>;
   using ETargetEndianness = api::ISerializer::ETargetEndianness;
 
-  CSerializer();
-  ~CSerializer() override;
+  [[gnu::always_inline]] CSerializer() : targetEndianness(), state(EState::None), stripped(false) {}
+  PLINTH_INLINE_DESTRUCTION(CSerializer);
 
   using ISerializer::Init;
   void Init() override;

@@ -76,15 +76,6 @@ void CSerializer<Configuration>::Object::CheckThis() const {
 // ---- CSerializer
 
 template <class Configuration>
-CSerializer<Configuration>::CSerializer()
-    : targetEndianness(), state(EState::None), stripped(false) {}
-
-template <class Configuration>
-CSerializer<Configuration>::~CSerializer() {
-  CSerializer::Delete_States();
-}
-
-template <class Configuration>
 auto CSerializer<Configuration>::NewArray_Entry(int count) -> IArray_Entry* {
   return CArray<Configuration, Entry>::New(kRecordType, count);
 }

@@ -167,6 +167,7 @@
 namespace velora::common {
 
 #define VELORA_TYPE_ID(Name, Id) static constexpr int k##Name = Id;
+#define VELORA_CASE(Name, Id) case Id:
 
 struct SharedTypeIds {
   VELORA_SHARED_TYPE_IDS(VELORA_TYPE_ID)
@@ -185,13 +186,36 @@ struct TypeIds;
 template <>
 struct TypeIds<v1::wisp::api::Configuration> : SharedTypeIds {
   WISP_TYPE_IDS(VELORA_TYPE_ID)
+
+  // Whether some factory makes an object of this id. Two names with one id do not compile.
+  static constexpr bool IsMade(int id) {
+    switch (id) {
+      VELORA_SHARED_TYPE_IDS(VELORA_CASE)
+      WISP_TYPE_IDS(VELORA_CASE)
+      return true;
+      default:
+        return false;
+    }
+  }
 };
 
 template <>
 struct TypeIds<v2::fenn::api::Configuration> : SharedTypeIds {
   FENN_TYPE_IDS(VELORA_TYPE_ID)
+
+  // Whether some factory makes an object of this id. Two names with one id do not compile.
+  static constexpr bool IsMade(int id) {
+    switch (id) {
+      VELORA_SHARED_TYPE_IDS(VELORA_CASE)
+      FENN_TYPE_IDS(VELORA_CASE)
+      return true;
+      default:
+        return false;
+    }
+  }
 };
 
 #undef VELORA_TYPE_ID
+#undef VELORA_CASE
 
 }  // namespace velora::common

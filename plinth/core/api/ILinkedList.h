@@ -11,6 +11,7 @@ namespace plinth::v1::api {
 template <class T>
 class ILinkedList : public virtual ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ILinkedList);
   struct Element {
     Element* previous = nullptr;
     Element* next = nullptr;

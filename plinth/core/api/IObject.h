@@ -13,6 +13,15 @@
 // resets it to blank; `Destroy` lets go of it. A failed `Init` leaves the object blank.
 #pragma once
 
+// Construction and destruction of a class of the two trees: nothing to do but for its fields, and
+// always inline. Where one is called as a base's, the class of the object needs a virtual table of
+// its own for each of its bases: kilobytes a class, which nothing else uses.
+#define PLINTH_INLINE_CONSTRUCTION(Class)   \
+  [[gnu::always_inline]] Class() = default; \
+  PLINTH_INLINE_DESTRUCTION(Class)
+// For a class with a constructor of its own, which is to be inline as well.
+#define PLINTH_INLINE_DESTRUCTION(Class) [[gnu::always_inline]] ~Class() override = default
+
 namespace plinth::v1::core {
 class CObject;
 }
@@ -21,8 +30,9 @@ namespace plinth::v1::api {
 
 class IObject {
  public:
+  [[gnu::always_inline]] IObject() = default;
   virtual void Init() = 0;
-  virtual ~IObject();
+  [[gnu::always_inline]] virtual ~IObject() = default;
   virtual void Destroy() = 0;
   virtual int GetRefCount() const = 0;
   // Raises `CException_This_Invalid` unless the object is live and its invariants hold.

@@ -11,6 +11,7 @@ namespace plinth::v1::api {
 
 class ISerializer : public virtual IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ISerializer);
   struct ETargetEndianness {
     enum Enum {
       Reversed = 1,    // the bytes of each int32_NoVLQ are reversed against memory order

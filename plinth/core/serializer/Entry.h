@@ -27,10 +27,10 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     void Serialize_Array_uint28(int arraySize, int* array, int offset, int count);
 
     Dictionary* dictionary;
-    Counted<api::IArray_uint8> data;
-    Counted<IList_Entry> references;  // the entries that this one holds, in writing order
-    int holderCount;                  // the entries that hold this one
-    unsigned int hash;                // of the content, once that is complete
+    CountedInRecord<api::IArray_uint8> data;
+    CountedInRecord<IList_Entry> references;  // the entries that this one holds, in writing order
+    int holderCount;                          // the entries that hold this one
+    unsigned int hash;                        // of the content, once that is complete
 
    private:
     void Append(const unsigned char* bytes, int count);

@@ -22,12 +22,12 @@ class CSerializer<Configuration>::Working : public CSerializer<Configuration>::O
   // outside all others was a copy of a nested one.
   void FinishDeduplication();
 
-  Counted<IList_Dictionary> rootDictionaries;  // made while no entry was open
-  Counted<IList_Dictionary> allDictionaries;   // in order of creation
-  Counted<IList_Dictionary> dictionaryStack;   // one per open entry
-  Counted<IList_Entry> allEntries;             // in order of creation
-  Counted<IList_Entry> entryStack;             // the open entries
-  typename IList_Entry::Element* current;      // the entry stack's tail, or null
+  CountedInRecord<IList_Dictionary> rootDictionaries;  // made while no entry was open
+  CountedInRecord<IList_Dictionary> allDictionaries;   // in order of creation
+  CountedInRecord<IList_Dictionary> dictionaryStack;   // one per open entry
+  CountedInRecord<IList_Entry> allEntries;             // in order of creation
+  CountedInRecord<IList_Entry> entryStack;             // the open entries
+  typename IList_Entry::Element* current;              // the entry stack's tail, or null
 
  private:
   using OpenEntry = typename IList_Entry::Element;
@@ -39,7 +39,7 @@ class CSerializer<Configuration>::Working : public CSerializer<Configuration>::O
   void Deduplicate(OpenEntry* open);
   static void RemoveLast(IList_Entry* list, const Entry* entry);
 
-  Counted<Duplicates> duplicates;
+  CountedInRecord<Duplicates> duplicates;
   bool strayCopy;  // a copy that has no holder
 };
 
@@ -67,10 +67,10 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   static constexpr int kMaxReachedPerEntry = 16;
 
   api::ISerializer* serializer;
-  Counted<api::ISerializerHelper> helper;
-  Counted<IArray_Dictionary> dictionaries;
+  CountedInRecord<api::ISerializerHelper> helper;
+  CountedInRecord<IArray_Dictionary> dictionaries;
   int dictionaryIndex;  // stays -1
-  Counted<IArray_Entry> entries;
+  CountedInRecord<IArray_Entry> entries;
   int rootCursor;
   Entry** readStack;  // those being read, the innermost last; `entries` holds them
   int readCount;
@@ -112,8 +112,8 @@ class CSerializer<Configuration>::Serialized : public CSerializer<Configuration>
   int length;
   unsigned char* bytes;
   int position;
-  Counted<IArray_Dictionary> dictionaries;
-  Counted<IArray_Entry> entries;
+  CountedInRecord<IArray_Dictionary> dictionaries;
+  CountedInRecord<IArray_Entry> entries;
   bool ownsBytes;
 };
 

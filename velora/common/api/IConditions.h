@@ -14,10 +14,12 @@ using plinth::v1::api::ILinkedList;
 template <class Configuration>
 class IConditions : public virtual ISerializeable<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IConditions);
   using IPrintModeParameters = typename Vocabulary<Configuration>::IPrintModeParameters;
 
   class IOperator : public virtual ISerializeable<Configuration> {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
     virtual void Init(IOperator* other) = 0;
     // Takes what it needs off the list's end, resolves that, and keeps its result. Returns the

@@ -16,6 +16,7 @@ namespace _factory {
 template <class C>
 class IFactory : public virtual plinth::v1::api::_factory::IFactory {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IFactory);
   virtual IVeltune<C>* CreateVeltune() = 0;
   virtual IVelcase<C>* CreateVelcase() = 0;
   virtual IConditions<C>* CreateConditions() = 0;

@@ -13,10 +13,12 @@ using plinth::v1::api::ILinkedList;
 template <class Configuration>
 class IRecipe : public virtual ISerializeable<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IRecipe);
   using IVeltune = typename Vocabulary<Configuration>::IVeltune;
 
   class IOperator : public virtual ISerializeable<Configuration> {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
     virtual void Init(IOperator* other) = 0;
     // Takes its operands off the list's end and makes its data. Returns the list.
@@ -28,6 +30,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
 
   class IOperand : public virtual IOperator {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IOperand);
     using IOperator::Init;
     virtual void Init(IOperand* other) = 0;
   };
@@ -36,6 +39,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
   template <class T>
   class IProducer : public virtual IOperator {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IProducer);
     using Data = T;
     using IOperator::Init;
     // The data, with a reference for the caller; the operator lets go of what it made.
@@ -46,6 +50,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
   template <class T>
   class IBuild : public virtual IProducer<T> {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IBuild);
     using Copied = IBuild;
     using IOperator::Init;
     virtual void Init(IBuild* other) = 0;  // the copy: without the data

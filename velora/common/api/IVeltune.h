@@ -13,6 +13,7 @@ using plinth::v1::api::IArray;
 template <class Configuration>
 class IPrintModeParameters : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using Parameters = typename Vocabulary<Configuration>::IPrintModeParameters;
   using Pack = typename Vocabulary<Configuration>::IVelcase;
 
@@ -40,6 +41,7 @@ struct BuildChain {
 template <class Configuration>
 class IVeltune : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using Parameters = typename Vocabulary<Configuration>::IPrintModeParameters;
   using Veltune = typename Vocabulary<Configuration>::IVeltune;
 

@@ -28,8 +28,8 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   using Data = typename Interface::Data;
   static constexpr int kSerializeableType = Interface::kType;
 
-  CBuilt();
-  ~CBuilt() override;
+  [[gnu::always_inline]] CBuilt() : Component(Interface::kType), printModeMapping(nullptr) {}
+  PLINTH_INLINE_DESTRUCTION(CBuilt);
   using Component::Init;
   // The copy: shares the parts, the data and the remembered print mode.
   void Init(api::IComponent<Configuration>* other) override;
@@ -83,6 +83,7 @@ constexpr bool kHasLocator<
 template <class Configuration, class Class, class Interface>
 class CBuiltOf : public CBuilt<Configuration, Class, Interface> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(CBuiltOf);
   static Interface* Locate(typename Vocabulary<Configuration>::IVeltune* veltune,
                            Interface* reference) {
     using IVeltune = typename Vocabulary<Configuration>::IVeltune;
@@ -98,6 +99,7 @@ class CBuiltOf : public CBuilt<Configuration, Class, Interface> {
 template <class Configuration, class Class, class Interface>
 class CSharedOf : public CBuiltOf<Configuration, Class, Interface> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(CSharedOf);
   void SetData(typename Interface::Data* newData) override;
 };
 

@@ -10,10 +10,6 @@
 
 namespace velora::common::core {
 
-VELORA_BUILT VELORA_BUILT_OF::CBuilt() : Component(Interface::kType), printModeMapping(nullptr) {}
-
-VELORA_BUILT VELORA_BUILT_OF::~CBuilt() = default;
-
 VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
   if (other == nullptr || other->GetSerializeableType() != Interface::kType) {
     PLINTH_RAISE(CException_Parameter_Invalid);

@@ -21,8 +21,8 @@ class CComponent : public CRecipe<Configuration>::COperand,
   using Tags = api::ITags<Configuration>;
   using Properties = api::IProperties<Configuration>;
 
-  explicit CComponent(int type);
-  ~CComponent() override;
+  [[gnu::always_inline]] explicit CComponent(int type) : Operand(type), componentState(0) {}
+  PLINTH_INLINE_DESTRUCTION(CComponent);
   using Interface::Init;
   void Init() override;
   void Init(api::ISerializeable<Configuration>* other) override;

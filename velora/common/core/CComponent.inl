@@ -9,12 +9,6 @@
 namespace velora::common::core {
 
 template <class Configuration>
-CComponent<Configuration>::CComponent(int type) : Operand(type), componentState(0) {}
-
-template <class Configuration>
-CComponent<Configuration>::~CComponent() = default;
-
-template <class Configuration>
 void CComponent<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }

@@ -24,8 +24,9 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
   // The base of everything on the list.
   class COperator : public CElement<Configuration>, public virtual IOperator {
    public:
-    explicit COperator(int type);
-    ~COperator() override;
+    [[gnu::always_inline]] explicit COperator(int type)
+        : CElement<Configuration>(type), resolvedWith(nullptr), result(false) {}
+    PLINTH_INLINE_DESTRUCTION(COperator);
     using CElement<Configuration>::Init;
     void Init(IOperator* other) override;
     void Init(int type, api::ISerializer* serializer, void* context) override;
@@ -53,7 +54,8 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
   // A leaf.
   class COperand : public COperator {
    public:
-    using COperator::COperator;
+    [[gnu::always_inline]] explicit COperand(int type) : COperator(type) {}
+    PLINTH_INLINE_DESTRUCTION(COperand);
     using COperator::Init;
     bool IsOperator() const override;
 
@@ -64,7 +66,8 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
   // An operator that takes elements off the list.
   class CTaking : public COperator {
    public:
-    using COperator::COperator;
+    [[gnu::always_inline]] explicit CTaking(int type) : COperator(type) {}
+    PLINTH_INLINE_DESTRUCTION(CTaking);
     using COperator::Init;
     Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
   };
@@ -93,8 +96,6 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
   };
 
-  CConditions();
-  ~CConditions() override;
   bool Evaluate(IPrintModeParameters* parameters) const override;
 };
 

@@ -10,13 +10,6 @@ namespace velora::common::core {
 // ---- COperator
 
 template <class Configuration>
-CConditions<Configuration>::COperator::COperator(int type)
-    : CElement<Configuration>(type), resolvedWith(nullptr), result(false) {}
-
-template <class Configuration>
-CConditions<Configuration>::COperator::~COperator() = default;
-
-template <class Configuration>
 void CConditions<Configuration>::COperator::Init(IOperator* other) {
   CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
@@ -178,12 +171,6 @@ bool COperandOf<Configuration, Interface, kType, Test>::Evaluate(
 }  // namespace conditions
 
 // ---- CConditions
-
-template <class Configuration>
-CConditions<Configuration>::CConditions() = default;
-
-template <class Configuration>
-CConditions<Configuration>::~CConditions() = default;
 
 template <class Configuration>
 bool CConditions<Configuration>::Evaluate(IPrintModeParameters* parameters) const {

@@ -6,13 +6,6 @@
 namespace velora::common::core {
 
 template <class Configuration>
-CSerializeable<Configuration>::CSerializeable(int type)
-    : plinth::v1::core::CSerializeable(type), callbacks(nullptr) {}
-
-template <class Configuration>
-CSerializeable<Configuration>::~CSerializeable() = default;
-
-template <class Configuration>
 void CSerializeable<Configuration>::Init(Interface* other) {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);

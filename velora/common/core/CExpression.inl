@@ -11,11 +11,6 @@
 
 namespace velora::common::core {
 
-VELORA_EXPRESSION VELORA_EXPRESSION_OF::CExpression()
-    : CSerializeable<Configuration>(kSerializeableType) {}
-
-VELORA_EXPRESSION VELORA_EXPRESSION_OF::~CExpression() = default;
-
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(api::ISerializeable<Configuration>* other) {

@@ -88,8 +88,7 @@ template <class C>
 class CSerializerHelper : public plinth::v1::core::CObject, public virtual api::ISerializerHelper {
  public:
   using Configuration = C;
-  CSerializerHelper();
-  ~CSerializerHelper() override;
+  PLINTH_INLINE_CONSTRUCTION(CSerializerHelper);
   plinth::v1::api::ISerializeable* CreateSerializeable(int type) override;
 };
 
@@ -100,8 +99,7 @@ class CFactory : public plinth::v1::core::_factory::CFactory<C>,
                  public virtual api::_factory::IFactory<C> {
  public:
   using Configuration = C;
-  CFactory();
-  ~CFactory() override;
+  PLINTH_INLINE_CONSTRUCTION(CFactory);
   VELORA_COMMON_OBJECTS(VELORA_CREATE_OVERRIDE, VELORA_CREATE_OVERRIDE)
 };
 

@@ -29,12 +29,6 @@
 namespace velora::common::core {
 
 template <class C>
-CSerializerHelper<C>::CSerializerHelper() = default;
-
-template <class C>
-CSerializerHelper<C>::~CSerializerHelper() = default;
-
-template <class C>
 plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int type) {
   if (type < 1 || type > 127) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -58,12 +52,6 @@ plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int t
 }
 
 namespace _factory {
-
-template <class C>
-CFactory<C>::CFactory() = default;
-
-template <class C>
-CFactory<C>::~CFactory() = default;
 
 #define VELORA_CREATE(Name, Interface, Class)    \
   template <class C>                             \

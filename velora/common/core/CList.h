@@ -14,8 +14,8 @@ class CList : public CElement<Configuration>, public virtual Interface {
   using List = api::IList<Configuration, T>;
   static constexpr int kSerializeableType = kType;
 
-  CList();
-  ~CList() override;
+  [[gnu::always_inline]] CList() : CElement<Configuration>(kType) {}
+  PLINTH_INLINE_DESTRUCTION(CList);
   using Interface::Init;
   void Init() override;
   void Init(Array* newArray) override;
@@ -84,8 +84,7 @@ class CPropertiesHelper : public plinth::v1::core::CObject,
                           public virtual api::IPropertiesHelper<Configuration> {
  public:
   using Properties = api::IProperties<Configuration>;
-  CPropertiesHelper();
-  ~CPropertiesHelper() override;
+  PLINTH_INLINE_CONSTRUCTION(CPropertiesHelper);
   typename api::EChannel<Configuration>::Enum GetChannel(Properties* properties) const override;
   typename api::EComponentVersion<Configuration>::Enum GetComponentVersion(
       Properties* properties) const override;

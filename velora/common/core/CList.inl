@@ -13,10 +13,6 @@
 
 namespace velora::common::core {
 
-VELORA_LIST VELORA_LIST_OF::CList() : CElement<Configuration>(kType) {}
-
-VELORA_LIST VELORA_LIST_OF::~CList() = default;
-
 VELORA_LIST void VELORA_LIST_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
@@ -193,12 +189,6 @@ bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
               [&policy](int type, T* a, T* b) { return policy.Judge(type, a->IsEqualTo(b)); });
   return policy.Verdict();
 }
-
-template <class Configuration>
-CPropertiesHelper<Configuration>::CPropertiesHelper() = default;
-
-template <class Configuration>
-CPropertiesHelper<Configuration>::~CPropertiesHelper() = default;
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetChannel(Properties* properties) const ->

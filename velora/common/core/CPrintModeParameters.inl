@@ -6,12 +6,6 @@
 namespace velora::common::core {
 
 template <class Configuration>
-CPrintModeParameters<Configuration>::CPrintModeParameters() : platform(0), productVariant(0) {}
-
-template <class Configuration>
-CPrintModeParameters<Configuration>::~CPrintModeParameters() = default;
-
-template <class Configuration>
 void CPrintModeParameters<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
@@ -110,11 +104,6 @@ void CPrintModeParameters<Configuration>::Delete() {
             class... Keys>
 #define VELORA_MODE_OF \
   CPrintModeParametersOf<Configuration, PipelineInterface, Mappings, Mapping, Keys...>
-
-VELORA_MODE VELORA_MODE_OF::CPrintModeParametersOf()
-    : m_pPrintModeMappings(nullptr), m_pPrintModeMapping(nullptr) {}
-
-VELORA_MODE VELORA_MODE_OF::~CPrintModeParametersOf() = default;
 
 VELORA_MODE void VELORA_MODE_OF::InitMode(int platform, int productVariant,
                                           api::IArray<Pack>* velcases, Mappings* mappings,

@@ -22,8 +22,8 @@ class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
   // nothing: a concrete operator opens its own entry around it.
   class COperator : public CElement<Configuration>, public virtual IOperator {
    public:
-    explicit COperator(int type);
-    ~COperator() override;
+    [[gnu::always_inline]] explicit COperator(int type) : CElement<Configuration>(type) {}
+    PLINTH_INLINE_DESTRUCTION(COperator);
     using CElement<Configuration>::Init;
     void Init(IOperator* other) override;
     void Init(int type, api::ISerializer* serializer, void* context) override;
@@ -36,15 +36,12 @@ class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
 
   class COperand : public COperator, public virtual IOperand {
    public:
-    explicit COperand(int type);
-    ~COperand() override;
+    [[gnu::always_inline]] explicit COperand(int type) : COperator(type) {}
+    PLINTH_INLINE_DESTRUCTION(COperand);
     using COperator::Init;
     void Init(IOperand* other) override;
     bool IsOperator() const override;
   };
-
-  CRecipe();
-  ~CRecipe() override;
 };
 
 }  // namespace velora::common::core

@@ -10,12 +10,6 @@ namespace velora::common::core {
 // ---- COperator
 
 template <class Configuration>
-CRecipe<Configuration>::COperator::COperator(int type) : CElement<Configuration>(type) {}
-
-template <class Configuration>
-CRecipe<Configuration>::COperator::~COperator() = default;
-
-template <class Configuration>
 void CRecipe<Configuration>::COperator::Init(IOperator* other) {
   CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
@@ -52,12 +46,6 @@ bool CRecipe<Configuration>::COperator::IsLessThan(plinth::v1::api::ISerializeab
 // ---- COperand
 
 template <class Configuration>
-CRecipe<Configuration>::COperand::COperand(int type) : COperator(type) {}
-
-template <class Configuration>
-CRecipe<Configuration>::COperand::~COperand() = default;
-
-template <class Configuration>
 void CRecipe<Configuration>::COperand::Init(IOperand* other) {
   COperator::Init(static_cast<IOperator*>(other));
 }
@@ -66,13 +54,5 @@ template <class Configuration>
 bool CRecipe<Configuration>::COperand::IsOperator() const {
   return false;
 }
-
-// ---- CRecipe
-
-template <class Configuration>
-CRecipe<Configuration>::CRecipe() = default;
-
-template <class Configuration>
-CRecipe<Configuration>::~CRecipe() = default;
 
 }  // namespace velora::common::core

@@ -9,10 +9,6 @@ namespace velora::common::core {
 #define VELORA_ARRAY template <class Configuration, class Element, class Interface, int kType>
 #define VELORA_ARRAY_OF CStoredArray<Configuration, Element, Interface, kType>
 
-VELORA_ARRAY VELORA_ARRAY_OF::CStoredArray() : Element(kType) {}
-
-VELORA_ARRAY VELORA_ARRAY_OF::~CStoredArray() = default;
-
 VELORA_ARRAY void VELORA_ARRAY_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
@@ -96,10 +92,6 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Delete() {
 #define VELORA_STORED template <class Configuration, class Interface, int kType>
 #define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
 
-VELORA_STORED VELORA_STORED_OF::CStoredBytes() = default;
-
-VELORA_STORED VELORA_STORED_OF::~CStoredBytes() = default;
-
 VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
                                                api::IArray_uint8* newBytes) {
   Base::InitBytes(newBytes);
@@ -140,12 +132,6 @@ VELORA_STORED void VELORA_STORED_OF::Delete() {
 #undef VELORA_STORED_OF
 
 template <class Configuration, class Interface, int kType>
-CBare<Configuration, Interface, kType>::CBare() : Base(kType) {}
-
-template <class Configuration, class Interface, int kType>
-CBare<Configuration, Interface, kType>::~CBare() = default;
-
-template <class Configuration, class Interface, int kType>
 void CBare<Configuration, Interface, kType>::Init(typename Interface::Copied* other) {
   Base::Init(static_cast<typename Base::Interface*>(other));
 }
@@ -157,12 +143,6 @@ void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* seriali
   serializer->Serialization_Start(kType);
   serializer->Serialization_End(kType);
 }
-
-template <class Configuration, class Base>
-CProducer<Configuration, Base>::CProducer() = default;
-
-template <class Configuration, class Base>
-CProducer<Configuration, Base>::~CProducer() = default;
 
 template <class Configuration, class Base>
 void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properties* properties,

@@ -19,12 +19,6 @@ ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
 }
 
 template <class Configuration, class Base, class Interface, int kType>
-CValue<Configuration, Base, Interface, kType>::CValue() : Base(kType), value(0) {}
-
-template <class Configuration, class Base, class Interface, int kType>
-CValue<Configuration, Base, Interface, kType>::~CValue() = default;
-
-template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }

@@ -16,20 +16,6 @@
 
 namespace velora::common::core {
 
-VELORA_PACK VELORA_PACK_OF::CVelcase()
-    : schema(Schema()),
-      family(static_cast<Family>(-1)),
-      channel(-1),
-      version(Version()),
-      compressedSize(0),
-      veloraSchema(Vocabulary<Configuration>::kVeloraSchema),
-      pipeline(0),
-      uncompressedSize(0),
-      sizeBeforeDeserialization(0),
-      checksum(0) {}
-
-VELORA_PACK VELORA_PACK_OF::~CVelcase() = default;
-
 VELORA_PACK void VELORA_PACK_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness endianness) {

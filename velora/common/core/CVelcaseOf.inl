@@ -8,10 +8,6 @@
 
 namespace velora::common::core {
 
-VELORA_PACK VELORA_PACK_OF::CVelcaseOf() : fileSize(0), fileBytes(nullptr), initializing(false) {}
-
-VELORA_PACK VELORA_PACK_OF::~CVelcaseOf() { DropFile(); }
-
 VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
                                       Version newVersion, api::ISerializerHelper* helper,
                                       Endianness endianness, ListOf<Kinds>*... given) {

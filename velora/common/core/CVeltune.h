@@ -21,8 +21,8 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   using Parameters = typename Interface::Parameters;
   using Veltune = typename Interface::Veltune;
 
-  CVeltune();
-  ~CVeltune() override;
+  [[gnu::always_inline]] CVeltune() : buildChain(nullptr) {}
+  PLINTH_INLINE_DESTRUCTION(CVeltune);
   using Interface::Init;
   void Init() override;
   void Init(Parameters* newParameters) override;

@@ -8,12 +8,6 @@
 namespace velora::common::core {
 
 template <class Configuration>
-CVeltune<Configuration>::CVeltune() : buildChain(nullptr) {}
-
-template <class Configuration>
-CVeltune<Configuration>::~CVeltune() = default;
-
-template <class Configuration>
 void CVeltune<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }

@@ -11,6 +11,7 @@ namespace velora::v2::fenn::api {
 template <unsigned int kLimit>
 class ITableData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ITableData);
   static constexpr unsigned int kMaxSize = kLimit;
   using plinth::v1::api::IObject::Init;
   // With `owned` the bytes end with the object.
@@ -31,6 +32,7 @@ using IColorMapData = ITableData<VELORA_SIZE_RGB_TO_CMYK>;
 // One plane of a colour table: an array of 4916 bytes, of which 4913 count.
 class IChannelMapData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IChannelMapData);
   using plinth::v1::api::IObject::Init;
   virtual void Init(IArray_uint8* array) = 0;
   virtual void Init(IChannelMapData* other) = 0;
@@ -44,10 +46,12 @@ using common::api::Kind;
 // A run of bytes, for whoever builds from it.
 class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPacket);
   struct IOperator {
     // The bytes, stored.
     class IFromData : public virtual IRecipe::IProducer<IArray_uint8> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IFromData);
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
@@ -63,6 +67,7 @@ template <int kTypeId, int kListTypeId, int kArrayTypeId, int kFromDataId>
 class IPacketOf : public virtual IPacket,
                   public Kind<kTypeId, kListTypeId, kArrayTypeId, true, kFromDataId> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPacketOf);
   static constexpr int kFromDataType = kFromDataId;
 };
 using IPacket_ColorDCT =
@@ -90,9 +95,11 @@ class IPacket_DeltaScalar
                                TypeIds::kArray_Packet_DeltaScalar,
                                TypeIds::kPacket_DeltaScalar_Operator_FromData> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPacket_DeltaScalar);
   struct IOperator {
     class IFromData : public virtual IPacket::IOperator::IFromData {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IFromData);
       using IPacket::IOperator::IFromData::Init;
       virtual void Init(IProperties* properties, unsigned char scalar) = 0;
     };
@@ -105,15 +112,18 @@ class IGrayCurve
                   TypeIds::kGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar,
                   TypeIds::kGrayCurve_Operator_Build_Monolithic> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IGrayCurve);
   struct IOperator {
     class IBuild_DCT_Residue_CBAT_DeltaScalar : public virtual IRecipe::IBuild<IGrayCurveData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_DCT_Residue_CBAT_DeltaScalar);
       IGrayCurveData* GetGrayCurveData() const { return GetData(); }
       void DestroyGrayCurveData() { DestroyData(); }
     };
     // Stored bytes that a pack can hold and that make no table: asked for data, they have none.
     class IBuild_Monolithic : public virtual IRecipe::IProducer<IGrayCurveData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
@@ -136,15 +146,18 @@ class IChannelMap
                   TypeIds::kChannelMap_Operator_Build_DCT_Residue_DeltaScalar,
                   TypeIds::kChannelMap_Operator_Build_Monolithic> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IChannelMap);
   struct IOperator {
     class IBuild_DCT_Residue_DeltaScalar : public virtual IRecipe::IBuild<IChannelMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_DCT_Residue_DeltaScalar);
       IChannelMapData* GetChannelMapData() const { return GetData(); }
       void DestroyChannelMapData() { DestroyData(); }
     };
     // As the gray curve's.
     class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
@@ -168,9 +181,11 @@ class IColorMap : public virtual common::api::IShared<Configuration, IColorMapDa
                               TypeIds::kColorMap_Operator_Build_RGBtoRGB,
                               TypeIds::kColorMap_Operator_Build_RGBtoGrayscale> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IColorMap);
   struct IOperator {
     class IBuild : public virtual IRecipe::IBuild<IColorMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild);
       IColorMapData* GetColorMapData() const { return GetData(); }
       void DestroyColorMapData() { DestroyData(); }
     };

@@ -105,6 +105,7 @@ class IPrintModeMappings {
 // Points into the mappings, which it does not own.
 class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, IArray<IVelcase>* velcases, ctr_table_type table,
@@ -120,6 +121,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
 
 class IPropertiesHelper : public virtual common::api::IPropertiesHelper<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
   virtual EComponentRole::Enum GetComponentRole(IProperties* properties) const = 0;
   virtual EDimensionality::Enum GetDimensionality(IProperties* properties) const = 0;
   // 1, 2, 3 for cyan, magenta, yellow; 0 for every other channel.

@@ -57,6 +57,8 @@ void CChannelMapData::Delete() {
 
 using CBuild_Plane = CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar;
 
+CBuild_Plane::CBuild_DCT_Residue_DeltaScalar() = default;
+
 // The difference to the printer's plane of this colour. Unlike a curve's, the transform is rounded
 // before the reference is added, the residue is plain bytes, and both come in scan order.
 Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {

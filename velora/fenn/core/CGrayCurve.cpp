@@ -12,6 +12,8 @@ template class CTableData<api::IGrayCurveData>;
 
 using CBuild_Curve = CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar;
 
+CBuild_Curve::CBuild_DCT_Residue_CBAT_DeltaScalar() = default;
+
 // The difference to the printer's curve: coefficients times the scalar through the inverse
 // transform, plus the reference, held, plus the residue, held; then the correction, if the digest
 // of the curve is the correction's key.

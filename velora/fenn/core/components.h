@@ -31,6 +31,7 @@ class CFromDataOf
  public:
   using Base = common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
                                           Packet::kFromDataType>;
+  PLINTH_INLINE_CONSTRUCTION(CFromDataOf);
   using Base::Init;
   void Init(IProperties* properties, IArray_uint8* array) override;
   IArray_uint8* GetArray_uint8_Packet() const override;
@@ -67,8 +68,8 @@ using CPacket_Blob = CPacket<api::IPacket_Blob>;
 template <class Interface>
 class CTableData : public plinth::v1::core::CObject, public virtual Interface {
  public:
-  CTableData();
-  ~CTableData() override;
+  [[gnu::always_inline]] CTableData() : size(0), data(nullptr), owned(false) {}
+  PLINTH_INLINE_DESTRUCTION(CTableData);
   using Interface::Init;
   void Init() override;
   void Init(unsigned int newSize, unsigned char* newData, bool isOwned) override;
@@ -164,6 +165,7 @@ class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
     : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,
                            api::TypeIds::kGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar> {
  public:
+  CBuild_DCT_Residue_CBAT_DeltaScalar();
   // The recipe reads, from its start: coefficients, residue, residue widths, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
@@ -172,6 +174,7 @@ class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
     : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,
                            api::TypeIds::kChannelMap_Operator_Build_DCT_Residue_DeltaScalar> {
  public:
+  CBuild_DCT_Residue_DeltaScalar();
   // The recipe reads, from its start: coefficients, residue, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };

@@ -45,14 +45,6 @@ inline void CFromData_DeltaScalar::Init(IProperties* properties, unsigned char s
 // ---- data
 
 template <class Interface>
-CTableData<Interface>::CTableData() : size(0), data(nullptr), owned(false) {}
-
-template <class Interface>
-CTableData<Interface>::~CTableData() {
-  FreeData();
-}
-
-template <class Interface>
 void CTableData<Interface>::FreeData() {
   if (owned && data != nullptr) {
     operator delete[](data, plinth::v1::api::Slots<Configuration>().platform, false, false);

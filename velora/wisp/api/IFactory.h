@@ -10,6 +10,7 @@ namespace _factory {
 
 class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IFactory);
   IVeltune* CreateVeltune() override = 0;
   IVelcase* CreateVelcase() override = 0;
   IPropertiesHelper* CreatePropertiesHelper() override = 0;

@@ -20,6 +20,7 @@ using common::api::Kind;
 template <int kCount>
 class IChannelData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IChannelData);
   static constexpr int kNodes = kCount;
   using plinth::v1::api::IObject::Init;
   // Copies the record and shares the array.
@@ -36,6 +37,7 @@ using IAlternateNeutralChannelData = IChannelData<17>;
 template <class T, int kMin, int kFrom, int kTo>
 class IRecordData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IRecordData);
   using Record = T;
   using Copied = IRecordData;
   static constexpr int kMinSize = kMin;
@@ -53,6 +55,7 @@ class IRecordData : public virtual plinth::v1::api::IObject {
 // All bytes behind the header count, and there must be one.
 class IColorMapData : public virtual IRecordData<WISPColorMap, 425, 424, 0x7FFFFFFF> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IColorMapData);
   int GetSize_WISPColorMap() const { return GetSize(); }
   const WISPColorMap* GetWISPColorMap() const { return GetRecord(); }
 };
@@ -60,12 +63,14 @@ class IColorMapData : public virtual IRecordData<WISPColorMap, 425, 424, 0x7FFFF
 // The node area counts, with the part of it that has no nodes.
 class IAlternateNeutralData : public virtual IRecordData<WISPAlternateNeutral, 1, 340, 852> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralData);
   int GetSize_WISPAlternateNeutral() const { return GetSize(); }
   const WISPAlternateNeutral* GetWISPAlternateNeutral() const { return GetRecord(); }
 };
 
 class IGrayCurveData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IGrayCurveData);
   using plinth::v1::api::IObject::Init;
   virtual void Init(const WISPGrayCurve* curve) = 0;  // copies the record
   virtual void Init(IGrayCurveData* other) = 0;
@@ -81,10 +86,12 @@ class IGrayCurveData : public virtual plinth::v1::api::IObject {
 // A part of a channel's pyramid.
 class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(INodes);
   struct IOperator {
     // The bytes, stored.
     class IFromData : public virtual IRecipe::IProducer<IArray_int32> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IFromData);
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* encoded) = 0;
@@ -107,6 +114,7 @@ template <int kTypeId, int kListTypeId, int kArrayTypeId, int kFromDataId>
 class INodesOf : public virtual INodes,
                  public Kind<kTypeId, kListTypeId, kArrayTypeId, kListTypeId != 0, kFromDataId> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(INodesOf);
   static constexpr int kFromDataType = kFromDataId;
 };
 using INodes_Neutral =
@@ -128,9 +136,11 @@ class IChannelMap
                   TypeIds::kChannelMap_Operator_Build_Monolithic,
                   TypeIds::kChannelMap_Operator_Modify_Subtract> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IChannelMap);
   struct IOperator {
     class IBuild : public virtual IRecipe::IBuild<IChannelMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild);
       IChannelMapData* GetChannelMapData() const { return GetData(); }
       void DestroyChannelMapData() { DestroyData(); }
     };
@@ -139,6 +149,7 @@ class IChannelMap
     // A whole channel as one string of bytes.
     class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual IChannelMapData* GetData() const = 0;
@@ -163,6 +174,7 @@ class IChannelMap
 template <class Data>
 class ITable : public virtual common::api::IShared<Configuration, Data> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ITable);
   virtual unsigned int GetChecksum() const = 0;
 };
 
@@ -170,9 +182,11 @@ class IColorMap : public virtual ITable<IColorMapData>,
                   public Kind<TypeIds::kColorMap, TypeIds::kColorMaps, TypeIds::kArray_ColorMap,
                               true, TypeIds::kColorMap_Operator_Build_CMYK> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IColorMap);
   struct IOperator {
     class IBuild_CMYK : public virtual IRecipe::IBuild<IColorMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_CMYK);
       IColorMapData* GetColorMapData() const { return GetData(); }
       void DestroyColorMapData() { DestroyData(); }
     };
@@ -186,9 +200,11 @@ class IGrayCurve : public virtual ITable<IGrayCurveData>,
                    public Kind<TypeIds::kGrayCurve, TypeIds::kGrayCurves, TypeIds::kArray_GrayCurve,
                                true, TypeIds::kGrayCurve_Operator_FromData> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IGrayCurve);
   struct IOperator {
     class IFromData : public virtual IRecipe::IProducer<IGrayCurveData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IFromData);
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
@@ -211,9 +227,11 @@ class IAlternateNeutralChannel
                   TypeIds::kArray_AlternateNeutralChannel, true,
                   TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralChannel);
   struct IOperator {
     class IBuild_Monolithic : public virtual IRecipe::IProducer<IAlternateNeutralChannelData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
@@ -236,9 +254,11 @@ class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
                                       TypeIds::kArray_AlternateNeutral, true,
                                       TypeIds::kAlternateNeutral_Operator_Build_CMYK> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IAlternateNeutral);
   struct IOperator {
     class IBuild_CMYK : public virtual IRecipe::IBuild<IAlternateNeutralData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_CMYK);
       IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
       void DestroyAlternateNeutralData() { DestroyData(); }
     };

@@ -169,6 +169,7 @@ WISP_PROPERTIES(WISP_PROPERTY)
 // The only property that changes after its Init.
 class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(INodeCount);
   using ENodeCount = IValue::Enumeration;
   ENodeCount::Enum GetNodeCount() const { return this->GetValue(); }
   virtual void SetNodeCount(ENodeCount::Enum count) = 0;
@@ -177,6 +178,7 @@ class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
 // Drops for each level, one byte a level; a record has room for 16.
 class IDropsPerLevel : public virtual IProperty {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IDropsPerLevel);
   using Copied = IProperty;
   using IProperty::Init;
   virtual void Init(IArray_uint8* drops) = 0;          // shares the array
@@ -236,6 +238,7 @@ class IPrintModeMappings {
 // Points into the mappings, which it does not own.
 class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, const tWISPPrintModeMapping* record,
@@ -250,6 +253,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
 // All but GetDeltaRange raise `CException_General` for a property that is not there.
 class IPropertiesHelper : public virtual common::api::IPropertiesHelper<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
   virtual EComponentRole::Enum GetComponentRole(IProperties* properties) const = 0;
   // Where there is none, it follows from the role: 1 for any role but 1, otherwise 2.
   virtual EDeltaRange::Enum GetDeltaRange(IProperties* properties) const = 0;

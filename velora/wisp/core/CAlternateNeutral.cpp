@@ -9,6 +9,8 @@ template class CRecordData<api::IAlternateNeutralData>;
 
 using CBuild_Monolithic = CAlternateNeutralChannel::COperator::CBuild_Monolithic;
 
+CBuild_Monolithic::CBuild_Monolithic() = default;
+
 void CBuild_Monolithic::Init(IProperties* newProperties, IArray_int32* nodes) {
   PLINTH_FRAME(Configuration) {
     if (nodes == nullptr || nodes->GetCount() != kNeutrals) {
@@ -45,6 +47,8 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
 }
 
 using CBuild_CMYK = CAlternateNeutral::COperator::CBuild_CMYK;
+
+CBuild_CMYK::CBuild_CMYK() = default;
 
 Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
   unsigned char* volatile bytes = nullptr;

@@ -58,6 +58,8 @@ IArray_int32* CBuild_N_5_9_17::BuildArray_int32_Nodes_17Cubed(IArray_int32* neut
   return cube;
 }
 
+CBuild_N_5_9_17::CBuild_N_5_9_17() = default;
+
 Operators* CBuild_N_5_9_17::Resolve(Operators* operators, IProperties* properties,
                                     IVeltune* veltune) {
   PLINTH_FRAME(Configuration) {
@@ -82,6 +84,8 @@ Operators* CBuild_N_5_9_17::Resolve(Operators* operators, IProperties* propertie
 }
 
 using CBuild_Monolithic = CChannelMap::COperator::CBuild_Monolithic;
+
+CBuild_Monolithic::CBuild_Monolithic() = default;
 
 void CBuild_Monolithic::Init(IProperties* newProperties, IArray_int32* nodes) {
   PLINTH_FRAME(Configuration) {
@@ -206,6 +210,8 @@ IArray_int32* CBuild_Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(IPropert
 }
 
 using CModify_Subtract = CChannelMap::COperator::CModify_Subtract;
+
+CModify_Subtract::CModify_Subtract() = default;
 
 Operators* CModify_Subtract::Resolve(Operators* operators, IProperties* properties,
                                      IVeltune* veltune) {

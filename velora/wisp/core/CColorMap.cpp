@@ -54,6 +54,8 @@ void FillPlane(const int* nodes, uint16_t* plane) {
 
 using CBuild_CMYK = CColorMap::COperator::CBuild_CMYK;
 
+CBuild_CMYK::CBuild_CMYK() = default;
+
 Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
   unsigned char* volatile bytes = nullptr;
   PLINTH_FRAME(Configuration) {

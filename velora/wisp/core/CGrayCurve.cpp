@@ -70,6 +70,8 @@ void CGrayCurveData::Reset() {
 
 using CFromData = CGrayCurve::COperator::CFromData;
 
+CFromData::CFromData() = default;
+
 void CFromData::Init(IArray_uint8* nodes) { InitBytes(nullptr, nodes); }
 
 IArray_uint8* CFromData::GetArray_uint8_Nodes_GrayCurve_Encoded() const { return GetBytes(); }

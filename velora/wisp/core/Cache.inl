@@ -18,12 +18,6 @@ using namespace plinth::v1::api::_exports::common::exception;
 // ---- entries
 
 template <class Kind>
-CVeltune::Cache<Kind>::Bucket::Entry::Entry() : m_pPrintModeMapping(nullptr) {}
-
-template <class Kind>
-CVeltune::Cache<Kind>::Bucket::Entry::~Entry() = default;
-
-template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::Entry::Init(const char* pathname,
                                                 api::IPrintModeMapping* mapping, Kind* component) {
   this->BeginInit();
@@ -89,12 +83,6 @@ void CVeltune::Cache<Kind>::Bucket::Entry::Delete() {
 }
 
 // ---- buckets
-
-template <class Kind>
-CVeltune::Cache<Kind>::Bucket::Bucket() : m_nMaxEntries(0) {}
-
-template <class Kind>
-CVeltune::Cache<Kind>::Bucket::~Bucket() = default;
 
 template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::Init(int maxEntries) {
@@ -186,12 +174,6 @@ void CVeltune::Cache<Kind>::Bucket::Delete() {
 }
 
 // ---- the cache
-
-template <class Kind>
-CVeltune::Cache<Kind>::Cache() = default;
-
-template <class Kind>
-CVeltune::Cache<Kind>::~Cache() = default;
 
 template <class Kind>
 void CVeltune::Cache<Kind>::InitBlank(int indices) {

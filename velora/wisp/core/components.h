@@ -29,6 +29,7 @@ using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 template <class Class, class Interface>
 class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(CTable);
   unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
 };
 
@@ -145,8 +146,8 @@ using CNodes_Complete = CNodes<api::INodes_Complete>;
 template <class Interface>
 class CChannelData : public plinth::v1::core::CObject, public virtual Interface {
  public:
-  CChannelData();
-  ~CChannelData() override;
+  [[gnu::always_inline]] CChannelData() : m_WISPColorMapChannel() {}
+  PLINTH_INLINE_DESTRUCTION(CChannelData);
   using Interface::Init;
   void Init() override;
   void Init(const WISPColorMapChannel* channel, IArray_int32* nodes) override;
@@ -167,8 +168,9 @@ class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
  public:
   using Record = typename Interface::Record;
 
-  CRecordData();
-  ~CRecordData() override;
+  [[gnu::always_inline]] CRecordData()
+      : m_nSize(0), m_pRecord(nullptr), m_bOwned(false), m_nChecksum(0) {}
+  PLINTH_INLINE_DESTRUCTION(CRecordData);
   using Interface::Init;
   void Init() override;
   void Init(int size, unsigned char* record, bool owned) override;
@@ -205,6 +207,7 @@ class CChannelMap::COperator::CBuild_N_5_9_17
     : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17,
                            api::TypeIds::kChannelMap_Operator_Build_N_5_9_17> {
  public:
+  CBuild_N_5_9_17();
   // The recipe reads, from its start: neutral, seed, deltas of 9, deltas of 17, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
   static IArray_int32* BuildArray_int32_Nodes_17Cubed(IArray_int32* neutrals, IArray_int32* seeds,
@@ -218,6 +221,7 @@ class CChannelMap::COperator::CBuild_Monolithic
  public:
   using Base = CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic,
                                 api::TypeIds::kChannelMap_Operator_Build_Monolithic>;
+  CBuild_Monolithic();
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   void Init_Subtract(IProperties* properties, IProperties* propertiesA, IArray_int32* nodesA,
@@ -234,6 +238,7 @@ class CChannelMap::COperator::CModify_Subtract
     : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract,
                            api::TypeIds::kChannelMap_Operator_Modify_Subtract> {
  public:
+  CModify_Subtract();
   // The recipe reads, from its start: a, b, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
@@ -253,6 +258,7 @@ class CColorMap::COperator::CBuild_CMYK
     : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK,
                            api::TypeIds::kColorMap_Operator_Build_CMYK> {
  public:
+  CBuild_CMYK();
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
@@ -288,6 +294,7 @@ class CGrayCurve::COperator::CFromData
  public:
   using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData,
                                 api::TypeIds::kGrayCurve_Operator_FromData>;
+  CFromData();
   using Base::Init;
   void Init(IArray_uint8* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -311,6 +318,7 @@ class CAlternateNeutralChannel::COperator::CBuild_Monolithic
  public:
   using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
                                 api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic>;
+  CBuild_Monolithic();
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -330,6 +338,7 @@ class CAlternateNeutral::COperator::CBuild_CMYK
     : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK,
                            api::TypeIds::kAlternateNeutral_Operator_Build_CMYK> {
  public:
+  CBuild_CMYK();
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 

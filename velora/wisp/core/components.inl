@@ -75,12 +75,6 @@ IArray_int32* CNodes<Interface>::COperator::CFromData::TakeData() {
 // ---- data
 
 template <class Interface>
-CChannelData<Interface>::CChannelData() : m_WISPColorMapChannel() {}
-
-template <class Interface>
-CChannelData<Interface>::~CChannelData() = default;
-
-template <class Interface>
 void CChannelData<Interface>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
@@ -137,15 +131,6 @@ void CChannelData<Interface>::Delete() {
 
 // The sum of the bytes in [from..to) as unsigned ones.
 unsigned int SumBytes(const unsigned char* bytes, int from, int to);
-
-template <class Interface>
-CRecordData<Interface>::CRecordData()
-    : m_nSize(0), m_pRecord(nullptr), m_bOwned(false), m_nChecksum(0) {}
-
-template <class Interface>
-CRecordData<Interface>::~CRecordData() {
-  FreeRecord();
-}
 
 template <class Interface>
 void CRecordData<Interface>::FreeRecord() {

@@ -10,6 +10,8 @@ namespace velora::v1::wisp::core {
 
 namespace properties {
 
+CNodeCount::CNodeCount() = default;
+
 void CNodeCount::SetNodeCount(api::ENodeCount::Enum count) {
   CheckThis();
   api::ENodeCount::Check(count);

@@ -94,6 +94,7 @@ WISP_PROPERTIES(WISP_PROPERTY)
 class CNodeCount : public common::core::CPropertyOf<Configuration, api::properties::INodeCount,
                                                     api::TypeIds::kNodeCount> {
  public:
+  CNodeCount();
   void SetNodeCount(api::ENodeCount::Enum count) override;
 };
 

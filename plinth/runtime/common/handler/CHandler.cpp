@@ -8,12 +8,6 @@ namespace {
 using Configuration = FlatConfiguration;
 }
 
-IHandler::~IHandler() = default;
-
-CHandler::CHandler() : valid(false) {}
-
-CHandler::~CHandler() = default;
-
 bool CHandler::Init() {
   Delete();
   valid = true;

@@ -10,8 +10,6 @@ namespace {
 using Configuration = FlatConfiguration;
 }
 
-IHandler_Memory::~IHandler_Memory() = default;
-
 CHandler_Memory::CHandler_Memory() : debug(nullptr) {}
 
 CHandler_Memory::~CHandler_Memory() = default;

@@ -10,12 +10,6 @@ namespace {
 using Configuration = FlatConfiguration;
 }
 
-IHandler_String::~IHandler_String() = default;
-
-CHandler_String::CHandler_String() = default;
-
-CHandler_String::~CHandler_String() = default;
-
 int CHandler_String::Vsnprintf_GetRequiredSize(const char*, va_list) {
   PLINTH_RAISE(CException_NotImplemented);
 }
