@@ -4,10 +4,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
 IHandler_File::~IHandler_File() = default;
 
 CHandler_File::CHandler_File() = default;
