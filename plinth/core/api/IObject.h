@@ -13,13 +13,15 @@
 // resets it to blank; `Destroy` lets go of it. A failed `Init` leaves the object blank.
 #pragma once
 
+#include "velora/export.h"
+
 namespace plinth::v1::core {
 class CObject;
 }
 
 namespace plinth::v1::api {
 
-class IObject {
+class VELORA_API IObject {
  public:
   virtual void Init() = 0;
   virtual ~IObject();
