@@ -82,6 +82,7 @@ target_link_libraries(velora PRIVATE $<BUILD_INTERFACE:velora_settings>
 target_include_directories(
   velora INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velora-1>)
 set_target_properties(
   velora

@@ -24,8 +24,10 @@ if(CCACHE)
 endif()
 
 add_library(velora_settings INTERFACE)
-target_include_directories(velora_settings INTERFACE ${PROJECT_SOURCE_DIR}
-                                                     ${PROJECT_SOURCE_DIR}/include)
+configure_file(cmake/version.h.in ${PROJECT_BINARY_DIR}/include/velora/version.h @ONLY)
+target_include_directories(
+  velora_settings INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include
+                            ${PROJECT_BINARY_DIR}/include)
 target_compile_options(
   velora_settings
   INTERFACE -Wall -Wextra -Werror

@@ -12,6 +12,7 @@
 #include <mutex>
 #include <thread>
 
+#include "plinth/runtime/api/BootRecord.h"
 #include "tests/shared_library/ink_printer.h"
 #include "tests/support/process_heap.h"
 

@@ -13,6 +13,8 @@
 // resets it to blank; `Destroy` lets go of it. A failed `Init` leaves the object blank.
 #pragma once
 
+#include "velora/export.h"
+
 // Construction and destruction of a class of the two trees: nothing to do but for its fields, and
 // always inline. Where one is called as a base's, the class of the object needs a virtual table of
 // its own for each of its bases: kilobytes a class, which nothing else uses.
@@ -28,7 +30,7 @@ class CObject;
 
 namespace plinth::v1::api {
 
-class IObject {
+class VELORA_API IObject {
  public:
   [[gnu::always_inline]] IObject() = default;
   virtual void Init() = 0;

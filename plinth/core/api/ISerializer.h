@@ -17,7 +17,7 @@ class ISerializer : public virtual IObject {
       Reversed = 1,    // the bytes of each int32_NoVLQ are reversed against memory order
       MemoryOrder = 2  // they are kept
     };
-    static void Check(Enum value);
+    VELORA_API static void Check(Enum value);
   };
 
   using IObject::Init;

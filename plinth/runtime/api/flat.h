@@ -2,7 +2,7 @@
 // Room: plinth/runtime. Results as velora.h tells them; nothing here raises.
 #pragma once
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "velora/velora.h"
 
 // Defines Initialize, Cleanup_Thread and Cleanup_Process of a velora layer in both forms. The

@@ -1,6 +1,6 @@
 #include "plinth/runtime/api/CThreadContextManager.h"
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/IBootManager.h"
 #include "plinth/runtime/api/placement.h"
 
@@ -9,6 +9,7 @@ namespace plinth::v1::api {
 using Bucket = CThreadContextManager::Bucket;
 
 namespace boot_manager {
+template <>
 void PlacementDelete(IBootManager* bootManager, Bucket::Entry* entry) {
   if (entry != nullptr) {
     RemoveRef(entry->jumpManager, bootManager);
@@ -88,7 +89,7 @@ CJumpManager* CThreadContextManager::GetJumpManager() const {
   return jumpManager;
 }
 
-bool CThreadContextManager::RegisterThread(IBootManager* bootManager, CJumpManager* shared) {
+bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
   if (!IsUsable()) {
     return false;
   }
@@ -96,12 +97,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager, CJumpManag
   bool known = FindEntry() != nullptr;
   const int threadId = threadManager->GetThreadHandle();
   if (!known && threadId != 0) {
-    CJumpManager* jumpManager = shared;
-    if (jumpManager != nullptr) {
-      ++jumpManager->refCount;
-    } else {
-      jumpManager = new (bootManager, false) CJumpManager;
-    }
+    CJumpManager* jumpManager = new (bootManager, false) CJumpManager;
     Bucket* bucket = BucketOf(threadId);
     if (jumpManager != nullptr && bucket->valid && bucket->capacity > 0 &&
         bucket->count != bucket->capacity) {
@@ -143,7 +139,7 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   semaphoreManager->Semaphore_Release(semaphore);
 }
 
-void CThreadContextManager::Delete() { Delete(ResidentBootManager()); }
+void CThreadContextManager::Delete() { Delete(Booted().bootManager); }
 
 void CThreadContextManager::Delete(IBootManager* bootManager) {
   const bool guarded = semaphore != nullptr && semaphoreManager != nullptr;

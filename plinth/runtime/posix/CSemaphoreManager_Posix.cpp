@@ -2,7 +2,7 @@
 
 #include <stdint.h>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api {
@@ -22,7 +22,7 @@ bool CSemaphoreManager_Posix::Init() {
 }
 
 void CSemaphoreManager_Posix::Destroy() {
-  boot_manager::PlacementDelete(ResidentBootManager(), this);
+  boot_manager::PlacementDelete(Booted().bootManager, this);
 }
 
 void* CSemaphoreManager_Posix::Semaphore_Create(int) const {

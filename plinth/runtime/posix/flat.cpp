@@ -7,16 +7,14 @@ using namespace plinth::v1::api;
 
 BootRecord* _plinth_v1_Boot_Posix_So(void) { return Boot(Slots<FlatConfiguration>()); }
 
-void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* record) {
-  FreeBootRecord(Slots<FlatConfiguration>(), record);
-}
+void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* record) { FreeBootRecord(record); }
 
 int _plinth_v1_Try_Posix_So(void (*body)(void*), void* context) {
   constexpr int kUnknownThread = -1;
   if (body == nullptr) {
     return CException_Parameter_Invalid::kCode;
   }
-  if (JumpManager<FlatConfiguration>() == nullptr) {
+  if (JumpManager() == nullptr) {
     return kUnknownThread;
   }
   volatile int code = 0;

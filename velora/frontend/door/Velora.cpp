@@ -2,12 +2,12 @@
 
 #include <string.h>
 
+#include "plinth/runtime/api/frame.h"
 #include "velora/frontend/door/library.h"
 #include "velora/frontend/toolkit/message.h"
 
 namespace {
 
-using Configuration = plinth::v1::api::FrontEndConfiguration;
 using namespace plinth::v1::api::_exports::common::exception;
 using plinth::v1::api::Defer;
 using plinth::v1::api::Frame;
@@ -18,8 +18,8 @@ namespace fenn = velora::v2::fenn::api;
 template <class Body>
 bool Guard(const char* function, int line, Body body) {
   volatile bool done = false;
-  PLINTH_FRAME(Configuration) {
-    PLINTH_FRAME(Configuration) {
+  PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
+    PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
       body(frame);
       done = true;
     }

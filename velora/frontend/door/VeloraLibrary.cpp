@@ -11,60 +11,27 @@ fenn::IPrintModeMappings* g_pPrintModeMappings = nullptr;
 
 namespace {
 
-using Configuration = plinth::v1::api::FrontEndConfiguration;
-using Foundation = plinth::v1::api::Configuration;
-using namespace plinth::v1::api::_exports::common::exception;
-using plinth::v1::api::Boot;
-using plinth::v1::api::BootSlots;
-using plinth::v1::api::CleanupProcess;
-using plinth::v1::api::CleanupThread;
-using plinth::v1::api::FlatConfiguration;
-using plinth::v1::api::FreeBootRecord;
-using plinth::v1::api::Initialize;
-using plinth::v1::api::ShareThread;
-using plinth::v1::api::Slots;
+using namespace plinth::v1::api;
 
 constexpr char kInitLibrary[] = "initLibrary";
 
-// This thread was made known to a flat block with another boot than the front end's.
-bool addedToFlatBlock = false;
+// What the library has opened, to be closed when it goes down.
+Visit visit = {};
 
-BootSlots& FrontEnd() { return Slots<Configuration>(); }
-
-// Frames of every layer that a call passes must meet on one stack of environments, also where an
-// earlier call has left a block with another boot: the flat block for the handlers, the
-// foundation's, and the toner layer's.
-bool ShareThreadWithLayers() {
-  BootSlots& flat = Slots<FlatConfiguration>();
-  const bool known =
-      flat.threadContextManager == nullptr || flat.threadContextManager->FindEntry() != nullptr;
-  if (!ShareThread(flat, FrontEnd())) {
+// Fills the front end's block, from the given boot if there is one, and opens the layers.
+bool OpenLayers(BootRecord* given) {
+  BootSlots& frontEnd = Slots<FrontEndConfiguration>();
+  if (given != nullptr &&
+      (!Initialize(frontEnd, given) || _plinth_v1_Initialize_Posix_Lib(given) == 0)) {
+    Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
     return false;
   }
-  addedToFlatBlock = !known;
-  return ShareThread(Slots<Foundation>(), FrontEnd()) &&
-         ShareThread(Slots<fenn::Configuration>(), FrontEnd());
-}
-
-void CloseLayers() {
-  _velora_v2_Cleanup_Thread_Posix_Lib();
-  _plinth_v1_Cleanup_Thread_Posix_Lib();
-  if (addedToFlatBlock) {
-    CleanupThread(Slots<FlatConfiguration>());
-    addedToFlatBlock = false;
-  }
-  CleanupThread(FrontEnd());
-  _velora_v2_Cleanup_Process_Posix_Lib();
-  _plinth_v1_Cleanup_Process_Posix_Lib();
-  CleanupProcess(FrontEnd());
-}
-
-bool OpenLayers(BootRecord* record) {
-  const bool open = _plinth_v1_Initialize_Posix_Lib(record) != 0 &&
-                    _velora_v2_Initialize_Posix_Lib(record) != 0 && ShareThreadWithLayers();
-  FreeBootRecord(FrontEnd(), record);
+  BootRecord* record = Boot(frontEnd);
+  const bool open =
+      _plinth_v1_Initialize_Posix_Lib(record) != 0 && _velora_v2_Initialize_Posix_Lib(record) != 0;
+  FreeBootRecord(record);
   if (!open) {
-    CloseLayers();
+    Ctr::PrintLine(kInitLibrary, 186, "Could not initialize Velora library");
   }
   return open;
 }
@@ -73,7 +40,7 @@ bool MakeFactory() {
   fenn::_factory::IFactory* volatile factory = nullptr;
   fenn::IPrintModeMappings* volatile mappings = nullptr;
   volatile bool made = false;
-  PLINTH_FRAME(Configuration) {
+  PLINTH_FRAME(FrontEndConfiguration) {
     factory = static_cast<fenn::_factory::IFactory*>(_velora_v2_CreateFactory_Posix_Lib());
     factory->Init();
     mappings = factory->CreatePrintModeMappings();
@@ -98,19 +65,12 @@ bool MakeFactory() {
 }  // namespace
 
 bool initLibrary(void* pBootRecord) {
-  if (pBootRecord != nullptr) {
-    BootRecord* given = static_cast<BootRecord*>(pBootRecord);
-    if (!Initialize(FrontEnd(), given) || _plinth_v1_Initialize_Posix_Lib(given) == 0) {
-      Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
-      return false;
-    }
+  visit = Enter();
+  if (OpenLayers(static_cast<BootRecord*>(pBootRecord)) && MakeFactory()) {
+    return true;
   }
-  BootRecord* record = Boot(FrontEnd());
-  if (record == nullptr || !OpenLayers(record)) {
-    Ctr::PrintLine(kInitLibrary, 186, "Could not initialize Velora library");
-    return false;
-  }
-  return MakeFactory();
+  Leave(visit);
+  return false;
 }
 
 void releaseLibrary() {
@@ -122,7 +82,7 @@ void releaseLibrary() {
     g_pFactory->Destroy();
     g_pFactory = nullptr;
   }
-  CloseLayers();
+  Leave(visit);
 }
 
 fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVariant,
@@ -133,7 +93,7 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
     return nullptr;
   }
   fenn::IVeltune* volatile veltune = nullptr;
-  PLINTH_FRAME(Configuration) {
+  PLINTH_FRAME(FrontEndConfiguration) {
     constexpr int kRecordType = 3;
     constexpr auto kEndianness = fenn::ISerializer::ETargetEndianness::Reversed;
     fenn::ISerializerHelper* helper = Defer(frame, g_pFactory->CreateSerializerHelper());

@@ -12,10 +12,11 @@ extern velora::v2::fenn::api::_factory::IFactory* g_pFactory;
 extern velora::v2::fenn::api::IPrintModeMappings* g_pPrintModeMappings;
 
 // Fills the front end's block, from the given boot or by a boot of its own, and makes factory and
-// mappings. After a failure releaseLibrary puts down what came up.
+// mappings. A failure leaves nothing open that was not.
 bool initLibrary(void* pBootRecord);
 
-// Releases all of that. Harmless when the library is down.
+// Releases all of that, and leaves open what initLibrary found open. Harmless when the library is
+// down.
 void releaseLibrary();
 
 // Reads the packs and makes the object of one request, with a reference for the caller; null, with

@@ -191,7 +191,7 @@ class IDropsPerLevel : public virtual IProperty {
 // ---- print mode
 
 // One print mode in the caller's numbering: a canonical object, whose identity is the print mode.
-class IPrintModeMapping {
+class VELORA_API IPrintModeMapping {
  public:
   virtual void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality,
                     unsigned int penSet, PT_data_source source) = 0;
@@ -208,7 +208,7 @@ class IPrintModeMapping {
 
 // The table of all print modes. Owns its 1620 mappings, which outlive whatever points to them only
 // as long as the table does.
-class IPrintModeMappings {
+class VELORA_API IPrintModeMappings {
  public:
   static constexpr int kMedia = 9;
   static constexpr int kSubtypes = 6;

@@ -7,10 +7,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
 bool CHandler_Debug::Init() { return false; }
 
 bool CHandler_Debug::Init(IHandler_File* fileHandler) {

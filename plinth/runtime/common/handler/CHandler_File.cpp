@@ -4,10 +4,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
 void* CHandler_File::Open(const char*, int) { PLINTH_RAISE(CException_NotImplemented); }
 
 int CHandler_File::GetSize(void*) { PLINTH_RAISE(CException_NotImplemented); }

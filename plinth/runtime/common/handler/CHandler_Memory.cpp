@@ -6,10 +6,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
 CHandler_Memory::CHandler_Memory() : debug(nullptr) {}
 
 CHandler_Memory::~CHandler_Memory() = default;

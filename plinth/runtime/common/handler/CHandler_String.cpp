@@ -6,10 +6,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
 int CHandler_String::Vsnprintf_GetRequiredSize(const char*, va_list) {
   PLINTH_RAISE(CException_NotImplemented);
 }
