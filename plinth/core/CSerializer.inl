@@ -259,11 +259,11 @@ void CSerializer<Configuration>::Transition(typename EState::Enum target) {
 // each in order of creation.
 template <class Configuration>
 void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
+  CheckThis();
+  if (state != EState::Working || deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    CheckThis();
-    if (state != EState::Working || deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     IList_Dictionary* rest = Defer(frame, NewList_Dictionary());
     rest->Append(working->allDictionaries.Get());
     const int total = rest->GetCount();
@@ -300,35 +300,47 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     deduplicated.Take(HandOver(frame, next));
     state = EState::Deduplicated;
   }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
+  }
   PLINTH_END
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Transition_SerializedToDeduplicated() {
+  if (state != EState::Serialized || deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    if (state != EState::Serialized || deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     Deduplicated* next = Defer(frame, CreateState_Deduplicated());
     next->Init(this, serialized->reverse, serialized->dictionaries.Get(),
                serialized->entries.Get());
     deduplicated.Take(HandOver(frame, next));
     state = EState::Deduplicated;
   }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
+  }
   PLINTH_END
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
+  if (state != EState::Deduplicated || serialized) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    if (state != EState::Deduplicated || serialized) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     Serialized* next = Defer(frame, CreateState_Serialized());
     next->Init(deduplicated->reverse, deduplicated->dictionaries.Get(),
                deduplicated->entries.Get());
     serialized.Take(HandOver(frame, next));
     state = EState::Serialized;
+  }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
   }
   PLINTH_END
 }
