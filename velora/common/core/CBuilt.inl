@@ -49,15 +49,14 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
   if (step->IsOperator()) {
-    using Producer = typename api::IRecipe<Configuration>::template IProducer<Data>;
-    auto* producer = dynamic_cast<Producer*>(step);
+    auto* producer = dynamic_cast<Produces<Data>*>(step);
     if (!Accepts(type) || producer == nullptr) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     if (newProperties == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    producer->Resolve(operators, newProperties, veltune);
+    step->Resolve(operators, newProperties, veltune);
     data.Take(producer->TakeData());
   } else {
     if (!Interface::kMayRefer || type != Interface::kType) {

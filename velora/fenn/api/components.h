@@ -46,8 +46,9 @@ class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> 
  public:
   struct IOperator {
     // The bytes, stored.
-    class IFromData : public virtual IRecipe::IProducer<IArray_uint8> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
+      using Data = IArray_uint8;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
@@ -94,8 +95,9 @@ class IGrayCurve : public virtual common::api::IBuilt<Configuration, IGrayCurveD
       void DestroyGrayCurveData() { DestroyData(); }
     };
     // Stored bytes that a pack can hold and that make no table: asked for data, they have none.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IGrayCurveData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
+      using Data = IGrayCurveData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
@@ -122,8 +124,9 @@ class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMa
       void DestroyChannelMapData() { DestroyData(); }
     };
     // As the gray curve's.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
+      using Data = IChannelMapData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,

@@ -83,8 +83,9 @@ class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
  public:
   struct IOperator {
     // The bytes, stored.
-    class IFromData : public virtual IRecipe::IProducer<IArray_int32> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
+      using Data = IArray_int32;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* encoded) = 0;
@@ -126,8 +127,9 @@ class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMa
     using IBuild_N_5_9_17 = IBuild;
     using IModify_Subtract = IBuild;
     // A whole channel as one string of bytes.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
+      using Data = IChannelMapData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual IChannelMapData* GetData() const = 0;
@@ -172,8 +174,9 @@ class IColorMap : public virtual ITable<IColorMapData>, public Kind<25, 117, 13,
 class IGrayCurve : public virtual ITable<IGrayCurveData>, public Kind<26, 118, 14, true, 93> {
  public:
   struct IOperator {
-    class IFromData : public virtual IRecipe::IProducer<IGrayCurveData> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
+      using Data = IGrayCurveData;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
@@ -195,8 +198,9 @@ class IAlternateNeutralChannel
       public Kind<27, 119, 15, true, 94> {
  public:
   struct IOperator {
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IAlternateNeutralChannelData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
+      using Data = IAlternateNeutralChannelData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
