@@ -144,6 +144,10 @@ TEST_F(InkWords, ANodeCountIsReadAndReplaced) {
   EXPECT_EQ(CodeOf([&] { reader->GetComponentRole(all); }), kGeneral);
   EXPECT_EQ(CodeOf([&] { reader->SetNodeCount(all, wisp::ENodeCount::Enum(9)); }), kGeneral);
   EXPECT_EQ(CodeOf([&] { reader->GetDeltaRange(nullptr); }), kParameter);
+  auto* blank = Keep(factory->CreatePropertiesHelper());
+  EXPECT_EQ(CodeOf([&] { blank->GetDeltaRange(nullptr); }), kParameter) << "asked first";
+  EXPECT_EQ(CodeOf([&] { blank->GetNodeCount(nullptr); }), kParameter);
+  EXPECT_EQ(CodeOf([&] { blank->GetNodeCount(all); }), kThis);
 }
 
 TEST_F(InkWords, DropsPerLevelAreAReferenceToBytes) {

@@ -110,11 +110,23 @@ auto CConditions<Configuration>::CTaking::Resolve(Operators* operators,
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Element* rest = operators->GetTail();
-  this->ResolveBefore(&rest, parameters);
-  while (operators->GetTail() != rest) {
-    operators->Remove(operators->GetTail());
-  }
+  TakeBefore(operators, &rest, parameters);
   return operators;
+}
+
+// What a failed resolving has taken is off the list as well.
+template <class Configuration>
+void CConditions<Configuration>::CTaking::TakeBefore(Operators* operators, Element** rest,
+                                                     IPrintModeParameters* parameters) {
+  PLINTH_FRAME(Configuration) {
+    this->ResolveBefore(rest, parameters);
+  }
+  PLINTH_TAIL {
+    while (operators->GetTail() != *rest) {
+      operators->Remove(operators->GetTail());
+    }
+  }
+  PLINTH_END
 }
 
 template <class Configuration>

@@ -203,21 +203,21 @@ CPropertiesHelper<Configuration>::~CPropertiesHelper() = default;
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetChannel(Properties* properties) const ->
     typename api::EChannel<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CChannel<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetComponentVersion(Properties* properties) const ->
     typename api::EComponentVersion<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CComponentVersion<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetVariant(Properties* properties) const ->
     typename api::EVariant<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CVariant<Configuration>>(properties)->GetValue();
 }
 
@@ -225,8 +225,16 @@ template <class Configuration>
 api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Properties* properties,
                                                                              int type,
                                                                              bool required) const {
-  this->CheckThis();
+  CheckAsked(properties);
   return FindProperty<Configuration>(properties, type, required);
+}
+
+template <class Configuration>
+void CPropertiesHelper<Configuration>::CheckAsked(const Properties* properties) const {
+  if (properties == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
 }
 
 template <class Configuration>

@@ -238,6 +238,16 @@ VELORA_PACK bool VELORA_PACK_OF::IsLessThan(Pack*) const {
   PLINTH_RAISE(CException_NotImplemented);
 }
 
+VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+
+VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+  Base::CheckMembers();
+  if (compressedSize > Vocabulary<Configuration>::kMaxPayload ||
+      uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
 VELORA_PACK void VELORA_PACK_OF::Reset() {
   Base::Reset();
   schema = Schema();

@@ -128,18 +128,16 @@ VELORA_PACK void VELORA_PACK_OF::WriteFile(api::IArray_uint8* compressed, int im
   using Layout = PackLayout<Configuration>;
   using Words = Vocabulary<Configuration>;
   const int streamSize = compressed->GetCount();
-  if (streamSize > Words::kMaxPayload) {
-    PLINTH_RAISE(CException_General);
-  }
   const int size = Layout::kHeaderSize + streamSize;
-  if (size > Layout::kHeaderSize + Words::kMaxPayload) {
+  fileSize = Layout::kHeaderSize;
+  this->compressedSize = streamSize;
+  if (streamSize > Words::kMaxPayload) {
     PLINTH_RAISE(CException_General);
   }
   unsigned char* bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
                               true) unsigned char[static_cast<size_t>(size)];
   fileBytes = bytes;
   fileSize = size;
-  this->compressedSize = streamSize;
   bytes[Layout::kSchema] = static_cast<unsigned char>(this->schema);
   bytes[Layout::kFamily] = static_cast<unsigned char>(this->family);
   bytes[Layout::kChannel] = static_cast<unsigned char>(this->channel);
@@ -164,12 +162,12 @@ VELORA_PACK void VELORA_PACK_OF::DropFile() {
   fileSize = 0;
 }
 
-VELORA_PACK void VELORA_PACK_OF::CheckThis() const {
-  this->CheckMembers();
+VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+
+VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+  Base::CheckMembers();
   const bool complete = initializing || (static_cast<bool>(Slot<Kinds>()) && ...);
-  if (!complete || this->compressedSize > Vocabulary<Configuration>::kMaxPayload ||
-      this->uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed || fileSize < 0 ||
-      (fileBytes != nullptr) != (fileSize > 0)) {
+  if (!complete || fileSize < 0 || (fileBytes != nullptr) != (fileSize > 0)) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }

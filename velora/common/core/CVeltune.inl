@@ -59,6 +59,11 @@ void CVeltune<Configuration>::SetBuildChain(const api::BuildChain* chain) {
 
 template <class Configuration>
 void CVeltune<Configuration>::CheckThis() const {
+  CheckMembers();
+}
+
+template <class Configuration>
+void CVeltune<Configuration>::CheckMembers() const {
   if (!valid || !parameters) {
     PLINTH_RAISE(CException_This_Invalid);
   }

@@ -225,8 +225,10 @@ api::IPrintModeMapping* CVeltune::GetPrintModeMapping(api::IPrintModeParameters*
 FENN_KINDS(FENN_LOCATOR)
 #undef FENN_LOCATOR
 
-void CVeltune::CheckThis() const {
-  Base::CheckThis();
+void CVeltune::CheckThis() const { CheckMembers(); }
+
+void CVeltune::CheckMembers() const {
+  Base::CheckMembers();
   if (!velcases || rawData == nullptr || processing == nullptr || !combined) {
     PLINTH_RAISE(CException_This_Invalid);
   }

@@ -389,8 +389,10 @@ api::IPrintModeMapping* CVeltune::GetPrintModeMapping() const {
   return GetPrintModeParameters()->GetPrintModeMapping();
 }
 
-void CVeltune::CheckThis() const {
-  Base::CheckThis();
+void CVeltune::CheckThis() const { CheckMembers(); }
+
+void CVeltune::CheckMembers() const {
+  Base::CheckMembers();
   if (!m_pArray_Velcases || !m_pVelcase_Combined || !m_pCache_ColorMap || !m_pCache_GrayCurve ||
       !m_pCache_AlternateNeutral) {
     PLINTH_RAISE(CException_This_Invalid);

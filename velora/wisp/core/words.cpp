@@ -55,7 +55,7 @@ CPropertiesHelper::~CPropertiesHelper() = default;
 
 void CPropertiesHelper::SetNodeCount(api::IProperties* properties,
                                      api::ENodeCount::Enum count) const {
-  CheckThis();
+  CheckAsked(properties);
   PropertyValues::SetNodeCount(properties, count);
 }
 
@@ -76,7 +76,7 @@ WISP_VALUE(api::EResolution::Enum, Resolution)
 
 #define WISP_ASK(Type, Name)                                              \
   Type CPropertiesHelper::Get##Name(api::IProperties* properties) const { \
-    CheckThis();                                                          \
+    CheckAsked(properties);                                               \
     return PropertyValues::Get##Name(properties);                         \
   }
 WISP_ASK(api::EComponentRole::Enum, ComponentRole)
