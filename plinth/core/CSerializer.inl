@@ -118,7 +118,7 @@ void CSerializer<Configuration>::Init() {
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile api::Frame&) {
     if (serializerHelper == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -130,19 +130,14 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                      Working(endianness == ETargetEndianness::Reversed));
     working->Init();
     state = EState::Working;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness, int size,
                                       unsigned char* data, bool owned) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile api::Frame&) {
     if (serializerHelper == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -153,12 +148,7 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
     serialized.Take(CreateState_Serialized());
     serialized->Init(endianness == ETargetEndianness::Reversed, size, data, owned);
     state = EState::Serialized;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Configuration>

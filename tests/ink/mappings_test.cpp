@@ -40,6 +40,8 @@ TEST_F(InkWords, MappingsStandInOrderAndFallBackFieldByField) {
   }
   EXPECT_EQ(mappings->GetAt(-1), nullptr);
   EXPECT_EQ(mappings->GetAt(1620), nullptr);
+  mappings->GetAt(7)->Destroy();  // it ends with the table
+  EXPECT_EQ(mappings->FindPlace(mappings->GetAt(7)), 7);
 }
 
 TEST_F(InkWords, ABlankTableAndANullRecordAreRefused) {

@@ -15,6 +15,7 @@ VELORA_BUILT VELORA_BUILT_OF::CBuilt() : Component(Interface::kType), printModeM
 VELORA_BUILT VELORA_BUILT_OF::~CBuilt() = default;
 
 VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
+  this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != Interface::kType) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -71,14 +72,9 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
 
 VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newProperties,
                                         IVeltune* veltune) -> Operators* {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     InitWithin(frame, operators, newProperties, veltune);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
   return operators;
 }
 

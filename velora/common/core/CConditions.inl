@@ -23,10 +23,7 @@ void CConditions<Configuration>::COperator::Init(IOperator* other) {
 
 template <class Configuration>
 void CConditions<Configuration>::COperator::Init(int, api::ISerializer* serializer, void*) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  plinth::v1::core::CObject::Init();
+  this->InitFrom(serializer, [] {});
 }
 
 template <class Configuration>

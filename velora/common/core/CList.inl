@@ -20,37 +20,27 @@ VELORA_LIST VELORA_LIST_OF::~CList() = default;
 VELORA_LIST void VELORA_LIST_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
+  this->BeginInit();
   if (newArray == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   array.Share(newArray);
+  this->valid = true;
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
-  PLINTH_FRAME(Configuration) {
-    if (other == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
     array.Take(Create<Configuration, plinth::v1::core::CArray<Configuration, T>>());
     array->Init(other->GetArray());
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(int, api::ISerializer* serializer, void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
-      serializer->Deserialize_Serializeable(kArrayType, context)));
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
+        serializer->Deserialize_Serializeable(kArrayType, context)));
+  });
 }
 
 VELORA_LIST void VELORA_LIST_OF::Append(List* other) {

@@ -44,6 +44,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness
 VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
                                       Version newVersion, api::ISerializerHelper* helper,
                                       Endianness endianness) {
+  this->BeginInit();
   api::EVelcaseSchema<Configuration>::Check(newSchema);
   api::ESupplyFamily<Configuration>::Check(newFamily);
   if constexpr (Vocabulary<Configuration>::kChecksChannelFirst) {
@@ -60,6 +61,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int ne
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -81,7 +83,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                       Endianness endianness, Family expected,
                                       const char* newPathname) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -94,12 +96,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     pathname->Init(length + 1);
     snprintf(reinterpret_cast<char*>(pathname->GetElements()), static_cast<size_t>(length) + 1,
              "%s", newPathname);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
@@ -111,7 +108,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
                                       Endianness endianness, Family expected, unsigned int extent) {
   using Words = Vocabulary<Configuration>;
   using Layout = PackLayout<Configuration>;
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
         extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -173,12 +170,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     for (int i = 0; i < size; ++i) {
       checksum += data[i];
     }
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {

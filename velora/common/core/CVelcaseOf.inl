@@ -15,21 +15,15 @@ VELORA_PACK VELORA_PACK_OF::~CVelcaseOf() { DropFile(); }
 VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
                                       Version newVersion, api::ISerializerHelper* helper,
                                       Endianness endianness, ListOf<Kinds>*... given) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (((given == nullptr) || ...)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    initializing = true;
     Base::Init(newSchema, newFamily, newChannel, newVersion, helper, endianness);
     initializing = true;
     (Slot<Kinds>().Share(given), ...);
     initializing = false;
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 // A layer's packs share their lists with a copy, or have them copied.
@@ -46,30 +40,23 @@ void VELORA_PACK_OF::TakeListOf(Pack* other) {
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
-  PLINTH_FRAME(Configuration) {
-    initializing = true;
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(other);
     initializing = true;
     (TakeListOf<Kinds>(other), ...);
     initializing = false;
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK template <class Kind>
 void VELORA_PACK_OF::ReadList() {
   auto* read = this->Deserialize_Serializeable(Kind::kListType, nullptr);
-  Slot<Kind>().Take(dynamic_cast<ListOf<Kind>*>(read));
+  Slot<Kind>().Take(Nested<Configuration, ListOf<Kind>>(read));
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                       Endianness endianness, Family expected, unsigned int extent) {
-  PLINTH_FRAME(Configuration) {
-    initializing = true;
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(size, data, helper, endianness, expected, extent);
     initializing = true;
     if constexpr (!Vocabulary<Configuration>::kChecksChannelFirst) {
@@ -79,12 +66,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     (ReadList<Kinds>(), ...);
     this->Delete_States();
     initializing = false;
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {

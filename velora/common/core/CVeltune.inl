@@ -20,15 +20,17 @@ void CVeltune<Configuration>::Init() {
 
 template <class Configuration>
 void CVeltune<Configuration>::Init(Parameters* newParameters) {
+  this->BeginInit();
   if (newParameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   parameters.Share(newParameters);
+  valid = true;
 }
 
 template <class Configuration>
 void CVeltune<Configuration>::Init(Veltune* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
