@@ -58,15 +58,12 @@ void CArrayBody<Configuration, T>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
-// The Init forms need no frame: they make the object valid last, and what it holds by then is its
-// own.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::InitBlank(int type, int newCount) {
+  BeginInit();
   if (newCount < 0) {
-    Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  BeginInit();
   if (newCount > 0) {
     elements = NewBlock(newCount);
     count = newCount;
@@ -85,12 +82,11 @@ void CArrayBody<Configuration, T>::InitBlock(int type, int newCount, Element* bl
       sound = block[i] != nullptr;
     }
   }
+  owned = owned && (sound || refCount > 1);
+  BeginInit();
   if (!sound) {
-    owned = false;
-    Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  BeginInit();
   serializeableType = type;
   count = newCount;
   elements = block;
@@ -118,23 +114,20 @@ void CArrayBody<Configuration, T>::Init(Interface* other) {
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(int type, api::ISerializer* serializer, void* context) {
-  BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  const int stored = serializer->Deserialize_uint28();
-  if (stored < 0) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  if (stored > 0) {
-    CheckStoredCount(serializer, stored);
-    elements = NewBlock(stored);
-    count = stored;
-    owned = true;
-    ReadElements(serializer, context);
-  }
-  serializeableType = type;
-  valid = true;
+  this->InitFrom(serializer, [&] {
+    const int stored = serializer->Deserialize_uint28();
+    if (stored < 0) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (stored > 0) {
+      CheckStoredCount(serializer, stored);
+      elements = NewBlock(stored);
+      count = stored;
+      owned = true;
+      ReadElements(serializer, context);
+    }
+    serializeableType = type;
+  });
 }
 
 // A count that no image of this size can hold ends before the allocation in what the reading of

@@ -22,10 +22,27 @@ void CObject::Init() {
 }
 
 void CObject::BeginInit() {
+  CheckOneHolder();
+  Delete();
+}
+
+void CObject::RunInit(void (*run)(volatile api::Frame& frame, const void* context),
+                      const void* context) {
+  CheckOneHolder();
+  PLINTH_FRAME(Configuration) {
+    run(frame, context);
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+void CObject::CheckOneHolder() const {
   if (refCount > 1) {
     PLINTH_RAISE(CException_General);
   }
-  Delete();
 }
 
 void CObject::Destroy() { RemoveRef(); }

@@ -30,12 +30,26 @@ class CObject : public virtual api::IObject {
   virtual void RemoveRef();
 
  protected:
-  // What `Init` does, up to `valid`: for an Init that needs no frame, because it makes the object
-  // valid last. What it has taken by then is the object's, and ends with it or with its next Init.
+  // Every Init begins with one of these two, so that each keeps the promise of IObject.
+  //
+  // For an Init that raises, if at all, while it has taken nothing yet: the object is blank from
+  // here on, and `valid` is set last.
   void BeginInit();
+  // For any other: runs `body(frame)` in a frame whose catch deletes the object. The body ends the
+  // old life by an Init of a parent class.
+  template <class Body>
+  void InitGuarded(const Body& body) {
+    RunInit([](volatile api::Frame& frame,
+               const void* context) { (*static_cast<const Body*>(context))(frame); },
+            &body);
+  }
 
   bool valid;
   int refCount;
+
+ private:
+  void CheckOneHolder() const;
+  void RunInit(void (*run)(volatile api::Frame& frame, const void* context), const void* context);
 };
 
 }  // namespace plinth::v1::core

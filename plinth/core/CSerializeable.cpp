@@ -9,6 +9,13 @@ void CSerializeable::Init(int type, api::ISerializer*, void*) {
   serializeableType = type;
 }
 
+void CSerializeable::BeginReading(const api::ISerializer* serializer) {
+  BeginInit();
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+}
+
 void CSerializeable::Sort(bool) {}
 
 int CSerializeable::GetSerializeableType() const { return serializeableType; }

@@ -21,6 +21,18 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   void CheckThis() const override;
 
  protected:
+  // For an Init that reads: BeginInit, a null serializer raises, then `body()`, then `valid`. A
+  // blank object takes no frame: readers make many, and what one has taken ends with it when the
+  // reader ends what could not be read.
+  template <class Body>
+  void InitFrom(const api::ISerializer* serializer, const Body& body) {
+    if (valid) {
+      InitGuarded([&](volatile api::Frame&) { InitBlankFrom(serializer, body); });
+    } else {
+      InitBlankFrom(serializer, body);
+    }
+  }
+
   // `valid` and a type id, without a virtual call.
   void CheckMembers() const;
 
@@ -29,6 +41,15 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   CObject* Comparable(api::ISerializeable* other) const;
 
   int serializeableType;
+
+ private:
+  void BeginReading(const api::ISerializer* serializer);
+  template <class Body>
+  void InitBlankFrom(const api::ISerializer* serializer, const Body& body) {
+    BeginReading(serializer);
+    body();
+    valid = true;
+  }
 };
 
 }  // namespace plinth::v1::core

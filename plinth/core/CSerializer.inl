@@ -109,7 +109,7 @@ void CSerializer<Configuration>::Init() {
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile api::Frame&) {
     if (serializerHelper == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -121,19 +121,14 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                      Working(endianness == ETargetEndianness::Reversed));
     working->Init();
     state = EState::Working;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness, int size,
                                       unsigned char* data, bool owned) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile api::Frame&) {
     if (serializerHelper == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -144,12 +139,7 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
     serialized.Take(CreateState_Serialized());
     serialized->Init(endianness == ETargetEndianness::Reversed, size, data, owned);
     state = EState::Serialized;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Configuration>
@@ -250,11 +240,11 @@ void CSerializer<Configuration>::Transition(typename EState::Enum target) {
 // each in order of creation.
 template <class Configuration>
 void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
+  CheckThis();
+  if (state != EState::Working || deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    CheckThis();
-    if (state != EState::Working || deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     IList_Dictionary* rest = Defer(frame, NewList_Dictionary());
     rest->Append(working->allDictionaries.Get());
     const int total = rest->GetCount();
@@ -291,35 +281,47 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     deduplicated.Take(HandOver(frame, next));
     state = EState::Deduplicated;
   }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
+  }
   PLINTH_END
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Transition_SerializedToDeduplicated() {
+  if (state != EState::Serialized || deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    if (state != EState::Serialized || deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     Deduplicated* next = Defer(frame, CreateState_Deduplicated());
     next->Init(this, serialized->reverse, serialized->dictionaries.Get(),
                serialized->entries.Get());
     deduplicated.Take(HandOver(frame, next));
     state = EState::Deduplicated;
   }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
+  }
   PLINTH_END
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
+  if (state != EState::Deduplicated || serialized) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    if (state != EState::Deduplicated || serialized) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     Serialized* next = Defer(frame, CreateState_Serialized());
     next->Init(deduplicated->reverse, deduplicated->dictionaries.Get(),
                deduplicated->entries.Get());
     serialized.Take(HandOver(frame, next));
     state = EState::Serialized;
+  }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
   }
   PLINTH_END
 }

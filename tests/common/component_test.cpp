@@ -51,20 +51,34 @@ TEST_F(ComponentTest, EachStateHasItsParts) {
   }
   fenn::IComponent* blank = Make<fenn::IComponent>(25);
   EXPECT_EQ(CodeOf([&] { blank->GetComponentState(); }), 4000);
-  EXPECT_EQ(CodeOf([&] { blank->Init(nullptr, Properties("")); }), 3000);
-  EXPECT_EQ(CodeOf([&] { blank->Init(Tags(""), nullptr); }), 3000);
   fenn::IComponent* stored = components[1];
-  for (int missing = 0; missing <= 5; ++missing) {
-    const auto part = [missing](int place, auto* object) {
-      return missing == place ? nullptr : object;
-    };
-    EXPECT_EQ(CodeOf([&] {
-                blank->Init(part(0, stored->GetComponentVersion()),
-                            part(1, stored->GetConditions()), part(2, stored->GetTags()),
-                            part(3, stored->GetProperties()), part(4, stored->GetRecipe()));
-              }),
-              missing == 5 ? 0 : 3000);
+  fenn::IComponent* live = Make<fenn::IComponent>(25);
+  const auto fails = [&](int code, auto init) {
+    live->Init(stored);
+    ExpectInitFails(live, code, init);
+  };
+  fenn::ITags* tags = Tags("");
+  fenn::IProperties* properties = Properties("");
+  fails(4000, [&](auto* c) { c->Init(blank); });
+  fails(3000, [&](auto* c) { c->Init(nullptr, properties); });
+  fails(3000, [&](auto* c) { c->Init(tags, nullptr); });
+  for (int missing = 0; missing < 5; ++missing) {
+    fails(3000, [&](auto* c) {
+      const auto part = [missing](int place, auto* object) {
+        return missing == place ? nullptr : object;
+      };
+      c->Init(part(0, stored->GetComponentVersion()), part(1, stored->GetConditions()),
+              part(2, stored->GetTags()), part(3, stored->GetProperties()),
+              part(4, stored->GetRecipe()));
+    });
   }
+  // Nulls, a list that was used up, and an operator of another kind.
+  fenn::IVeltune* veltune = Veltune({Pack(127, {})});
+  auto* wrong = Recipe({Bytes(96, {1})})->GetLinkedList_Operators();
+  fails(3000, [&](auto* c) { c->Init(nullptr, properties, veltune); });
+  fails(3000, [&](auto* c) { c->Init(list, properties, nullptr); });
+  fails(4000, [&](auto* c) { c->Init(list, properties, veltune); });
+  fails(4000, [&](auto* c) { c->Init(wrong, properties, veltune); });
 }
 
 // Each row differs from the profile in one part; `less`: the profile is the lower one.

@@ -69,6 +69,14 @@ TEST_F(ConditionsTest, OperatorsAnswerForTheParametersTheyWereResolvedWith) {
     EXPECT_EQ(CodeOf([&] { root->Evaluate(others); }), leaf ? 4000 : 3000) << words;
     EXPECT_EQ(CodeOf([&] { root->Evaluate(nullptr); }), 3000) << words;
   }
+  // What an operator has taken before it finds too little is gone.
+  for (const char* words : {"66=1 80", "66=1 81", "82 82", "66=1 80 82"}) {
+    auto* list = Expression(words);
+    auto* root = list->GetTail()->GetValue();
+    list->Remove(list->GetTail());
+    EXPECT_EQ(CodeOf([&] { root->Resolve(list, parameters); }), 4000) << words;
+    EXPECT_EQ(list->GetCount(), 0) << words;
+  }
 }
 
 TEST_F(ConditionsTest, LongExpressionsEnd) {

@@ -138,6 +138,16 @@ TEST_F(LookupTest, PacksByChannel) {
   EXPECT_EQ(copy->GetArray_Velcases(), parameters->GetArray_Velcases());
   EXPECT_EQ(copy->GetPrintModeMapping(), parameters->GetPrintModeMapping());
   EXPECT_EQ(CodeOf([&] { copy->Init(1, 0, nullptr); }), 3000);
+  for (const int wrong : {0, 1, 2, 3, 4}) {
+    copy->Init(parameters);
+    ExpectInitFails(copy, 3000, [&](auto* p) {
+      p->Init(fenn::EPlatform::Enum(wrong == 0 ? 0 : 1),
+              fenn::EProductVariant::Enum(wrong == 1 ? 6 : 0), wrong == 2 ? nullptr : mappings,
+              wrong == 3 ? nullptr : parameters->GetArray_Velcases(),
+              ctr_table_type(wrong == 4 ? 9 : 0), ctr_theme_type(0), ctr_media_type(0),
+              ctr_axis_type(0));
+    });
+  }
   copy->Init(1, 0, parameters->GetArray_Velcases());
   EXPECT_EQ(CodeOf([&] { copy->GetPrintModeMapping(); }), 4000) << "of no print mode";
 }

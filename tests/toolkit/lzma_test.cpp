@@ -71,6 +71,12 @@ TEST(Lzma, PacketStatesExactlyTheSizeAskedFor) {
     text.resize(out.size());
     EXPECT_EQ(out, text) << row.name;
   }
+  // The header ends before the stated size, or the stream before its first byte.
+  for (const long cut : {4, 6, 7, 12, 13}) {
+    const Bytes whole = Compress(Text(), 600);
+    Bytes out;
+    EXPECT_EQ(Decompress(Bytes(whole.begin(), whole.begin() + cut), 600, &out), 211) << cut;
+  }
 }
 
 TEST(Lzma, HeaderNeitherAsksForMemoryNorForImpossibleProperties) {

@@ -10,7 +10,11 @@
 //
 // Life: `Create...` on a factory gives a blank object; an `Init` overload brings it to life;
 // `CheckThis` stands at the head of each public method; `Delete` frees what the object owns and
-// resets it to blank; `Destroy` lets go of it. A failed `Init` leaves the object blank.
+// resets it to blank; `Destroy` lets go of it.
+//
+// `Init`, in every overload: an object with several holders raises `CException_General` before
+// anything else, and stays as it is. Any other failure leaves the object blank, with nothing held.
+// An overload that the class does not have only raises. CObject has the two ways to write one.
 #pragma once
 
 #include "velora/export.h"

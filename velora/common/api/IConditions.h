@@ -1,6 +1,6 @@
 // When a component is valid: a boolean expression in postfix order, as a flat list.
-// Room: velora/common. Evaluation works on a copy of the list, takes elements off its end, and
-// writes into the operators, so it belongs to one thread. A malformed expression raises
+// Room: velora/common. Evaluation walks the list from its end, leaves it as it is, and writes into
+// the operators, so it belongs to one thread. A malformed expression raises
 // `CException_This_Invalid` when it is evaluated.
 #pragma once
 

@@ -11,6 +11,7 @@
 namespace velora::common::core {
 
 VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
+  this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != Interface::kType) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -45,15 +46,14 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
   if (step->IsOperator()) {
-    using Producer = typename api::IRecipe<Configuration>::template IProducer<Data>;
-    auto* producer = dynamic_cast<Producer*>(step);
+    auto* producer = dynamic_cast<Produces<Data>*>(step);
     if (!Accepts(type) || producer == nullptr) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     if (newProperties == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    producer->Resolve(operators, newProperties, veltune);
+    step->Resolve(operators, newProperties, veltune);
     data.Take(producer->TakeData());
   } else {
     if (!Interface::kMayRefer || type != Interface::kType) {
@@ -68,14 +68,9 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
 
 VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newProperties,
                                         IVeltune* veltune) -> Operators* {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     InitWithin(frame, operators, newProperties, veltune);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
   return operators;
 }
 

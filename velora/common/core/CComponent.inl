@@ -30,13 +30,14 @@ void CComponent<Configuration>::Init(typename Interface::IOperand* other) {
 
 template <class Configuration>
 void CComponent<Configuration>::Init(Tags* newTags, Properties* newProperties) {
+  this->BeginInit();
   if (newTags == nullptr || newProperties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   componentState = api::kComponentState_Reference;
   tags.Share(newTags);
   properties.Share(newProperties);
+  this->valid = true;
 }
 
 template <class Configuration>
@@ -44,17 +45,18 @@ void CComponent<Configuration>::Init(api::IProperty<Configuration>* newVersion,
                                      api::IConditions<Configuration>* newConditions, Tags* newTags,
                                      Properties* newProperties,
                                      api::IRecipe<Configuration>* newRecipe) {
+  this->BeginInit();
   if (newVersion == nullptr || newConditions == nullptr || newTags == nullptr ||
       newProperties == nullptr || newRecipe == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   componentState = api::kComponentState_Stored;
   version.Share(newVersion);
   conditions.Share(newConditions);
   tags.Share(newTags);
   properties.Share(newProperties);
   recipe.Share(newRecipe);
+  this->valid = true;
 }
 
 template <class Configuration>
@@ -66,6 +68,7 @@ auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune
 
 template <class Configuration>
 void CComponent<Configuration>::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -94,25 +97,22 @@ void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
 template <class Configuration>
 void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
   using Ids = TypeIds<Configuration>;
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  const int state = serializer->Deserialize_uint28();
-  if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  ReadPart<CTags<Configuration>>(tags, Ids::kTags, serializer, context);
-  ReadPart<CProperties<Configuration>>(properties, Ids::kProperties, serializer, context);
-  if (state == api::kComponentState_Stored) {
-    ReadPart<properties::CComponentVersion<Configuration>>(version, Ids::kComponentVersion,
-                                                           serializer, context);
-    ReadPart<CConditions<Configuration>>(conditions, Ids::kConditions, serializer, context);
-    // The recipe's operators find the component's properties in the context.
-    ReadPart<CRecipe<Configuration>>(recipe, Ids::kRecipe, serializer, properties.Get());
-  }
-  componentState = state;
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    const int state = serializer->Deserialize_uint28();
+    if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    ReadPart<CTags<Configuration>>(tags, Ids::kTags, serializer, context);
+    ReadPart<CProperties<Configuration>>(properties, Ids::kProperties, serializer, context);
+    if (state == api::kComponentState_Stored) {
+      ReadPart<properties::CComponentVersion<Configuration>>(version, Ids::kComponentVersion,
+                                                             serializer, context);
+      ReadPart<CConditions<Configuration>>(conditions, Ids::kConditions, serializer, context);
+      // The recipe's operators find the component's properties in the context.
+      ReadPart<CRecipe<Configuration>>(recipe, Ids::kRecipe, serializer, properties.Get());
+    }
+    componentState = state;
+  });
 }
 
 template <class Configuration>

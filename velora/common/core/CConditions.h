@@ -70,6 +70,9 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     PLINTH_INLINE_DESTRUCTION(CTaking);
     using COperator::Init;
     Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
+
+   private:
+    void TakeBefore(Operators* operators, Element** rest, IPrintModeParameters* parameters);
   };
 
   // Both sides are always resolved: each must take its elements off the list.

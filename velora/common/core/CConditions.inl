@@ -16,10 +16,7 @@ void CConditions<Configuration>::COperator::Init(IOperator* other) {
 
 template <class Configuration>
 void CConditions<Configuration>::COperator::Init(int, api::ISerializer* serializer, void*) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  plinth::v1::core::CObject::Init();
+  this->InitFrom(serializer, [] {});
 }
 
 template <class Configuration>
@@ -103,11 +100,23 @@ auto CConditions<Configuration>::CTaking::Resolve(Operators* operators,
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Element* rest = operators->GetTail();
-  this->ResolveBefore(&rest, parameters);
-  while (operators->GetTail() != rest) {
-    operators->Remove(operators->GetTail());
-  }
+  TakeBefore(operators, &rest, parameters);
   return operators;
+}
+
+// What a failed resolving has taken is off the list as well.
+template <class Configuration>
+void CConditions<Configuration>::CTaking::TakeBefore(Operators* operators, Element** rest,
+                                                     IPrintModeParameters* parameters) {
+  PLINTH_FRAME(Configuration) {
+    this->ResolveBefore(rest, parameters);
+  }
+  PLINTH_TAIL {
+    while (operators->GetTail() != *rest) {
+      operators->Remove(operators->GetTail());
+    }
+  }
+  PLINTH_END
 }
 
 template <class Configuration>

@@ -7,12 +7,12 @@ namespace velora::common::core {
 
 template <class Configuration>
 void CSerializeable<Configuration>::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  Callbacks* taken = other->GetCallbacks();
-  plinth::v1::core::CObject::Init();
-  callbacks = taken;
+  callbacks = other->GetCallbacks();
+  this->valid = true;
 }
 
 template <class Configuration>

@@ -18,14 +18,16 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(api::ISerializeable<Configurat
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Operators* newOperators) {
+  this->BeginInit();
   if (newOperators == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   operators.Share(newOperators);
+  this->valid = true;
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -36,13 +38,11 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(int, api::ISerializer* serializer,
                                                   void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-  operators->Init(kListType, serializer, context);
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    operators.Take(
+        Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+    operators->Init(kListType, serializer, context);
+  });
 }
 
 VELORA_EXPRESSION auto VELORA_EXPRESSION_OF::GetLinkedList_Operators() -> Operators* {

@@ -91,6 +91,10 @@ class CPropertiesHelper : public plinth::v1::core::CObject,
   typename api::EVariant<Configuration>::Enum GetVariant(Properties* properties) const override;
   api::IProperty<Configuration>* GetProperty(Properties* properties, int type,
                                              bool required) const override;
+
+ protected:
+  // The checks of every question, in their order.
+  void CheckAsked(const Properties* properties) const;
 };
 
 // The first property of the type id. Without one null, or for a required one a raise of

@@ -16,37 +16,27 @@ namespace velora::common::core {
 VELORA_LIST void VELORA_LIST_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
+  this->BeginInit();
   if (newArray == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   array.Share(newArray);
+  this->valid = true;
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
-  PLINTH_FRAME(Configuration) {
-    if (other == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
     array.Take(Create<Configuration, plinth::v1::core::CArray<Configuration, T>>());
     array->Init(other->GetArray());
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(int, api::ISerializer* serializer, void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
-      serializer->Deserialize_Serializeable(kArrayType, context)));
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
+        serializer->Deserialize_Serializeable(kArrayType, context)));
+  });
 }
 
 VELORA_LIST void VELORA_LIST_OF::Append(List* other) {
@@ -193,21 +183,21 @@ bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetChannel(Properties* properties) const ->
     typename api::EChannel<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CChannel<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetComponentVersion(Properties* properties) const ->
     typename api::EComponentVersion<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CComponentVersion<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetVariant(Properties* properties) const ->
     typename api::EVariant<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CVariant<Configuration>>(properties)->GetValue();
 }
 
@@ -215,8 +205,16 @@ template <class Configuration>
 api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Properties* properties,
                                                                              int type,
                                                                              bool required) const {
-  this->CheckThis();
+  CheckAsked(properties);
   return FindProperty<Configuration>(properties, type, required);
+}
+
+template <class Configuration>
+void CPropertiesHelper<Configuration>::CheckAsked(const Properties* properties) const {
+  if (properties == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
 }
 
 template <class Configuration>

@@ -16,10 +16,7 @@ void CRecipe<Configuration>::COperator::Init(IOperator* other) {
 
 template <class Configuration>
 void CRecipe<Configuration>::COperator::Init(int, api::ISerializer* serializer, void*) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  plinth::v1::core::CObject::Init();
+  this->InitFrom(serializer, [] {});
 }
 
 template <class Configuration>

@@ -68,7 +68,7 @@ class CStoredBytes : public CStoredArray<Configuration, typename CRecipe<Configu
 
 // Adds the data that `Resolve` makes, to an operator with bytes or without.
 template <class Configuration, class Base>
-class CProducer : public Base {
+class CProducer : public Base, public Produces<typename Base::Data> {
  public:
   using Data = typename Base::Data;
   using Operators = typename CRecipe<Configuration>::Operators;

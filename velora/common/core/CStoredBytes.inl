@@ -21,8 +21,8 @@ VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
 }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(api::ISerializeable<Configuration>* other) {
+  this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != kType) {
-    this->Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   other->CheckThis();
@@ -36,14 +36,11 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Init(typename Interface::Copied* other) {
 }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
-  bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
-      serializer->Deserialize_Serializeable(Bytes::kType, context)));
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
+        serializer->Deserialize_Serializeable(Bytes::kType, context)));
+  });
 }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void* context) {

@@ -33,8 +33,8 @@ void CValue<Configuration, Base, Interface, kType>::Init(Enum newValue) {
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
+  this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != kType) {
-    this->Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   other->CheckThis();
@@ -45,12 +45,7 @@ void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(int, api::ISerializer* serializer, void*) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  value = serializer->Deserialize_uint28();
-  this->valid = true;
+  this->InitFrom(serializer, [&] { value = serializer->Deserialize_uint28(); });
 }
 
 template <class Configuration, class Base, class Interface, int kType>

@@ -75,6 +75,7 @@ class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
   bool IsLessThan(Pack* other) const override;
   // The header's pipeline byte, in the version that has one.
   int GetPipeline() const;
+  void CheckThis() const override;
   void Reset() override;
   void Delete() override;
 
@@ -87,6 +88,8 @@ class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
   static void ZlibMemFree(void* opaque, void* address);
 
  protected:
+  void CheckMembers() const;
+
   Schema schema;
   Family family;
   int channel;
@@ -133,6 +136,8 @@ class CVelcaseOf : public CVelcase<Configuration>, public virtual Interface {
   void Delete() override;
 
  protected:
+  void CheckMembers() const;
+
   template <class Kind>
   ListOf<Kind>* GetList() const {
     CheckThis();

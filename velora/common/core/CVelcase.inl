@@ -30,6 +30,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness
 VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
                                       Version newVersion, api::ISerializerHelper* helper,
                                       Endianness endianness) {
+  this->BeginInit();
   api::EVelcaseSchema<Configuration>::Check(newSchema);
   api::ESupplyFamily<Configuration>::Check(newFamily);
   if constexpr (Vocabulary<Configuration>::kChecksChannelFirst) {
@@ -46,6 +47,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int ne
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -67,7 +69,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                       Endianness endianness, Family expected,
                                       const char* newPathname) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -80,12 +82,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     pathname->Init(length + 1);
     snprintf(reinterpret_cast<char*>(pathname->GetElements()), static_cast<size_t>(length) + 1,
              "%s", newPathname);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
@@ -97,7 +94,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
                                       Endianness endianness, Family expected, unsigned int extent) {
   using Words = Vocabulary<Configuration>;
   using Layout = PackLayout<Configuration>;
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
         extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -159,12 +156,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     for (int i = 0; i < size; ++i) {
       checksum += data[i];
     }
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
@@ -222,6 +214,16 @@ VELORA_PACK bool VELORA_PACK_OF::IsEqualTo(Pack*) const { PLINTH_RAISE(CExceptio
 
 VELORA_PACK bool VELORA_PACK_OF::IsLessThan(Pack*) const {
   PLINTH_RAISE(CException_NotImplemented);
+}
+
+VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+
+VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+  Base::CheckMembers();
+  if (compressedSize > Vocabulary<Configuration>::kMaxPayload ||
+      uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
 }
 
 VELORA_PACK void VELORA_PACK_OF::Reset() {

@@ -1,5 +1,6 @@
 // The lookup: from a reference component and a list to the one component that fits.
-// Room: velora/common. Holds one reference on its parameters. Nothing left after the filters raises
+// Room: velora/common. Holds one reference on its parameters, which a copy shares: an `Update` of
+// either changes the print mode of both. Nothing left after the filters raises
 // `CException_General`; a condition that cannot be evaluated stops the lookup with what it raises.
 // Evaluation writes into the conditions' operators, so a list serves one lookup at a time.
 #pragma once
@@ -46,6 +47,8 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list, Parameters* parameters);
 
  protected:
+  void CheckMembers() const;
+
   // One sorted pack of the concrete class with the components of all. The caller owns it.
   template <class Class, class Pack>
   static Pack* Init_BuildVelcase_Combined(api::IArray<Pack>* velcases);

@@ -14,15 +14,17 @@ void CVeltune<Configuration>::Init() {
 
 template <class Configuration>
 void CVeltune<Configuration>::Init(Parameters* newParameters) {
+  this->BeginInit();
   if (newParameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   parameters.Share(newParameters);
+  valid = true;
 }
 
 template <class Configuration>
 void CVeltune<Configuration>::Init(Veltune* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -53,6 +55,11 @@ void CVeltune<Configuration>::SetBuildChain(const api::BuildChain* chain) {
 
 template <class Configuration>
 void CVeltune<Configuration>::CheckThis() const {
+  CheckMembers();
+}
+
+template <class Configuration>
+void CVeltune<Configuration>::CheckMembers() const {
   if (!valid || !parameters) {
     PLINTH_RAISE(CException_This_Invalid);
   }

@@ -49,9 +49,10 @@ class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> 
   PLINTH_INLINE_CONSTRUCTION(IPacket);
   struct IOperator {
     // The bytes, stored.
-    class IFromData : public virtual IRecipe::IProducer<IArray_uint8> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IFromData);
+      using Data = IArray_uint8;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
@@ -121,9 +122,10 @@ class IGrayCurve
       void DestroyGrayCurveData() { DestroyData(); }
     };
     // Stored bytes that a pack can hold and that make no table: asked for data, they have none.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IGrayCurveData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
+      using Data = IGrayCurveData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
@@ -155,9 +157,10 @@ class IChannelMap
       void DestroyChannelMapData() { DestroyData(); }
     };
     // As the gray curve's.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
+      using Data = IChannelMapData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,

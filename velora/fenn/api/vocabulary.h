@@ -92,14 +92,15 @@ class IPrintModeMappings {
 
   virtual void Init() = 0;
   virtual ~IPrintModeMappings();
-  // Ends the table and frees it.
-  virtual void Destroy() = 0;
   // A value out of range raises `CException_Parameter_Invalid`, a blank table
   // `CException_This_Invalid`.
   virtual IPrintModeMapping* GetPrintModeMapping(ctr_table_type table, ctr_theme_type theme,
                                                  ctr_media_type media,
                                                  ctr_axis_type axis) const = 0;
   virtual void Delete() = 0;
+
+  // Ends the table and frees it.
+  virtual void Destroy() = 0;
 };
 
 // Points into the mappings, which it does not own.

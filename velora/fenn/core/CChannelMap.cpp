@@ -20,14 +20,16 @@ CChannelMapData::~CChannelMapData() = default;
 void CChannelMapData::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 void CChannelMapData::Init(IArray_uint8* newArray) {
+  BeginInit();
   if (newArray == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   array.Share(newArray);
+  valid = true;
 }
 
 void CChannelMapData::Init(api::IChannelMapData* other) {
+  BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }

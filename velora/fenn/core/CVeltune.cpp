@@ -18,7 +18,7 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
                     api::IArray<api::IVelcase>* newVelcases, api::IPrintModeMappings* mappings,
                     ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                     ctr_axis_type axis, RawData* newRawData, CT_PROCESSING* newProcessing) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (newVelcases == nullptr || newRawData == nullptr || newProcessing == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -30,20 +30,17 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     processing = newProcessing;
     rawData = newRawData;
     combined.Take(Init_BuildVelcase_Combined<CVelcase>(newVelcases));
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 void CVeltune::Init(api::IVeltune* other) {
-  Base::Init(other);
-  velcases.Share(other->GetArray_Velcases());
-  rawData = other->GetRawData();
-  processing = other->GetCT_PROCESSING();
-  combined.Share(other->GetVelcase_Combined());
+  InitGuarded([&](volatile plinth::v1::api::Frame&) {
+    Base::Init(other);
+    velcases.Share(other->GetArray_Velcases());
+    rawData = other->GetRawData();
+    processing = other->GetCT_PROCESSING();
+    combined.Share(other->GetVelcase_Combined());
+  });
 }
 
 void CVeltune::Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
@@ -225,8 +222,10 @@ api::IPrintModeMapping* CVeltune::GetPrintModeMapping(api::IPrintModeParameters*
 FENN_KINDS(FENN_LOCATOR)
 #undef FENN_LOCATOR
 
-void CVeltune::CheckThis() const {
-  Base::CheckThis();
+void CVeltune::CheckThis() const { CheckMembers(); }
+
+void CVeltune::CheckMembers() const {
+  Base::CheckMembers();
   if (!velcases || rawData == nullptr || processing == nullptr || !combined) {
     PLINTH_RAISE(CException_This_Invalid);
   }

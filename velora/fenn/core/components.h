@@ -27,7 +27,8 @@ using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 template <class Packet>
 class CFromDataOf
     : public common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
-                                        Packet::kFromDataType> {
+                                        Packet::kFromDataType>,
+      public common::core::Produces<IArray_uint8> {
  public:
   using Base = common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
                                           Packet::kFromDataType>;

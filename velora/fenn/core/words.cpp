@@ -12,13 +12,13 @@ CPropertiesHelper::CPropertiesHelper() = default;
 CPropertiesHelper::~CPropertiesHelper() = default;
 
 api::EComponentRole::Enum CPropertiesHelper::GetComponentRole(api::IProperties* properties) const {
-  CheckThis();
+  CheckAsked(properties);
   return common::core::RequireProperty<properties::CComponentRole>(properties)->GetValue();
 }
 
 api::EDimensionality::Enum CPropertiesHelper::GetDimensionality(
     api::IProperties* properties) const {
-  CheckThis();
+  CheckAsked(properties);
   return common::core::RequireProperty<properties::CDimensionality>(properties)->GetValue();
 }
 

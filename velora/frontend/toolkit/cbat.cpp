@@ -20,8 +20,8 @@ struct Shape {
 constexpr Shape kMono = {256, 128, 250, 128, 256};
 constexpr Shape kColor = {4913, 2457, 264, 2464, 270};
 
-// A packet's bytes as they are, or decompressed. A stream that breaks leaves zeros, as many as it
-// states.
+// A packet's bytes as they are, or decompressed. A stream that breaks is not noticed: its bytes up
+// to there, and zeros as far as its stated size. Without memory there are none.
 int Open(BytePacket* packet, int line, const char* format, unsigned char** data,
          unsigned int* cbData) {
   if (!packet->compressed) {
@@ -34,8 +34,7 @@ int Open(BytePacket* packet, int line, const char* format, unsigned char** data,
   *cbData = static_cast<unsigned int>(size);
   *data = AllocArrayWithLine<unsigned char>("CbatReader", line, format, *cbData, kFamily);
   if (*data == nullptr) return kOutOfMemory;
-  packet->decompress(*data, size);
-  return kSuccess;
+  return packet->decompress(*data, size) == kOutOfMemory ? kOutOfMemory : kSuccess;
 }
 
 void ReadFields(const unsigned char* data, unsigned int cbData, const unsigned char* widths,

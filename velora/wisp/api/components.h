@@ -89,9 +89,10 @@ class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
   PLINTH_INLINE_CONSTRUCTION(INodes);
   struct IOperator {
     // The bytes, stored.
-    class IFromData : public virtual IRecipe::IProducer<IArray_int32> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IFromData);
+      using Data = IArray_int32;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* encoded) = 0;
@@ -147,9 +148,10 @@ class IChannelMap
     using IBuild_N_5_9_17 = IBuild;
     using IModify_Subtract = IBuild;
     // A whole channel as one string of bytes.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
+      using Data = IChannelMapData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual IChannelMapData* GetData() const = 0;
@@ -202,9 +204,10 @@ class IGrayCurve : public virtual ITable<IGrayCurveData>,
  public:
   PLINTH_INLINE_CONSTRUCTION(IGrayCurve);
   struct IOperator {
-    class IFromData : public virtual IRecipe::IProducer<IGrayCurveData> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IFromData);
+      using Data = IGrayCurveData;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
@@ -229,9 +232,10 @@ class IAlternateNeutralChannel
  public:
   PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralChannel);
   struct IOperator {
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IAlternateNeutralChannelData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
+      using Data = IAlternateNeutralChannelData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them

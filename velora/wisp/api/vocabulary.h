@@ -196,7 +196,7 @@ class VELORA_API IPrintModeMapping {
   virtual void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality,
                     unsigned int penSet, PT_data_source source) = 0;
   virtual ~IPrintModeMapping();
-  // Ends the mapping and frees it.
+  // Does nothing: a mapping ends with its table.
   virtual void Destroy() = 0;
   // Raise `CException_This_Invalid` before Init.
   virtual PT_media_t GetMediaType() const = 0;
@@ -219,8 +219,6 @@ class VELORA_API IPrintModeMappings {
 
   virtual void Init() = 0;
   virtual ~IPrintModeMappings();
-  // Ends the table and frees it.
-  virtual void Destroy() = 0;
   // Never refuses a value: an unknown one falls back, each field for itself, to medium 0, subtype
   // 0, quality 0, pen set 1, source 0. A blank table raises `CException_This_Invalid`, a null
   // record `CException_Parameter_Invalid`.
@@ -230,6 +228,8 @@ class VELORA_API IPrintModeMappings {
   virtual IPrintModeMapping* GetPrintModeMapping(const tWISPPrintModeMapping* record) const = 0;
   virtual void Delete() = 0;
 
+  // Ends the table and frees it.
+  virtual void Destroy() = 0;
   // A mapping's place in the table, and back: -1 and null for one that is not in it.
   virtual int FindPlace(const IPrintModeMapping* mapping) const = 0;
   virtual IPrintModeMapping* GetAt(int place) const = 0;

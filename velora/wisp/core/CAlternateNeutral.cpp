@@ -12,13 +12,12 @@ using CBuild_Monolithic = CAlternateNeutralChannel::COperator::CBuild_Monolithic
 CBuild_Monolithic::CBuild_Monolithic() = default;
 
 void CBuild_Monolithic::Init(IProperties* newProperties, IArray_int32* nodes) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (nodes == nullptr || nodes->GetCount() != kNeutrals) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     InitBytes(newProperties, Defer(frame, BytesForm::Encode(newProperties, nodes)));
-  }
-  PLINTH_END
+  });
 }
 
 IArray_uint8* CBuild_Monolithic::GetArray_uint8_Nodes_Encoded() const { return GetBytes(); }

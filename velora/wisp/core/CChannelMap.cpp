@@ -88,17 +88,16 @@ using CBuild_Monolithic = CChannelMap::COperator::CBuild_Monolithic;
 CBuild_Monolithic::CBuild_Monolithic() = default;
 
 void CBuild_Monolithic::Init(IProperties* newProperties, IArray_int32* nodes) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     InitBytes(newProperties, Defer(frame, BuildArray_uint8_Nodes_Encoded(newProperties, nodes)));
-  }
-  PLINTH_END
+  });
 }
 
 // The subtraction sees what a decoder of the two would see.
 void CBuild_Monolithic::Init_Subtract(IProperties* newProperties, IProperties* propertiesA,
                                       IArray_int32* nodesA, IProperties* propertiesB,
                                       IArray_int32* nodesB) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (nodesA == nullptr || nodesB == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -112,8 +111,7 @@ void CBuild_Monolithic::Init_Subtract(IProperties* newProperties, IProperties* p
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     Init(newProperties, Defer(frame, BuildDifference(a, b)));
-  }
-  PLINTH_END
+  });
 }
 
 IArray_uint8* CBuild_Monolithic::GetArray_uint8_Nodes_Encoded() const { return GetBytes(); }

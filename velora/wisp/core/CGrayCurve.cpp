@@ -37,15 +37,17 @@ CGrayCurveData::~CGrayCurveData() = default;
 void CGrayCurveData::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 void CGrayCurveData::Init(const WISPGrayCurve* curve) {
+  BeginInit();
   if (curve == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   m_WISPGrayCurve = *curve;
   m_nChecksum = SumBytes(m_WISPGrayCurve.curve, 0, kLevels);
+  valid = true;
 }
 
 void CGrayCurveData::Init(api::IGrayCurveData* other) {
+  BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }

@@ -88,9 +88,7 @@ class CVeltune::Cache : public CNeverStored, public virtual api::ICache<Kind> {
 
  private:
   void InitBlank(int indices);
-  void GrowTo(int index);
-  // Links a bucket in at the head and stands it at its index.
-  void StoreBucket(int index, IBucket* bucket);
+  api::IArray<IBucket>* BuildArray_Grown(int index) const;
 
   plinth::v1::core::Counted<api::IArray<IBucket>> m_pArray_Buckets;      // null: no entries yet
   plinth::v1::core::Counted<api::ILinkedList<IBucket>> m_pList_Buckets;  // of the same, to walk

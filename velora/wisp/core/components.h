@@ -2,9 +2,10 @@
 // Room: velora/wisp. Components are the common build protocol over a kind; an operator makes the
 // data that its component keeps, over the bare arithmetic of pyramid.h and delta_code.h. `Build...`
 // of an array gives a reference to the caller. Failures are raised: a null argument and an array of
-// the wrong size `CException_Parameter_Invalid`, a wrong recipe and a stream that fills the wrong
-// number of nodes `CException_This_Invalid`, what is found missing or left over on the way
-// `CException_General`.
+// the wrong size `CException_Parameter_Invalid`; a wrong recipe, an operator without its properties
+// and an array of deltas of another count than theirs `CException_This_Invalid`; parts of the wrong
+// size, and values that cannot be encoded, `CException_General`. A stream of deltas that does not
+// give exactly its nodes raises one of the last two: see `Decode` and `..._Decoded`.
 #pragma once
 
 #include "velora/common/core/CBuilt.h"
@@ -120,6 +121,7 @@ template <class Interface>
 class CNodes<Interface>::COperator::CFromData
     : public common::core::CStoredBytes<Configuration, api::INodes::IOperator::IFromData,
                                         Interface::kFromDataType>,
+      public common::core::Produces<IArray_int32>,
       public NodesForm<Interface> {
  public:
   using Form = NodesForm<Interface>;

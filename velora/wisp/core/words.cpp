@@ -57,7 +57,7 @@ CPropertiesHelper::~CPropertiesHelper() = default;
 
 void CPropertiesHelper::SetNodeCount(api::IProperties* properties,
                                      api::ENodeCount::Enum count) const {
-  CheckThis();
+  CheckAsked(properties);
   PropertyValues::SetNodeCount(properties, count);
 }
 
@@ -78,7 +78,7 @@ WISP_VALUE(api::EResolution::Enum, Resolution)
 
 #define WISP_ASK(Type, Name)                                              \
   Type CPropertiesHelper::Get##Name(api::IProperties* properties) const { \
-    CheckThis();                                                          \
+    CheckAsked(properties);                                               \
     return PropertyValues::Get##Name(properties);                         \
   }
 WISP_ASK(api::EComponentRole::Enum, ComponentRole)
