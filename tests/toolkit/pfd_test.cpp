@@ -157,13 +157,17 @@ TEST(ReadPfdFile, FilesThatCannotBeRead) {
             Line("ReadFile", 712, "Error getting length for file " + folder + ".") + header);
   Bytes small(2);
   const std::string longer = WriteFile({1, 2, 3});
-  const int unused = dup(0);
-  close(unused);
-  Capture([&] { Ctr::ReadFile(small.data(), longer.c_str(), 2); });
+  const auto nextDescriptor = [] {
+    const int next = dup(0);
+    close(next);
+    return next;
+  };
+  Capture([&] {
+    const int next = nextDescriptor();
+    Ctr::ReadFile(small.data(), longer.c_str(), 2);
+    EXPECT_EQ(nextDescriptor(), next) << "a descriptor was kept";
+  });
   EXPECT_EQ(small, Bytes(2)) << "all or nothing";
-  const int next = dup(0);
-  EXPECT_EQ(next, unused) << "a descriptor was kept";
-  close(next);
 }
 
 TEST(ReadPfdFile, ASecondFileLeavesNothingOfTheFirst) {
