@@ -81,4 +81,18 @@ if(VELORA_BENCH AND NOT VELORA_SANITIZE)
                                                                    ${PROJECT_BINARY_DIR}/bench)
     endforeach()
   endif()
+
+  # The processes that bench/cold starts: C programs, each with the one library that it is about.
+  if(TARGET bench_cold)
+    foreach(name empty velora lcms)
+      add_executable(bench_cold_${name} ${PROJECT_SOURCE_DIR}/bench/cold/${name}.c)
+      set_target_properties(
+        bench_cold_${name} PROPERTIES OUTPUT_NAME ${name}
+                                      RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench/cold-programs)
+      target_link_libraries(bench_cold_${name} PRIVATE velora_settings)
+      add_dependencies(bench_cold bench_cold_${name})
+    endforeach()
+    target_link_libraries(bench_cold_velora PRIVATE velora)
+    target_link_libraries(bench_cold_lcms PRIVATE ${VELORA_LCMS_LIBRARY})
+  endif()
 endif()
