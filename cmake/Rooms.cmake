@@ -47,7 +47,15 @@ endif()
 
 velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD)
 velora_room(room_plinth_core plinth/core OBJECT_WORLD)
-velora_room(room_toolkit velora/frontend/toolkit)
+# The grid's transform: our own code, which is written for the vectoriser, or FFTW's.
+if(VELORA_FFTW_TRANSFORM)
+  set(other_transform "/grid_transform\\.cpp$")
+else()
+  set(other_transform "/grid_transform_fftw\\.cpp$")
+endif()
+velora_room(room_toolkit velora/frontend/toolkit EXCEPT ${other_transform})
+set_source_files_properties(velora/frontend/toolkit/grid_transform.cpp PROPERTIES COMPILE_OPTIONS
+                                                                                  -O3)
 velora_room(room_common velora/common OBJECT_WORLD)
 velora_room(room_fenn velora/fenn OBJECT_WORLD)
 velora_room(room_wisp velora/wisp OBJECT_WORLD)

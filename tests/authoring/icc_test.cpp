@@ -3,13 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <stdexcept>
 
+#include "authoring/dct.h"
 #include "authoring/picture.h"
+#include "authoring/table_call.h"
+#include "tests/support/fftw_grid.h"
 
 namespace velora::authoring {
 namespace {
@@ -57,6 +61,34 @@ TEST_F(Icc, AxesAreRedGreenBlueAndPlanesAreCyanMagentaYellowBlack) {
     EXPECT_LT(Corner(table, channel, at(0), at(1), at(2)), 50) << channel;
     EXPECT_GT(Corner(table, channel, at(1), at(2), at(0)), 150) << channel;
   }
+}
+
+// Each table as the difference from each other one, in steps of 1 to 9.
+TEST_F(Icc, PlanesAreTransformedToTheBitsOfFftw) {
+  const QuietErrors quiet;
+  const std::vector<SampledTable> tables = SampleTables(profiles_, 20);
+  ASSERT_EQ(tables.size(), 20u);
+  int planes = 0, different = 0;
+  for (const SampledTable& table : tables) {
+    for (const SampledTable& reference : tables) {
+      if (&table == &reference) continue;
+      for (int channel = 0; channel < kChannels; ++channel, ++planes) {
+        std::vector<double> difference(kPlaneSize);
+        for (int i = 0; i < kPlaneSize; ++i) {
+          const int at = channel * kPlaneSize + i;
+          difference[i] = table.bytes[at] - reference.bytes[at];
+        }
+        const int step = 1 + planes % 9;
+        std::vector<int> coefficients;
+        for (const double value : ForwardDct3D(difference)) {
+          coefficients.push_back(step * static_cast<int>(std::lround(value / step)));
+        }
+        different += velora_test::HasBitsOfFftw(coefficients) ? 0 : 1;
+      }
+    }
+  }
+  EXPECT_EQ(planes, 1520);
+  EXPECT_EQ(different, 0);
 }
 
 TEST_F(Icc, CurvesRunFromFullTonerToNone) {
