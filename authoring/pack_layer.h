@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "authoring/table.h"
+#include "plinth/runtime/api/frame.h"
 #include "velora/common/api/IFactory.h"
 
 namespace velora::authoring {

@@ -32,6 +32,7 @@
 #include <velora/version.h> /* CMake writes it */
 
 #include "velora/export.h"
+#include "velora/reason.h"
 
 /* An enumeration that takes any 32-bit value, known or not. */
 #ifdef __cplusplus

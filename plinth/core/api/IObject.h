@@ -24,7 +24,7 @@ namespace plinth::v1::api {
 class VELORA_API IObject {
  public:
   virtual void Init() = 0;
-  virtual ~IObject();
+  VELORA_HIDDEN virtual ~IObject();
   virtual void Destroy() = 0;
   virtual int GetRefCount() const = 0;
   // Raises `CException_This_Invalid` unless the object is live and its invariants hold.

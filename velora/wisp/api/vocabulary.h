@@ -181,7 +181,7 @@ class VELORA_API IPrintModeMapping {
  public:
   virtual void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality,
                     unsigned int penSet, PT_data_source source) = 0;
-  virtual ~IPrintModeMapping();
+  VELORA_HIDDEN virtual ~IPrintModeMapping();
   // Ends the mapping and frees it.
   virtual void Destroy() = 0;
   // Raise `CException_This_Invalid` before Init.
@@ -204,7 +204,7 @@ class VELORA_API IPrintModeMappings {
   static constexpr int kCount = kMedia * kSubtypes * kQualities * kPenSets * kSources;
 
   virtual void Init() = 0;
-  virtual ~IPrintModeMappings();
+  VELORA_HIDDEN virtual ~IPrintModeMappings();
   // Ends the table and frees it.
   virtual void Destroy() = 0;
   // Never refuses a value: an unknown one falls back, each field for itself, to medium 0, subtype
