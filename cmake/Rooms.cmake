@@ -67,7 +67,7 @@ set_target_properties(
 # Stays mapped behind a dlclose, as libcrypto and others below it do: opening it again is cheap, and
 # what FFTW keeps for a process is kept once.
 target_link_options(velora PRIVATE -Wl,-z,nodelete)
-if(NOT VELORA_SANITIZE)
+if(NOT VELORA_SANITIZE AND NOT VELORA_THREADS)
   target_link_options(velora PRIVATE -Wl,--no-undefined)
 endif()
 
