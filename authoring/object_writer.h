@@ -6,6 +6,7 @@
 
 #include "authoring/pack_layer.h"
 #include "authoring/pack_pipeline.h"
+#include "plinth/runtime/api/frame.h"
 
 namespace velora::authoring {
 

@@ -1,5 +1,6 @@
-# cmake --install: libvelora.so, velora.pc, the CMake package and the headers, which keep their
-# paths in the tree below include/velora-1.
+# cmake --install: libvelora.so, velora.pc, the CMake package, the headers, which keep their paths in
+# the tree below include/velora-1, and the tool. Each has the component of its package: see
+# Package.cmake.
 
 if(NOT TARGET velora)
   return()
@@ -9,7 +10,10 @@ include(CMakePackageConfigHelpers)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/velora)
 set(headers ${CMAKE_INSTALL_INCLUDEDIR}/velora-1)
 
-install(TARGETS velora EXPORT velora-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS velora EXPORT velora-targets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime
+                NAMELINK_COMPONENT development)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 install(EXPORT velora-targets NAMESPACE velora:: DESTINATION ${package})
 configure_package_config_file(cmake/velora-config.cmake.in ${PROJECT_BINARY_DIR}/velora-config.cmake
                               INSTALL_DESTINATION ${package})
@@ -39,5 +43,12 @@ velora_install_headers(velora/common)
 velora_install_headers(plinth/core/api)
 install(FILES velora/frontend/door/ReconstructTable.h velora/frontend/door/Velora.h
         DESTINATION ${headers}/velora/frontend/door)
-install(FILES plinth/runtime/api/BootRecord.h plinth/runtime/api/Configuration.h plinth/runtime/api/raise.h
-        DESTINATION ${headers}/plinth/runtime/api)
+install(FILES plinth/runtime/api/BootRecord.h plinth/runtime/api/Configuration.h
+              plinth/runtime/api/raise.h DESTINATION ${headers}/plinth/runtime/api)
+
+if(TARGET tool_velora)
+  # Where it is built: a build of the library alone installs without it.
+  install(TARGETS tool_velora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools OPTIONAL)
+endif()
+install(FILES LICENSE CHANGELOG.md README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+include(cmake/Package.cmake)

@@ -100,7 +100,10 @@ set_target_properties(
              LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
              # A path of the build machine has no place in the library.
              SKIP_BUILD_RPATH ON)
-if(NOT VELORA_SANITIZE)
+# Stays mapped behind a dlclose, as libcrypto and others below it do: opening it again is cheap, and
+# what FFTW keeps for a process is kept once.
+target_link_options(velora PRIVATE -Wl,-z,nodelete)
+if(NOT VELORA_SANITIZE AND NOT VELORA_THREADS)
   target_link_options(velora PRIVATE -Wl,--no-undefined -Wl,--gc-sections)
 endif()
 

@@ -43,7 +43,10 @@ target_compile_options(
             -fstack-protector-strong)
 target_link_options(velora_settings INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 
-if(VELORA_SANITIZE)
+if(VELORA_THREADS)
+  target_compile_options(velora_settings INTERFACE -fsanitize=thread -O1 -g)
+  target_link_options(velora_settings INTERFACE -fsanitize=thread)
+elseif(VELORA_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(velora_settings INTERFACE ${sanitizers} -O1 -g)
   target_link_options(velora_settings INTERFACE ${sanitizers})

@@ -18,10 +18,12 @@
  *
  * What is printed: lines of the form
  *   [CTR] function (line 61): "message"
- * on standard error, both for failures and for the steps of a decode. There is no switch for them.
+ * on standard error, both for failures and for the steps of a decode; velora_set_log() of reason.h
+ * takes them elsewhere. Why a call was refused, velora_last_reason() says there.
  *
- * Threads: any thread may call, but one table call at a time in a process. At most 5 threads whose
- * kernel ids agree in their low 4 bits can be known at once; a call on a sixth is refused.
+ * Threads: any thread may call at any time; calls are served one after another, and a call out of
+ * a log callback is refused. At most 5 threads whose kernel ids agree in their low 4 bits can be
+ * known at once; a call on a sixth is refused.
  *
  * Stack: a table call needs about 20 KiB. The longest chain of components that a pack may hold
  * takes it to 384 KiB.
@@ -32,6 +34,7 @@
 #include <velora/version.h> /* CMake writes it */
 
 #include "velora/export.h"
+#include "velora/reason.h"
 
 /* An enumeration that takes any 32-bit value, known or not. */
 #ifdef __cplusplus
@@ -160,7 +163,8 @@ extern "C" {
  * the C++ headers reports the size abReconstructedTable  the buffer
  *
  * Returns 1 and fills the buffer, or returns 0, leaves the buffer as it was and has printed why;
- * only a boot that fails, for want of memory or of a place for the thread, prints nothing.
+ * only a boot that fails, for want of memory or of a place for the thread, and a call out of a log
+ * callback print nothing.
  *
  * The call leaves open what it finds open, and a thread known that it finds known: it may be made
  * beside open layers, also inside a Try. Each call keeps a boot record of three pointers allocated,

@@ -6,6 +6,7 @@
 #include "plinth/core/serializer/Dictionary.h"
 #include "plinth/core/serializer/Entry.h"
 #include "plinth/core/serializer/states.h"
+#include "plinth/runtime/api/Trace.h"
 
 namespace plinth::v1::core {
 
@@ -388,10 +389,14 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->reverse = reverseBytes;
+  api::Trace& trace = api::CurrentTrace();
+  trace.inImage = true;
+  trace.byte = 0;
   int dictionaryCount = 0;
   int place = 0;
   while (place < size) {
     place += Dictionary::CalculateLength(size, data, place);
+    trace.byte = place;
     ++dictionaryCount;
   }
   if (place != size || dictionaryCount < 1) {
@@ -421,6 +426,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   if (position != size || filled != entryCount) {
     PLINTH_RAISE(CException_General);
   }
+  trace.byte = -1;  // what is wrong from here on is wrong with a value
   length = size;
   bytes = data;
   ownsBytes = owned;

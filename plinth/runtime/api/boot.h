@@ -16,6 +16,12 @@ namespace plinth::v1::api {
 BootRecord* Boot(BootSlots& slots);
 void FreeBootRecord(BootRecord* record);
 
+// The whole of a layer's Initialize and Cleanup in the `_Posix_So` form, over the layer's block and
+// the flat one; Initialize fills the foundation's too.
+bool InitializeLayer(BootSlots& layer, const BootRecord* record);
+void CleanupLayerThread(BootSlots& layer);
+void CleanupLayerProcess(BootSlots& layer);
+
 // What a call has to close and to forget when it goes: what it does not find open when it comes.
 // Nothing, in one that is zero.
 struct Visit {

@@ -2,7 +2,9 @@
 
 #include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/IBootManager.h"
+#include "plinth/runtime/api/Trace.h"
 #include "plinth/runtime/api/placement.h"
+#include "velora/reason.h"
 
 namespace plinth::v1::api {
 
@@ -113,6 +115,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
       }
     }
     if (!known) {
+      CurrentTrace().cause = bucket->count == bucket->capacity ? VELORA_REASON_THREAD : 0;
       RemoveRef(jumpManager, bootManager);
     }
   }

@@ -3,6 +3,7 @@
 #include <stdint.h>
 
 #include "plinth/runtime/api/BootSlots.h"
+#include "plinth/runtime/api/door.h"
 #include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api {
@@ -40,6 +41,14 @@ bool CSemaphoreManager_Posix::IsValid() const { return valid; }
 void CSemaphoreManager_Posix::Reset() { valid = false; }
 
 void CSemaphoreManager_Posix::Delete() { Reset(); }
+
+CSemaphoreManager_Table::CSemaphoreManager_Table() = default;
+
+CSemaphoreManager_Table::~CSemaphoreManager_Table() = default;
+
+void CSemaphoreManager_Table::Semaphore_Wait(void*) const { LockTable(); }
+
+void CSemaphoreManager_Table::Semaphore_Release(void*) const { UnlockTable(); }
 
 }  // namespace _exports::posix
 }  // namespace plinth::v1::api

@@ -22,7 +22,7 @@ using namespace _exports::posix;
 using namespace _exports::posix::handler;
 
 CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
-  ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Posix;
+  ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Table;
   IThreadManager* threads = new (bootManager, false) CThreadManager_Posix;
   CThreadContextManager* contexts = semaphores == nullptr || threads == nullptr
                                         ? nullptr
@@ -128,6 +128,21 @@ BootRecord* Boot(BootSlots& slots) {
 }
 
 void FreeBootRecord(BootRecord* record) { operator delete(record, Booted().bootManager, false); }
+
+bool InitializeLayer(BootSlots& layer, const BootRecord* record) {
+  return Initialize(Slots<FlatConfiguration>(), record) &&
+         Initialize(Slots<Configuration>(), record) && Initialize(layer, record);
+}
+
+void CleanupLayerThread(BootSlots& layer) {
+  CleanupThread(layer);
+  CleanupThread(Slots<FlatConfiguration>());
+}
+
+void CleanupLayerProcess(BootSlots& layer) {
+  CleanupProcess(layer);
+  CleanupProcess(Slots<FlatConfiguration>());
+}
 
 Visit Enter() {
   Visit visit;

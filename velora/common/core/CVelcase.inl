@@ -6,10 +6,12 @@
 #include <zlib.h>
 
 #include "plinth/core/CSerializer.inl"
+#include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CVelcase.h"
 #include "velora/common/core/create.h"
 #include "velora/common/core/pack.h"
+#include "velora/reason.h"
 
 #define VELORA_PACK template <class Configuration>
 #define VELORA_PACK_OF CVelcase<Configuration>
@@ -95,6 +97,9 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
   using Words = Vocabulary<Configuration>;
   using Layout = PackLayout<Configuration>;
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
+    plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+    trace.inImage = false;
+    trace.byte = 0;
     if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
         extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -105,28 +110,36 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     const int readChannel = data[Layout::kChannel];
     const Version readVersion = static_cast<Version>(data[Layout::kVersion]);
     api::EVelcaseSchema<Configuration>::Check(readSchema);
+    trace.byte = Layout::kFamily;
     api::ESupplyFamily<Configuration>::Check(readFamily);
     if (readFamily != expected) {
+      trace.cause = VELORA_REASON_FAMILY;
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    trace.byte = Layout::kChannel;
     if constexpr (Words::kChecksChannelFirst) {
       using EChannel = api::EChannel<Configuration>;
       EChannel::Check(static_cast<typename EChannel::Enum>(readChannel));
     }
+    trace.byte = Layout::kVersion;
     api::EVelcaseVersion<Configuration>::Check(readVersion);
+    trace.byte = Layout::kPayload;
     const int payload = GetBigEndian(data + Layout::kPayload);
     if (payload == 0 || static_cast<unsigned int>(payload) > Words::kMaxPayload) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     const int readPipeline = Words::kHasPipeline ? data[Layout::kPipeline] : 0;
+    trace.byte = Layout::kPipeline;
     if (Words::kHasPipeline && readPipeline == 0) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    trace.byte = Layout::kUncompressed;
     const int imageSize = GetBigEndian(data + Layout::kUncompressed);
     if (imageSize < 1 || imageSize > Words::kMaxUncompressed) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     // A header can lie about the stream's length: never behind the bytes that are there.
+    trace.byte = Layout::kPayload;
     const int declared = payload - Layout::kPayloadExtra;
     const unsigned int present = extent - Layout::kHeaderSize;
     const int streamSize = declared > 0 && static_cast<unsigned int>(declared) > present
@@ -135,6 +148,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     if (streamSize < 1) {
       PLINTH_RAISE(CException_General);
     }
+    trace.byte = Layout::kHeaderSize;
     using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
     api::IArray_uint8* compressed = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     compressed->Init(streamSize, data + Layout::kHeaderSize, false);
@@ -276,6 +290,7 @@ VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArr
     inflating->zalloc = &ZlibMemAlloc;
     inflating->zfree = &ZlibMemFree;
     if (inflateInit2(inflating, 15) != Z_OK) {
+      plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
       PLINTH_RAISE(CException_General);
     }
     open = true;
@@ -283,7 +298,11 @@ VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArr
     inflating->avail_in = static_cast<uInt>(in->GetCount());
     inflating->next_out = out->GetElements();
     inflating->avail_out = static_cast<uInt>(out->GetCount());
-    if (inflate(inflating, Z_FINISH) != Z_STREAM_END || inflating->avail_out != 0) {
+    const int result = inflate(inflating, Z_FINISH);
+    if (result != Z_STREAM_END || inflating->avail_out != 0) {
+      plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+      trace.byte += static_cast<int>(inflating->total_in);
+      trace.cause = result == Z_MEM_ERROR ? VELORA_REASON_NO_MEMORY : trace.cause;
       PLINTH_RAISE(CException_General);
     }
   }

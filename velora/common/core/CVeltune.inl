@@ -1,9 +1,11 @@
 // Bodies of CVeltune.h, for the files that instantiate it.
 #pragma once
 
+#include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/CComponent.inl"
 #include "velora/common/core/CVeltune.h"
 #include "velora/common/core/create.h"
+#include "velora/reason.h"
 
 namespace velora::common::core {
 
@@ -130,6 +132,10 @@ Kind* CVeltune<Configuration>::Locate_FromComponentList(
   if (key == nullptr || list == nullptr || parameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // As long as nothing is found.
+  plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+  trace.cause = VELORA_REASON_NO_COMPONENT;
+  trace.sought = Kind::kType;
   auto* keyTags = key->GetTags();
   auto* keyProperties = key->GetProperties();
   auto* array = list->GetArray();
@@ -163,6 +169,8 @@ Kind* CVeltune<Configuration>::Locate_FromComponentList(
   if (chosen == nullptr || (several && VersionOf(chosen) == 0)) {
     PLINTH_RAISE(CException_General);
   }
+  trace.cause = 0;
+  ++trace.found;
   return chosen;
 }
 

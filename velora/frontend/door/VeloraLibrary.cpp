@@ -1,6 +1,8 @@
 #include "plinth/runtime/api/boot.h"
 #include "velora/common/core/create.h"
+#include "velora/common/core/pack.h"
 #include "velora/frontend/door/library.h"
+#include "velora/frontend/door/reason.h"
 #include "velora/frontend/toolkit/RawData.h"
 #include "velora/frontend/toolkit/message.h"
 
@@ -13,6 +15,8 @@ namespace {
 
 using namespace plinth::v1::api;
 
+using Layout = velora::common::core::PackLayout<fenn::Configuration>;
+
 constexpr char kInitLibrary[] = "initLibrary";
 
 // What the library has opened, to be closed when it goes down.
@@ -22,15 +26,17 @@ Visit visit = {};
 bool OpenLayers(BootRecord* given) {
   BootSlots& frontEnd = Slots<FrontEndConfiguration>();
   if (given != nullptr &&
-      (!Initialize(frontEnd, given) || _plinth_v1_Initialize_Posix_Lib(given) == 0)) {
+      (!Initialize(frontEnd, given) || !Initialize(Slots<Configuration>(), given))) {
     Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
+    reason::Refuse(VELORA_REASON_ARGUMENT);
     return false;
   }
   BootRecord* record = Boot(frontEnd);
-  const bool open =
-      _plinth_v1_Initialize_Posix_Lib(record) != 0 && _velora_v2_Initialize_Posix_Lib(record) != 0;
+  const bool open = Initialize(Slots<Configuration>(), record) &&
+                    Initialize(Slots<fenn::Configuration>(), record);
   FreeBootRecord(record);
   if (!open) {
+    reason::RefuseBoot();
     Ctr::PrintLine(kInitLibrary, 186, "Could not initialize Velora library");
   }
   return open;
@@ -51,6 +57,7 @@ bool MakeFactory() {
   }
   PLINTH_CATCH {
     Ctr::PrintLine(kInitLibrary, 240, "Exception");
+    reason::Refuse(VELORA_REASON_NO_MEMORY);
     if (mappings != nullptr) {
       mappings->Destroy();
     }
@@ -85,6 +92,36 @@ void releaseLibrary() {
   Leave(visit);
 }
 
+void RefuseRequest(int code, int ePlatform, int eSupplyFamily, int eProductVariant,
+                   ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
+                   unsigned int nVelcases, RawData* pRawData) {
+  // By type id, from reason::kFirstKind on.
+  static constexpr const char* kKinds[] = {
+      "color map",     "gray curve",        "channel map",  "color coefficients",
+      "color residue", "mono coefficients", "mono residue", "mono widths",
+      "scalar",        "fuser blob"};
+  const bool inRange = fenn::EPlatform::kRange.Contains(ePlatform) &&
+                       fenn::ESupplyFamily::kRange.Contains(eSupplyFamily) &&
+                       fenn::EProductVariant::kRange.Contains(eProductVariant) &&
+                       eThemeType <= CTR_THEME_10 && eMediaType <= CTR_MEDIA_H &&
+                       eAxisType <= CTR_AXIS_MONO;
+  if (!inRange) {
+    reason::Refuse(VELORA_REASON_ARGUMENT);
+    return;
+  }
+  bool withPrinter = false;
+  for (unsigned int i = 0; i < nVelcases; ++i) {
+    const BytePacket* packet = pRawData->getVelcase(i);
+    withPrinter =
+        withPrinter || (packet != nullptr && packet->length >= Layout::kPayloadEnd &&
+                        packet->data[Layout::kChannel] == velora::common::api::kChannel_Printer);
+  }
+  if (code != CException_Memory_AllocationFailed::kCode && !withPrinter) {
+    reason::Refuse(VELORA_REASON_NO_PRINTER_PACK);
+  }
+  reason::RefuseTraced(code, kKinds);
+}
+
 fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVariant,
                               ctr_table_type eTableType, ctr_theme_type eThemeType,
                               ctr_media_type eMediaType, ctr_axis_type eAxisType,
@@ -93,6 +130,7 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
     return nullptr;
   }
   fenn::IVeltune* volatile veltune = nullptr;
+  volatile unsigned int reached = 0;  // packs that are read
   PLINTH_FRAME(FrontEndConfiguration) {
     constexpr int kRecordType = 3;
     constexpr auto kEndianness = fenn::ISerializer::ETargetEndianness::Reversed;
@@ -110,6 +148,7 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
                  static_cast<fenn::ESupplyFamily::Enum>(eSupplyFamily),
                  pRawData->getVelcaseExtent(i));
       packs->Set(static_cast<int>(i), pack);
+      reached = i + 1;
     }
     veltune = g_pFactory->CreateVeltune();
     veltune->Init(static_cast<fenn::EPlatform::Enum>(ePlatform),
@@ -119,6 +158,13 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
   }
   PLINTH_CATCH {
     Ctr::PrintLine("createVeltune", 376, "Exception");
+    const int code = frame.exception->code;
+    if (fenn::ESupplyFamily::kRange.Contains(eSupplyFamily) && reached < nVelcases) {
+      reason::RefusePack(static_cast<int>(reached), pRawData->getVelcaseExtent(reached), code);
+    }
+    RefuseRequest(code, ePlatform, eSupplyFamily, eProductVariant, eThemeType, eMediaType,
+                  eAxisType, nVelcases, pRawData);
+    reason::Refuse(VELORA_REASON_PACKS_CONFLICT);
     if (veltune != nullptr) {
       veltune->Destroy();
       veltune = nullptr;

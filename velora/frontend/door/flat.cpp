@@ -3,6 +3,8 @@
 
 #include "plinth/runtime/api/boot.h"
 #include "velora/frontend/door/ReconstructTable.h"
+#include "velora/frontend/door/library.h"
+#include "velora/frontend/door/reason.h"
 
 using namespace plinth::v1::api;
 
@@ -25,17 +27,21 @@ int _velora_v2_ReconstructTable_Moth_Posix_So(
     unsigned int nVelcases, const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
     const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,
     unsigned char* abReconstructedTable) {
-  Visit visit = Enter();
-  BootRecord* record = Boot(Slots<FlatConfiguration>());
-  const int result =
-      record == nullptr || _velora_v2_Initialize_Posix_So(record) == 0
-          ? 0
-          : _velora_v2_ReconstructTable_Moth_Posix_Lib(
-                record, ePlatform, eSupplyFamily, eProductVariant, eTableType, eThemeType,
-                eMediaType, eAxisType, nVelcases, apVelcases, pReferenceTable, pTableCorrections,
-                cbReconstructedTable, abReconstructedTable);
-  Leave(visit);
-  return result;
+  return reason::Through([&] {
+    Visit visit = Enter();
+    BootRecord* record = Boot(Slots<FlatConfiguration>());
+    int result = 0;
+    if (record == nullptr ||
+        !InitializeLayer(Slots<velora::v2::fenn::api::Configuration>(), record)) {
+      reason::RefuseBoot();
+    } else {
+      result = ServeTable(record, ePlatform, eSupplyFamily, eProductVariant, eTableType, eThemeType,
+                          eMediaType, eAxisType, nVelcases, apVelcases, pReferenceTable,
+                          pTableCorrections, cbReconstructedTable, abReconstructedTable);
+    }
+    Leave(visit);
+    return result;
+  });
 }
 
 const char* velora_version(void) { return VELORA_VERSION; }

@@ -1,8 +1,10 @@
 #include "velora/frontend/toolkit/cbat.h"
 
+#include "plinth/runtime/api/Trace.h"
 #include "velora/frontend/toolkit/memory.h"
 #include "velora/frontend/toolkit/message.h"
 #include "velora/frontend/toolkit/result.h"
+#include "velora/reason.h"
 
 namespace Ctr {
 
@@ -73,11 +75,13 @@ int Read(BytePacket* pData, BytePacket* pWidths, unsigned char scalar, short* ou
   unsigned char* widths;
   unsigned int cbOpened;
   result = Open(pWidths, 231, "AllocMem cbatDataPtr %d", &widths, &cbOpened);
+  if (result == kBadSize) plinth::v1::api::CurrentTrace().cause = VELORA_REASON_REFERENCE;
   if (result != kSuccess) return result;
 
   const int cbWidths = pWidths->compressed ? static_cast<int>(cbOpened) : pWidths->length;
   const Shape& shape = pWidths->key.getAxis() == 'M' ? kMono : kColor;
   if (cbWidths < shape.cbLeast) {
+    plinth::v1::api::CurrentTrace().cause = VELORA_REASON_REFERENCE;
     PrintLine("CbatReader", shape.lineTooSmall, "Cbat size %d too small.", cbWidths);
     return kBadSize;
   }

@@ -195,7 +195,7 @@ class VELORA_API IPrintModeMapping {
  public:
   virtual void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality,
                     unsigned int penSet, PT_data_source source) = 0;
-  virtual ~IPrintModeMapping();
+  VELORA_HIDDEN virtual ~IPrintModeMapping();
   // Does nothing: a mapping ends with its table.
   virtual void Destroy() = 0;
   // Raise `CException_This_Invalid` before Init.
@@ -218,7 +218,7 @@ class VELORA_API IPrintModeMappings {
   static constexpr int kCount = kMedia * kSubtypes * kQualities * kPenSets * kSources;
 
   virtual void Init() = 0;
-  virtual ~IPrintModeMappings();
+  VELORA_HIDDEN virtual ~IPrintModeMappings();
   // Never refuses a value: an unknown one falls back, each field for itself, to medium 0, subtype
   // 0, quality 0, pen set 1, source 0. A blank table raises `CException_This_Invalid`, a null
   // record `CException_Parameter_Invalid`.
