@@ -4,10 +4,14 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "authoring/deflate.h"
 #include "authoring/pack_pipeline.h"
 #include "authoring/pack_text.h"
+#include "authoring/parallel.h"
 #include "velora/common/core/pack.h"
 #include "velora/common/enumeration.h"
+#include "velora/fenn/api/vocabulary.h"
+#include "velora/wisp/api/vocabulary.h"
 
 namespace velora::authoring {
 namespace {
@@ -68,7 +72,10 @@ void CheckPacks(const std::vector<Pack>& packs) {
   }
 }
 
-Bytes WritePack(const Pack& pack) {
+namespace {
+
+// As the library writes it, of any size.
+Bytes WriteAnySize(const Pack& pack) {
   CheckPacks({pack});
   const PackPipeline& pipeline = PipelineOf(pack.pipeline);
   if (const Component* misread = pipeline.find_misread(pack)) {
@@ -82,13 +89,49 @@ Bytes WritePack(const Pack& pack) {
   if (const int code = pipeline.write(pack, &place, &file)) {
     RaiseRefusal(code, place, pipeline.words());
   }
-  if (static_cast<int>(file.size()) > pipeline.largest_file) {
+  return file;
+}
+
+template <class Layout>
+Bytes WithSmallestStream(const Bytes& file, int rounds) {
+  const auto size = static_cast<std::size_t>(
+      common::core::GetBigEndian(file.data() + Layout::kUncompressed));
+  const Bytes stream = SmallestStream(
+      Inflated(file.data() + Layout::kHeaderSize, file.size() - Layout::kHeaderSize, size), rounds);
+  if (Layout::kHeaderSize + stream.size() >= file.size()) return file;
+  Bytes smaller(file.begin(), file.begin() + Layout::kHeaderSize);
+  common::core::SetBigEndian(smaller.data() + Layout::kPayload,
+                             static_cast<int>(stream.size()) + Layout::kPayloadExtra);
+  smaller.insert(smaller.end(), stream.begin(), stream.end());
+  return smaller;
+}
+
+}  // namespace
+
+Bytes WritePack(const Pack& pack) {
+  Bytes file = WriteAnySize(pack);
+  if (static_cast<int>(file.size()) > LargestFile(pack.pipeline)) {
     throw std::runtime_error("a pack of " + std::to_string(file.size()) +
                              " bytes: a caller takes at most " +
-                             std::to_string(pipeline.largest_file));
+                             std::to_string(LargestFile(pack.pipeline)));
   }
   return file;
 }
+
+std::vector<Bytes> WritePacks(const std::vector<Pack>& packs, int rounds) {
+  std::vector<Bytes> files;
+  for (const Pack& pack : packs) files.push_back(WriteAnySize(pack));
+  if (rounds == 0) return files;
+  ForEach(static_cast<int>(packs.size()), [&](int i) {
+    using namespace common::core;
+    files[i] = packs[i].pipeline == Pipeline::kInk
+                   ? WithSmallestStream<PackLayout<v1::wisp::api::Configuration>>(files[i], rounds)
+                   : WithSmallestStream<PackLayout<v2::fenn::api::Configuration>>(files[i], rounds);
+  });
+  return files;
+}
+
+int LargestFile(Pipeline pipeline) { return PipelineOf(pipeline).largest_file; }
 
 Bytes WriteReference(Pipeline pipeline, const Step& reference) {
   const PackPipeline& used = PipelineOf(pipeline);

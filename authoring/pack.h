@@ -64,6 +64,12 @@ struct PackFile {
 // above 32767 bytes in the toner pipeline, 409608 in the ink pipeline.
 Bytes WritePack(const Pack& pack);
 
+// The files of several packs, of any size, their streams from a stronger encoder: `rounds` of its
+// search, see deflate.h; 0 leaves them as the library compresses.
+std::vector<Bytes> WritePacks(const std::vector<Pack>& packs, int rounds);
+// What a caller takes at most.
+int LargestFile(Pipeline pipeline);
+
 // The image of one reference: the locator that an ink request carries.
 Bytes WriteReference(Pipeline pipeline, const Step& reference);
 

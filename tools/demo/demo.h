@@ -15,9 +15,11 @@ struct DemoOptions {
   std::string folder;   // where packs and pictures go
   int tables = 9;       // to author; one more is the toner printer's reference
   int calls = 21;       // of which the time is the median
+  int effort = 1;       // of searches, see goal.h
 };
 
 bool RunTonerDemo(const DemoOptions& options, const Samples& samples);
+bool RunGoals(const DemoOptions& options, const Samples& samples);
 bool RunInkDemo(const DemoOptions& options, const Samples& samples);
 
 }  // namespace velora::tools
