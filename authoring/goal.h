@@ -4,7 +4,9 @@
 // Room: authoring. Values only; see each function for what it raises.
 #pragma once
 
+#include <cmath>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -29,6 +31,14 @@ double Excess(const TableErrors& errors, const Goal& goal);
 
 // "mean 0.5, p99 2"; "no loss".
 std::string GoalText(const Goal& goal);
+
+// A table that a search shall pack.
+struct SearchedTable {
+  Bytes wanted;  // 19652 bytes
+  Goal goal;
+  std::shared_ptr<const LabMeter> lab;  // none: errors are those of the inks
+  std::string name;                     // for messages
+};
 
 // Where a search is.
 struct Progress {
@@ -55,5 +65,28 @@ struct Interrupted : std::runtime_error {
 struct GoalMissed : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
+
+// The product of the tightest bound, mean and 99th percentile, whose bytes keep to a budget. Bytes
+// fall with the bound, so each step halves what is left of the range.
+template <class Author, class BytesOf>
+auto AuthorForBudget(long budget, int effort, Author author, BytesOf bytes_of) {
+  auto best = author(Goal());
+  if (bytes_of(best) <= budget) return best;
+  double tight = 0.02, loose = 8;
+  for (int step = 0; step < 6 + effort && loose > tight * 1.03; ++step) {
+    Goal goal;
+    goal.mean = step == 0 ? loose : std::sqrt(tight * loose);
+    goal.p99 = 4 * *goal.mean;
+    auto product = author(goal);
+    const bool keeps = bytes_of(product) <= budget;
+    if (step == 0 && !keeps) {
+      throw GoalMissed(std::to_string(budget) + " bytes are too few: packs with a mean error of 8 " +
+                       "take " + std::to_string(bytes_of(product)));
+    }
+    (keeps ? loose : tight) = *goal.mean;
+    if (keeps) best = std::move(product);
+  }
+  return best;
+}
 
 }  // namespace velora::authoring

@@ -93,6 +93,19 @@ std::string SettingsText(InkForm form, const InkSettings& settings) {
          std::to_string(settings.level) + ", range " + std::to_string(settings.range);
 }
 
+EncodedInk InkOfString(const Bytes& string) {
+  const Part part = PartsOf(InkForm::kString)[0];
+  EncodedInk encoded;
+  encoded.parts.push_back({part.kind,
+                           1,
+                           Condition(),
+                           {},
+                           {{ink::kNodeCount, part.node_count}, {ink::kDeltaRange, 1}},
+                           {{part.operator_type, string, {}, {}}}});
+  encoded.rebuilt = Rebuild(encoded.parts, 1);
+  return encoded;
+}
+
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings) {
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
   EncodedInk encoded{Encode(plane, form, settings), {}, {}};

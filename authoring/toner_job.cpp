@@ -497,32 +497,6 @@ TonerProduct AuthorOnce(const TonerJob& job) {
   return product;
 }
 
-// The tightest bound whose packs keep to the budget. Bytes fall with the bound, so each step halves
-// what is left of the range.
-TonerProduct AuthorForBudget(TonerJob job) {
-  job.goal = Goal();
-  TonerProduct best = AuthorOnce(job);
-  if (best.PackBytes() <= job.budget) return best;
-  double tight = 0.02, loose = 8;
-  bool fits = false;
-  for (int step = 0; step < 6 + job.search.effort; ++step) {
-    const double mean = step == 0 ? loose : std::sqrt(tight * loose);
-    job.goal.mean = mean;
-    job.goal.p99 = 4 * mean;
-    TonerProduct product = AuthorOnce(job);
-    const bool keeps = product.PackBytes() <= job.budget;
-    if (step == 0 && !keeps) {
-      throw GoalMissed(std::to_string(job.budget) + " bytes are too few: the packs take " +
-                       std::to_string(product.PackBytes()) + " with a mean error of 8");
-    }
-    (keeps ? loose : tight) = mean;
-    if (keeps) best = std::move(product);
-    fits = fits || keeps;
-    if (fits && loose < tight * 1.03) break;
-  }
-  return best;
-}
-
 }  // namespace
 
 int TonerProduct::PackBytes() const {
@@ -533,7 +507,15 @@ int TonerProduct::PackBytes() const {
 
 TonerProduct AuthorToner(const TonerJob& job) {
   CheckJob(job);
-  return job.budget > 0 && !job.tables.empty() ? AuthorForBudget(job) : AuthorOnce(job);
+  if (job.budget == 0 || job.tables.empty()) return AuthorOnce(job);
+  return AuthorForBudget(
+      job.budget, job.search.effort,
+      [&](const Goal& goal) {
+        TonerJob searched = job;
+        searched.goal = goal;
+        return AuthorOnce(searched);
+      },
+      [](const TonerProduct& product) { return static_cast<long>(product.PackBytes()); });
 }
 
 }  // namespace velora::authoring

@@ -22,13 +22,6 @@
 
 namespace velora::authoring {
 
-struct SearchedTable {
-  Bytes wanted;  // 19652 bytes
-  Goal goal;
-  std::shared_ptr<const LabMeter> lab;  // none: errors are those of the inks
-  std::string name;                     // for messages
-};
-
 struct TonerPlan {
   EncodedChannel inks[kChannels];  // C, M, Y, K
   std::vector<TableErrors> errors;
