@@ -203,24 +203,28 @@ std::vector<SampledCurve> SampleCurves(const std::vector<Profile>& profiles, int
   return curves;
 }
 
-LabMeter::LabMeter(const Profile& output)
-    : transform_(MakeTransform(Open(output.path), TYPE_CMYK_8,
+double Cie76(const Lab& x, const Lab& y) {
+  return std::sqrt((x.L - y.L) * (x.L - y.L) + (x.a - y.a) * (x.a - y.a) +
+                   (x.b - y.b) * (x.b - y.b));
+}
+
+double Cie2000(const Lab& x, const Lab& y) {
+  const cmsCIELab a{x.L, x.a, x.b}, b{y.L, y.a, y.b};
+  return cmsCIE2000DeltaE(&a, &b, 1, 1, 1);
+}
+
+LabMeter::LabMeter(const std::string& path)
+    : transform_(MakeTransform(Open(path), TYPE_CMYK_8,
                                OpenProfile(cmsCreateLab4Profile(nullptr), cmsCloseProfile),
-                               TYPE_Lab_DBL, Intent::kRelative, output.path)) {}
+                               TYPE_Lab_DBL, Intent::kRelative, path)) {}
 
 LabMeter::~LabMeter() = default;
 
-ColorDifference LabMeter::Compare(const Bytes& table_a, const Bytes& table_b) const {
-  std::vector<cmsCIELab> a(kPlaneSize), b(kPlaneSize);
-  cmsDoTransform(transform_.get(), Interleaved(table_a).data(), a.data(), kPlaneSize);
-  cmsDoTransform(transform_.get(), Interleaved(table_b).data(), b.data(), kPlaneSize);
-  ColorDifference difference{0, 0};
-  for (int i = 0; i < kPlaneSize; ++i) {
-    const double distance = cmsDeltaE(&a[i], &b[i]);
-    difference.mean += distance / kPlaneSize;
-    difference.largest = std::max(difference.largest, distance);
-  }
-  return difference;
+std::vector<Lab> LabMeter::See(const Bytes& table) const {
+  static_assert(sizeof(Lab) == sizeof(cmsCIELab), "Little CMS writes three doubles a point");
+  std::vector<Lab> seen(kPlaneSize);
+  cmsDoTransform(transform_.get(), Interleaved(table).data(), seen.data(), kPlaneSize);
+  return seen;
 }
 
 RgbView::RgbView(const Profile& output)

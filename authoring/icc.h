@@ -64,19 +64,25 @@ Bytes SampleCurve(const Profile& source, const Profile& gray);
 // Up to `limit` curves with different bytes.
 std::vector<SampledCurve> SampleCurves(const std::vector<Profile>& profiles, int limit);
 
-// The distance of two tables over their 4913 grid points: CIE76.
-struct ColorDifference {
-  double mean;
-  double largest;
+// A colour in CIELAB.
+struct Lab {
+  double L, a, b;
 };
 
-// Sees tables as the relative colorimetric Lab of an output profile.
+// Colour differences.
+double Cie76(const Lab& x, const Lab& y);
+double Cie2000(const Lab& x, const Lab& y);
+
+// Sees tables as the relative colorimetric Lab of an output profile. Several threads may see with
+// one meter.
 class LabMeter {
  public:
-  explicit LabMeter(const Profile& output);
+  explicit LabMeter(const std::string& path);
+  explicit LabMeter(const Profile& output) : LabMeter(output.path) {}
   ~LabMeter();
 
-  ColorDifference Compare(const Bytes& table_a, const Bytes& table_b) const;
+  // The 4913 grid points.
+  std::vector<Lab> See(const Bytes& table) const;
 
  private:
   std::shared_ptr<void> transform_;

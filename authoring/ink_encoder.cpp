@@ -94,6 +94,19 @@ Bytes RebuildInk(const std::vector<Component>& parts, int range) {
   return Bytes(cube.begin(), cube.end());
 }
 
+EncodedInk InkOfString(const Bytes& string) {
+  const Part part = PartsOf(InkForm::kString)[0];
+  EncodedInk encoded;
+  encoded.parts.push_back({part.kind,
+                           1,
+                           Condition(),
+                           {},
+                           {{Ids::kNodeCount, part.node_count}, {Ids::kDeltaRange, 1}},
+                           {{part.operator_type, string, {}, {}}}});
+  encoded.rebuilt = RebuildInk(encoded.parts, 1);
+  return encoded;
+}
+
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings) {
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
   EncodedInk encoded{Encode(plane, form, settings), {}, {}};

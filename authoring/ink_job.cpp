@@ -1,8 +1,13 @@
 #include "authoring/ink_job.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <set>
 #include <stdexcept>
 
+#include "authoring/ink_search.h"
+#include "authoring/small_packs.h"
 #include "authoring/words.h"
 #include "velora/wisp/api/components.h"
 #include "velora/wisp/api/vocabulary.h"
@@ -53,14 +58,49 @@ struct PackMode {
             {Ids::kTag_PenSet, pen_set}};
   }
 
-  Condition Valid() const {
-    return Condition::Is(Ids::kCondition_MediaType, media) &&
-           Condition::Is(Ids::kCondition_MediaSubtype, subtype) &&
-           Condition::Is(Ids::kCondition_Quality, quality) &&
-           Condition::Is(Ids::kCondition_PenSet, pen_set);
+  // The conditions on each word.
+  std::array<Value, 4> Words() const {
+    return {{{Ids::kCondition_MediaType, media},
+             {Ids::kCondition_MediaSubtype, subtype},
+             {Ids::kCondition_Quality, quality},
+             {Ids::kCondition_PenSet, pen_set}}};
   }
 
   int media, subtype, quality, pen_set;
+};
+
+// The words of a job's print modes: those that are one for all stand at the colour map, the others
+// at what each mode has for itself.
+class ModeWords {
+ public:
+  explicit ModeWords(const std::vector<InkTable>& tables) {
+    for (const InkTable& table : tables) {
+      const auto words = PackMode(table.mode).Words();
+      for (std::size_t word = 0; word < words.size(); ++word) values_[word].insert(words[word]);
+    }
+  }
+
+  Condition ForAll(Condition condition) const {
+    for (const std::set<Value>& values : values_) {
+      if (values.size() != 1) continue;
+      condition = condition && Condition::Is(values.begin()->type, values.begin()->value);
+    }
+    return condition;
+  }
+
+  Condition Is(const PackMode& mode) const {
+    std::optional<Condition> condition;
+    const auto words = mode.Words();
+    for (std::size_t word = 0; word < words.size(); ++word) {
+      if (values_[word].size() == 1) continue;
+      const Condition is = Condition::Is(words[word].type, words[word].value);
+      condition = condition ? *condition && is : is;
+    }
+    return condition.value_or(Condition());
+  }
+
+ private:
+  std::set<Value> values_[4];
 };
 
 Step Operator(int kind, const char* name) {
@@ -77,7 +117,8 @@ Step Locator(const InkJob& job) {
           {{Ids::kComponentRole, 1}}};
 }
 
-// How a part of an ink is named: by print mode, channel and role, deltas by their level too.
+// How a part of an ink is named: by channel and role, deltas by their level too. Which of the print
+// modes it is for, its condition says.
 Step Reference(const Component& part) {
   Step step{part.kind, {}, part.tags, {}};
   for (const Value& property : part.properties) {
@@ -100,8 +141,11 @@ std::vector<Value> Description(const InkDescription& ink) {
 // Adds the components of the inks of a print mode to a pack.
 class InkPacker {
  public:
-  InkPacker(const InkJob& job, const PackMode& mode, Pack* pack)
-      : description_(Description(job.description)), tags_(mode.Tags()), pack_(pack) {}
+  InkPacker(const InkJob& job, const Condition& mode, Pack* pack)
+      : description_(Description(job.description)),
+        tags_{{Ids::kTag_SupplyFamily, job.family}},
+        mode_(mode),
+        pack_(pack) {}
 
   // Gives the reference to the ink's channel map.
   Step Add(int channel, const EncodedInk& encoded) {
@@ -139,6 +183,7 @@ class InkPacker {
 
   Step Add(Component component, const Name& name) {
     component.tags = tags_;
+    component.condition = mode_;
     component.properties.push_back({Ids::kChannel, name.channel});
     component.properties.push_back({Ids::kComponentRole, name.role});
     pack_->components.push_back(std::move(component));
@@ -147,34 +192,38 @@ class InkPacker {
 
   const std::vector<Value> description_;
   const std::vector<Value> tags_;
+  const Condition mode_;
   Pack* pack_;
 };
 
 using EncodedInks = std::vector<EncodedInk>;  // of a table
 
-// The pack of a job; without one of its tables, if `left_out` is the place of one.
+// The pack of a job; without one of its tables, if `left_out` is the place of one. Tables that are
+// stored alike name their inks alike, so they share a colour map.
 Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
   Pack pack;
   pack.pipeline = Pipeline::kInk;
   pack.family = job.family;
   pack.version = job.version;
+  const ModeWords words(job.tables);
+  const Step locator = Locator(job);
+  Component map{wisp::IColorMap::kType,
+                1,
+                words.ForAll(Condition::Is(Ids::kCondition_ProductVariant, job.variant)),
+                locator.tags,
+                locator.properties,
+                {}};
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
     if (static_cast<int>(i) == left_out) continue;
-    const PackMode mode(job.tables[i].mode);
-    const Step locator = Locator(job);
-    Component map{wisp::IColorMap::kType,
-                  1,
-                  mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
-                  locator.tags,
-                  locator.properties,
-                  {}};
-    InkPacker packer(job, mode, &pack);
+    InkPacker packer(job, words.Is(PackMode(job.tables[i].mode)), &pack);
+    std::vector<Step> recipe;
     for (std::size_t k = 0; k < kChannels; ++k) {
-      map.recipe.push_back(packer.Add(kInks[k].channel, encoded[i][k]));
+      recipe.push_back(packer.Add(kInks[k].channel, encoded[i][k]));
     }
-    map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
-    pack.components.push_back(std::move(map));
+    recipe.push_back(Operator(map.kind, "Build_CMYK"));
+    map.recipe = std::move(recipe);
   }
+  pack.components.push_back(std::move(map));
   return pack;
 }
 
@@ -237,37 +286,77 @@ void Check(const InkJob& job) {
 
 }  // namespace
 
-InkProduct AuthorInk(const InkJob& job) {
-  Check(job);
+namespace {
+
+// The inks of all tables, in a record's order.
+std::vector<EncodedInks> EncodeAll(const InkJob& job, std::vector<TableErrors>* errors) {
   std::vector<EncodedInks> encoded;
+  if (job.goal) {
+    std::vector<SearchedTable> tables;
+    for (const InkTable& table : job.tables) {
+      tables.push_back(
+          {table.wanted, table.goal.value_or(*job.goal), table.lab, ModeText(table.mode)});
+    }
+    InkPlan plan = SearchInk(tables, job.search);
+    for (auto& planes : plan.tables) {
+      EncodedInks& inks = encoded.emplace_back();
+      for (const Ink& ink : kInks) inks.push_back(std::move(planes[ink.plane]));
+    }
+    *errors = std::move(plan.errors);
+    return encoded;
+  }
   for (const InkTable& table : job.tables) {
     EncodedInks& inks = encoded.emplace_back();
+    Bytes rebuilt(kTableSize);
     for (const Ink& ink : kInks) {
       inks.push_back(EncodeInk(PlaneOf(table.wanted, ink.plane), job.form, job.settings));
+      std::copy(inks.back().rebuilt.begin(), inks.back().rebuilt.end(),
+                rebuilt.begin() + ink.plane * kPlaneSize);
     }
+    errors->push_back(TableMeter(table.wanted, table.lab).Measure(rebuilt));
   }
-  InkProduct product{MakePack(job, encoded, -1), {}, {}};
-  product.caller = {job.platform, job.family, job.variant, {WritePack(product.pack)}};
+  return encoded;
+}
+
+InkProduct AuthorOnce(const InkJob& job) {
+  InkProduct product;
+  const std::vector<EncodedInks> encoded = EncodeAll(job, &product.errors);
+  product.pack = MakePack(job, encoded, -1);
+  job.search.Report({"compress", 1, 0, 0});
+  product.caller = {job.platform, job.family, job.variant,
+                    WritePacks({product.pack}, 15 * job.search.effort)};
+  const double size = static_cast<double>(product.file().size());
+  if (size > LargestFile(Pipeline::kInk)) {
+    throw std::runtime_error("a pack of " + std::to_string(product.file().size()) +
+                             " bytes: a caller takes at most " +
+                             std::to_string(LargestFile(Pipeline::kInk)));
+  }
   const Bytes locator = WriteReference(Pipeline::kInk, Locator(job));
-  const int size = static_cast<int>(product.file().size());
+  const auto plain = [&](int left_out) {
+    return static_cast<double>(WritePacks({MakePack(job, encoded, left_out)}, 0)[0].size());
+  };
+  const double all = plain(-1);
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    const Pack others = MakePack(job, encoded, static_cast<int>(i));
-    const int rest = job.tables.size() == 1 ? 0 : static_cast<int>(WritePack(others).size());
+    const double rest = job.tables.size() == 1 ? 0 : plain(static_cast<int>(i));
     product.answers.push_back(AnswerOf(job, job.tables[i].mode, locator, encoded[i]));
-    product.answers.back().pack_bytes = size - rest;
+    product.answers.back().pack_bytes = static_cast<int>(std::lround((all - rest) * size / all));
   }
   return product;
 }
 
-Bytes TableOf(const Bytes& record) {
-  const auto* nodes =
-      reinterpret_cast<const uint16_t*>(record.data() + offsetof(WISPColorMap, data));
-  Bytes table(kTableSize);
-  for (const Ink& ink : kInks) {
-    std::copy(nodes, nodes + kPlaneSize, table.begin() + ink.plane * kPlaneSize);
-    nodes += kPlaneSize;
-  }
-  return table;
+}  // namespace
+
+InkProduct AuthorInk(const InkJob& job) {
+  Check(job);
+  if (job.budget == 0) return AuthorOnce(job);
+  return AuthorForBudget(
+      job.budget, job.search.effort,
+      [&](const Goal& goal) {
+        InkJob searched = job;
+        searched.goal = goal;
+        return AuthorOnce(searched);
+      },
+      [](const InkProduct& product) { return static_cast<long>(product.file().size()); });
 }
 
 }  // namespace velora::authoring

@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "authoring/icc.h"
-#include "authoring/table.h"
+#include "authoring/table_error.h"
 
 namespace velora::tools {
 
@@ -18,7 +17,7 @@ struct ReportLine {
   int pack_bytes;
   authoring::Bytes wanted;
   authoring::Bytes rebuilt;  // empty: the call was refused
-  std::optional<authoring::ColorDifference> color;
+  std::optional<authoring::TableErrors> errors;  // of an RGB to CMYK table
   std::vector<double> microseconds;  // one for each column of times
 };
 
@@ -31,7 +30,7 @@ struct ReportSums {
   int zlib = 0;
   double mean_error = 0;
   int largest_error = 0;
-  authoring::ColorDifference color{0, 0};
+  std::vector<authoring::TableErrors> errors;  // of all tables that came back
   std::vector<double> microseconds;
 };
 

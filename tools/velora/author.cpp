@@ -1,9 +1,11 @@
 // velora author: a job file to packs, the caller's records, and a call for each table.
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
 
 #include "tools/velora/author_job.h"
+#include "tools/velora/goal_json.h"
 #include "tools/velora/verbs.h"
 
 namespace velora::tools {
@@ -23,8 +25,25 @@ A toner job, with all its parts:
     "blobs":  [{"file": "fuser.bin", "theme_type": 0, "media_type": 1, "axis_type": 0}]
   }
 
-Without "settings" tables are packed without loss. "corrected" is what a correction shall make of a
-table.
+Without "settings" and "goal" tables are packed without loss. "corrected" is what a correction shall
+make of a table. "mean_reference": true in place of "reference" takes the mean of the tables.
+
+A goal takes the place of settings, for a job or for one of its tables:
+
+  "goal": {"ciede2000": {"mean": 0.5, "p95": 1.2, "p99": 2, "max": 6}, "ink": 60, "ink_sum": 40}
+  "goal": {"bytes": 24000}
+  "goal": "lossless"
+
+Each table keeps these bounds by itself: CIEDE2000 at the grid points, through "output_profile"
+(a path, of the job or of a table), or without a profile the largest difference of an ink; the
+largest difference of an ink, and how far the sum of the inks may rise. "bytes" is what all packs may
+take; the best quality that fits is taken.
+
+Reference and width tables lie in printers. A job names those of printers in the field, and its packs
+are read by them; or --keep names the folder that an earlier authoring wrote to:
+
+  "printer": {"reference": "reference.bin", "gray_widths": "gray-cbat-k.bin",
+              "widths": ["cbat-c.bin", "cbat-m.bin", "cbat-y.bin", "cbat-k.bin"]}
 
 An ink job:
 
@@ -38,7 +57,8 @@ An ink job:
                 "mode": {"media_type": 2, "media_subtype": 10, "quality": 1, "pen_set": 2}}]
   }
 
-Its form is "string" or "nodes". Level 0 with range 1 loses nothing, as it is without these three.
+Its form is "string" or "nodes". Level 0 with range 1 loses nothing. Without these three a job may
+have a goal, as above, or is packed without loss.
 
 Print modes are in the caller's numbering; what is absent is 0, and pen set 1. Files are relative to
 the job.
@@ -52,13 +72,46 @@ bool IsInk(const Json& job) {
   return pipeline == "ink";
 }
 
-void Run(const Path& path, const Path& folder, const Shared& shared) {
+void PrintPlan(const std::vector<PlanPoint>& points, bool json) {
+  if (json) {
+    Json list = Json::array();
+    for (const PlanPoint& point : points) {
+      list.push_back({{"goal", authoring::GoalText(point.goal)},
+                      {"bytes", point.bytes},
+                      {"errors", ErrorsJson(point.errors)}});
+    }
+    std::cout << list.dump(2) << '\n';
+    return;
+  }
+  constexpr int kLength = 50;
+  long most = 1;
+  for (const PlanPoint& point : points) most = std::max(most, point.bytes);
+  for (const PlanPoint& point : points) {
+    const auto length = static_cast<std::size_t>(std::max(1L, point.bytes * kLength / most));
+    std::cout << authoring::GoalText(point.goal) << '\n'
+              << "  " << std::string(length, '#') << ' ' << point.bytes << " bytes\n"
+              << "  " << ErrorsText(point.errors) << '\n';
+  }
+}
+
+void Run(const Path& path, const Path& folder, const AuthorOptions& options, bool plan,
+         const Shared& shared) {
   const Json job = ReadJson(path);
+  const Path from = path.parent_path();
+  if (plan) {
+    PrintPlan(IsInk(job) ? PlanInkJob(job, from, options) : PlanTonerJob(job, from, options),
+              shared.json);
+    return;
+  }
   std::filesystem::create_directories(folder);
-  const Authored authored = IsInk(job) ? AuthorInkJob(job, path.parent_path(), folder)
-                                       : AuthorTonerJob(job, path.parent_path(), folder);
+  const Authored authored = IsInk(job) ? AuthorInkJob(job, from, folder, options)
+                                       : AuthorTonerJob(job, from, folder, options);
   if (shared.json) {
-    std::cout << Json{{"packs", authored.packs}, {"calls", authored.calls}}.dump(2) << '\n';
+    std::cout << Json{{"packs", authored.packs},
+                      {"calls", authored.calls},
+                      {"errors", authored.errors}}
+                     .dump(2)
+              << '\n';
     return;
   }
   for (const Json& pack : authored.packs) {
@@ -68,6 +121,14 @@ void Run(const Path& path, const Path& folder, const Shared& shared) {
   for (const Json& call : authored.calls) {
     std::cout << call["file"].get<std::string>() << ": " << call["print_mode"].get<std::string>()
               << ", " << call["bytes"] << " bytes from " << call["pack_bytes"] << " in the packs\n";
+  }
+  for (std::size_t i = 0; i < authored.measured().size(); ++i) {
+    std::cout << (i == 0 ? "errors:\n  " : "  ")
+              << authored.calls[i]["print_mode"].get<std::string>() << ": "
+              << ErrorsText(authored.measured()[i]) << '\n';
+  }
+  if (authored.measured().size() > 1) {
+    std::cout << "  all: " << ErrorsText(authoring::Worst(authored.measured())) << '\n';
   }
 }
 
@@ -79,10 +140,32 @@ std::string Put(const Path& folder, const std::string& name, const Bytes& bytes)
   return name;
 }
 
+void Authored::AddErrors(const authoring::TableErrors& table) {
+  calls.back()["errors"] = ErrorsJson(table);
+  measured_.push_back(table);
+}
+
+void Authored::FinishErrors() {
+  if (!measured_.empty()) errors = ErrorsJson(authoring::Worst(measured_));
+}
+
+std::vector<authoring::Goal> PlanGoals() {
+  std::vector<authoring::Goal> goals(1);
+  for (double mean = 0.125; mean <= 2; mean *= 2) {
+    authoring::Goal& goal = goals.emplace_back();
+    goal.mean = mean;
+    goal.p99 = 4 * mean;
+  }
+  return goals;
+}
+
 void AddAuthor(CLI::App* app, Shared* shared) {
   struct Options {
     std::string job;
     std::string folder = ".";
+    std::string keep;
+    int effort = 1;
+    bool plan = false;
   };
   auto options = std::make_shared<Options>();
   CLI::App* verb = app->add_subcommand(
@@ -92,7 +175,16 @@ void AddAuthor(CLI::App* app, Shared* shared) {
   verb->footer(kJobHelp);
   verb->add_option("job", options->job, "JSON file, see below")->required();
   verb->add_option("-o,--folder", options->folder, "Folder to write to")->capture_default_str();
-  verb->callback([options, shared] { Run(options->job, options->folder, *shared); });
+  verb->add_option("--keep", options->keep,
+                   "Folder of an earlier authoring: its printers shall read the new packs");
+  verb->add_option("--effort", options->effort, "How many times the usual time a search may take")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 9));
+  verb->add_flag("--plan", options->plan,
+                 "Write nothing; print what goals would come to, bytes against errors");
+  verb->callback([options, shared] {
+    Run(options->job, options->folder, {options->keep, options->effort}, options->plan, *shared);
+  });
 }
 
 }  // namespace velora::tools

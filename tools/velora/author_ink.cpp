@@ -4,6 +4,8 @@
 #include "authoring/ink_job.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
+#include "tools/velora/goal_json.h"
+#include "tools/velora/progress.h"
 
 namespace velora::tools {
 namespace {
@@ -20,6 +22,8 @@ InkForm FormOf(const std::string& name) {
 }
 
 InkJob ReadJob(const Json& json, const Path& folder) {
+  Profiles profiles(folder);
+  const auto lab = profiles.Read(json);
   InkJob job;
   job.platform = Member(json, "platform", job.platform);
   job.family = Member(json, "supply_family", job.family);
@@ -37,8 +41,16 @@ InkJob ReadJob(const Json& json, const Path& folder) {
   used.drop_volume_offset = Member(ink, "drop_volume_offset", used.drop_volume_offset);
   for (const Json& table : Member(json, "tables", Json::array())) {
     if (!table.is_object()) throw std::runtime_error("\"tables\": no object");
-    job.tables.push_back({ReadInkMode(table), MemberBytes(table, "file", folder)});
+    job.tables.push_back({ReadInkMode(table), MemberBytes(table, "file", folder),
+                          ReadGoal(table).goal, profiles.Read(table, lab)});
   }
+  const JobGoal goal = ReadGoal(json);
+  const bool has_settings = json.contains("form") || json.contains("level") || json.contains("range");
+  if (goal.goal && has_settings) {
+    throw std::runtime_error("a job has \"goal\", or \"form\", \"level\" and \"range\"");
+  }
+  if (!has_settings) job.goal = goal.goal.value_or(Goal());
+  job.budget = goal.budget;
   return job;
 }
 
@@ -64,21 +76,44 @@ std::string WriteCall(const InkAnswer& answer, const InkCaller& caller, const Pa
   return name + ".json";
 }
 
+InkProduct Author(InkJob job, const AuthorOptions& options) {
+  ProgressBar bar;
+  job.search = bar.Options(options.effort);
+  return AuthorInk(job);
+}
+
 }  // namespace
 
-Authored AuthorInkJob(const Json& json, const Path& from, const Path& folder) {
-  const InkProduct product = AuthorInk(ReadJob(json, from));
+Authored AuthorInkJob(const Json& json, const Path& from, const Path& folder,
+                      const AuthorOptions& options) {
+  const InkProduct product = Author(ReadJob(json, from), options);
   Authored authored;
   authored.packs.push_back({{"file", Put(folder, kPackName, product.file())},
                             {"bytes", product.file().size()},
                             {"components", product.pack.components.size()}});
-  for (const InkAnswer& answer : product.answers) {
+  for (std::size_t i = 0; i < product.answers.size(); ++i) {
+    const InkAnswer& answer = product.answers[i];
     authored.calls.push_back({{"file", WriteCall(answer, product.caller, folder)},
                               {"print_mode", ModeText(answer.request.mode)},
                               {"pack_bytes", answer.pack_bytes},
                               {"bytes", answer.expected.size()}});
+    authored.AddErrors(product.errors[i]);
   }
+  authored.FinishErrors();
   return authored;
+}
+
+std::vector<PlanPoint> PlanInkJob(const Json& json, const Path& from,
+                                  const AuthorOptions& options) {
+  InkJob job = ReadJob(json, from);
+  job.budget = 0;
+  std::vector<PlanPoint> points;
+  for (const Goal& goal : PlanGoals()) {
+    job.goal = goal;
+    const InkProduct product = Author(job, options);
+    points.push_back({goal, static_cast<long>(product.file().size()), Worst(product.errors)});
+  }
+  return points;
 }
 
 }  // namespace velora::tools

@@ -4,6 +4,9 @@
 // and as authoring does.
 #pragma once
 
+#include <vector>
+
+#include "authoring/goal.h"
 #include "tools/velora/files.h"
 
 namespace velora::tools {
@@ -13,11 +16,38 @@ namespace velora::tools {
 struct Authored {
   Json packs = Json::array();
   Json calls = Json::array();
+  Json errors;  // the worst of all tables; null where nothing was measured
+
+  // Of the last call.
+  void AddErrors(const authoring::TableErrors& errors);
+  void FinishErrors();
+  const std::vector<authoring::TableErrors>& measured() const { return measured_; }
+
+ private:
+  std::vector<authoring::TableErrors> measured_;
+};
+
+struct AuthorOptions {
+  Path keep;       // the folder of an earlier authoring whose printers are in the field; or none
+  int effort = 1;  // of searches
 };
 
 // Files that a job names are below `from`.
-Authored AuthorTonerJob(const Json& job, const Path& from, const Path& folder);
-Authored AuthorInkJob(const Json& job, const Path& from, const Path& folder);
+Authored AuthorTonerJob(const Json& job, const Path& from, const Path& folder,
+                        const AuthorOptions& options);
+Authored AuthorInkJob(const Json& job, const Path& from, const Path& folder,
+                      const AuthorOptions& options);
+
+// What goals would come to, without writing anything: bytes of the packs against errors.
+struct PlanPoint {
+  authoring::Goal goal;
+  long bytes;
+  authoring::TableErrors errors;  // the worst of all tables
+};
+std::vector<PlanPoint> PlanTonerJob(const Json& job, const Path& from, const AuthorOptions& options);
+std::vector<PlanPoint> PlanInkJob(const Json& job, const Path& from, const AuthorOptions& options);
+// The goals that a plan tries: no loss, and mean errors from 0.125 to 2.
+std::vector<authoring::Goal> PlanGoals();
 
 // Writes bytes, unless there are none, and gives the file's name.
 std::string Put(const Path& folder, const std::string& name, const Bytes& bytes);
