@@ -1,4 +1,3 @@
-#include "velora/fenn/core/components.inl"
 #include "velora/fenn/core/decoding.h"
 #include "velora/frontend/toolkit/arithmetic.h"
 #include "velora/frontend/toolkit/transform.h"

@@ -1,4 +1,3 @@
-#include "velora/fenn/core/components.inl"
 #include "velora/fenn/core/decoding.h"
 #include "velora/frontend/toolkit/RawData.h"
 #include "velora/frontend/toolkit/arithmetic.h"
@@ -7,8 +6,6 @@
 #include "velora/frontend/toolkit/transform.h"
 
 namespace velora::v2::fenn::core::components {
-
-template class CTableData<api::IGrayCurveData>;
 
 using CBuild_Curve = CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar;
 

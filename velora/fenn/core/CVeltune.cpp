@@ -2,11 +2,8 @@
 
 #include <string.h>
 
-#include "velora/common/core/CBuilt.inl"
-#include "velora/common/core/CVelcaseOf.inl"
-#include "velora/common/core/CVeltune.inl"
 #include "velora/fenn/core/CVelcase.h"
-#include "velora/fenn/core/components.inl"
+#include "velora/fenn/core/components.h"
 
 namespace velora::v2::fenn::core {
 

@@ -1,8 +1,5 @@
 #include "velora/fenn/core/words.h"
 
-#include "velora/common/core/CConditions.inl"
-#include "velora/common/core/CList.inl"
-#include "velora/common/core/CPrintModeParameters.inl"
 #include "velora/fenn/api/IVelcase.h"
 
 namespace velora::v2::fenn::core {

@@ -1,11 +1,8 @@
 #include "velora/wisp/core/channel.h"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {
-
-template class CChannelData<api::IAlternateNeutralChannelData>;
-template class CRecordData<api::IAlternateNeutralData>;
 
 using CBuild_Monolithic = CAlternateNeutralChannel::COperator::CBuild_Monolithic;
 

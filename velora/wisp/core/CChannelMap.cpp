@@ -1,11 +1,9 @@
 #include "velora/wisp/core/channel.h"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {
-
-template class CChannelData<api::IChannelMapData>;
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {

@@ -2,11 +2,8 @@
 
 #include <string.h>
 
-#include "velora/common/core/CBuilt.inl"
-#include "velora/common/core/CVelcaseOf.inl"
-#include "velora/common/core/CVeltune.inl"
 #include "velora/wisp/core/CVelcase.h"
-#include "velora/wisp/core/Cache.inl"
+#include "velora/wisp/core/Cache.h"
 #include "velora/wisp/core/components.h"
 
 namespace velora::v1::wisp::core {

@@ -21,6 +21,8 @@ using api::IArray_uint8;
 using api::IProperties;
 using api::IVeltune;
 using Operators = common::core::CRecipe<Configuration>::Operators;
+using CArray_int32 = plinth::v1::core::CArray_int32<Configuration>;
+using CArray_uint8 = plinth::v1::core::CArray_uint8<Configuration>;
 
 // A component of a kind, as the concrete class that the build protocol needs.
 template <class Class, class Interface>
@@ -144,6 +146,9 @@ using CNodes_Delta = CNodes<api::INodes_Delta>;
 using CNodes_Complete = CNodes<api::INodes_Complete>;
 
 // ---- data
+
+// The sum of the bytes in [from..to) as unsigned ones.
+unsigned int SumBytes(const unsigned char* bytes, int from, int to);
 
 template <class Interface>
 class CChannelData : public plinth::v1::core::CObject, public virtual Interface {

@@ -9,9 +9,6 @@
 
 namespace velora::v1::wisp::core::components {
 
-using CArray_int32 = plinth::v1::core::CArray_int32<Configuration>;
-using CArray_uint8 = plinth::v1::core::CArray_uint8<Configuration>;
-
 // ---- nodes
 
 template <class Interface>
@@ -125,9 +122,6 @@ void CChannelData<Interface>::Delete() {
   m_pArray_int32_Nodes.Drop();
   plinth::v1::core::CObject::Delete();
 }
-
-// The sum of the bytes in [from..to) as unsigned ones.
-unsigned int SumBytes(const unsigned char* bytes, int from, int to);
 
 template <class Interface>
 void CRecordData<Interface>::FreeRecord() {

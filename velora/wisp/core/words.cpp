@@ -1,9 +1,5 @@
 #include "velora/wisp/core/words.h"
 
-#include "velora/common/core/CConditions.inl"
-#include "velora/common/core/CList.inl"
-#include "velora/common/core/CPrintModeParameters.inl"
-#include "velora/common/core/CStoredBytes.inl"
 #include "velora/wisp/api/IVelcase.h"
 
 namespace velora::v1::wisp::core {
