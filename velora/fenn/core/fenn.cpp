@@ -92,6 +92,8 @@ FENN_PRODUCER(ChannelMap, Build_DCT_Residue_DeltaScalar)
 
 template int CVelcase<Toner>::GetPipeline() const;
 
+template void CVeltune<Toner>::CheckMembers() const;
+
 // The steps of the lookup and of a recipe.
 template fenn_api::IProperty* FindProperty<Toner>(fenn_api::IProperties*, int, bool);
 #define FENN_LOCATE(Name, List)                                       \

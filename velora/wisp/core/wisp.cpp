@@ -119,6 +119,8 @@ WISP_STORED(GrayCurve, FromData)
 WISP_STORED(AlternateNeutralChannel, Build_Monolithic)
 #undef WISP_STORED
 
+template void CVeltune<Ink>::CheckMembers() const;
+
 // The steps of the lookup and of a recipe.
 template wisp_api::IProperty* FindProperty<Ink>(wisp_api::IProperties*, int, bool);
 #define WISP_LOCATE(Name, List)                                     \
