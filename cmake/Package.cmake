@@ -2,7 +2,7 @@
 # last for native builds that have the tool. What they depend on is what Debian 12 has.
 
 set(CPACK_PACKAGE_VENDOR "libvelora developers")
-set(CPACK_PACKAGE_CONTACT "libvelora developers <velora@localhost.localdomain>")
+set(CPACK_PACKAGE_CONTACT "libvelora developers <velora@lists.velora.dev>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "reconstruction of printer colour tables")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_GENERATOR TGZ DEB)
@@ -27,7 +27,7 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # velora_package(COMPONENT NAME SECTION DEPENDS TEXT...)
 function(velora_package component name section depends)
   string(TOUPPER ${component} key)
-  string(JOIN " " text ${ARGN})
+  string(JOIN "\n" text ${ARGN})
   set(CPACK_COMPONENT_${key}_DESCRIPTION ${text} PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${name} PARENT_SCOPE)
   set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${section} PARENT_SCOPE)
@@ -59,5 +59,8 @@ velora_package(
   "Rebuilds a printer's colour tables, gray curves and fuser settings from"
   "compact packs. This package has the program that writes packs, reads"
   "them and calls the library.")
+
+file(WRITE ${PROJECT_BINARY_DIR}/packaging/triggers "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/packaging/triggers)
 
 include(CPack)
