@@ -84,6 +84,7 @@ TEST_F(ImageTest, Refused) {
       {"an array in itself", "04 01 01 01 00 80 00", 4, 1},
       {"more bytes than the entry has", "01 03 03 01 02 00 80 00 20 01 05 00 80 00", 1, 4000},
       {"more integers, from the start", "02 03 03 01 02 00 80 00", 2, 0},
+      {"more integers than the image has bytes", "02 02 08 01 00 80 00", 2, 0},
       // More than the image has.
       {"256 MB of bytes", "01 04 FF FF FF 7F 00 80 00", 1, 4000},
       {"256 M integers", "02 05 FF FF FF 7F 01 00 80 00", 2, 4000},
@@ -116,7 +117,7 @@ TEST_F(ImageTest, OwnershipOfTheBytes) {
   }
 }
 
-// Two roots over one leaf without its byte: the second fails as the first did.
+// Two roots over one leaf without its byte: each time they fail as the first time.
 TEST_F(ImageTest, AFailedObjectIsReadAnew) {
   Held<ISerializer> reader = Reader(Hex("70 01 01 01 02 01 01 01 02 80 00 20 00 00 80 00"));
   for (int i = 0; i < 2; ++i) {
