@@ -39,28 +39,6 @@ std::vector<Part> PartsOf(InkForm form) {
       NodesPart<wisp::INodes_Delta>(core::kMiddleAxis), NodesPart<wisp::INodes_Delta>(core::kAxis)};
 }
 
-// As a device does: neutrals, seeds, and the deltas of both levels, which are one string or two.
-Bytes Rebuild(const std::vector<Component>& parts, int range) {
-  std::vector<int> values;
-  for (const Component& part : parts) {
-    const Bytes& bytes = part.recipe[0].bytes;
-    const int plain = part.kind == wisp::IChannelMap::kType    ? core::kNeutrals + core::kSeeds
-                      : part.kind == wisp::INodes_Delta::kType ? 0
-                                                               : static_cast<int>(bytes.size());
-    values.insert(values.end(), bytes.begin(), bytes.begin() + plain);
-    std::vector<int> deltas(core::kDeltas9 + core::kDeltas17);
-    const core::DecodedDeltas decoded = core::DecodeDeltas(
-        bytes.data() + plain, static_cast<int>(bytes.size()) - plain,
-        wisp::EDeltaRange::GetStep(range), deltas.data(), static_cast<int>(deltas.size()));
-    values.insert(values.end(), deltas.begin(), deltas.begin() + decoded.count);
-  }
-  const int* seeds = values.data() + core::kNeutrals;
-  const int* deltas = seeds + core::kSeeds;
-  std::vector<int> cube(core::kCube);
-  core::BuildCube(values.data(), seeds, deltas, deltas + core::kDeltas9, cube.data());
-  return Bytes(cube.begin(), cube.end());
-}
-
 std::vector<Component> Encode(const Bytes& plane, InkForm form, const InkSettings& settings) {
   std::vector<Component> encoded;
   for (const Part& part : PartsOf(form)) {
@@ -93,13 +71,35 @@ std::string SettingsText(InkForm form, const InkSettings& settings) {
          std::to_string(settings.level) + ", range " + std::to_string(settings.range);
 }
 
+// As a device does: neutrals, seeds, and the deltas of both levels, which are one string or two.
+Bytes RebuildInk(const std::vector<Component>& parts, int range) {
+  std::vector<int> values;
+  for (const Component& part : parts) {
+    const Bytes& bytes = part.recipe[0].bytes;
+    const int plain = part.kind == wisp::IChannelMap::kType    ? core::kNeutrals + core::kSeeds
+                      : part.kind == wisp::INodes_Delta::kType ? 0
+                                                               : static_cast<int>(bytes.size());
+    values.insert(values.end(), bytes.begin(), bytes.begin() + plain);
+    std::vector<int> deltas(core::kDeltas9 + core::kDeltas17);
+    const core::DecodedDeltas decoded = core::DecodeDeltas(
+        bytes.data() + plain, static_cast<int>(bytes.size()) - plain,
+        wisp::EDeltaRange::GetStep(range), deltas.data(), static_cast<int>(deltas.size()));
+    values.insert(values.end(), deltas.begin(), deltas.begin() + decoded.count);
+  }
+  const int* seeds = values.data() + core::kNeutrals;
+  const int* deltas = seeds + core::kSeeds;
+  std::vector<int> cube(core::kCube);
+  core::BuildCube(values.data(), seeds, deltas, deltas + core::kDeltas9, cube.data());
+  return Bytes(cube.begin(), cube.end());
+}
+
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings) {
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
   EncodedInk encoded{Encode(plane, form, settings), {}, {}};
-  encoded.rebuilt = Rebuild(encoded.parts, settings.range);
+  encoded.rebuilt = RebuildInk(encoded.parts, settings.range);
   if (settings.is_lossless() && encoded.rebuilt != plane) {
     encoded.subtracted = Encode(Difference(encoded.rebuilt, plane), InkForm::kString, settings);
-    encoded.rebuilt = Difference(encoded.rebuilt, Rebuild(encoded.subtracted, settings.range));
+    encoded.rebuilt = Difference(encoded.rebuilt, RebuildInk(encoded.subtracted, settings.range));
   }
   return encoded;
 }

@@ -36,6 +36,9 @@ struct EncodedInk {
   Bytes rebuilt;
 };
 
+// The 4913 bytes that a device makes of the parts: a channel map, or four components of nodes.
+Bytes RebuildInk(const std::vector<Component>& parts, int range);
+
 // `plane` has 4913 bytes.
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings);
 

@@ -15,6 +15,18 @@ foreach(source IN LISTS examples)
                                                                     ${PROJECT_BINARY_DIR}/examples)
 endforeach()
 
+# The part of authoring/ that needs no other library: packs, and families of them. Fuzz targets use
+# it too, and programs of every machine.
+file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
+set(outside ${authoring})
+list(FILTER outside INCLUDE REGEX "/(icc|picture)\\.cpp$")
+if(authoring)
+  list(REMOVE_ITEM authoring ${outside})
+  add_library(velora_packs STATIC EXCLUDE_FROM_ALL ${authoring})
+  target_link_libraries(velora_packs PUBLIC velora_static ${CMAKE_DL_LIBS})
+  set_target_properties(velora_packs PROPERTIES ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+endif()
+
 if(CMAKE_CROSSCOMPILING)
   return()
 endif()
@@ -26,14 +38,13 @@ if(VELORA_TOOLS)
   find_package(nlohmann_json QUIET)
   find_package(PNG QUIET)
   mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE)
-  file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
   if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND
      OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND)
     message(STATUS "No authoring and no tools: Little CMS, libpng, CLI11 or nlohmann-json is "
                    "missing (scripts/setup installs them)")
-  elseif(authoring)
-    add_library(velora_authoring STATIC ${authoring})
-    target_link_libraries(velora_authoring PUBLIC velora_static ${VELORA_LCMS_LIBRARY} PNG::PNG)
+  elseif(outside)
+    add_library(velora_authoring STATIC ${outside})
+    target_link_libraries(velora_authoring PUBLIC velora_packs ${VELORA_LCMS_LIBRARY} PNG::PNG)
     set_target_properties(velora_authoring PROPERTIES ARCHIVE_OUTPUT_DIRECTORY
                                                       ${PROJECT_BINARY_DIR})
 
