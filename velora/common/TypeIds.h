@@ -3,7 +3,8 @@
 //
 // This is the one place with these numbers. A name is that of the object in its factory: what
 // `CreateTag_Platform` makes has the id `kTag_Platform`. The foundation keeps 1 and 2 for arrays of
-// bytes and of integers, and 3 for what no image holds (CArray, CSerializer). Tags lie in [48..59].
+// bytes and of integers, and 3 for what no image holds (CArray, CSerializer). Components lie in
+// [20..29], tags in [48..59].
 #pragma once
 
 #include "velora/common/Configuration.h"
@@ -176,6 +177,8 @@ struct SharedTypeIds {
   static constexpr int kArray_Conditions_Operator = 6;
   static constexpr int kArray_Recipe_Operator = 7;
 
+  static constexpr int kFirstComponent = 20;
+  static constexpr int kComponentTypes = 10;
   static constexpr int kFirstTag = 48;
   static constexpr int kTagTypes = 12;
 };

@@ -5,6 +5,7 @@
 #include "velora/common/core/CConditions.inl"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CRecipe.inl"
+#include "velora/common/core/Comparison.inl"
 
 namespace velora::common::core {
 
@@ -185,16 +186,21 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
   serializer->Serialization_End(this->serializeableType);
 }
 
-// Components of one image share their parts.
-template <class Configuration>
-template <class Part>
-bool CComponent<Configuration>::AreEqual(const Counted<Part>& a, const Counted<Part>& b) {
-  return a.Get() == b.Get() || a->IsEqualTo(b.Get());
-}
-
-// The order of fields differs from that of IsLessThan.
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  return IsEqualKnowing(other, nullptr);
+}
+
+template <class Configuration>
+bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  return IsLessKnowing(other, nullptr);
+}
+
+// The order of fields differs from that of IsLessKnowing.
+template <class Configuration>
+bool CComponent<Configuration>::IsEqualKnowing(plinth::v1::api::ISerializeable* other,
+                                               Comparison<Configuration>* known) const {
+  using Parts = Comparison<Configuration>;
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
     return false;
@@ -202,16 +208,20 @@ bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other
   if (componentState == api::kComponentState_Resolved) {
     return true;  // no parts to compare
   }
-  if (!AreEqual(tags, right->tags) || !AreEqual(properties, right->properties)) {
+  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known) ||
+      !Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
     return false;
   }
   return componentState == api::kComponentState_Reference ||
-         (AreEqual(version, right->version) && AreEqual(conditions, right->conditions) &&
-          AreEqual(recipe, right->recipe));
+         (Parts::AreEqual(version.Get(), right->version.Get(), known) &&
+          Parts::AreEqual(conditions.Get(), right->conditions.Get(), known) &&
+          Parts::AreEqual(recipe.Get(), right->recipe.Get(), known));
 }
 
 template <class Configuration>
-bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+bool CComponent<Configuration>::IsLessKnowing(plinth::v1::api::ISerializeable* other,
+                                              Comparison<Configuration>* known) const {
+  using Parts = Comparison<Configuration>;
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
     return componentState < right->componentState;
@@ -221,21 +231,21 @@ bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* othe
   }
   // The first part that differs decides.
   if (componentState == api::kComponentState_Stored) {
-    if (!AreEqual(version, right->version)) {
-      return version->IsLessThan(right->version.Get());
+    if (!Parts::AreEqual(version.Get(), right->version.Get(), known)) {
+      return Parts::IsLess(version.Get(), right->version.Get(), known);
     }
-    if (!AreEqual(conditions, right->conditions)) {
-      return conditions->IsLessThan(right->conditions.Get());
+    if (!Parts::AreEqual(conditions.Get(), right->conditions.Get(), known)) {
+      return Parts::IsLess(conditions.Get(), right->conditions.Get(), known);
     }
   }
-  if (!AreEqual(tags, right->tags)) {
-    return tags->IsLessThan(right->tags.Get());
+  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known)) {
+    return Parts::IsLess(tags.Get(), right->tags.Get(), known);
   }
-  if (!AreEqual(properties, right->properties)) {
-    return properties->IsLessThan(right->properties.Get());
+  if (!Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
+    return Parts::IsLess(properties.Get(), right->properties.Get(), known);
   }
   return componentState == api::kComponentState_Stored && recipe.Get() != right->recipe.Get() &&
-         recipe->IsLessThan(right->recipe.Get());
+         Parts::IsLess(recipe.Get(), right->recipe.Get(), known);
 }
 
 template <class Configuration>
