@@ -9,10 +9,20 @@ void CSerializeable::Init(int type, api::ISerializer*, void*) {
   serializeableType = type;
 }
 
-void CSerializeable::BeginReading(const api::ISerializer* serializer) {
-  BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
+void CSerializeable::RunInitFrom(const api::ISerializer* serializer,
+                                 void (*read)(const void* context), const void* context) {
+  const auto init = [&] {
+    BeginInit();
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    read(context);
+    valid = true;
+  };
+  if (valid) {
+    InitGuarded([&](volatile api::Frame&) { init(); });
+  } else {
+    init();
   }
 }
 

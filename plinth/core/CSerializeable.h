@@ -26,11 +26,8 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   // reader ends what could not be read.
   template <class Body>
   void InitFrom(const api::ISerializer* serializer, const Body& body) {
-    if (valid) {
-      InitGuarded([&](volatile api::Frame&) { InitBlankFrom(serializer, body); });
-    } else {
-      InitBlankFrom(serializer, body);
-    }
+    RunInitFrom(
+        serializer, [](const void* context) { (*static_cast<const Body*>(context))(); }, &body);
   }
 
   // `valid` and a type id, without a virtual call.
@@ -43,13 +40,8 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   int serializeableType;
 
  private:
-  void BeginReading(const api::ISerializer* serializer);
-  template <class Body>
-  void InitBlankFrom(const api::ISerializer* serializer, const Body& body) {
-    BeginReading(serializer);
-    body();
-    valid = true;
-  }
+  void RunInitFrom(const api::ISerializer* serializer, void (*read)(const void* context),
+                   const void* context);
 };
 
 }  // namespace plinth::v1::core

@@ -50,15 +50,15 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
     chain->watched |= step->GetCallbacks() != nullptr;
   }
   if (step->IsOperator()) {
-    auto* producer = dynamic_cast<Produces<Data>*>(step);
-    if (!Accepts(type) || producer == nullptr) {
+    if (!Accepts(type)) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     if (newProperties == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     step->Resolve(operators, newProperties, veltune);
-    data.Take(producer->TakeData());
+    using Operator = typename CRecipe<Configuration>::COperator;
+    data.Take(static_cast<Data*>(static_cast<Operator*>(step->GetThis_Concrete())->TakeData()));
   } else {
     if (!Interface::kMayRefer || type != Interface::kType) {
       PLINTH_RAISE(CException_This_Invalid);
@@ -123,7 +123,7 @@ auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
   this->Call_Callback_Build();
   this->Call_Callback_Resolve();
   leaf->Resolve(this->recipe->GetLinkedList_Operators(), this->properties.Get(), veltune);
-  data.Take(leaf->TakeData());
+  data.Take(static_cast<Data*>(leaf->TakeData()));
   UpdatePrintModeMapping(veltune);
   data->AddRef();
   this->Call_Callback_Resolve_Done();

@@ -11,18 +11,6 @@
 
 namespace velora::common::core {
 
-// An operator that leaves data behind when it has been resolved, as the build protocol sees it.
-template <class Data>
-class Produces {
- public:
-  [[gnu::always_inline]] Produces() = default;
-  // The data, with a reference for the caller; the operator lets go of what it made.
-  virtual Data* TakeData() = 0;
-
- protected:
-  [[gnu::always_inline]] ~Produces() = default;
-};
-
 template <class Configuration>
 class CComponent : public CRecipe<Configuration>::COperand,
                    public virtual api::IComponent<Configuration> {

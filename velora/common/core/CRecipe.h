@@ -32,6 +32,11 @@ class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
     bool IsOperator() const override;
     bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
     bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+
+    // The data that resolving has made, with a reference for the caller; the operator lets go of
+    // it. Its interface is the `Data` of the components that accept the operator's type id. Null
+    // for an operator that makes none.
+    virtual void* TakeData();
   };
 
   class COperand : public COperator, public virtual IOperand {

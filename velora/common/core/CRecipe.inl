@@ -40,6 +40,11 @@ bool CRecipe<Configuration>::COperator::IsLessThan(plinth::v1::api::ISerializeab
   return CompareTypes<Configuration>(this, other) == kLowerType;
 }
 
+template <class Configuration>
+void* CRecipe<Configuration>::COperator::TakeData() {
+  return nullptr;
+}
+
 // ---- COperand
 
 template <class Configuration>

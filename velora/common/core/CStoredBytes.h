@@ -68,7 +68,7 @@ class CStoredBytes : public CStoredArray<Configuration, typename CRecipe<Configu
 
 // Adds the data that `Resolve` makes, to an operator with bytes or without.
 template <class Configuration, class Base>
-class CProducer : public Base, public Produces<typename Base::Data> {
+class CProducer : public Base {
  public:
   using Data = typename Base::Data;
   using Operators = typename CRecipe<Configuration>::Operators;
@@ -79,7 +79,7 @@ class CProducer : public Base, public Produces<typename Base::Data> {
   using Base::Init;
   Data* GetData() const override;
   void DestroyData() override;
-  Data* TakeData() override;
+  void* TakeData() override;
   void Reset() override;
   void Delete() override;
 

@@ -170,7 +170,7 @@ void CProducer<Configuration, Base>::DestroyData() {
 }
 
 template <class Configuration, class Base>
-auto CProducer<Configuration, Base>::TakeData() -> Data* {
+void* CProducer<Configuration, Base>::TakeData() {
   Data* taken = GetData();
   taken->AddRef();
   DestroyData();

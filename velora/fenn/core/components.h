@@ -27,8 +27,7 @@ using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 template <class Packet>
 class CFromDataOf
     : public common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
-                                        Packet::kFromDataType>,
-      public common::core::Produces<IArray_uint8> {
+                                        Packet::kFromDataType> {
  public:
   using Base = common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
                                           Packet::kFromDataType>;
@@ -36,7 +35,7 @@ class CFromDataOf
   using Base::Init;
   void Init(IProperties* properties, IArray_uint8* array) override;
   IArray_uint8* GetArray_uint8_Packet() const override;
-  IArray_uint8* TakeData() override;
+  void* TakeData() override;
 };
 
 class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {

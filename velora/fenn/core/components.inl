@@ -26,7 +26,7 @@ IArray_uint8* CFromDataOf<Packet>::GetArray_uint8_Packet() const {
 }
 
 template <class Packet>
-IArray_uint8* CFromDataOf<Packet>::TakeData() {
+void* CFromDataOf<Packet>::TakeData() {
   IArray_uint8* array = this->GetBytes();
   array->AddRef();
   return array;

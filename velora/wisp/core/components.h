@@ -123,7 +123,6 @@ template <class Interface>
 class CNodes<Interface>::COperator::CFromData
     : public common::core::CStoredBytes<Configuration, api::INodes::IOperator::IFromData,
                                         Interface::kFromDataType>,
-      public common::core::Produces<IArray_int32>,
       public NodesForm<Interface> {
  public:
   using Form = NodesForm<Interface>;
@@ -137,7 +136,7 @@ class CNodes<Interface>::COperator::CFromData
   IArray_int32* BuildArray_int32_Nodes_Decoded() override;
   IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;
   void UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) override;
-  IArray_int32* TakeData() override;
+  void* TakeData() override;
 };
 
 using CNodes_Neutral = CNodes<api::INodes_Neutral>;

@@ -60,7 +60,7 @@ void CNodes<Interface>::COperator::CFromData::UpdateArray_uint8_Nodes_Encoded(IA
 }
 
 template <class Interface>
-IArray_int32* CNodes<Interface>::COperator::CFromData::TakeData() {
+void* CNodes<Interface>::COperator::CFromData::TakeData() {
   return BuildArray_int32_Nodes_Decoded();
 }
 
