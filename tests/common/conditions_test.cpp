@@ -111,7 +111,7 @@ TEST_F(ConditionsTest, LongExpressionsAreAnswered) {
   };
   for (const auto& row : rows) {
     auto* list = Keep(factory->CreateLinkedList_Conditions_Operator());
-    list->Init(Ids::kArray_ConditionsOperator);
+    list->Init(Ids::kArray_Conditions_Operator);
     for (int i = 0; i < kCount; ++i) {
       list->Add(list->GetTail(), row.at(i, holds, fails, either, negation));
     }
