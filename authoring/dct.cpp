@@ -56,7 +56,8 @@ const double* GridMatrix(Direction direction) {
     const std::vector<double> matrix = CosineMatrix(kGridPoints);
     std::vector<double> turned(matrix.size());
     for (int k = 0; k < kGridPoints; ++k) {
-      for (int n = 0; n < kGridPoints; ++n) turned[n * kGridPoints + k] = matrix[k * kGridPoints + n];
+      for (int n = 0; n < kGridPoints; ++n)
+        turned[n * kGridPoints + k] = matrix[k * kGridPoints + n];
     }
     return turned;
   }();

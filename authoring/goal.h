@@ -25,8 +25,8 @@ struct Goal {
   bool is_lossless() const { return !mean && !p95 && !p99 && !largest && !ink && !ink_sum; }
 };
 
-// The largest ratio of an error to its bound: 1 or less meets the goal. For a goal without loss 0 or
-// infinity.
+// The largest ratio of an error to its bound: 1 or less meets the goal. For a goal without loss 0
+// or infinity.
 double Excess(const TableErrors& errors, const Goal& goal);
 
 // "mean 0.5, p99 2"; "no loss".
@@ -80,8 +80,9 @@ auto AuthorForBudget(long budget, int effort, Author author, BytesOf bytes_of) {
     auto product = author(goal);
     const bool keeps = bytes_of(product) <= budget;
     if (step == 0 && !keeps) {
-      throw GoalMissed(std::to_string(budget) + " bytes are too few: packs with a mean error of 8 " +
-                       "take " + std::to_string(bytes_of(product)));
+      throw GoalMissed(std::to_string(budget) +
+                       " bytes are too few: packs with a mean error of 8 " + "take " +
+                       std::to_string(bytes_of(product)));
     }
     (keeps ? loose : tight) = *goal.mean;
     if (keeps) best = std::move(product);

@@ -86,6 +86,14 @@ Bytes Difference(const Bytes& a, const Bytes& b) {
   return difference;
 }
 
+// Nodes whose delta does not reach far enough are off. The differences are small, or stand alone.
+void SubtractWhatIsOff(const Bytes& wanted, EncodedInk* encoded) {
+  if (encoded->rebuilt == wanted) return;
+  const InkSettings lossless;
+  encoded->subtracted = Encode(Difference(encoded->rebuilt, wanted), InkForm::kString, lossless);
+  encoded->rebuilt = Difference(encoded->rebuilt, Rebuild(encoded->subtracted, lossless.range));
+}
+
 }  // namespace
 
 std::string SettingsText(InkForm form, const InkSettings& settings) {
@@ -93,7 +101,7 @@ std::string SettingsText(InkForm form, const InkSettings& settings) {
          std::to_string(settings.level) + ", range " + std::to_string(settings.range);
 }
 
-EncodedInk InkOfString(const Bytes& string) {
+EncodedInk InkOfString(const Bytes& string, const Bytes& exact) {
   const Part part = PartsOf(InkForm::kString)[0];
   EncodedInk encoded;
   encoded.parts.push_back({part.kind,
@@ -103,6 +111,7 @@ EncodedInk InkOfString(const Bytes& string) {
                            {{ink::kNodeCount, part.node_count}, {ink::kDeltaRange, 1}},
                            {{part.operator_type, string, {}, {}}}});
   encoded.rebuilt = Rebuild(encoded.parts, 1);
+  if (!exact.empty()) SubtractWhatIsOff(exact, &encoded);
   return encoded;
 }
 
@@ -110,10 +119,7 @@ EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settin
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
   EncodedInk encoded{Encode(plane, form, settings), {}, {}};
   encoded.rebuilt = Rebuild(encoded.parts, settings.range);
-  if (settings.is_lossless() && encoded.rebuilt != plane) {
-    encoded.subtracted = Encode(Difference(encoded.rebuilt, plane), InkForm::kString, settings);
-    encoded.rebuilt = Difference(encoded.rebuilt, Rebuild(encoded.subtracted, settings.range));
-  }
+  if (settings.is_lossless()) SubtractWhatIsOff(plane, &encoded);
   return encoded;
 }
 

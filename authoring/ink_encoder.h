@@ -36,9 +36,10 @@ struct EncodedInk {
   Bytes rebuilt;
 };
 
-// What the bytes of a string make, whose deltas have steps of 1: 17 neutrals, 120 seeds, the code of
-// 4776 deltas.
-EncodedInk InkOfString(const Bytes& string);
+// What the bytes of a string make, whose deltas have steps of 1: 17 neutrals, 120 seeds, the code
+// of 4776 deltas. `exact`, if it has 4913 bytes, is what shall come of it: what the string is off
+// is subtracted.
+EncodedInk InkOfString(const Bytes& string, const Bytes& exact = {});
 
 // `plane` has 4913 bytes.
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings);

@@ -4,9 +4,9 @@
 // std::runtime_error for a pack that becomes too large.
 //
 // Where things go: one pack, the printer's, has one colour map for all print modes of a job, so one
-// locator asks for all of them. It names four channel maps, one an ink; these are one string, or name
-// their nodes, or the two channel maps whose difference they are. Each print mode has its own, with
-// the mode as their condition.
+// locator asks for all of them. It names four channel maps, one an ink; these are one string, or
+// name their nodes, or the two channel maps whose difference they are. Each print mode has its own,
+// with the mode as their condition.
 #pragma once
 
 #include <optional>
@@ -20,7 +20,7 @@ namespace velora::authoring {
 
 struct InkTable {
   InkMode mode;
-  Bytes wanted;  // 19652 bytes, see table.h
+  Bytes wanted;                   // 19652 bytes, see table.h
   std::optional<Goal> goal = {};  // the job's, where a table has none of its own
   // Whose eyes see the colours; none: errors are those of the inks.
   std::shared_ptr<const LabMeter> lab = nullptr;
@@ -60,7 +60,7 @@ struct InkAnswer {
 
 struct InkProduct {
   Pack pack;
-  InkCaller caller;                // with the pack's file
+  InkCaller caller;  // with the pack's file
   std::vector<TableErrors> errors;
   std::vector<InkAnswer> answers;  // in the order of the job
 

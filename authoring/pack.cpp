@@ -94,8 +94,8 @@ Bytes WriteAnySize(const Pack& pack) {
 
 template <class Layout>
 Bytes WithSmallestStream(const Bytes& file, int rounds) {
-  const auto size = static_cast<std::size_t>(
-      common::core::GetBigEndian(file.data() + Layout::kUncompressed));
+  const auto size =
+      static_cast<std::size_t>(common::core::GetBigEndian(file.data() + Layout::kUncompressed));
   const Bytes stream = SmallestStream(
       Inflated(file.data() + Layout::kHeaderSize, file.size() - Layout::kHeaderSize, size), rounds);
   if (Layout::kHeaderSize + stream.size() >= file.size()) return file;

@@ -23,7 +23,8 @@ struct Packets {
   Bytes residue_widths;
 
   bool has_residue() const {
-    return std::any_of(residue.begin(), residue.end(), [](unsigned char byte) { return byte != 0; });
+    return std::any_of(residue.begin(), residue.end(),
+                       [](unsigned char byte) { return byte != 0; });
   }
 };
 

@@ -141,8 +141,8 @@ std::vector<PointMetric> TableMeter::Metric() const {
     for (int d = 0; d < c; ++d) {
       const std::vector<double> both = squares({c, d});
       for (int i = 0; i < kPlaneSize; ++i) {
-        const bool same_side = (wanted_[c * kPlaneSize + i] < 128) ==
-                               (wanted_[d * kPlaneSize + i] < 128);
+        const bool same_side =
+            (wanted_[c * kPlaneSize + i] < 128) == (wanted_[d * kPlaneSize + i] < 128);
         const double pair = (both[i] - alone[c][i] - alone[d][i]) / 2 * (same_side ? 1 : -1);
         metric[i][c][d] = metric[i][d][c] = static_cast<float>(pair);
       }

@@ -269,9 +269,8 @@ EncodedChannel Encode(const Bytes& reference, const std::vector<Bytes>& wanted,
   if (settings.scalar < 1 || settings.scalar > 255 || !(settings.economy >= 0)) {
     throw std::invalid_argument("the scalar is 1 to 255, the economy 0 or more");
   }
-  EncodedChannel channel =
-      EncodeFitting(reference, wanted, CoefficientsOf(reference, wanted, shape), settings, shape,
-                    printer);
+  EncodedChannel channel = EncodeFitting(
+      reference, wanted, CoefficientsOf(reference, wanted, shape), settings, shape, printer);
   Rebuild(reference, wanted, shape, &channel);
   return channel;
 }

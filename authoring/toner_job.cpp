@@ -73,7 +73,8 @@ class ModeWords {
   // A component with all of them as tags is found for no other word.
   std::vector<Value> Tags() const {
     std::vector<Value> tags;
-    for (const std::set<Value>& values : values_) tags.insert(tags.end(), values.begin(), values.end());
+    for (const std::set<Value>& values : values_)
+      tags.insert(tags.end(), values.begin(), values.end());
     return tags;
   }
 
@@ -151,9 +152,9 @@ Encodings EncodeAll(const TonerJob& job, const Bytes& reference) {
   if (job.curves.empty()) return encodings;
   std::vector<Bytes> wanted;
   for (const TonerTable& curve : job.curves) wanted.push_back(curve.wanted);
-  encodings.curves =
-      job.settings ? EncodeCurves(job.gray_reference, wanted, *job.settings, job.gray_widths)
-                   : EncodeSmallest(job.gray_reference, wanted, job.gray_widths);
+  encodings.curves = job.settings
+                         ? EncodeCurves(job.gray_reference, wanted, *job.settings, job.gray_widths)
+                         : EncodeSmallest(job.gray_reference, wanted, job.gray_widths);
   return encodings;
 }
 
@@ -282,8 +283,8 @@ class Packer {
     for (int t = 0; t < count; ++t) {
       const Packets& packets = plane.tables[t].packets;
       const Condition condition = words.Is(job_.tables[t].mode);
-      any_empty = any_empty || (!packets.has_residue() && count > 1);
-      if (t == left_out || (!packets.has_residue() && count > 1)) continue;
+      any_empty = any_empty || !packets.has_residue();
+      if (t == left_out || !packets.has_residue()) continue;
       Add(ink, MakePacket<fenn::IPacket_ColorResidue>(residue_key, packets.residue, condition));
     }
     if (any_empty && (!shared || ink == 0)) {
@@ -416,7 +417,8 @@ void CheckJob(const TonerJob& job) {
       }
     }
   };
-  check(job.tables, job.mean_reference ? Bytes(kTableSize) : job.reference, kTableSize, "RGB to CMYK table of 19652 bytes");
+  check(job.tables, job.mean_reference ? Bytes(kTableSize) : job.reference, kTableSize,
+        "RGB to CMYK table of 19652 bytes");
   check(job.curves, job.gray_reference, kCurveSize, "gray curve of 256 bytes");
   for (const TonerTable& blob : job.blobs) {
     if (!blob.corrected.empty()) throw std::invalid_argument("a blob has no correction");
@@ -444,7 +446,8 @@ void ShareOut(const TonerJob& job, const Encodings& encodings, bool one_pack,
               TonerProduct* product) {
   const int count = TableCount(job);
   const auto plain = [&](int left_out) {
-    return static_cast<double>(SizeOf(WritePacks(MakePacks(job, encodings, one_pack, left_out), 0)));
+    return static_cast<double>(
+        SizeOf(WritePacks(MakePacks(job, encodings, one_pack, left_out), 0)));
   };
   const double all = plain(-1), size = product->PackBytes();
   for (int i = 0; i < count; ++i) {

@@ -7,9 +7,9 @@
 // Where things go: the printer's pack has one colour map for all tables of a job, and a component
 // for each gray curve and blob, which name those that they are made of. These stand in the packs of
 // the supplies: one channel map and the packets in cyan, magenta, yellow and black, the packets of
-// gray curves in black, the bytes of blobs in the fuser's. Each is valid for one version of the packs
-// it needs. The packets of a table have its print mode as their condition. What is equal for all
-// tables and inks, the scalar and an empty residue, stands once in the printer's pack.
+// gray curves in black, the bytes of blobs in the fuser's. Each is valid for one version of the
+// packs it needs. The packets of a table have its print mode as their condition. What is equal for
+// all tables and inks, the scalar and an empty residue, stands once in the printer's pack.
 //
 // Or all goes into the printer's pack, where that is wanted and fits.
 #pragma once

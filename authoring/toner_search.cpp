@@ -44,8 +44,8 @@ struct Table {
   bool lossless;
   Goal goal;
   const Bytes& wanted;
-  std::vector<PointMetric> metric;    // scaled to a mean of about 1
-  std::array<double, kChannels> pull; // the mean of the metric's diagonal
+  std::vector<PointMetric> metric;     // scaled to a mean of about 1
+  std::array<double, kChannels> pull;  // the mean of the metric's diagonal
 };
 
 // The fields of all tables, in natural order, and the transforms that they give.
@@ -101,6 +101,8 @@ class Rounds {
       const double worst = *std::max_element(now_.excess.begin(), now_.excess.end());
       met_ = round > rounds / 2 && worst <= kMet;
       options.Report({stage, part, long(now_.bits / 8), worst});
+      // Too coarse a scalar: weights alone do not bring the error down.
+      if ((round > rounds && worst > 1.15) || (round > 2 * rounds && worst > 1.05)) break;
       if (!met_) Steer(round <= rounds / 2);
     }
     return met_ || !lossy;
@@ -245,7 +247,8 @@ class Rounds {
       }
       now_.excess[t] = excess;
       const ErrorFigures& seen = figures.has_color ? figures.cie2000 : figures.ink;
-      const auto sharpen = [&](const std::optional<double>& bound, double seen_error, float factor) {
+      const auto sharpen = [&](const std::optional<double>& bound, double seen_error,
+                               float factor) {
         if (!bound || seen_error < *bound * kAim) return;
         for (int i = 0; i < kPlaneSize; ++i) {
           if (errors[i] > *bound * kAim) sharper_[t][i] = std::min(8.f, sharper_[t][i] * factor);
@@ -327,7 +330,8 @@ std::vector<Table> Prepare(const std::vector<SearchedTable>& searched,
     for (PointMetric& point : table.metric) {
       double here = 0;
       for (int c = 0; c < kChannels; ++c) here += point[c][c];
-      const double factor = std::min(1.0, here > 0 ? kSharpest * mean / here : 1) / mean * kChannels;
+      const double factor =
+          std::min(1.0, here > 0 ? kSharpest * mean / here : 1) / mean * kChannels;
       for (auto& row : point) {
         for (float& weight : row) weight = static_cast<float>(weight * factor);
       }
@@ -422,7 +426,8 @@ class Search {
   // rung that is best for it.
   Trial Climb(const std::vector<Table>& tables) {
     const int first = FirstRung(searched_, lossless_);
-    const bool all_lossless = std::all_of(lossless_.begin(), lossless_.end(), [](bool b) { return b; });
+    const bool all_lossless =
+        std::all_of(lossless_.begin(), lossless_.end(), [](bool b) { return b; });
     Trial best = Try(tables, first);
     int from = first;
     // Coarse scalars may not reach the bounds at all.
@@ -481,7 +486,8 @@ class Search {
     }
     for (std::size_t t = 0; t < tables.size(); ++t) {
       trial.errors.push_back(tables[t].meter.Measure(rebuilt[t]));
-      if (!lossless_[t] && Excess(trial.errors[t], searched_[t].goal) > 1) trial.missed.push_back(t);
+      if (!lossless_[t] && Excess(trial.errors[t], searched_[t].goal) > 1)
+        trial.missed.push_back(t);
     }
     return trial;
   }
@@ -498,8 +504,10 @@ class Search {
     std::vector<std::size_t> unfit;
     EncodedChannel channel = PackPlanes(reference, wanted, fields, &unfit);
     if (unfit.empty()) return channel;
-    const bool all_lossless = std::all_of(lossless_.begin(), lossless_.end(), [](bool b) { return b; });
-    if (frozen_[ink].empty() && all_lossless) return EncodePlanes(reference, wanted, {scalar, true, 0.3});
+    const bool all_lossless =
+        std::all_of(lossless_.begin(), lossless_.end(), [](bool b) { return b; });
+    if (frozen_[ink].empty() && all_lossless)
+      return EncodePlanes(reference, wanted, {scalar, true, 0.3});
     trial->missed = unfit;
     return channel;
   }

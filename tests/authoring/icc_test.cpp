@@ -1,5 +1,4 @@
 #include "authoring/icc.h"
-#include "authoring/table_error.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +10,7 @@
 #include <stdexcept>
 
 #include "authoring/picture.h"
+#include "authoring/table_error.h"
 
 namespace velora::authoring {
 namespace {
