@@ -65,6 +65,14 @@ Bytes Difference(const Bytes& a, const Bytes& b) {
   return difference;
 }
 
+// Nodes whose delta does not reach far enough are off. The differences are small, or stand alone.
+void SubtractWhatIsOff(const Bytes& wanted, EncodedInk* encoded) {
+  if (encoded->rebuilt == wanted) return;
+  const InkSettings lossless;
+  encoded->subtracted = Encode(Difference(encoded->rebuilt, wanted), InkForm::kString, lossless);
+  encoded->rebuilt = Difference(encoded->rebuilt, RebuildInk(encoded->subtracted, lossless.range));
+}
+
 }  // namespace
 
 std::string SettingsText(InkForm form, const InkSettings& settings) {
@@ -94,7 +102,7 @@ Bytes RebuildInk(const std::vector<Component>& parts, int range) {
   return Bytes(cube.begin(), cube.end());
 }
 
-EncodedInk InkOfString(const Bytes& string) {
+EncodedInk InkOfString(const Bytes& string, const Bytes& exact) {
   const Part part = PartsOf(InkForm::kString)[0];
   EncodedInk encoded;
   encoded.parts.push_back({part.kind,
@@ -104,6 +112,7 @@ EncodedInk InkOfString(const Bytes& string) {
                            {{Ids::kNodeCount, part.node_count}, {Ids::kDeltaRange, 1}},
                            {{part.operator_type, string, {}, {}}}});
   encoded.rebuilt = RebuildInk(encoded.parts, 1);
+  if (!exact.empty()) SubtractWhatIsOff(exact, &encoded);
   return encoded;
 }
 
@@ -111,10 +120,7 @@ EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settin
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
   EncodedInk encoded{Encode(plane, form, settings), {}, {}};
   encoded.rebuilt = RebuildInk(encoded.parts, settings.range);
-  if (settings.is_lossless() && encoded.rebuilt != plane) {
-    encoded.subtracted = Encode(Difference(encoded.rebuilt, plane), InkForm::kString, settings);
-    encoded.rebuilt = Difference(encoded.rebuilt, RebuildInk(encoded.subtracted, settings.range));
-  }
+  if (settings.is_lossless()) SubtractWhatIsOff(plane, &encoded);
   return encoded;
 }
 

@@ -47,8 +47,9 @@ struct EncodedInk {
 // The 4913 bytes that a device makes of the parts: a channel map, or four components of nodes.
 Bytes RebuildInk(const std::vector<Component>& parts, int range);
 // What the bytes of a string make, whose deltas have steps of 1: 17 neutrals, 120 seeds, the code
-// of 4776 deltas.
-EncodedInk InkOfString(const Bytes& string);
+// of 4776 deltas. `exact`, if it has 4913 bytes, is what shall come of it: what the string is off
+// is subtracted.
+EncodedInk InkOfString(const Bytes& string, const Bytes& exact = {});
 
 // `plane` has 4913 bytes.
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings);

@@ -198,8 +198,8 @@ class InkPacker {
 
 using EncodedInks = std::vector<EncodedInk>;  // of a table
 
-// The pack of a job; without one of its tables, if `left_out` is the place of one. Tables that are
-// stored alike name their inks alike, so they share a colour map.
+// The pack of a job; without one of its tables, if `left_out` is the place of one. All tables name
+// their inks alike, so they share a colour map.
 Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
   Pack pack;
   pack.pipeline = Pipeline::kInk;
@@ -213,16 +213,17 @@ Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int le
                 locator.tags,
                 locator.properties,
                 {}};
-  for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    if (static_cast<int>(i) == left_out) continue;
-    InkPacker packer(job, words.Is(PackMode(job.tables[i].mode)), &pack);
-    std::vector<Step> recipe;
-    for (std::size_t k = 0; k < kChannels; ++k) {
-      recipe.push_back(packer.Add(kInks[k].channel, encoded[i][k]));
+  // Ink by ink: the strings of one ink are alike, which a stream makes use of.
+  for (std::size_t k = 0; k < kChannels; ++k) {
+    std::optional<Step> named;
+    for (std::size_t i = 0; i < job.tables.size(); ++i) {
+      if (static_cast<int>(i) == left_out) continue;
+      InkPacker packer(job, words.Is(PackMode(job.tables[i].mode)), &pack);
+      named = packer.Add(kInks[k].channel, encoded[i][k]);
     }
-    recipe.push_back(Operator(map.kind, "Build_CMYK"));
-    map.recipe = std::move(recipe);
+    map.recipe.push_back(named.value());
   }
+  map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
   pack.components.push_back(std::move(map));
   return pack;
 }

@@ -115,6 +115,31 @@ class Prices {
   std::array<double, 2 * kReach + 1> bits_;
 };
 
+// What each plain byte takes, in bits. What is often there is cheap, so seeds gather at few values;
+// at first at multiples of 4.
+class PlainPrices {
+ public:
+  PlainPrices() {
+    for (int value = 0; value < 256; ++value) bits_[value] = value % 4 == 0 ? 5.5 : 7;
+  }
+
+  double operator[](int value) const { return bits_[value]; }
+
+  void Learn(const std::vector<Bytes>& strings) {
+    std::array<double, 256> counts;
+    counts.fill(0.2);
+    double all = 0.2 * 256;
+    for (const Bytes& bytes : strings) {
+      for (unsigned char byte : bytes) ++counts[byte];
+      all += static_cast<double>(bytes.size());
+    }
+    for (int value = 0; value < 256; ++value) bits_[value] = -std::log2(counts[value] / all);
+  }
+
+ private:
+  std::array<double, 256> bits_;
+};
+
 class Rounds {
  public:
   Rounds(const std::vector<SearchedTable>& tables, const std::vector<bool>& lossless)
@@ -129,6 +154,7 @@ class Rounds {
       if (!lossless_[t]) metric_[t] = meters_[t].Metric();
     });
     for (auto& ink : deltas_) ink.resize(tables.size());
+    for (auto& ink : plain_) ink.resize(tables.size());
     excess_.assign(tables.size(), 0);
   }
 
@@ -141,6 +167,7 @@ class Rounds {
       for (int ink : kOrder) {
         ForEach(static_cast<int>(tables_.size()), [&](int t) { Code(t, ink); });
         prices_[ink].Learn(deltas_[ink]);
+        plain_prices_[ink].Learn(plain_[ink]);
       }
       if (lossy) {
         ForEach(static_cast<int>(tables_.size()), [&](int t) { Measure(t); });
@@ -158,18 +185,18 @@ class Rounds {
   // The ink as it is stored now. One that loses nothing and has farther to go than a delta reaches
   // is stored as a difference of two.
   EncodedInk Stored(int t, int ink) const {
-    const Bytes wanted = PlaneOf(tables_[t].wanted, ink), reached = PlaneOf(reached_[t], ink);
-    if (lossless_[t] && reached != wanted) return EncodeInk(wanted, InkForm::kString, {});
+    const Bytes reached = PlaneOf(reached_[t], ink);
     const Pyramid& pyramid = Pyramid::Get();
     Bytes string;
-    for (int place : pyramid.neutrals) string.push_back(reached[place]);
-    for (int place : pyramid.seeds) string.push_back(reached[place]);
+    for (const auto* plain : {&pyramid.neutrals, &pyramid.seeds}) {
+      for (int place : *plain) string.push_back(reached[place]);
+    }
     const std::vector<int>& deltas = deltas_[ink][t];
     Bytes code(deltas.size());
     const int size = core::EncodeDeltas(deltas.data(), static_cast<int>(deltas.size()), kReach,
                                         code.data(), static_cast<int>(code.size()));
     string.insert(string.end(), code.begin(), code.begin() + size);
-    return InkOfString(string);
+    return InkOfString(string, lossless_[t] ? PlaneOf(tables_[t].wanted, ink) : Bytes());
   }
 
   const TableMeter& meter(int t) const { return meters_[t]; }
@@ -211,9 +238,13 @@ class Rounds {
     Aim(t, ink, &aims, &weights);
     unsigned char* const reached = reached_[t].data() + ink * kPlaneSize;
     const Pyramid& pyramid = Pyramid::Get();
+    plain_[ink][t].clear();
     for (const auto* plain : {&pyramid.neutrals, &pyramid.seeds}) {
-      for (int place : *plain)
-        reached[place] = static_cast<unsigned char>(std::lround(aims[place]));
+      for (int place : *plain) {
+        const double weight = weight_[t] * weights[place];
+        reached[place] = ChoosePlain(plain_prices_[ink], aims[place], weight, lossless_[t]);
+        plain_[ink][t].push_back(reached[place]);
+      }
     }
     std::vector<int>& deltas = deltas_[ink][t];
     deltas.clear();
@@ -253,6 +284,24 @@ class Rounds {
     for (int k = -1; k <= kShorter && nearest + k * shorter != 0; ++k)
       consider(nearest + k * shorter);
     return best;
+  }
+
+  static unsigned char ChoosePlain(const PlainPrices& prices, double aim, double weight,
+                                   bool lossless) {
+    constexpr int kFarthest = 12;
+    const int nearest = static_cast<int>(std::lround(aim));
+    if (lossless) return static_cast<unsigned char>(nearest);
+    int best = nearest;
+    double least = std::numeric_limits<double>::infinity();
+    for (int value = std::max(0, nearest - kFarthest); value <= std::min(255, nearest + kFarthest);
+         ++value) {
+      const double cost = prices[value] + weight * (value - aim) * (value - aim);
+      if (cost < least) {
+        least = cost;
+        best = value;
+      }
+    }
+    return static_cast<unsigned char>(best);
   }
 
   void Measure(int t) {
@@ -309,7 +358,9 @@ class Rounds {
   std::vector<std::vector<float>> sharper_;  // factors of the metric at each point
   std::vector<Bytes> reached_;
   std::array<std::vector<std::vector<int>>, kChannels> deltas_;  // of an ink, of each table
+  std::array<std::vector<Bytes>, kChannels> plain_;              // neutrals and seeds, likewise
   std::array<Prices, kChannels> prices_;
+  std::array<PlainPrices, kChannels> plain_prices_;
   std::vector<double> excess_;
 };
 

@@ -2,6 +2,7 @@
 // library belongs here, but for its plain decoders.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <exception>
 #include <mutex>
@@ -29,7 +30,8 @@ void ForEach(int count, Work work) {
     }
   };
   std::vector<std::thread> others;
-  const int threads = std::min<int>(count, static_cast<int>(std::thread::hardware_concurrency()));
+  // A thread for less than two pieces of work does not pay.
+  const int threads = std::min(count / 2, static_cast<int>(std::thread::hardware_concurrency()));
   for (int i = 1; i < threads; ++i) others.emplace_back(run);
   run();
   for (std::thread& other : others) other.join();

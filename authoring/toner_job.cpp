@@ -287,8 +287,8 @@ class Packer {
     for (int t = 0; t < count; ++t) {
       const Packets& packets = plane.tables[t].packets;
       const Condition condition = words.Is(job_.tables[t].mode);
-      any_empty = any_empty || (!packets.has_residue() && count > 1);
-      if (t == left_out || (!packets.has_residue() && count > 1)) continue;
+      any_empty = any_empty || !packets.has_residue();
+      if (t == left_out || !packets.has_residue()) continue;
       Add(ink, MakePacket<fenn::IPacket_ColorResidue>(residue_key, packets.residue, condition));
     }
     if (any_empty && (!shared || ink == 0)) {

@@ -101,6 +101,8 @@ class Rounds {
       const double worst = *std::max_element(now_.excess.begin(), now_.excess.end());
       met_ = round > rounds / 2 && worst <= kMet;
       options.Report({stage, part, long(now_.bits / 8), worst});
+      // Too coarse a scalar: weights alone do not bring the error down.
+      if ((round > rounds && worst > 1.15) || (round > 2 * rounds && worst > 1.05)) break;
       if (!met_) Steer(round <= rounds / 2);
     }
     return met_ || !lossy;

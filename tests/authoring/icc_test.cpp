@@ -1,5 +1,4 @@
 #include "authoring/icc.h"
-#include "authoring/table_error.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +13,7 @@
 #include "authoring/dct.h"
 #include "authoring/picture.h"
 #include "authoring/table_call.h"
+#include "authoring/table_error.h"
 #include "tests/support/fftw_grid.h"
 
 namespace velora::authoring {

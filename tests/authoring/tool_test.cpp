@@ -71,6 +71,12 @@ TEST_F(Tool, AuthorsRebuildsAndTellsToner) {
   };
   for (const Row& row : rows) Expect(row, true);
   EXPECT_EQ(fs::file_size(folder_ / "rebuilt.bin"), 256u);
+  // Other widths beside those of the printers; and the printers' own.
+  Write("finer.json", R"({"platform": 3, "gray_reference": "reference-gray.bin",
+      "curves": [{"file": "gray.bin", "theme_type": 4}], "settings": {"scalar": 1}})");
+  Expect({"author finer.json -o kept --keep out", "black.velcase"}, true);
+  Expect({"rebuild kept/gray-theme4-media0-axis2.json --compare --quiet", ", equal"}, true);
+  Expect({"author finer.json -o out", "--keep out makes packs that they read"}, true);
   Expect({"rebuild " + call + " --quiet --expected reference-gray.bin", "bytes differ"}, false);
 }
 
@@ -124,7 +130,15 @@ TEST_F(Tool, FailuresAreToldWithTheirReason) {
       {"rebuild --quiet", "{}", "refused"},
       {"rebuild --compare", "{}", "nothing to compare with"},
       {"rebuild --library nonsense.bin", "{}", "nonsense.bin"},
-      {"author", R"({"pipeline": "ink"})", "a job without a table"},
+      {"author", R"({"goal": {"ciede2000": {"median": 1}}})",
+       "\"median\": unknown key in \"ciede2000\""},
+      {"author", R"({"goal": {"ink": 0}})", "\"ink\" is above 0, 255 at most"},
+      {"author", R"({"goal": {"bytes": 9, "ink": 3}})", "bounds or \"bytes\", not both"},
+      {"author", R"({"goal": "lossless", "settings": {}})", "\"goal\" or \"settings\""},
+      {"author", R"({"printer": {"widths": ["nonsense.bin"]}})", "four files: C, M, Y, K"},
+      {"author", R"({"output_profile": "nonsense.bin", "tables": []})", "not an ICC profile"},
+      {"author --keep nowhere", "{}", "nowhere: no folder"},
+      {"author --keep .", "{}", "no width tables of an earlier authoring"},
       {"author", R"({"pipeline": "wax"})", "no pipeline is named wax"},
       {"author", R"({"pipeline": "ink", "form": "tree"})", "no form is named tree"},
       {"author", R"({"pipeline": "ink", "tables": [3]})", "\"tables\": no object"},

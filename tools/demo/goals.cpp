@@ -25,8 +25,7 @@ struct NamedGoal {
     return goal;
   }
 };
-constexpr NamedGoal kGoals[] = {
-    {"no loss", 0, 0}, {"A", 0.25, 1}, {"B", 0.5, 2}, {"C", 1, 3}};
+constexpr NamedGoal kGoals[] = {{"no loss", 0, 0}, {"A", 0.25, 1}, {"B", 0.5, 2}, {"C", 1, 3}};
 
 struct Came {
   long bytes;
@@ -38,11 +37,12 @@ struct Came {
 
 void PrintHead(const char* what) {
   std::printf(
-      "\n%s\n\n%-8s %7s %5s  %23s  %23s %4s %4s %6s %6s\n%-8s %7s %5s  %5s %5s %5s %5s  %5s %5s %5s "
+      "\n%s\n\n%-8s %7s %5s  %23s  %23s %4s %4s %6s %6s\n%-8s %7s %5s  %5s %5s %5s %5s  %5s %5s "
+      "%5s "
       "%5s %4s %4s %6s %6s\n",
-      what, "goal", "bytes", "packs", "worst CIEDE2000", "worst CIE76", "ink", "sum", "time", "busy",
-      "", "a table", "", "mean", "p95", "p99", "max", "mean", "p95", "p99", "max", "max", "max", "s",
-      "s");
+      what, "goal", "bytes", "packs", "worst CIEDE2000", "worst CIE76", "ink", "sum", "time",
+      "busy", "", "a table", "", "mean", "p95", "p99", "max", "mean", "p95", "p99", "max", "max",
+      "max", "s", "s");
 }
 
 bool Keeps(const NamedGoal& goal, const Came& came) {
@@ -76,7 +76,8 @@ Came AuthorAndRebuild(const TonerJob& job, const Device& device) {
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
     const TableResult result = device.Rebuild(product.calls[i].call);
     came.as_foreseen += result.success && result.buffer == product.calls[i].expected;
-    came.errors.push_back(TableMeter(job.tables[i].wanted, job.tables[i].lab).Measure(result.buffer));
+    came.errors.push_back(
+        TableMeter(job.tables[i].wanted, job.tables[i].lab).Measure(result.buffer));
   }
   return came;
 }

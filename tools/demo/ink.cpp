@@ -73,8 +73,8 @@ Result Run(const Setting& setting, const DemoOptions& options, const Samples& sa
                     {result.miss, result.hit}};
     if (result.code == 0) {
       line.rebuilt = TableOf(result.record);
-      line.errors = TableMeter(line.wanted, std::make_shared<LabMeter>(sampled.output))
-                        .Measure(line.rebuilt);
+      line.errors =
+          TableMeter(line.wanted, std::make_shared<LabMeter>(sampled.output)).Measure(line.rebuilt);
     }
     report.Add(line);
     came.as_foreseen = came.as_foreseen && result.record == product.answers[i].expected &&
@@ -99,9 +99,9 @@ void PrintOverview(const std::vector<Result>& results) {
                 SettingsText(result.setting.form, result.setting.settings).c_str(),
                 result.pack_bytes / sums.lines, result.coded_bytes,
                 sums.lines - sums.different - sums.refused, sums.lines, sums.mean_error,
-                sums.largest_error, Worst(sums.errors).cie76.mean,
-                Worst(sums.errors).cie76.largest, sums.microseconds[0],
-                sums.microseconds[1], result.as_foreseen ? "" : "   NOT AS FORESEEN");
+                sums.largest_error, Worst(sums.errors).cie76.mean, Worst(sums.errors).cie76.largest,
+                sums.microseconds[0], sums.microseconds[1],
+                result.as_foreseen ? "" : "   NOT AS FORESEEN");
   }
 }
 

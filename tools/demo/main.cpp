@@ -37,8 +37,10 @@ int main(int argc, char** argv) {
     if (goals_only) return tools::RunGoals(options, samples) ? 0 : 1;
     const bool toner_good = tools::RunTonerDemo(options, samples);
     const bool ink_good = tools::RunInkDemo(options, samples);
-    std::cout << (toner_good ? "" : "\nToner: FAILED\n") << (ink_good ? "" : "\nInk: FAILED\n");
-    if (!toner_good || !ink_good) return 1;
+    const bool goals_kept = tools::RunGoals(options, samples);
+    std::cout << (toner_good ? "" : "\nToner: FAILED\n") << (ink_good ? "" : "\nInk: FAILED\n")
+              << (goals_kept ? "" : "\nGoals: NOT KEPT\n");
+    if (!toner_good || !ink_good || !goals_kept) return 1;
     std::cout << "\nEvery lossless table came back equal.\n";
     return 0;
   } catch (const std::exception& error) {

@@ -36,7 +36,8 @@ Report::Report(const std::string& title, const std::vector<std::string>& times) 
   sums_.microseconds.resize(times.size());
   std::printf("\n%s\n\n", title.c_str());
   std::printf("%-36s %-34s %6s %6s %5s %6s %5s  %-18s %12s %23s %23s", "print mode", "sampled from",
-              "packed", "raw", "", "zlib", "", "rebuilt", "ink   ", "CIEDE2000      ", "CIE76      ");
+              "packed", "raw", "", "zlib", "", "rebuilt", "ink   ", "CIEDE2000      ",
+              "CIE76      ");
   for (const std::string& time : times) std::printf(" %6s", time.c_str());
   std::printf("\n%-36s %-34s %6s %6s %5s %6s %5s  %-18s %7s %4s", "", "", "bytes", "bytes", "",
               "bytes", "", "", "mean", "max");

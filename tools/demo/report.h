@@ -16,9 +16,9 @@ struct ReportLine {
   std::string origin;
   int pack_bytes;
   authoring::Bytes wanted;
-  authoring::Bytes rebuilt;  // empty: the call was refused
+  authoring::Bytes rebuilt;                      // empty: the call was refused
   std::optional<authoring::TableErrors> errors;  // of an RGB to CMYK table
-  std::vector<double> microseconds;  // one for each column of times
+  std::vector<double> microseconds;              // one for each column of times
 };
 
 // What the lines came to: sums and means, and the largest of what is largest.

@@ -97,7 +97,8 @@ std::vector<Bytes> RebuildAll(const Device& device, const TonerProduct& product,
                     WantedAt(sampled.job, i),     result.buffer, {},
                     {result.microseconds}};
     if (result.success && origin.output != nullptr) {
-      line.errors = TableMeter(line.wanted, std::make_shared<LabMeter>(*origin.output)).Measure(line.rebuilt);
+      line.errors =
+          TableMeter(line.wanted, std::make_shared<LabMeter>(*origin.output)).Measure(line.rebuilt);
     }
     report->Add(line);
     rebuilt.push_back(std::move(result.buffer));

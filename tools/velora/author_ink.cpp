@@ -45,7 +45,8 @@ InkJob ReadJob(const Json& json, const Path& folder) {
                           ReadGoal(table).goal, profiles.Read(table, lab)});
   }
   const JobGoal goal = ReadGoal(json);
-  const bool has_settings = json.contains("form") || json.contains("level") || json.contains("range");
+  const bool has_settings =
+      json.contains("form") || json.contains("level") || json.contains("range");
   if (goal.goal && has_settings) {
     throw std::runtime_error("a job has \"goal\", or \"form\", \"level\" and \"range\"");
   }

@@ -44,7 +44,8 @@ struct PlanPoint {
   long bytes;
   authoring::TableErrors errors;  // the worst of all tables
 };
-std::vector<PlanPoint> PlanTonerJob(const Json& job, const Path& from, const AuthorOptions& options);
+std::vector<PlanPoint> PlanTonerJob(const Json& job, const Path& from,
+                                    const AuthorOptions& options);
 std::vector<PlanPoint> PlanInkJob(const Json& job, const Path& from, const AuthorOptions& options);
 // The goals that a plan tries: no loss, and mean errors from 0.125 to 2.
 std::vector<authoring::Goal> PlanGoals();

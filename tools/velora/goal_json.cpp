@@ -24,8 +24,8 @@ void CheckKeys(const Json& object, const std::string& name,
       all += std::string(all.empty() ? "" : ", ") + key;
     }
     if (!found) {
-      throw std::runtime_error("\"" + item.key() + "\": unknown key in \"" + name + "\"; it takes " +
-                               all);
+      throw std::runtime_error("\"" + item.key() + "\": unknown key in \"" + name +
+                               "\"; it takes " + all);
     }
   }
 }
@@ -55,10 +55,8 @@ Bytes ReadIfThere(const Path& path, std::size_t size) {
 }
 
 Json FiguresJson(const ErrorFigures& figures) {
-  return {{"mean", figures.mean},
-          {"p95", figures.p95},
-          {"p99", figures.p99},
-          {"max", figures.largest}};
+  return {
+      {"mean", figures.mean}, {"p95", figures.p95}, {"p99", figures.p99}, {"max", figures.largest}};
 }
 
 }  // namespace
@@ -101,7 +99,8 @@ FieldPrinter ReadFieldPrinter(const Json& job, const Path& folder, const Path& k
   if (found != job.end()) {
     CheckKeys(*found, "printer", {"reference", "widths", "gray_widths"});
     printer.reference = Sized(MemberBytes(*found, "reference", folder), "reference", kTableSize);
-    printer.gray_widths = Sized(MemberBytes(*found, "gray_widths", folder), "gray_widths", kCurveWidths);
+    printer.gray_widths =
+        Sized(MemberBytes(*found, "gray_widths", folder), "gray_widths", kCurveWidths);
     const Json widths = Member(*found, "widths", Json::array());
     if (!widths.is_array() || (!widths.empty() && widths.size() != kChannels)) {
       throw std::runtime_error("\"widths\" are four files: C, M, Y, K");
@@ -145,7 +144,8 @@ std::string ErrorsText(const TableErrors& errors) {
     return std::string(line);
   };
   std::string all;
-  if (errors.has_color) all = text("CIEDE2000", errors.cie2000) + "; " + text("CIE76", errors.cie76) + "; ";
+  if (errors.has_color)
+    all = text("CIEDE2000", errors.cie2000) + "; " + text("CIE76", errors.cie76) + "; ";
   return all + text("ink", errors.ink) + "; ink sum +" + std::to_string(errors.ink_sum);
 }
 
