@@ -117,24 +117,10 @@ class CArray<Configuration, T, CT, false> : public CArrayBody<Configuration, T> 
   using Body::count;
   using Body::elements;
 
-  // Up to here an exchange sort is the quicker one.
-  static constexpr int kFew = 16;
-  // Up to here it decides where a comparison raises, or where elements are equal.
-  static constexpr int kExchanged = 256;
-
   struct Plain {
     static bool IsLess(T* later, T* earlier) { return later->IsLessThan(earlier); }
     static bool IsEqual(T* later, T* earlier) { return later->IsEqualTo(earlier); }
   };
-  template <class Order>
-  void Exchange(bool deduplicate, const Order& order);
-  template <class Order>
-  bool SortMany(const Order& order);
-  template <class Order>
-  bool Ascends(const Order& order, const int* places) const;
-  void Reorder(int* places);
-  template <class Order>
-  void DropEquals(const Order& order);
 };
 
 template <class Configuration>

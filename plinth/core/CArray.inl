@@ -389,9 +389,8 @@ void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
   SortBy(deduplicate, Plain());
 }
 
-// An exchange sort, or for many elements its result, order and raise alike. A deduplicating sort
-// that meets equals ends in a raise, after it has dropped them: the array is rebuilt at its full
-// count or not at all.
+// A deduplicating sort that meets equals ends in a raise, after it has dropped them: the array is
+// rebuilt at its full count or not at all.
 template <class Configuration, class T, class CT>
 template <class Order>
 void CArray<Configuration, T, CT, false>::SortBy(bool deduplicate, const Order& order) {
@@ -404,9 +403,17 @@ void CArray<Configuration, T, CT, false>::SortBy(bool deduplicate, const Order& 
       elements[i]->Sort(deduplicate);
     }
   }
-  if (!deduplicate || count <= kFew || !SortMany(order)) {
-    Exchange(deduplicate, order);
-  }
+  const ElementOrder asked = {&order,
+                              [](const void* of, void* later, void* earlier) {
+                                return static_cast<const Order*>(of)->IsLess(
+                                    static_cast<T*>(later), static_cast<T*>(earlier));
+                              },
+                              [](const void* of, void* later, void* earlier) {
+                                return static_cast<const Order*>(of)->IsEqual(
+                                    static_cast<T*>(later), static_cast<T*>(earlier));
+                              },
+                              [](void* element) { static_cast<T*>(element)->Destroy(); }};
+  SortElements(asked, reinterpret_cast<void**>(elements), count, deduplicate);
   for (int i = 0; i < count; ++i) {
     if (deduplicate && elements[i] == nullptr) {
       PLINTH_RAISE(CException_General);
@@ -415,119 +422,6 @@ void CArray<Configuration, T, CT, false>::SortBy(bool deduplicate, const Order& 
   T** block = Body::NewBlock(count);
   Body::CopyElements(block, elements, count);
   Body::ReplaceBlock(block, count);
-}
-
-template <class Configuration, class T, class CT>
-template <class Order>
-void CArray<Configuration, T, CT, false>::Exchange(bool deduplicate, const Order& order) {
-  for (int i = 0; i < count; ++i) {
-    for (int j = i + 1; j < count; ++j) {
-      if (elements[j] == nullptr) {
-        continue;
-      }
-      if (elements[i] == nullptr || order.IsLess(elements[j], elements[i])) {
-        T* moved = elements[i];
-        elements[i] = elements[j];
-        elements[j] = moved;
-      } else if (deduplicate && order.IsEqual(elements[j], elements[i])) {
-        elements[j]->Destroy();
-        elements[j] = nullptr;
-      }
-    }
-  }
-}
-
-// Whether it has sorted the elements for a deduplicating sort, in n log n comparisons.
-//
-// Where it finds them strictly ascending, each less than the next, all pairs compare without a
-// raise: objects compare part by part, so a pair that cannot be compared agrees in all before the
-// part where it raises, and so does everything between the two. One step from one kind of part to
-// the other is then among the neighbours that were asked. Anything else an exchange sort decides on
-// the elements as they were, since which pairs it compares shows; more than it can take in time are
-// sorted here, and end in the raise if a comparison raises.
-template <class Configuration, class T, class CT>
-template <class Order>
-bool CArray<Configuration, T, CT, false>::SortMany(const Order& order) {
-  struct Asked {
-    const Order* order;
-    T* const* elements;
-    static bool IsLess(const void* asked, int a, int b) {  // gaps go to the end
-      const auto* self = static_cast<const Asked*>(asked);
-      T* later = self->elements[a];
-      T* earlier = self->elements[b];
-      return later != nullptr && (earlier == nullptr || self->order->IsLess(later, earlier));
-    }
-  };
-  const bool few = count <= kExchanged;
-  volatile bool sorted = false;
-  int* const room = new (api::Slots<Configuration>().platform, false,
-                         true) int[static_cast<size_t>(OrderingRoom(count))];
-  PLINTH_FRAME(Configuration) {
-    const Asked asked = {&order, elements};
-    OrderStably({&Asked::IsLess, &asked}, count, room);
-    const bool ascends = Ascends(order, room);
-    if (ascends || !few) {
-      Reorder(room);
-      sorted = true;
-      if (!ascends) {
-        DropEquals(order);
-      }
-    }
-  }
-  PLINTH_CATCH {
-    if (!few || frame.exception->code == CException_Memory_AllocationFailed::kCode) {
-      PLINTH_RETHROW;
-    }
-  }
-  PLINTH_TAIL { operator delete[](room, api::Slots<Configuration>().platform, false, false); }
-  PLINTH_END
-  return sorted;
-}
-
-template <class Configuration, class T, class CT>
-template <class Order>
-bool CArray<Configuration, T, CT, false>::Ascends(const Order& order, const int* places) const {
-  for (int i = 1; i < count && elements[places[i]] != nullptr; ++i) {
-    if (!order.IsLess(elements[places[i - 1]], elements[places[i]])) {
-      return false;
-    }
-  }
-  return true;
-}
-
-// The element at places[i] goes to place i, ring by ring; uses the places up.
-template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::Reorder(int* places) {
-  for (int start = 0; start < count; ++start) {
-    T* first = elements[start];
-    int to = start;
-    while (places[to] != start) {
-      const int from = places[to];
-      elements[to] = elements[from];
-      places[to] = to;
-      to = from;
-    }
-    elements[to] = first;
-    places[to] = to;
-  }
-}
-
-// Of equal neighbours the first stays; the gaps go to the end.
-template <class Configuration, class T, class CT>
-template <class Order>
-void CArray<Configuration, T, CT, false>::DropEquals(const Order& order) {
-  int kept = 0;
-  for (int i = 0; i < count && elements[i] != nullptr; ++i) {
-    T* element = elements[i];
-    const bool equal = kept > 0 && !order.IsLess(elements[kept - 1], element) &&
-                       order.IsEqual(element, elements[kept - 1]);
-    elements[i] = nullptr;
-    if (equal) {
-      element->Destroy();
-    } else {
-      elements[kept++] = element;
-    }
-  }
 }
 
 template <class Configuration, class T>
