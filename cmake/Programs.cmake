@@ -1,4 +1,4 @@
-# What stands around the library: authoring/ (the encoder side), tools/<name>/ (one program each),
+# What is around the library: authoring/ (the encoder side), tools/<name>/ (one program each),
 # bench/*.cpp and examples/* (one program a file). All but the examples are for native builds.
 
 if(NOT TARGET velora)

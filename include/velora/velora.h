@@ -47,7 +47,7 @@
 
 /* Bytes of a finished table; the caller's buffer has exactly this size. A colour table samples its
  * RGB input on a grid of 17 x 17 x 17 points. It is planar: the byte of plane c at grid point
- * (i, j, k), each in [0..17), stands at c * 4913 + i * 289 + j * 17 + k. The three axes run as in
+ * (i, j, k), each in [0..17), is at c * 4913 + i * 289 + j * 17 + k. The three axes run as in
  * the printer's reference planes. The pack's colour map sets the order of the planes; it is C, M,
  * Y, K or R, G, B by custom. */
 #define VELORA_SIZE_PLANE 4913
@@ -73,7 +73,7 @@ typedef enum ctr_table_type VELORA_ENUM_32 {
   CTR_TABLE_FORCE_32 = 0x7FFFFFFF
 } ctr_table_type;
 
-/* What a theme stands for is up to the packs, except for CTR_THEME_GRAYSCALE. */
+/* The packs decide what a theme means, except for CTR_THEME_GRAYSCALE. */
 typedef enum ctr_theme_type VELORA_ENUM_32 {
   CTR_THEME_0 = 0,
   CTR_THEME_1 = 1,
@@ -89,7 +89,7 @@ typedef enum ctr_theme_type VELORA_ENUM_32 {
   CTR_THEME_FORCE_32 = 0x7FFFFFFF
 } ctr_theme_type;
 
-/* Named by the character that stands for the medium in packet keys and messages. */
+/* Named by the character of the medium in packet keys and messages. */
 typedef enum ctr_media_type VELORA_ENUM_32 {
   CTR_MEDIA_P = 0,
   CTR_MEDIA_G = 1,

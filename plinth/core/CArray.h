@@ -1,6 +1,6 @@
 // The library's sequence: a block of values or of counted object pointers, rebuilt by each change.
 // Room: plinth/core. Owns its block when `owned`; an object array then owns the references in it.
-// Raises as IArray tells; out of memory `CException_Memory_AllocationFailed`.
+// Errors: see IArray; out of memory `CException_Memory_AllocationFailed`.
 #pragma once
 
 #include "plinth/core/CSerializeable.h"

@@ -1,5 +1,5 @@
 // The foundation's factory, the root of every layer's chain.
-// Room: plinth/core. Raises as IFactory tells.
+// Room: plinth/core. Errors: see IFactory.
 #pragma once
 
 #include "plinth/core/CArray.h"

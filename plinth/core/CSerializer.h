@@ -1,11 +1,11 @@
 // The serializer: a state machine over three forms of one content.
 // Room: plinth/core. Working collects what objects write; Deduplicated has equal nested entries
 // merged and can be read; Serialized is the flat image. Owns its helper reference, its state
-// objects and, through them, the image. Raises as ISerializer tells. A transition that fails has
+// objects and, through them, the image. Errors: see ISerializer. A transition that fails has
 // moved some records on: what follows raises `CException_This_Invalid`, until an Init.
 //
 // Every object that writes itself becomes one Entry: its values as bytes, and references to the
-// entries of its nested objects. All entries of a type stand in one Dictionary. The image is the
+// entries of its nested objects. All entries of a type are in one Dictionary. The image is the
 // dictionaries one behind the other; docs/formats/image.md has its bytes.
 #pragma once
 

@@ -15,7 +15,7 @@ class ConditionsTest : public TonerTest {
 };
 
 // Packs are there for 65 (printer) and 64 (black) alone. The caller's table type 1, theme 0 and
-// axis 1 are compared as they stand. An And takes both operands whatever the first one says; what
+// axis 1 are compared as they are. An And takes both operands whatever the first one says; what
 // is left over does not count.
 TEST_F(ConditionsTest, Expressions) {
   constexpr int kTrue = -1, kFalse = -2;

@@ -17,7 +17,7 @@ class ImageTest : public CoreTest {
     }
     image.push_back(static_cast<unsigned char>(number));
   }
-  // Branches, each told by the entries that it refers to, and behind them so many leaves.
+  // Branches, each given by the entries that it refers to, and behind them so many leaves.
   static Image Graph(const Entries& branches, int leaves = 0) {
     Image image = {112};
     for (const std::vector<unsigned>& entry : branches) {

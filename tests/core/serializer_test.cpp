@@ -71,12 +71,12 @@ TEST_F(SerializerTest, MergingAndOrder) {
       // Dictionaries of roots come first, each kind in order of creation.
       {"112(33=5) 113(32=5)", 0,
        "70 01 01 01 02 80 00 71 01 01 01 03 80 00 21 01 05 00 80 00 20 01 05 00 80 00"},
-      // A root's type below itself stands in one dictionary, and is not merged.
+      // A root's type below itself is in one dictionary, and is not merged.
       {"112(112() 112())", 0, "70 01 02 02 01 02 01 00 00 01 00 00 80 00"},
       // Nor when the objects around it merge: one is then referred to by nobody.
       {"112(113(112()) 113(112()))", 0,
        "70 01 02 02 03 03 01 00 00 01 00 00 80 00 71 01 01 01 01 80 00"},
-      // A root of a type that first stood below another has no referrer to be merged for.
+      // A root of a type that was first below another has no referrer to be merged for.
       {"112(32=5) 32=5", 1, ""},
       {"112(32=5) 32=6", 0, "70 01 01 01 01 80 00 20 01 05 00 01 06 00 80 00"},
       // More references than entries.

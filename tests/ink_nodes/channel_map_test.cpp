@@ -171,7 +171,7 @@ TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
   }
 }
 
-// b comes off the recipe's end first; a less b stands around 128, with the description of b.
+// b comes off the recipe's end first; a less b is centred on 128, with the description of b.
 TEST_F(ChannelMapTest, ADifferenceIsTakenAroundTheMiddle) {
   const std::string inkA = "32=0 35=1 36=1 37=2 39=17 40=1 41=2 38=0 43=3";
   const std::string inkB = "32=29 35=1 36=1 37=3 39=17 40=1 41=2 38=0 43=3";

@@ -36,7 +36,7 @@ TEST(PyramidTest, ValuesAreHeldInAByteAtEachLevel) {
   EXPECT_EQ(Values(cube.begin(), cube.begin() + 5), (Values{200, 0, 255, 227, 200}));
 }
 
-// One node differs from its prediction; what becomes of it depends on where it stands.
+// One node differs from its prediction; the result depends on its place.
 TEST(PyramidTest, TheEncoderLosesWhatItMayAndNoMore) {
   const struct {
     const char* what;

@@ -1,4 +1,4 @@
-// Process boot and clean-up, through the flat functions: what stands, who counts, what is refused.
+// Process boot and clean-up, through the flat functions: what exists, who counts, what is refused.
 #include "plinth/runtime/api/boot.h"
 
 #include "plinth/runtime/api/flat.h"

@@ -2,7 +2,7 @@
 // Room: tests. The fixture owns every object that it makes and ends them with the test, so a test
 // may raise wherever it likes. What goes wrong while words are made into objects is raised.
 //
-// Words are type ids with values, "48=3 49=1"; ids without a value stand alone, "60", "66=3 81".
+// Words are type ids with values, "48=3 49=1"; ids without a value come alone, "60", "66=3 81".
 #pragma once
 
 #include <stdlib.h>
@@ -20,7 +20,7 @@ namespace velora_test {
 
 using Image = std::vector<unsigned char>;
 
-// The elements of a vector or of a list in braces. Unlike them it may stand where a raise passes.
+// The elements of a vector or of a list in braces. Unlike them it may be used where a raise passes.
 template <class T>
 class Elements {
  public:
@@ -37,7 +37,7 @@ class Elements {
   size_t count_;
 };
 
-// A pipeline tells its Configuration, its Factory, the factory's entry, and the tags and properties
+// A pipeline names its Configuration, its Factory, the factory's entry, and the tags and properties
 // of a component that says nothing else.
 template <class Pipeline>
 class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {

@@ -77,7 +77,7 @@ class TablesTest : public TonerTest {
              ChannelMap("33=21"), ChannelMap("33=29"), ChannelMap("33=0"), ChannelMap("33=77")};
     ReadRecords();
   }
-  // A table of the first of the four channels, C, M, Y and K, or of one that is told.
+  // A table of the first of the four channels, C, M, Y and K, or of one that is given.
   fenn::IVeltune* ColorTable(int channels, int build, const char* channel = nullptr) {
     constexpr const char* kChannels[] = {"33=13", "33=21", "33=29", "33=0"};
     Operators recipe;
@@ -201,7 +201,7 @@ TEST_F(TablesTest, RecipesAndSizes) {
   fenn::IVeltune* veltune = ColorTable(1, 88);
   EXPECT_EQ(CodeOf([&] { veltune->ReconstructColorTable_RGBtoGrayscale(4913, nullptr); }), 3000);
   EXPECT_EQ(CodeOf([&] { veltune->ReconstructFuserBlob(); }), 1);
-  // A channel that is none of the four stands on black's records.
+  // A channel that is none of the four uses black's records.
   EXPECT_EQ(Run(ColorTable(1, 88, "33=77"), kGray, 4913), 0);
   EXPECT_EQ(buffer.front(), 10);
   // Nor is there a table without the planes of the reference, or without their widths.

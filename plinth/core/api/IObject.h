@@ -5,11 +5,11 @@
 // Interfaces and classes form two trees. An interface derives from its parent interface virtually,
 // a class from its parent class plainly and from its own interface virtually, so that every object
 // has one shared interface part: an `I...` pointer made at any level of the factories calls the
-// most derived class, and all fields stand in the concrete part at the object's start. This is why
+// most derived class, and all fields are in the concrete part at the object's start. This is why
 // inheritance is virtual throughout.
 //
 // Life: `Create...` on a factory gives a blank object; an `Init` overload brings it to life;
-// `CheckThis` stands at the head of each public method; `Delete` frees what the object owns and
+// `CheckThis` comes first in each public method; `Delete` frees what the object owns and
 // resets it to blank; `Destroy` lets go of it.
 //
 // `Init`, in every overload: an object with several holders raises `CException_General` before

@@ -34,7 +34,7 @@
 //
 // Out of memory for the node or the collector: the body does not run, and the frame ends as if its
 // first statement had raised `CException_Memory_AllocationFailed`. An exception that the heap has
-// no room for stands in the thread's reserve, so a raise does not return.
+// no room for lies in the thread's reserve, so a raise does not return.
 #pragma once
 
 #include <new>

@@ -1,6 +1,6 @@
 // The boot manager on the C library's heap.
 // Room: plinth/runtime. Made with the global `new`, the one object of the library that is, because
-// no allocator stands before it; ends itself with its last reference.
+// it is the first allocator; ends itself with its last reference.
 #pragma once
 
 #include "plinth/runtime/api/IBootManager.h"

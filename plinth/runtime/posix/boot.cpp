@@ -69,7 +69,7 @@ CPlatform* MakePlatform(IBootManager* bootManager) {
   return platform;
 }
 
-// The three objects of a full block stand together; a block that could not be filled is empty.
+// A full block has all three objects; a block that could not be filled is empty.
 bool Build(BootSlots& slots) {
   slots.bootClaimed = true;
   slots.contextClaimed = true;  // from the start: a late comer finds no gap between the two

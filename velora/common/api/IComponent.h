@@ -10,7 +10,7 @@
 namespace velora::common::api {
 
 enum EComponentState {
-  kComponentState_Reference = 1,  // tags and properties: stands for another in a recipe
+  kComponentState_Reference = 1,  // tags and properties: a placeholder for another in a recipe
   kComponentState_Stored = 2,     // all five, as read from a pack
   kComponentState_Resolved = 3    // none of the five; holds data that was built
 };

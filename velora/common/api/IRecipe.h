@@ -1,7 +1,7 @@
 // How a component is made from others: build operators and operands in postfix order.
 // Room: velora/common. `Resolve` takes operands off the end of the list that it is given; a build
 // gives it a copy, or the stored list itself where the operator takes none. An operand is a
-// reference component, which stands for one that is found at run time.
+// reference component, a placeholder for one that is found at run time.
 #pragma once
 
 #include "plinth/core/api/ILinkedList.h"

@@ -11,7 +11,7 @@ namespace velora::common::core {
 template <class Configuration>
 class BuildScope;
 
-// The recipes under construction, innermost first; they stand in the frames that build them.
+// The recipes under construction, innermost first; each lies in the frame that builds it.
 template <class Configuration>
 struct BuildChain {
   const void* recipe;

@@ -110,7 +110,7 @@ VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
 }
 
 // As below, without what a leaf does not need: it takes no operand, so the list stays whole without
-// a copy, and leads nowhere, so the chain does not have it.
+// a copy, and refers to nothing, so it is left out of the chain.
 VELORA_BUILT template <class Leaf>
 auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
   if (auto* outer = CVeltune<Configuration>::Concrete(veltune)->GetBuildChain()) {

@@ -1,5 +1,5 @@
 // Conditions: the expression, its operators and the operands that both pipelines have.
-// Room: velora/common. Raises as IConditions tells; a null or wrong parameter to an operator
+// Room: velora/common. Errors: see IConditions; a null or wrong parameter to an operator
 // `CException_Parameter_Invalid`, to a leaf in place of the one it was resolved with
 // `CException_This_Invalid`.
 #pragma once

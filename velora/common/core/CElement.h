@@ -49,7 +49,7 @@ class CElement : public CSerializeable<Configuration> {
   void Serialize(api::ISerializer* serializer, void* context) override;
 };
 
-// The base of a tag or of a property: nothing to compare, nothing to write.
+// The base of a tag or of a property: comparing raises; `Serialize` only checks.
 template <class Configuration, class Interface>
 class CNamed : public CElement<Configuration>, public virtual Interface {
  public:

@@ -1,5 +1,5 @@
 // The common factory, and the common helper that makes an image's objects by type id.
-// Room: velora/common. Both are blank of fields. Raise as IFactory and ISerializerHelper tell.
+// Room: velora/common. Both are blank of fields. Errors: see IFactory and ISerializerHelper.
 #pragma once
 
 #include "plinth/core/CFactory.h"

@@ -1,5 +1,5 @@
 // Lists of tags, of properties and of components: an array with a type id of its own around it.
-// Room: velora/common. Holds one reference on the array. Raises as IList tells.
+// Room: velora/common. Holds one reference on the array. Errors: see IList.
 #pragma once
 
 #include "plinth/core/CArray.h"

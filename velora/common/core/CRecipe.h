@@ -1,5 +1,5 @@
-// Recipes: the list of operators and operands, and the bases of what stands on it.
-// Room: velora/common. Holds one reference on its list. Raises as IRecipe tells.
+// Recipes: the list of operators and operands, and the bases of what builds on it.
+// Room: velora/common. Holds one reference on its list. Errors: see IRecipe.
 #pragma once
 
 #include "velora/common/api/IRecipe.h"

@@ -1,5 +1,5 @@
 // One stored value: the body of every tag, property and operand that has one.
-// Room: velora/common. `Init` checks the range; what is read from an image is stored as it stands.
+// Room: velora/common. `Init` checks the range; what is read from an image is stored unchecked.
 // A concrete class is this template over its base, its interface and its type id.
 #pragma once
 

@@ -49,7 +49,7 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   static Kind* Locate_FromComponentList(Kind* key, api::IComponentList<Configuration, Kind>* list,
                                         Parameters* parameters);
   // A new component of the concrete class that is a copy of the chosen one. The caller owns it, and
-  // can have it build data without touching the pack. The key's callbacks stand around the search.
+  // can have it build data without touching the pack. The key's callbacks frame the search.
   template <class Class, class Kind>
   Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list, Parameters* parameters);
 

@@ -1,6 +1,6 @@
 // The toner components: what a pack can hold, and the data that comes of it.
 // Room: velora/fenn. Data objects are counted and do not change. `Build...` gives a reference to
-// the caller, `Get...` does not. Failures are raised as the common IBuilt tells.
+// the caller, `Get...` does not. Errors: see the common IBuilt.
 #pragma once
 
 #include "velora/fenn/api/vocabulary.h"
@@ -41,7 +41,7 @@ class IChannelMapData : public virtual plinth::v1::api::IObject {
 
 using common::api::Kind;
 
-// The operators of a recipe stand in `IOperator` of the component that they end the recipe of.
+// Each operator is declared in the component whose recipe it ends.
 
 // A run of bytes, for whoever builds from it.
 class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> {

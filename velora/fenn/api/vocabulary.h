@@ -3,7 +3,7 @@
 // `CException_Parameter_Invalid`.
 //
 // Print-mode values come in two numberings. The caller's, the ctr_* enumerations, index the mapping
-// table. The pack's, the enumerations below, stand in tags and conditions.
+// table. The pack's, the enumerations below, are stored in tags and conditions.
 #pragma once
 
 #include "velora/common/api/IFactory.h"

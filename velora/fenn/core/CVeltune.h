@@ -1,6 +1,6 @@
 // One table request inside the object world.
 // Room: velora/fenn. Holds one reference each on parameters, packs and combined pack; RawData and
-// CT_PROCESSING are the caller's. Raises as its interface tells; packs of different supply
+// CT_PROCESSING are the caller's. Errors: see its interface; packs of different supply
 // families, or none, `CException_This_Invalid`.
 #pragma once
 

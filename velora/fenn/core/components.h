@@ -44,7 +44,7 @@ class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {
   void Init(IProperties* properties, unsigned char scalar) override;
 };
 
-// The seven packets are one template; their interfaces tell them apart.
+// The seven packets are one template; their interfaces distinguish them.
 template <class Interface>
 class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
  public:

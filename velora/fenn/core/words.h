@@ -1,5 +1,5 @@
 // The toner tags, conditions and properties, and what reads them: parameters and helper.
-// Room: velora/fenn. One line each; raise as their families tell.
+// Room: velora/fenn. Errors: see CValue and COperandOf.
 #pragma once
 
 #include "velora/common/core/CConditions.h"
@@ -28,7 +28,7 @@ FENN_PRINT_MODE(FENN_TAG)
 namespace conditions {
 
 namespace print_mode {
-// The stored number and the mapping's are compared as they stand, without translation between the
+// The stored number and the mapping's are compared as they are, without translation between the
 // pack's numbering and the caller's.
 #define FENN_CONDITION(Name)                                                                    \
   struct Name##Test : common::core::conditions::system::Test {                                  \

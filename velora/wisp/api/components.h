@@ -1,10 +1,10 @@
 // The ink components: what a pack can hold, and the data that comes of it.
 // Room: velora/wisp. Data objects are counted and do not change. `Build...` gives a reference to
-// the caller, `Get...` does not. Failures are raised as the common IBuilt tells.
+// the caller, `Get...` does not. Errors: see the common IBuilt.
 //
 // A grid of n nodes an axis is an array of n * n * n values, the third axis the fastest; its
 // neutral diagonal are the nodes with three equal positions. A channel is a grid of 17, each node
-// in [0..255]. docs/formats/nodes.md tells how it is stored.
+// in [0..255]. docs/formats/nodes.md describes how it is stored.
 #pragma once
 
 #include "velora/wisp/api/vocabulary.h"
@@ -81,7 +81,7 @@ class IGrayCurveData : public virtual plinth::v1::api::IObject {
 
 // ---- components
 //
-// The operators of a recipe stand in `IOperator` of the component that they end the recipe of.
+// Each operator is declared in the component whose recipe it ends.
 
 // A part of a channel's pyramid.
 class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {

@@ -3,8 +3,8 @@
 // `CException_Parameter_Invalid`.
 //
 // Print-mode values come in two numberings. The caller's, the PT_* enumerations, index the mapping
-// table. The pack's, the enumerations below, stand in tags and conditions; a condition translates
-// its number before it compares.
+// table. The pack's, the enumerations below, are stored in tags and conditions; a condition
+// translates its number before it compares.
 #pragma once
 
 #include "velora/common/api/IFactory.h"
@@ -81,7 +81,7 @@ struct ENodeCount {
     }
     return (count - 1) / 2 + 1;
   }
-  // How many nodes of a grid stand neither on the coarser grid nor on the diagonal.
+  // How many nodes of a grid are neither on the coarser grid nor on the diagonal.
   static int GetTotalSize_Delta(int count) {
     const int previous = GetAxisSize_Previous(count);
     return count * count * count - previous * previous * previous - (count - previous);

@@ -38,7 +38,7 @@ Tolerance ToleranceOf(api::ELossyCompressionLevel::Enum level, int n) {
 }
 
 // What `take` picks of a complete grid that is resampled to the properties' node count. The sizes
-// are told by `countOf`.
+// come from `countOf`.
 template <class CountOf, class Take>
 IArray_int32* TakeOfResampled(IProperties* properties, IArray_int32* complete, CountOf countOf,
                               Take take) {

@@ -1,6 +1,6 @@
 // The caches of a CVeltune: buckets by locator index, in each the entries of the print modes.
 // Room: velora/wisp. A cache holds one reference on each bucket, a bucket on each entry, an entry
-// on its pathname and its component; mappings are not owned. Raise as ICache tells; what raises in
+// on its pathname and its component; mappings are not owned. Errors: see ICache; what raises in
 // the middle of a change leaves the entries as they were.
 #pragma once
 

@@ -113,7 +113,7 @@ void CVeltune::Cache<Kind>::Bucket::Init(IBucket* other) {
   });
 }
 
-// First in, first out: a hit does not make an entry newer. The new entry stands before the oldest
+// First in, first out: a hit does not make an entry newer. The new entry comes before the oldest
 // goes, so that a failure loses none.
 template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::AddEntry(const char* pathname, api::IPrintModeMapping* mapping,

@@ -108,7 +108,7 @@ struct NodesForm<api::INodes_Complete> : BytesForm {
   static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
 };
 
-// The four kinds are one template; their interfaces tell them apart.
+// The four kinds are one template; their interfaces distinguish them.
 template <class Interface>
 class CNodes : public CBuiltOf<CNodes<Interface>, Interface> {
  public:

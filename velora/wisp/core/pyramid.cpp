@@ -20,8 +20,8 @@ int Held(int64_t value, int64_t least, int64_t most) {
   return static_cast<int>(value < least ? least : value > most ? most : value);
 }
 
-// Every node of a row has a delta. The last one stands apart: with it the count would be odd, and
-// not one that a compiler turns into few instructions.
+// Every node of a row has a delta. The last one is handled apart: with it the count would be odd,
+// and not one that a compiler turns into few instructions.
 template <int kFine>
 void RefineRow(const int* lower, const int* upper, const int* deltas, int* __restrict row) {
   for (int c = 0; c < kFine - 1; ++c) {

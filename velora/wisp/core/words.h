@@ -1,5 +1,5 @@
 // The ink tags, conditions and properties, and what reads them: parameters and helper.
-// Room: velora/wisp. One line each; raise as their families tell.
+// Room: velora/wisp. Errors: see CValue and COperandOf.
 #pragma once
 
 #include "velora/common/core/CConditions.h"

@@ -1,5 +1,5 @@
 // Debug output and a timer.
-// Room: plinth/runtime. Stands on the file handler, which it does not own. Output must never raise:
+// Room: plinth/runtime. Uses the file handler, which it does not own. Output must never raise:
 // its failures are silent.
 #pragma once
 
