@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "authoring/ink_curve.h"
 #include "authoring/ink_ids.h"
 #include "authoring/words.h"
 #include "velora/wisp/api/components.h"
@@ -67,14 +68,25 @@ Step Operator(int kind, const char* name) {
   return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
 }
 
-// What a request's locator and the colour maps that answer it have in common.
-Step Locator(const InkJob& job) {
-  return {wisp::IColorMap::kType,
+// What a request's locator and the components that answer it have in common.
+Step Locator(const InkJob& job, int kind) {
+  return {kind,
           {},
           {{Ids::kTag_Platform, job.platform},
            {Ids::kTag_SupplyFamily, job.family},
            {ink::kTag_Colorspace, kColorspace}},
           {{ink::kComponentRole, 1}}};
+}
+
+// What a request finds in one print mode, without its recipe.
+Component Found(const InkJob& job, int kind, const PackMode& mode) {
+  const Step locator = Locator(job, kind);
+  return {kind,
+          1,
+          mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
+          locator.tags,
+          locator.properties,
+          {}};
 }
 
 // How a part of an ink is named: by print mode, channel and role, deltas by their level too.
@@ -152,28 +164,58 @@ class InkPacker {
 
 using EncodedInks = std::vector<EncodedInk>;  // of a table
 
+Component CurveOf(const InkJob& job, const InkTable& curve) {
+  Component made = Found(job, wisp::IGrayCurve::kType, PackMode(curve.mode));
+  Step data = Operator(made.kind, "FromData");
+  data.bytes = curve.wanted.size() == kCurveSize ? FitCurve(curve.wanted) : curve.wanted;
+  made.recipe = {data};
+  return made;
+}
+
+// A neutral and the channels that it names.
+void AddNeutral(const InkJob& job, const InkTable& neutral, Pack* pack) {
+  const PackMode mode(neutral.mode);
+  Component made = Found(job, wisp::IAlternateNeutral::kType, mode);
+  for (const Ink& ink : kInks) {
+    const auto first = neutral.wanted.begin() + ink.plane * kGridPoints;
+    Component channel{wisp::IAlternateNeutralChannel::kType, 1, Condition(), mode.Tags(), {}, {}};
+    Step nodes = Operator(channel.kind, "Build_Monolithic");
+    nodes.bytes = Bytes(first, first + kGridPoints);
+    channel.recipe = {nodes};
+    channel.properties = Description(job.description);
+    channel.properties.push_back({ink::kNodeCount, kGridPoints});
+    channel.properties.push_back({ink::kLossyCompressionLevel, 0});
+    channel.properties.push_back({Ids::kChannel, ink.channel});
+    made.recipe.push_back({channel.kind, {}, channel.tags, {{Ids::kChannel, ink.channel}}});
+    pack->components.push_back(std::move(channel));
+  }
+  made.recipe.push_back(Operator(made.kind, "Build_CMYK"));
+  pack->components.push_back(std::move(made));
+}
+
 // The pack of a job; without one of its tables, if `left_out` is the place of one.
 Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
   Pack pack;
   pack.pipeline = Pipeline::kInk;
   pack.family = job.family;
   pack.version = job.version;
+  int place = 0;
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    if (static_cast<int>(i) == left_out) continue;
+    if (place++ == left_out) continue;
     const PackMode mode(job.tables[i].mode);
-    const Step locator = Locator(job);
-    Component map{wisp::IColorMap::kType,
-                  1,
-                  mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
-                  locator.tags,
-                  locator.properties,
-                  {}};
+    Component map = Found(job, wisp::IColorMap::kType, mode);
     InkPacker packer(job, mode, &pack);
     for (std::size_t k = 0; k < kChannels; ++k) {
       map.recipe.push_back(packer.Add(kInks[k].channel, encoded[i][k]));
     }
     map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
     pack.components.push_back(std::move(map));
+  }
+  for (const InkTable& curve : job.curves) {
+    if (place++ != left_out) pack.components.push_back(CurveOf(job, curve));
+  }
+  for (const InkTable& neutral : job.neutrals) {
+    if (place++ != left_out) AddNeutral(job, neutral, &pack);
   }
   return pack;
 }
@@ -218,20 +260,57 @@ InkAnswer AnswerOf(const InkJob& job, const InkMode& mode, const Bytes& locator,
   return answer;
 }
 
-void Check(const InkJob& job) {
-  if (job.tables.empty()) throw std::invalid_argument("a job without a table");
-  if (job.description.drops_per_level.size() > 16) {
-    throw std::invalid_argument("a record tells the drops of 16 levels at most");
-  }
+void CheckTables(const std::vector<InkTable>& tables, const std::vector<std::size_t>& sizes,
+                 const char* what) {
   std::vector<std::vector<Value>> modes;
-  for (const InkTable& table : job.tables) {
-    if (table.wanted.size() != kTableSize) {
-      throw std::invalid_argument(ModeText(table.mode) + ": is no table of 19652 bytes");
+  for (const InkTable& table : tables) {
+    if (std::count(sizes.begin(), sizes.end(), table.wanted.size()) == 0) {
+      throw std::invalid_argument(ModeText(table.mode) + ": is no " + what);
     }
     modes.push_back(PackMode(table.mode).Tags());
     if (std::count(modes.begin(), modes.end(), modes.back()) > 1) {
       throw std::invalid_argument(ModeText(table.mode) + ": two tables for one print mode");
     }
+  }
+}
+
+void Check(const InkJob& job) {
+  if (job.tables.empty() && job.curves.empty() && job.neutrals.empty()) {
+    throw std::invalid_argument("a job without a table");
+  }
+  if (job.description.drops_per_level.size() > 16) {
+    throw std::invalid_argument("a record tells the drops of 16 levels at most");
+  }
+  CheckTables(job.tables, {kTableSize}, "table of 19652 bytes");
+  CheckTables(job.curves, {kGridPoints, kCurveSize}, "gray curve of 17 nodes or 256 values");
+  CheckTables(job.neutrals, {kChannels * kGridPoints}, "neutral of 68 bytes");
+}
+
+// The records of curves and neutrals come from the library itself.
+void AskForOthers(const InkJob& job, InkProduct* product) {
+  const struct {
+    const std::vector<InkTable>& tables;
+    InkKind kind;
+    int component;
+  } kinds[] = {
+      {job.curves, InkKind::kGrayCurve, wisp::IGrayCurve::kType},
+      {job.neutrals, InkKind::kAlternateNeutral, wisp::IAlternateNeutral::kType},
+  };
+  std::vector<InkRequest> requests;
+  for (const auto& [tables, kind, component] : kinds) {
+    if (tables.empty()) continue;
+    const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, component));
+    for (const InkTable& table : tables) {
+      requests.push_back({kind, table.mode, locator, job.index, "velora"});
+    }
+  }
+  if (requests.empty()) return;
+  const std::vector<InkResult> results = InkDevice().Ask(product->caller, requests);
+  for (std::size_t i = 0; i < requests.size(); ++i) {
+    if (results[i].code != 0) {
+      throw std::runtime_error(ModeText(requests[i].mode) + ": the library does not rebuild it");
+    }
+    product->answers.push_back({requests[i], results[i].record});
   }
 }
 
@@ -248,13 +327,16 @@ InkProduct AuthorInk(const InkJob& job) {
   }
   InkProduct product{MakePack(job, encoded, -1), {}, {}};
   product.caller = {job.platform, job.family, job.variant, {WritePack(product.pack)}};
-  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job));
-  const int size = static_cast<int>(product.file().size());
+  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, wisp::IColorMap::kType));
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    const Pack others = MakePack(job, encoded, static_cast<int>(i));
-    const int rest = job.tables.size() == 1 ? 0 : static_cast<int>(WritePack(others).size());
     product.answers.push_back(AnswerOf(job, job.tables[i].mode, locator, encoded[i]));
-    product.answers.back().pack_bytes = size - rest;
+  }
+  AskForOthers(job, &product);
+  const int size = static_cast<int>(product.file().size());
+  for (std::size_t i = 0; i < product.answers.size(); ++i) {
+    const Pack others = MakePack(job, encoded, static_cast<int>(i));
+    const int rest = others.components.empty() ? 0 : static_cast<int>(WritePack(others).size());
+    product.answers[i].pack_bytes = size - rest;
   }
   return product;
 }

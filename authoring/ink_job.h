@@ -1,4 +1,5 @@
-// All that an ink printer needs to rebuild a set of colour maps: a pack, and a request for each.
+// All that an ink printer needs to rebuild a set of colour maps, gray curves and alternate
+// neutrals: a pack, and a request for each.
 //
 // Room: authoring. Values only. A job that cannot be packed raises std::invalid_argument, or
 // std::runtime_error for a pack that becomes too large.
@@ -6,7 +7,7 @@
 // Where things go: one pack, the printer's, has a colour map for each print mode. It is valid in
 // that mode alone, so one locator asks for whichever fits. It names four channel maps, one an ink;
 // these are one string, or name their nodes, or the two channel maps whose difference they are. All
-// carry the print mode as tags.
+// carry the print mode as tags. Gray curves and alternate neutrals are found in the same way.
 #pragma once
 
 #include "authoring/ink_call.h"
@@ -17,7 +18,9 @@ namespace velora::authoring {
 
 struct InkTable {
   InkMode mode;
-  Bytes wanted;  // 19652 bytes, see table.h
+  // 19652 bytes for a colour map, see table.h; 17 nodes, or 256 values to fit nodes to, for a gray
+  // curve; 17 nodes an ink, in the order C, M, Y, K, for an alternate neutral.
+  Bytes wanted;
 };
 
 // What a record says of each ink beside its nodes.
@@ -38,6 +41,8 @@ struct InkJob {
   InkSettings settings;
   InkDescription description;
   std::vector<InkTable> tables;
+  std::vector<InkTable> curves;
+  std::vector<InkTable> neutrals;
 };
 
 struct InkAnswer {
@@ -50,7 +55,7 @@ struct InkAnswer {
 struct InkProduct {
   Pack pack;
   InkCaller caller;                // with the pack's file
-  std::vector<InkAnswer> answers;  // in the order of the job
+  std::vector<InkAnswer> answers;  // in the order of the job: tables, curves, neutrals
 
   const Bytes& file() const { return caller.packs[0]; }
 };

@@ -1,6 +1,7 @@
 #include "authoring/toner_job.h"
 
 #include <algorithm>
+#include <numeric>
 #include <stdexcept>
 
 #include "authoring/correction.h"
@@ -61,6 +62,7 @@ Component MakePacket(const Key& key, const Bytes& bytes) {
 // What all encodings of a job came to.
 struct Encodings {
   EncodedChannel planes[kChannels];
+  EncodedChannel rgb[kRgbChannels];
   EncodedChannel curves;
 };
 
@@ -71,13 +73,23 @@ EncodedChannel EncodeChannel(const TonerJob& job, const Bytes& reference,
                                         : EncodePlanes(reference, wanted, *job.settings);
 }
 
+// The planes of tables of one kind, channel by channel.
+template <std::size_t kCount>
+void EncodeTables(const TonerJob& job, const Bytes& reference,
+                  const std::vector<TonerTable>& tables, EncodedChannel (&channels)[kCount]) {
+  for (std::size_t c = 0; c < kCount && !tables.empty(); ++c) {
+    std::vector<Bytes> wanted;
+    for (const TonerTable& table : tables) {
+      wanted.push_back(PlaneOf(table.wanted, static_cast<int>(c)));
+    }
+    channels[c] = EncodeChannel(job, PlaneOf(reference, static_cast<int>(c)), wanted);
+  }
+}
+
 Encodings EncodeAll(const TonerJob& job) {
   Encodings encodings;
-  for (int c = 0; c < kChannels && !job.tables.empty(); ++c) {
-    std::vector<Bytes> wanted;
-    for (const TonerTable& table : job.tables) wanted.push_back(PlaneOf(table.wanted, c));
-    encodings.planes[c] = EncodeChannel(job, PlaneOf(job.reference, c), wanted);
-  }
+  EncodeTables(job, job.reference, job.tables, encodings.planes);
+  EncodeTables(job, job.rgb_reference, job.rgb_tables, encodings.rgb);
   if (!job.curves.empty()) {
     std::vector<Bytes> wanted;
     for (const TonerTable& curve : job.curves) wanted.push_back(curve.wanted);
@@ -96,9 +108,12 @@ class Packer {
     }
   }
 
-  void AddTable(const PrintMode& mode, const EncodedChannel (&planes)[kChannels], int index) {
-    Component map = TopComponent(fenn::IColorMap::kType, mode, {0, 1, 2, 3});
-    for (int c = 0; c < kChannels; ++c) {
+  template <std::size_t kCount>
+  void AddTable(const PrintMode& mode, const EncodedChannel (&planes)[kCount], int index) {
+    std::vector<int> needed(kCount);
+    std::iota(needed.begin(), needed.end(), 0);
+    Component map = TopComponent(fenn::IColorMap::kType, mode, needed);
+    for (int c = 0; c < static_cast<int>(kCount); ++c) {
       const Packets& packets = planes[c].tables[index].packets;
       const Key key = SupplyKey(mode, kSupplies[c]);
       map.recipe.push_back(Reference(fenn::IChannelMap::kType, key));
@@ -115,7 +130,8 @@ class Packer {
       Add(c, MakePacket<fenn::IPacket_ColorResidue>(key, packets.residue));
       Add(c, MakePacket<fenn::IPacket_DeltaScalar>(key, {packets.scalar}));
     }
-    map.recipe.push_back(Operator(map.kind, "Build_RGBtoCMYK"));
+    map.recipe.push_back(
+        Operator(map.kind, kCount == kChannels ? "Build_RGBtoCMYK" : "Build_RGBtoRGB"));
     packs_[0].components.push_back(std::move(map));
   }
 
@@ -185,7 +201,8 @@ class Packer {
 };
 
 int TableCount(const TonerJob& job) {
-  return static_cast<int>(job.tables.size() + job.curves.size() + job.blobs.size());
+  return static_cast<int>(job.tables.size() + job.rgb_tables.size() + job.curves.size() +
+                          job.blobs.size());
 }
 
 // The packs of a job; without one of its tables, if `left_out` is the place of one.
@@ -195,6 +212,11 @@ std::vector<NamedPack> MakePacks(const TonerJob& job, const Encodings& encodings
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
     if (place++ != left_out) {
       packer.AddTable(job.tables[i].mode, encodings.planes, static_cast<int>(i));
+    }
+  }
+  for (std::size_t i = 0; i < job.rgb_tables.size(); ++i) {
+    if (place++ != left_out) {
+      packer.AddTable(job.rgb_tables[i].mode, encodings.rgb, static_cast<int>(i));
     }
   }
   for (std::size_t i = 0; i < job.curves.size(); ++i) {
@@ -219,7 +241,8 @@ void AddCorrection(const TonerTable& table, AuthoredCall* authored) {
   if (table.corrected.empty()) return;
   const bool is_curve = table.wanted.size() == kCurveSize;
   Bytes corrected;
-  for (int c = 0; c < (is_curve ? 1 : kChannels); ++c) {
+  const int channels = is_curve ? 1 : static_cast<int>(table.wanted.size()) / kPlaneSize;
+  for (int c = 0; c < channels; ++c) {
     const Correction correction =
         is_curve ? MakeCorrection(authored->expected, table.corrected)
                  : MakeCorrection(PlaneOf(authored->expected, c), PlaneOf(table.corrected, c));
@@ -228,6 +251,7 @@ void AddCorrection(const TonerTable& table, AuthoredCall* authored) {
     authored->call.keys[is_curve ? 0 : (c + 1) % kChannels] = correction.key;
     corrected.insert(corrected.end(), correction.corrected.begin(), correction.corrected.end());
   }
+  if (!is_curve) authored->call.corrections.resize(kTableSize);  // a caller has all four planes
   authored->expected = corrected;
 }
 
@@ -247,12 +271,13 @@ void CheckSizes(const TonerJob& job) {
     }
   };
   check(job.tables, job.reference, kTableSize, "RGB to CMYK table of 19652 bytes");
+  check(job.rgb_tables, job.rgb_reference, kRgbTableSize, "RGB to RGB table of 14739 bytes");
   check(job.curves, job.gray_reference, kCurveSize, "gray curve of 256 bytes");
   for (const TonerTable& blob : job.blobs) {
     if (!blob.corrected.empty()) throw std::invalid_argument("a blob has no correction");
   }
   std::vector<PrintMode> modes;
-  for (const auto* tables : {&job.tables, &job.curves, &job.blobs}) {
+  for (const auto* tables : {&job.tables, &job.rgb_tables, &job.curves, &job.blobs}) {
     for (const TonerTable& table : *tables) {
       if (std::find(modes.begin(), modes.end(), table.mode) != modes.end()) {
         throw std::invalid_argument(ModeText(table.mode) + ": two tables for one print mode");
@@ -284,16 +309,24 @@ TonerProduct AuthorToner(const TonerJob& job) {
     AddCorrection(table, &authored);
     product.calls.push_back(std::move(authored));
   };
-  call.reference = job.reference;
-  for (int c = 0; c < kChannels; ++c) call.widths[c] = encodings.planes[c].widths;
-  for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    Bytes expected;
-    for (const EncodedChannel& plane : encodings.planes) {
-      const Bytes& rebuilt = plane.tables[i].rebuilt;
-      expected.insert(expected.end(), rebuilt.begin(), rebuilt.end());
+  const auto add_tables = [&](const std::vector<TonerTable>& tables, const EncodedChannel* planes,
+                              int channels) {
+    // A caller has four width tables, though three planes look into three of them.
+    for (int c = 0; c < kChannels; ++c) call.widths[c] = planes[c % channels].widths;
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+      Bytes expected;
+      for (int c = 0; c < channels; ++c) {
+        const Bytes& rebuilt = planes[c].tables[i].rebuilt;
+        expected.insert(expected.end(), rebuilt.begin(), rebuilt.end());
+      }
+      add(tables[i], std::move(expected));
     }
-    add(job.tables[i], std::move(expected));
-  }
+  };
+  call.reference = job.reference;
+  add_tables(job.tables, encodings.planes, kChannels);
+  call.reference = job.rgb_reference;
+  call.reference.resize(kTableSize);
+  add_tables(job.rgb_tables, encodings.rgb, kRgbChannels);
   call.reference = job.gray_reference;
   for (Bytes& widths : call.widths) widths.clear();
   call.widths[kBlack] = encodings.curves.widths;

@@ -5,9 +5,10 @@
 // std::runtime_error for a pack that becomes too large.
 //
 // Where things go: the printer's pack has a component for each print mode, a colour map, a gray
-// curve or a blob, which names those that it is made of. They stand in the packs of the supplies:
-// the channel maps and their packets in cyan, magenta, yellow and black, the packets of gray curves
-// in black, the bytes of blobs in the fuser's. Each is valid for one version of the packs it needs.
+// curve or a blob, which names those that it is made of. They are in the packs of the supplies: the
+// channel maps and their packets in cyan, magenta, yellow and black, the planes of RGB tables in
+// the first three of these, the packets of gray curves in black, the bytes of blobs in the fuser's.
+// Each is valid for one version of the packs it needs.
 #pragma once
 
 #include <optional>
@@ -22,7 +23,8 @@ namespace velora::authoring {
 
 struct TonerTable {
   PrintMode mode;
-  // 19652 bytes for an RGB to CMYK table, 256 for a gray curve, any number for a blob.
+  // 19652 bytes for an RGB to CMYK table, 14739 for an RGB to RGB table, 256 for a gray curve, any
+  // number for a blob.
   Bytes wanted;
   // What a correction shall make of it; empty: no correction.
   Bytes corrected;
@@ -35,8 +37,10 @@ struct TonerJob {
   int printer_version = 1;  // of the printer's pack
   int supply_version = 1;   // of the colorants' and the fuser's packs
   Bytes reference;          // the printer's table, needed for `tables`
+  Bytes rgb_reference;      // the printer's three planes, needed for `rgb_tables`
   Bytes gray_reference;     // the printer's curve, needed for `curves`
   std::vector<TonerTable> tables;
+  std::vector<TonerTable> rgb_tables;
   std::vector<TonerTable> curves;  // their axis is M
   std::vector<TonerTable> blobs;
   // None: the lossless encoding that packs best.
@@ -59,7 +63,7 @@ struct AuthoredCall {
 
 struct TonerProduct {
   std::vector<NamedPack> packs;
-  // In the order of the job: tables, curves, blobs.
+  // In the order of the job: tables, RGB tables, curves, blobs.
   std::vector<AuthoredCall> calls;
 
   int PackBytes() const;

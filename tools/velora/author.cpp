@@ -1,7 +1,6 @@
 // velora author: a job file to packs, the caller's records, and a call for each table.
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 
 #include "tools/velora/author_job.h"
 #include "tools/velora/verbs.h"
@@ -10,15 +9,18 @@ namespace velora::tools {
 namespace {
 
 constexpr char kJobHelp[] = R"(
-A toner job, with all its parts:
+A toner job, with all its parts; all but "platform" and a table can be left out:
 
   {
+    "job": 1,
     "platform": 7, "supply_family": 4, "product_variant": 2,
     "printer_version": 3, "supply_version": 2,
     "reference": "printer.bin", "gray_reference": "printer-gray.bin",
     "settings": {"scalar": 8, "residue": false, "economy": 0.3},
     "tables": [{"file": "photo.bin", "theme_type": 1, "media_type": 0, "axis_type": 1,
                 "corrected": "photo-measured.bin"}],
+    "rgb_reference": "printer-rgb.bin",
+    "rgb_tables": [{"file": "preview.bin", "theme_type": 1, "media_type": 0, "axis_type": 1}],
     "curves": [{"file": "gray.bin", "theme_type": 0, "media_type": 1}],
     "blobs":  [{"file": "fuser.bin", "theme_type": 0, "media_type": 1, "axis_type": 0}]
   }
@@ -29,36 +31,34 @@ table.
 An ink job:
 
   {
-    "pipeline": "ink",
+    "job": 1, "pipeline": "ink",
     "platform": 7, "supply_family": 4, "product_variant": 2, "version": 3, "locator_index": 0,
     "form": "nodes", "level": 2, "range": 1,
     "ink": {"resolution": 5, "drops_per_level": [0, 1, 2, 4],
             "drop_volume": 6, "drop_volume_offset": 0},
     "tables": [{"file": "photo.bin",
-                "mode": {"media_type": 2, "media_subtype": 10, "quality": 1, "pen_set": 2}}]
+                "mode": {"media_type": 2, "media_subtype": 10, "quality": 1, "pen_set": 2}}],
+    "curves": [{"file": "gray.bin", "mode": {"media_type": 2}}],
+    "neutrals": [{"file": "neutral.bin", "mode": {"media_type": 2}}]
   }
 
 Its form is "string" or "nodes". Level 0 with range 1 loses nothing, as it is without these three.
+A curve has 17 nodes, or 256 values, to which nodes are fitted. A neutral has 17 nodes an ink, in the
+order C, M, Y, K.
 
 Print modes are in the caller's numbering; what is absent is 0, and pen set 1. Files are relative to
-the job.
+the job, which may have comments.
 )";
 
-bool IsInk(const Json& job) {
-  const std::string pipeline = Member<std::string>(job, "pipeline", "toner");
-  if (pipeline != "toner" && pipeline != "ink") {
-    throw std::runtime_error("no pipeline is named " + pipeline);
-  }
-  return pipeline == "ink";
-}
-
 void Run(const Path& path, const Path& folder, const Shared& shared) {
-  const Json job = ReadJson(path);
-  std::filesystem::create_directories(folder);
-  const Authored authored = IsInk(job) ? AuthorInkJob(job, path.parent_path(), folder)
-                                       : AuthorTonerJob(job, path.parent_path(), folder);
+  const JsonFile file(path);
+  JsonObject job(file);
+  ReadJobVersion(&job);
+  const bool is_ink = job.Choice("pipeline", {"toner", "ink"}, "toner") == "ink";
+  Authored authored = is_ink ? AuthorInkJob(job, folder) : AuthorTonerJob(job, folder);
+  authored.files.Commit();
   if (shared.json) {
-    std::cout << Json{{"packs", authored.packs}, {"calls", authored.calls}}.dump(2) << '\n';
+    PrintJson({{"packs", authored.packs}, {"calls", authored.calls}});
     return;
   }
   for (const Json& pack : authored.packs) {
@@ -73,16 +73,19 @@ void Run(const Path& path, const Path& folder, const Shared& shared) {
 
 }  // namespace
 
-std::string Put(const Path& folder, const std::string& name, const Bytes& bytes) {
+std::string Authored::Put(const Path& folder, const std::string& name, const Bytes& bytes) {
   if (bytes.empty()) return "";
-  WriteBytes(folder / name, bytes);
+  files.Add(folder / name, bytes);
   return name;
 }
+
+void ReadJobVersion(JsonObject* job) { job->Number("job", Numbers::Exactly(1), 1); }
 
 void AddAuthor(CLI::App* app, Shared* shared) {
   struct Options {
     std::string job;
     std::string folder = ".";
+    bool init = false;
   };
   auto options = std::make_shared<Options>();
   CLI::App* verb = app->add_subcommand(
@@ -92,7 +95,13 @@ void AddAuthor(CLI::App* app, Shared* shared) {
   verb->footer(kJobHelp);
   verb->add_option("job", options->job, "JSON file, see below")->required();
   verb->add_option("-o,--folder", options->folder, "Folder to write to")->capture_default_str();
-  verb->callback([options, shared] { Run(options->job, options->folder, *shared); });
+  verb->add_flag("--init", options->init,
+                 "Write a commented job to this file instead, and beside it the tables that it "
+                 "names,\nsampled from the profiles of this machine");
+  verb->callback([options, shared] {
+    if (options->init) return InitJob(options->job);
+    Run(options->job, options->folder, *shared);
+  });
 }
 
 }  // namespace velora::tools

@@ -1,6 +1,4 @@
 // A toner job as JSON: its tables, and the calls that come of it.
-#include <stdexcept>
-
 #include "authoring/toner_job.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
@@ -10,39 +8,43 @@ namespace {
 
 using namespace authoring;
 
-std::vector<TonerTable> ReadTables(const Json& job, const char* name, int table_type, int axis_type,
-                                   const Path& folder) {
+std::vector<TonerTable> ReadTables(JsonObject* job, const char* key, ModeKind kind,
+                                   const Numbers& sizes) {
   std::vector<TonerTable> tables;
-  const auto list = job.find(name);
-  if (list == job.end()) return tables;
-  if (!list->is_array()) throw std::runtime_error(std::string("\"") + name + "\" is no list");
-  for (const Json& item : *list) {
-    if (!item.is_object()) throw std::runtime_error(std::string("\"") + name + "\": no object");
-    tables.push_back({ReadMode(item, table_type, axis_type), MemberBytes(item, "file", folder),
-                      MemberBytes(item, "corrected", folder)});
+  for (JsonObject& item : job->Objects(key)) {
+    tables.push_back({ReadMode(&item, kind), item.File("file", sizes, "", true), {}});
+    if (kind != ModeKind::kBlob) tables.back().corrected = item.File("corrected", sizes);
+    item.Finish();
   }
   return tables;
 }
 
-TonerJob ReadJob(const Json& json, const Path& folder) {
+TonerJob ReadJob(JsonObject json) {
+  const Numbers table = Numbers::Exactly(kTableSize), curve = Numbers::Exactly(kCurveSize);
+  const Numbers versions = Numbers::Between(1, 15);
   TonerJob job;
-  job.platform = Member(json, "platform", job.platform);
-  job.family = Member(json, "supply_family", job.family);
-  job.variant = Member(json, "product_variant", job.variant);
-  job.printer_version = Member(json, "printer_version", job.printer_version);
-  job.supply_version = Member(json, "supply_version", job.supply_version);
-  job.reference = MemberBytes(json, "reference", folder);
-  job.gray_reference = MemberBytes(json, "gray_reference", folder);
-  job.tables = ReadTables(json, "tables", 1, 0, folder);
-  job.curves = ReadTables(json, "curves", 1, 2, folder);
-  job.blobs = ReadTables(json, "blobs", 2, 0, folder);
-  const Json settings = Member(json, "settings", Json());
-  if (settings.is_object()) {
+  const Printer printer = ReadPrinter(&json, Pipeline::kToner);
+  job.platform = printer.platform;
+  job.family = printer.family;
+  job.variant = printer.variant;
+  job.printer_version = json.Number("printer_version", versions, job.printer_version);
+  job.supply_version = json.Number("supply_version", versions, job.supply_version);
+  job.reference = json.File("reference", table, "", json.Has("tables"));
+  const Numbers rgb_table = Numbers::Exactly(kRgbTableSize);
+  job.rgb_reference = json.File("rgb_reference", rgb_table, "", json.Has("rgb_tables"));
+  job.gray_reference = json.File("gray_reference", curve, "", json.Has("curves"));
+  job.tables = ReadTables(&json, "tables", ModeKind::kTable, table);
+  job.rgb_tables = ReadTables(&json, "rgb_tables", ModeKind::kRgbTable, rgb_table);
+  job.curves = ReadTables(&json, "curves", ModeKind::kCurve, curve);
+  job.blobs = ReadTables(&json, "blobs", ModeKind::kBlob, Numbers::Between(1, 32767));
+  if (std::optional<JsonObject> settings = json.Object("settings")) {
     EncoderSettings& used = job.settings.emplace();
-    used.scalar = Member(settings, "scalar", used.scalar);
-    used.residue = Member(settings, "residue", used.residue);
-    used.economy = Member(settings, "economy", used.economy);
+    used.scalar = settings->Number("scalar", Numbers::Between(1, 255), used.scalar);
+    used.residue = settings->Flag("residue", used.residue);
+    used.economy = settings->Real("economy", 0, 1000, used.economy);
+    settings->Finish();
   }
+  json.Finish();
   return job;
 }
 
@@ -54,38 +56,41 @@ std::string CallName(const PrintMode& mode) {
 }
 
 // The files of a call: what all tables of a kind share stands there once.
-std::string WriteCall(const AuthoredCall& authored, const std::vector<std::string>& packs,
-                      const Path& folder) {
-  const TableCall& call = authored.call;
+std::string WriteCall(const AuthoredCall& made, const std::vector<std::string>& packs,
+                      const Path& folder, Authored* authored) {
+  const TableCall& call = made.call;
+  const auto put = [&](const std::string& file, const Bytes& bytes) {
+    return authored->Put(folder, file, bytes);
+  };
   const std::string name = CallName(call.mode);
-  const std::string kind = call.size == kCurveSize ? "gray-" : "";
+  const std::string kind = call.size == kCurveSize ? "gray-" : call.mode.table == 0 ? "rgb-" : "";
   Json widths = Json::array(), keys = Json::array();
   for (int i = 0; i < 4; ++i) {
-    widths.push_back(Put(folder, kind + "cbat-" + "cmyk"[i] + ".bin", call.widths[i]));
-    keys.push_back(Put(folder, name + "-key-" + "kcmy"[i] + ".bin", call.keys[i]));
+    widths.push_back(put(kind + "cbat-" + "cmyk"[i] + ".bin", call.widths[i]));
+    keys.push_back(put(name + "-key-" + "kcmy"[i] + ".bin", call.keys[i]));
   }
-  WriteJson(folder / (name + ".json"),
-            {{"platform", call.platform},
-             {"supply_family", call.family},
-             {"product_variant", call.variant},
-             {"table_type", call.mode.table},
-             {"theme_type", call.mode.theme},
-             {"media_type", call.mode.media},
-             {"axis_type", call.mode.axis},
-             {"packs", packs},
-             {"buffer", call.size},
-             {"reference", Put(folder, kind + "reference.bin", call.reference)},
-             {"widths", widths},
-             {"keys", keys},
-             {"corrections", Put(folder, name + "-corrections.bin", call.corrections)},
-             {"expected", Put(folder, name + "-expected.bin", authored.expected)}});
+  authored->files.Add(folder / (name + ".json"),
+                      Json{{"platform", call.platform},
+                           {"supply_family", call.family},
+                           {"product_variant", call.variant},
+                           {"table_type", call.mode.table},
+                           {"theme_type", call.mode.theme},
+                           {"media_type", call.mode.media},
+                           {"axis_type", call.mode.axis},
+                           {"packs", packs},
+                           {"buffer", call.size},
+                           {"reference", put(kind + "reference.bin", call.reference)},
+                           {"widths", widths},
+                           {"keys", keys},
+                           {"corrections", put(name + "-corrections.bin", call.corrections)},
+                           {"expected", put(name + "-expected.bin", made.expected)}});
   return name + ".json";
 }
 
 }  // namespace
 
-Authored AuthorTonerJob(const Json& json, const Path& from, const Path& folder) {
-  const TonerJob job = ReadJob(json, from);
+Authored AuthorTonerJob(JsonObject json, const Path& folder) {
+  const TonerJob job = ReadJob(std::move(json));
   const TonerProduct product = [&job] {
     const QuietErrors quiet;
     return AuthorToner(job);
@@ -93,13 +98,13 @@ Authored AuthorTonerJob(const Json& json, const Path& from, const Path& folder) 
   Authored authored;
   std::vector<std::string> packs;
   for (const NamedPack& pack : product.packs) {
-    packs.push_back(Put(folder, pack.name + ".velcase", pack.file));
+    packs.push_back(authored.Put(folder, pack.name + ".velcase", pack.file));
     authored.packs.push_back({{"file", packs.back()},
                               {"bytes", pack.file.size()},
                               {"components", pack.pack.components.size()}});
   }
   for (const AuthoredCall& call : product.calls) {
-    authored.calls.push_back({{"file", WriteCall(call, packs, folder)},
+    authored.calls.push_back({{"file", WriteCall(call, packs, folder, &authored)},
                               {"print_mode", ModeText(call.call.mode)},
                               {"pack_bytes", call.pack_bytes},
                               {"bytes", call.expected.size()}});

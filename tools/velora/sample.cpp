@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 
 #include "authoring/icc.h"
 #include "tools/velora/files.h"
@@ -37,7 +36,7 @@ void List(bool json) {
       std::cout << KindName(profile.kind) << '\t' << profile.name << '\t' << profile.path << '\n';
     }
   }
-  if (json) std::cout << list.dump(2) << '\n';
+  if (json) PrintJson({{"profiles", list}});
 }
 
 // A profile by path, or by the name of an installed one.
@@ -48,8 +47,8 @@ Profile Find(const std::string& name, ProfileKind kind) {
     return profile.kind == kind && profile.name == name;
   });
   if (found == profiles.end()) {
-    throw std::runtime_error("no installed " + std::string(KindName(kind)) + " profile is named " +
-                             name + " (velora sample --list)");
+    throw Refusal("no installed " + std::string(KindName(kind)) + " profile is named " + name +
+                  " (velora sample --list)");
   }
   return *found;
 }
@@ -59,27 +58,27 @@ Intent IntentOf(const std::string& name) {
        {Intent::kPerceptual, Intent::kRelative, Intent::kSaturation, Intent::kAbsolute}) {
     if (name == IntentName(intent)) return intent;
   }
-  throw std::runtime_error("no intent is named " + name);
+  throw WrongUse("--intent " + name + ": expected perceptual, relative, saturation or absolute");
 }
 
 void Run(const Options& options, const Shared& shared) {
   if (options.list) return List(shared.json);
   if (options.output.empty() == options.gray.empty()) {
-    throw std::runtime_error("sample needs --output for a table, or --gray for a curve");
+    throw WrongUse("sample needs --output for a table, or --gray for a curve");
   }
   const Profile source = Find(options.source, ProfileKind::kRgbSource);
   const Bytes bytes = options.gray.empty()
                           ? SampleTable(source, Find(options.output, ProfileKind::kCmykOutput),
                                         IntentOf(options.intent))
                           : SampleCurve(source, Find(options.gray, ProfileKind::kGray));
-  WriteBytes(options.file, bytes);
+  Outputs files;
+  files.Add(options.file, bytes);
+  files.Commit();
   if (shared.json) {
-    std::cout << Json{{"file", options.file},
-                      {"bytes", bytes.size()},
-                      {"zlib", CompressedSize(bytes)},
-                      {"sha256", DigestString(bytes)}}
-                     .dump(2)
-              << '\n';
+    PrintJson({{"file", options.file},
+               {"bytes", bytes.size()},
+               {"zlib", CompressedSize(bytes)},
+               {"sha256", DigestString(bytes)}});
   } else {
     std::cout << options.file << ": " << bytes.size() << " bytes, sha256 " << DigestString(bytes)
               << '\n';
