@@ -29,3 +29,12 @@ foreach(folder velora/frontend/toolkit plinth/runtime plinth/core velora/common 
     install(DIRECTORY ${folder}/ DESTINATION ${headers}/${folder} FILES_MATCHING PATTERN "*.h")
   endif()
 endforeach()
+
+# The tool with its manual pages and completion, where it was built.
+if(TARGET tool_velora)
+  install(TARGETS tool_velora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool OPTIONAL)
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+          COMPONENT tool OPTIONAL FILES_MATCHING PATTERN "*.1")
+  install(FILES ${PROJECT_BINARY_DIR}/pages/velora.bash COMPONENT tool OPTIONAL
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME velora)
+endif()

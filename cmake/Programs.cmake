@@ -25,15 +25,17 @@ if(VELORA_TOOLS)
   find_path(VELORA_CLI11_INCLUDE CLI/CLI.hpp)
   find_package(nlohmann_json QUIET)
   find_package(PNG QUIET)
+  find_package(TIFF QUIET)
   mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE)
   file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
-  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND
+  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND OR NOT TIFF_FOUND
      OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND)
-    message(STATUS "No authoring and no tools: Little CMS, libpng, CLI11 or nlohmann-json is "
+    message(STATUS "No authoring and no tools: Little CMS, libpng, libtiff, CLI11 or nlohmann-json is "
                    "missing (scripts/setup installs them)")
   elseif(authoring)
     add_library(velora_authoring STATIC ${authoring})
-    target_link_libraries(velora_authoring PUBLIC velora_static ${VELORA_LCMS_LIBRARY} PNG::PNG)
+    target_link_libraries(velora_authoring PUBLIC velora_static ${VELORA_LCMS_LIBRARY} PNG::PNG
+                                                  TIFF::TIFF)
     set_target_properties(velora_authoring PROPERTIES ARCHIVE_OUTPUT_DIRECTORY
                                                       ${PROJECT_BINARY_DIR})
 
@@ -49,6 +51,11 @@ if(VELORA_TOOLS)
                                                                  ${PROJECT_BINARY_DIR}/bin)
         # A tool may load libvelora.so from the folder above its own.
         add_dependencies(tool_${name} velora)
+        if(name STREQUAL "velora")
+          # Manual pages and completion, from the same text as --help.
+          add_custom_command(TARGET tool_velora POST_BUILD COMMAND tool_velora --pages
+                                                                   ${PROJECT_BINARY_DIR}/pages)
+        endif()
       endif()
     endforeach()
   endif()

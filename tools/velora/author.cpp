@@ -53,9 +53,7 @@ the job, which may have comments.
 void Run(const Path& path, const Path& folder, const Shared& shared) {
   const JsonFile file(path);
   JsonObject job(file);
-  ReadJobVersion(&job);
-  const bool is_ink = job.Choice("pipeline", {"toner", "ink"}, "toner") == "ink";
-  Authored authored = is_ink ? AuthorInkJob(job, folder) : AuthorTonerJob(job, folder);
+  Authored authored = IsInkJob(&job) ? AuthorInkJob(job, folder) : AuthorTonerJob(job, folder);
   authored.files.Commit();
   if (shared.json) {
     PrintJson({{"packs", authored.packs}, {"calls", authored.calls}});
@@ -79,13 +77,17 @@ std::string Authored::Put(const Path& folder, const std::string& name, const Byt
   return name;
 }
 
-void ReadJobVersion(JsonObject* job) { job->Number("job", Numbers::Exactly(1), 1); }
+bool IsInkJob(JsonObject* job) {
+  job->Number("job", Numbers::Exactly(1), 1);
+  return job->Choice("pipeline", {"toner", "ink"}, "toner") == "ink";
+}
 
 void AddAuthor(CLI::App* app, Shared* shared) {
   struct Options {
     std::string job;
     std::string folder = ".";
     bool init = false;
+    int tables = 2;
   };
   auto options = std::make_shared<Options>();
   CLI::App* verb = app->add_subcommand(
@@ -98,8 +100,11 @@ void AddAuthor(CLI::App* app, Shared* shared) {
   verb->add_flag("--init", options->init,
                  "Write a commented job to this file instead, and beside it the tables that it "
                  "names,\nsampled from the profiles of this machine");
+  verb->add_option("--tables", options->tables, "How many tables --init samples")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 11));
   verb->callback([options, shared] {
-    if (options->init) return InitJob(options->job);
+    if (options->init) return InitJob(options->job, options->tables);
     Run(options->job, options->folder, *shared);
   });
 }

@@ -8,11 +8,12 @@ namespace velora::tools {
 
 using namespace authoring;
 
-void InitJob(const Path& path) {
+void InitJob(const Path& path, int count) {
   if (std::filesystem::exists(path)) throw Refusal(path.string(), "is there already");
-  const std::vector<SampledTable> tables = SampleTables(FindProfiles(), 3);
-  if (tables.size() < 2) {
-    throw Refusal("too few ICC profiles: an RGB and a CMYK one are needed (velora sample --list)");
+  const std::vector<SampledTable> tables = SampleTables(FindProfiles(), count + 1);
+  if (static_cast<int>(tables.size()) <= count) {
+    throw Refusal("too few ICC profiles for " + std::to_string(count) +
+                  " tables (velora sample --list)");
   }
   const auto origin = [](const SampledTable& table) {
     return "velora sample --source " + table.source.name + " --output " + table.output.name +
@@ -38,8 +39,8 @@ void InitJob(const Path& path) {
   for (std::size_t i = 1; i < tables.size(); ++i) {
     const std::string name = "table-" + std::to_string(i) + ".bin";
     job << "    // " << origin(tables[i]) << " -o " << name << "\n    {\"file\": \"" << name
-        << "\", \"theme_type\": " << i << ", \"media_type\": 0, \"axis_type\": 0}"
-        << (i + 1 < tables.size() ? "," : "") << '\n';
+        << "\", \"theme_type\": " << i % 11 << ", \"media_type\": " << i % 4
+        << ", \"axis_type\": " << i % 2 << '}' << (i + 1 < tables.size() ? "," : "") << '\n';
     files.Add(path.parent_path() / name, tables[i].bytes);
   }
   job << "  ]\n}\n";

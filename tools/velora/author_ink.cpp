@@ -1,5 +1,4 @@
 // An ink job as JSON: its tables, and the calls that come of it.
-#include "authoring/ink_job.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
 
@@ -21,7 +20,9 @@ std::vector<InkTable> ReadTables(JsonObject* job, const char* key, const Numbers
   return tables;
 }
 
-InkJob ReadJob(JsonObject json) {
+}  // namespace
+
+InkJob ReadInkJob(JsonObject json) {
   InkJob job;
   const Printer printer = ReadPrinter(&json, Pipeline::kInk);
   job.platform = printer.platform;
@@ -48,6 +49,8 @@ InkJob ReadJob(JsonObject json) {
   json.Finish();
   return job;
 }
+
+namespace {
 
 std::string CallName(const InkRequest& request) {
   const InkMode& mode = request.mode;
@@ -84,7 +87,7 @@ std::string WriteCall(const InkAnswer& answer, const InkCaller& caller, const Pa
 }  // namespace
 
 Authored AuthorInkJob(JsonObject json, const Path& folder) {
-  const InkProduct product = AuthorInk(ReadJob(std::move(json)));
+  const InkProduct product = AuthorInk(ReadInkJob(std::move(json)));
   Authored authored;
   authored.packs.push_back({{"file", authored.Put(folder, kPackName, product.file())},
                             {"bytes", product.file().size()},

@@ -4,6 +4,8 @@
 // and as authoring does.
 #pragma once
 
+#include "authoring/ink_job.h"
+#include "authoring/toner_job.h"
 #include "tools/velora/json_file.h"
 
 namespace velora::tools {
@@ -19,13 +21,17 @@ struct Authored {
   std::string Put(const Path& folder, const std::string& name, const Bytes& bytes);
 };
 
-// Keys that both pipelines share, and that no function below reads.
-void ReadJobVersion(JsonObject* job);
+// Reads the keys that both pipelines share, "job" and "pipeline"; true for an ink job. The other
+// keys are for one of the functions below.
+bool IsInkJob(JsonObject* job);
 
+authoring::TonerJob ReadTonerJob(JsonObject job);
+authoring::InkJob ReadInkJob(JsonObject job);
 Authored AuthorTonerJob(JsonObject job, const Path& folder);
 Authored AuthorInkJob(JsonObject job, const Path& folder);
 
-// A commented job for the profiles of this machine, and the tables that it names.
-void InitJob(const Path& path);
+// A commented job for the profiles of this machine, and the tables that it names, `tables` and the
+// printer's reference.
+void InitJob(const Path& path, int tables);
 
 }  // namespace velora::tools

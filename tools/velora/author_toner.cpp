@@ -1,5 +1,4 @@
 // A toner job as JSON: its tables, and the calls that come of it.
-#include "authoring/toner_job.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
 
@@ -19,7 +18,9 @@ std::vector<TonerTable> ReadTables(JsonObject* job, const char* key, ModeKind ki
   return tables;
 }
 
-TonerJob ReadJob(JsonObject json) {
+}  // namespace
+
+TonerJob ReadTonerJob(JsonObject json) {
   const Numbers table = Numbers::Exactly(kTableSize), curve = Numbers::Exactly(kCurveSize);
   const Numbers versions = Numbers::Between(1, 15);
   TonerJob job;
@@ -47,6 +48,8 @@ TonerJob ReadJob(JsonObject json) {
   json.Finish();
   return job;
 }
+
+namespace {
 
 std::string CallName(const PrintMode& mode) {
   static const char* const tables[] = {"rgb", "cmyk", "blob"};
@@ -90,7 +93,7 @@ std::string WriteCall(const AuthoredCall& made, const std::vector<std::string>& 
 }  // namespace
 
 Authored AuthorTonerJob(JsonObject json, const Path& folder) {
-  const TonerJob job = ReadJob(std::move(json));
+  const TonerJob job = ReadTonerJob(std::move(json));
   const TonerProduct product = [&job] {
     const QuietErrors quiet;
     return AuthorToner(job);

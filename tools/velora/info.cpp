@@ -2,9 +2,11 @@
 #include <iostream>
 #include <memory>
 
+#include "authoring/image_walk.h"
 #include "authoring/pack_text.h"
 #include "authoring/print_modes.h"
 #include "authoring/words.h"
+#include "tools/velora/pack_io.h"
 #include "tools/velora/verbs.h"
 
 namespace velora::tools {
@@ -77,21 +79,53 @@ struct Options {
   std::vector<std::string> paths;
   bool modes = false;
   bool components = false;
+  bool image = false;
 };
 
-PackFile Read(const std::string& path) {
+// A bare image, such as an ink locator, does not begin like a pack.
+bool IsPack(const Bytes& bytes) { return !bytes.empty() && bytes[0] == 1; }
+
+// The structure of packs' images, or of bare images, as far as they are sound.
+void ShowImage(const std::string& path, bool is_first, const Shared& shared, Json* all) {
   const Bytes bytes = ReadBytes(path);
-  try {
-    return ReadPack(bytes);
-  } catch (const std::exception& error) {
-    throw Refusal(path, error.what());
+  PackWalk walk;
+  if (IsPack(bytes)) {
+    walk = WalkPack(bytes);
+  } else {
+    walk.pipeline = Pipeline::kInk;
+    walk.walk = WalkImage(bytes, walk.pipeline);
+    walk.breaks = walk.walk.breaks;
   }
+  const std::string fault = walk.breaks.empty() ? "" : BreakText(walk.breaks[0]);
+  if (shared.json) {
+    Json dictionaries = Json::array();
+    for (const ImageDictionary& dictionary : walk.walk.dictionaries) {
+      Json entries = Json::array();
+      for (const ImageEntry& entry : dictionary.entries) {
+        entries.push_back(
+            {{"byte", entry.place}, {"data", entry.data}, {"references", entry.references}});
+      }
+      dictionaries.push_back({{"type", dictionary.type},
+                              {"name", Words::Of(walk.pipeline).NameOf(dictionary.type)},
+                              {"byte", dictionary.place},
+                              {"first_entry", dictionary.first_entry},
+                              {"entries", entries}});
+    }
+    all->push_back({{"file", path}, {"dictionaries", dictionaries}, {"fault", fault}});
+  } else {
+    std::cout << (is_first ? "" : "\n") << path << '\n' << ImageText(walk.walk, walk.pipeline);
+  }
+  if (!fault.empty()) throw Refusal(path, fault);
 }
 
 void Run(const Options& options, const Shared& shared) {
   Json all = Json::array();
   for (const std::string& path : options.paths) {
-    const PackFile file = Read(path);
+    if (options.image) {
+      ShowImage(path, &path == &options.paths[0], shared, &all);
+      continue;
+    }
+    const PackFile file = ReadPackFile(path);
     if (shared.json) {
       all.push_back(ToJson(path, file));
       continue;
@@ -123,6 +157,9 @@ void AddInfo(CLI::App* app, Shared* shared) {
   verb->add_flag("--components", options->components,
                  "Every component with its condition, tags, properties and recipe")
       ->excludes(modes);
+  verb->add_flag("--image", options->image,
+                 "The stored structure: dictionaries and entries with their bytes, of a pack or\n"
+                 "of a bare image such as an ink locator, up to where a damaged one breaks");
   verb->callback([options, shared] { Run(*options, *shared); });
 }
 

@@ -1,9 +1,11 @@
 // velora: samples colour tables, authors them into packs, rebuilds them, and shows what is in a
 // pack.
+#include <cerrno>
 #include <cstring>
 #include <exception>
 #include <iostream>
 
+#include "tools/velora/pages.h"
 #include "tools/velora/terminal.h"
 #include "tools/velora/verbs.h"
 
@@ -66,10 +68,16 @@ int main(int argc, char** argv) {
   app.footer(kFooter);
   Shared shared;
   app.add_flag("--json", shared.json, "Print results as JSON");
-  AddSample(&app, &shared);
-  AddAuthor(&app, &shared);
-  AddRebuild(&app, &shared);
-  AddInfo(&app, &shared);
+  for (const auto add : {AddSample, AddConvert, AddAuthor, AddRebuild, AddExplain, AddInfo, AddDiff,
+                         AddCompare, AddProof, AddReport}) {
+    add(&app, &shared);
+  }
+  if (argc == 3 && std::strcmp(argv[1], "--pages") == 0) {  // for the build; no help shows it
+    Outputs files;
+    AddPages(app, argv[2], &files);
+    files.Commit();
+    return kEqual;
+  }
   const int status = Run(&app, argc, argv, &shared);
   if (!std::cout.flush()) {
     std::cerr << "velora: standard output: " << std::strerror(errno) << '\n';

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <optional>
 
 #include "authoring/ink_job.h"
-#include "tools/velora/call_json.h"
+#include "tools/velora/call_explain.h"
+#include "tools/velora/call_run.h"
 #include "tools/velora/terminal.h"
 #include "tools/velora/verbs.h"
 
@@ -23,71 +23,6 @@ struct Options {
   bool quiet = false;
   int repeat = 1;
 };
-
-// What came of one table of a call.
-struct Outcome {
-  std::string call;  // its file
-  std::string name;  // the print mode
-  std::string kind;  // of an ink record
-  bool success;
-  std::string refusal;
-  bool is_blob;
-  Bytes bytes;
-  Bytes expected;
-  double microseconds;
-  std::optional<double> cached;  // microseconds of an answer from the cache
-};
-
-double Median(std::vector<double> times) {
-  std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
-  return times[times.size() / 2];
-}
-
-TableResult Call(const Device& device, const TableCall& call, bool quiet) {
-  if (!quiet) return device.Rebuild(call);
-  const QuietErrors quiet_errors;
-  return device.Rebuild(call);
-}
-
-Outcome RebuildToner(const JsonFile& json, const std::string& library, const Options& options) {
-  const CallFile file = ReadCall(json);
-  const Device device(library);
-  std::vector<double> times;
-  TableResult result{};
-  for (int i = 0; i < options.repeat; ++i) {
-    result = Call(device, file.call, options.quiet);
-    times.push_back(result.microseconds);
-  }
-  return {json.path().string(),
-          ModeText(file.call.mode),
-          "",
-          result.success,
-          "refused",
-          file.call.mode.table == 2,
-          result.buffer,
-          file.expected,
-          Median(times),
-          {}};
-}
-
-std::vector<Outcome> RebuildInk(const JsonFile& json, const std::string& library,
-                                const Options& options) {
-  const InkCallFile file = ReadInkCall(json);
-  std::vector<InkRequest> requests;
-  for (const InkRequestFile& request : file.requests) requests.push_back(request.request);
-  const std::vector<InkResult> results =
-      InkDevice(library).Ask(file.caller, requests, options.repeat);
-  std::vector<Outcome> outcomes;
-  for (std::size_t i = 0; i < results.size(); ++i) {
-    const InkRequestFile& asked = file.requests[i];
-    const InkResult& result = results[i];
-    outcomes.push_back({json.path().string(), asked.kind + ", " + ModeText(asked.request.mode),
-                        asked.kind, result.code == 0,
-                        "refused with exception " + std::to_string(result.code), false,
-                        result.record, asked.expected, result.miss, result.hit});
-  }
-  return outcomes;
-}
 
 // Says how what came compares with what should have come. True if they are equal.
 bool Compare(const Outcome& outcome, Json* json, std::string* text) {
@@ -158,19 +93,19 @@ void Run(const Options& options, Shared* shared) {
   Outputs files;
   for (const std::string& call : options.calls) {
     const JsonFile json{Path(call)};
-    std::vector<Outcome> outcomes;
-    if (IsInkCall(json)) {
-      outcomes = RebuildInk(json, library, options);
-    } else {
-      outcomes.push_back(RebuildToner(json, library, options));
-    }
+    std::vector<Outcome> outcomes = RunCall(json, library, options.repeat, options.quiet);
     if (!options.expected.empty()) {
       if (outcomes.size() > 1 || options.calls.size() > 1) {
         throw WrongUse("--expected goes with a call for one record");
       }
       outcomes[0].expected = ReadBytes(options.expected);
     }
-    for (const Outcome& outcome : outcomes) {
+    const bool is_refused = std::any_of(outcomes.begin(), outcomes.end(),
+                                        [](const Outcome& outcome) { return !outcome.success; });
+    const std::vector<Explained> explained =
+        is_refused ? ExplainCall(json) : std::vector<Explained>(outcomes.size());
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+      const Outcome& outcome = outcomes[i];
       if (compare && outcome.success && outcome.expected.empty()) {
         throw Refusal(call, "nothing to compare with: no \"expected\" file");
       }
@@ -179,6 +114,10 @@ void Run(const Options& options, Shared* shared) {
       shared->Raise(Describe(outcome, compare, &described, &text));
       if (outcome.success && !options.file.empty()) {
         files.Add(FileOf(options, outcome, outcomes.size() > 1), outcome.bytes);
+      }
+      if (!outcome.success) {
+        described["explained"] = explained[i].last;
+        text += '\n' + explained[i].last;
       }
       list.push_back(described);
       if (!shared->json) std::cout << text << '\n';

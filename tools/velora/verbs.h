@@ -22,6 +22,12 @@ void AddSample(CLI::App* app, Shared* shared);
 void AddAuthor(CLI::App* app, Shared* shared);
 void AddRebuild(CLI::App* app, Shared* shared);
 void AddInfo(CLI::App* app, Shared* shared);
+void AddConvert(CLI::App* app, Shared* shared);
+void AddCompare(CLI::App* app, Shared* shared);
+void AddDiff(CLI::App* app, Shared* shared);
+void AddExplain(CLI::App* app, Shared* shared);
+void AddProof(CLI::App* app, Shared* shared);
+void AddReport(CLI::App* app, Shared* shared);
 
 // Prints a result to standard output.
 void PrintJson(const Json& json);

@@ -3,6 +3,7 @@
 
 #include "velora/common/core/CComponent.inl"
 #include "velora/common/core/CVeltune.h"
+#include "velora/common/core/LookupObserver.h"
 #include "velora/common/core/create.h"
 
 namespace velora::common::core {
@@ -173,6 +174,7 @@ Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configurati
   if (key == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  ObserveSearch<Configuration, Kind>(key, list, parameters);
   key->Call_Callback_Locate();
   if (buildChain != nullptr && list != nullptr) {
     *buildChain->work +=
@@ -182,6 +184,9 @@ Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configurati
     }
   }
   Kind* found = Locate_FromComponentList(key, list, parameters);
+  if (LookupObserver<Configuration>::current != nullptr) {
+    LookupObserver<Configuration>::current->OnFound(found);
+  }
   found->CheckThis();
   Class* copy = Create<Configuration, Class>();
   CComponent<Configuration>* component = copy;
