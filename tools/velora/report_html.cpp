@@ -142,7 +142,7 @@ void WriteModes(std::ostream& out, const Report& report) {
          "those of the rebuilt table against the wanted one. Click a column's head "
          "to sort.</p>\n";
   std::vector<const char*> heads{"print mode", "bytes", "% of raw", "values that differ",
-                                 "mean",       "99 %",  "largest"};
+                                 "ink mean",   "99 %",  "largest"};
   if (has_color) {
     heads.insert(heads.end(), {"CIEDE2000 mean", "99 %", "largest", "CIE76 mean"});
   }
