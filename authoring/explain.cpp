@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "authoring/ink_ids.h"
 #include "authoring/pack_text.h"
 #include "authoring/print_modes.h"
 #include "authoring/words.h"
@@ -14,7 +13,7 @@ namespace {
 
 namespace wisp = v1::wisp::api;
 namespace fenn = v2::fenn::api;
-using Shared = common::SharedVocabulary;
+using Shared = common::SharedTypeIds;
 
 // Why an expression is what it is: operands that would have to be different.
 struct Blame {
@@ -60,13 +59,13 @@ std::vector<std::string> ConditionBlame(const Condition& condition, const Presen
       case Shared::kDefaultCondition:
         parts.push_back({true, {}});
         break;
-      case Shared::kConditionsOperator_And:
-      case Shared::kConditionsOperator_Or: {
+      case Shared::kConditions_Operator_And:
+      case Shared::kConditions_Operator_Or: {
         const Blame right = pop(), left = pop();
-        parts.push_back(Join(left, right, value.type == Shared::kConditionsOperator_And));
+        parts.push_back(Join(left, right, value.type == Shared::kConditions_Operator_And));
         break;
       }
-      case Shared::kConditionsOperator_Not:
+      case Shared::kConditions_Operator_Not:
         parts.back().value = !parts.back().value;
         break;
       default:
@@ -129,45 +128,17 @@ std::string PackOf(const Component& component, const std::vector<NamedPackFile>&
   return "";
 }
 
-int Specificity(const Component& component) {
-  const auto& postfix = component.condition.postfix();
-  return static_cast<int>(std::count_if(postfix.begin(), postfix.end(), [](const Value& value) {
-    return value.type != Shared::kDefaultCondition;
-  }));
-}
-
-// Which preference set the taken candidate apart from all others that fit.
+// The least preference that it took to set the taken candidate apart from all others that fit.
 std::string PreferenceOf(const LookupTrace& lookup) {
-  struct Ladder {
-    const char* text;
-    int (*value)(const Component&, const CandidateTrace&);
-  };
-  static const Ladder ladder[] = {
-      {"the highest component version",
-       [](const Component& component, const CandidateTrace&) { return component.version; }},
-      {"the most conditions",
-       [](const Component& component, const CandidateTrace&) { return Specificity(component); }},
-      {"the most matching tags",
-       [](const Component&, const CandidateTrace& trace) { return trace.matching_tags; }},
-      {"the most matching properties",
-       [](const Component&, const CandidateTrace& trace) { return trace.matching_properties; }},
-  };
-  std::vector<std::size_t> left;
-  for (std::size_t i = 0; i < lookup.candidates.size(); ++i) {
-    if (lookup.candidates[i].fits()) left.push_back(i);
-  }
-  if (left.size() < 2) return "";
-  for (const Ladder& step : ladder) {
-    const auto value = [&](std::size_t i) {
-      return step.value(lookup.components[i], lookup.candidates[i]);
-    };
-    const int best = value(static_cast<std::size_t>(lookup.found));
-    left.erase(
-        std::remove_if(left.begin(), left.end(), [&](std::size_t i) { return value(i) != best; }),
-        left.end());
-    if (left.size() == 1) return step.text;
-  }
-  return "the sorted order";
+  static const char* const texts[] = {"",
+                                      "the highest component version",
+                                      "the most conditions",
+                                      "the most matching tags",
+                                      "the most matching properties",
+                                      "the sorted order"};
+  common::core::Preference least = common::core::Preference::kNone;
+  for (const CandidateTrace& trace : lookup.candidates) least = std::max(least, trace.lost_by);
+  return texts[static_cast<int>(least)];
 }
 
 }  // namespace
@@ -243,28 +214,29 @@ Present PresentOf(const CallNumbers& call, const std::vector<NamedPackFile>& pac
     present[variant] = call.variant;
   };
   if (call.pipeline == Pipeline::kToner) {
-    using Ids = common::Vocabulary<fenn::Configuration>;
+    using Ids = common::TypeIds<fenn::Configuration>;
     add(Ids::kCondition_Platform, Ids::kCondition_SupplyFamily, Ids::kCondition_ProductVariant);
     for (int i = 0; i < static_cast<int>(call.mode.size()); ++i) {
-      present[fenn::kFirstPrintModeCondition + i] = call.mode[i];
+      present[Ids::kCondition_TableType + i] = call.mode[i];
     }
   } else {
-    using Ids = common::Vocabulary<wisp::Configuration>;
+    using Ids = common::TypeIds<wisp::Configuration>;
     add(Ids::kCondition_Platform, Ids::kCondition_SupplyFamily, Ids::kCondition_ProductVariant);
-    const int types[] = {ink::kCondition_MediaType, ink::kCondition_MediaSubtype,
-                         ink::kCondition_PenSet, ink::kCondition_Quality};
+    const int types[] = {Ids::kCondition_MediaType, Ids::kCondition_MediaSubtype,
+                         Ids::kCondition_PenSet, Ids::kCondition_Quality};
     for (std::size_t i = 0; i < call.mode.size(); ++i) present[types[i]] = call.mode[i];
   }
   const struct {
     int channel;
     int type;
-  } versions[] = {{common::api::kChannel_Cyan, Shared::kVelcaseVersion_Cyan},
-                  {common::api::kChannel_Magenta, Shared::kVelcaseVersion_Magenta},
-                  {common::api::kChannel_Yellow, Shared::kVelcaseVersion_Yellow},
-                  {common::api::kChannel_Black, Shared::kVelcaseVersion_Black},
-                  {common::api::kChannel_Printer, Shared::kVelcaseVersion_Printer},
-                  {common::api::kChannel_Drum, fenn::kVelcaseVersion_Drum},
-                  {common::api::kChannel_Fuser, fenn::kVelcaseVersion_Fuser}};
+  } versions[] = {
+      {common::api::kChannel_Cyan, Shared::kVelcaseVersion_Cyan},
+      {common::api::kChannel_Magenta, Shared::kVelcaseVersion_Magenta},
+      {common::api::kChannel_Yellow, Shared::kVelcaseVersion_Yellow},
+      {common::api::kChannel_Black, Shared::kVelcaseVersion_Black},
+      {common::api::kChannel_Printer, Shared::kVelcaseVersion_Printer},
+      {common::api::kChannel_Drum, common::TypeIds<fenn::Configuration>::kVelcaseVersion_Drum},
+      {common::api::kChannel_Fuser, common::TypeIds<fenn::Configuration>::kVelcaseVersion_Fuser}};
   for (const NamedPackFile& file : packs) {
     for (const auto& [channel, type] : versions) {
       // The first pack of a channel is the one that counts.

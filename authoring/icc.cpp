@@ -196,17 +196,6 @@ std::vector<Lab> LabMeter::See(const Bytes& table) const {
   return seen;
 }
 
-ColorDifference LabMeter::Compare(const Bytes& table_a, const Bytes& table_b) const {
-  const std::vector<Lab> a = See(table_a), b = See(table_b);
-  ColorDifference difference{0, 0};
-  for (int i = 0; i < kPlaneSize; ++i) {
-    const double distance = Cie76(a[i], b[i]);
-    difference.mean += distance / kPlaneSize;
-    difference.largest = std::max(difference.largest, distance);
-  }
-  return difference;
-}
-
 RgbView::RgbView(const Profile& output)
     : transform_(MakeTransform(Open(output.path), TYPE_CMYK_8,
                                OpenProfile(cmsCreate_sRGBProfile(), cmsCloseProfile), TYPE_RGB_8,

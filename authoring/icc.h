@@ -75,12 +75,6 @@ struct Lab {
 double Cie76(const Lab& x, const Lab& y);
 double Cie2000(const Lab& x, const Lab& y);
 
-// The distance of two tables over their 4913 grid points: CIE76.
-struct ColorDifference {
-  double mean;
-  double largest;
-};
-
 // Sees tables as the relative colorimetric Lab of an output profile. Several threads may see with
 // one meter.
 class LabMeter {
@@ -91,7 +85,6 @@ class LabMeter {
 
   // The 4913 grid points.
   std::vector<Lab> See(const Bytes& table) const;
-  ColorDifference Compare(const Bytes& table_a, const Bytes& table_b) const;
 
  private:
   std::shared_ptr<void> transform_;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "authoring/pack.h"
+#include "velora/common/core/LookupObserver.h"
 
 namespace velora::authoring {
 
@@ -16,8 +17,8 @@ struct CandidateTrace {
   bool tags_fit = false;
   bool properties_fit = false;
   int exception = 0;  // that the condition raised; 0: none
-  int matching_tags = 0;
-  int matching_properties = 0;
+  // What set what was taken, or is the best so far, apart from it; of those that fit.
+  common::core::Preference lost_by = common::core::Preference::kNone;
 
   bool fits() const { return holds && tags_fit && properties_fit; }
 };

@@ -5,6 +5,8 @@
 // goes on to the request.
 #pragma once
 
+#include <algorithm>
+
 #include "authoring/lookup_trace.h"
 #include "authoring/object_reader.h"
 #include "velora/common/core/LookupObserver.h"
@@ -17,6 +19,7 @@ class LookupWatcher : public common::core::LookupObserver<typename Layer::Config
   using Configuration = typename Layer::Configuration;
   using Observer = common::core::LookupObserver<Configuration>;
   using Object = typename Observer::Component;
+  using Preference = common::core::Preference;
 
   // Into `lookups`; null stops it.
   static void Watch(std::vector<LookupTrace>* lookups) {
@@ -29,6 +32,7 @@ class LookupWatcher : public common::core::LookupObserver<typename Layer::Config
                 typename Observer::Parameters* parameters) override {
     Filled<Configuration>([this] {
       lookups_->emplace_back();
+      best_ = nullptr;
       objects_.clear();
       pack_.components.clear();
     });
@@ -47,22 +51,42 @@ class LookupWatcher : public common::core::LookupObserver<typename Layer::Config
     lookups_->back().components.swap(pack_.components);
   }
 
-  void OnFound(Object* found) override {
-    for (std::size_t i = 0; i < objects_.size(); ++i) {
-      if (objects_[i] == found) lookups_->back().found = static_cast<int>(i);
-    }
+  void OnCondition(Object* candidate, bool holds) override { Trace(candidate).holds = holds; }
+
+  void OnFilters(Object* candidate, bool tags, bool properties) override {
+    Trace(candidate).tags_fit = tags;
+    if (tags) Trace(candidate).properties_fit = properties;
   }
 
+  // One that lost to what lost itself now lost by the weightier of the two preferences.
+  void OnPreferred(Object* candidate, Object* other, Preference by) override {
+    if (other == best_) {
+      for (CandidateTrace& trace : lookups_->back().candidates) {
+        trace.lost_by = std::min(trace.lost_by, by);
+      }
+    }
+    Trace(other).lost_by = by;
+    best_ = candidate;
+  }
+
+  void OnFound(Object* found) override { lookups_->back().found = PlaceOf(found); }
+
  private:
-  // The library's own verdicts, into a member: a raise leaves what was found until then.
+  int PlaceOf(Object* candidate) const {
+    return static_cast<int>(std::find(objects_.begin(), objects_.end(), candidate) -
+                            objects_.begin());
+  }
+  CandidateTrace& Trace(Object* candidate) {
+    return lookups_->back().candidates[PlaceOf(candidate)];
+  }
+
+  // What the library says of all that a search does not ask, because an earlier filter has decided;
+  // into a member: a raise leaves what was found until then.
   void Ask(Object* candidate, Object* key, typename Observer::Parameters* parameters) {
     trace_ = {};
     PLINTH_FRAME(Configuration) {
       trace_.tags_fit = candidate->GetTags()->AreCompatibleWith(key->GetTags());
       trace_.properties_fit = candidate->GetProperties()->AreCompatibleWith(key->GetProperties());
-      trace_.matching_tags = candidate->GetTags()->GetCount_Matching(key->GetTags());
-      trace_.matching_properties =
-          candidate->GetProperties()->GetCount_Matching(key->GetProperties());
       trace_.holds = candidate->GetConditions()->Evaluate(parameters);
     }
     PLINTH_CATCH { trace_.exception = frame.exception->code; }
@@ -73,6 +97,7 @@ class LookupWatcher : public common::core::LookupObserver<typename Layer::Config
   Pack pack_;
   ObjectReader<Layer> reader_{&pack_};
   CandidateTrace trace_;
+  Object* best_ = nullptr;        // of the lookup under way, where several fit
   std::vector<Object*> objects_;  // the candidates of the lookup under way
 };
 

@@ -57,7 +57,7 @@ class ObjectReader : PackInterfaces<Layer> {
   template <class Base, class Visit>
   static void WithRow(Base* object, Visit visit) {
     const int type = object->GetSerializeableType();
-    Layer::ForEachRow([&](const char*, int row_type, auto slot) {
+    Layer::ForEachStored([&](const char*, int row_type, auto slot) {
       using Interface = typename SlotOf<decltype(slot)>::Interface;
       if constexpr (std::is_convertible_v<Interface*, Base*>) {
         if (row_type == type) visit(dynamic_cast<Interface*>(object));

@@ -15,8 +15,8 @@ template <class Layer>
 const Words& LayerWords() {
   static const Words words = [] {
     std::vector<Words::Word> rows;
-    Layer::ForEachRow([&rows](const char* name, int type, auto) {
-      if (type != 0) rows.push_back({name, type});
+    Layer::ForEachStored([&rows](const char* name, int type, auto) {
+      rows.push_back({name, type});
     });
     return Words(std::move(rows));
   }();

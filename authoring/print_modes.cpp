@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "authoring/ink_ids.h"
 #include "authoring/pack_text.h"
 #include "authoring/table_call.h"
 #include "authoring/words.h"
@@ -15,6 +14,8 @@ namespace {
 
 namespace wisp = v1::wisp::api;
 namespace fenn = v2::fenn::api;
+using InkIds = common::TypeIds<wisp::Configuration>;
+using TonerIds = common::TypeIds<fenn::Configuration>;
 
 constexpr int kTonerClasses = 4;  // table, theme, media, axis
 
@@ -26,17 +27,17 @@ int Look(const int (&callers)[kCount], int number) {
 
 int InkNumber(int type, int number) {
   switch (type) {
-    case ink::kTag_MediaType:
-    case ink::kCondition_MediaType:
+    case InkIds::kTag_MediaType:
+    case InkIds::kCondition_MediaType:
       return Look(wisp::EMediaType::kCallers, number);
-    case ink::kTag_MediaSubtype:
-    case ink::kCondition_MediaSubtype:
+    case InkIds::kTag_MediaSubtype:
+    case InkIds::kCondition_MediaSubtype:
       return Look(wisp::EMediaSubtype::kCallers, number);
-    case ink::kTag_Quality:
-    case ink::kCondition_Quality:
+    case InkIds::kTag_Quality:
+    case InkIds::kCondition_Quality:
       return Look(wisp::EQuality::kCallers, number);
-    case ink::kTag_PenSet:
-    case ink::kCondition_PenSet:
+    case InkIds::kTag_PenSet:
+    case InkIds::kCondition_PenSet:
       return Look(wisp::EPenSet::kCallers, number);
     default:
       return number;
@@ -47,7 +48,7 @@ int TonerNumber(int type, int number) {
   static const int classes[kTonerClasses] = {
       fenn::IPrintModeMappings::kTables, fenn::IPrintModeMappings::kThemes,
       fenn::IPrintModeMappings::kMedia, fenn::IPrintModeMappings::kAxes};
-  for (const int first : {fenn::kFirstPrintModeTag, fenn::kFirstPrintModeCondition}) {
+  for (const int first : {TonerIds::kTag_TableType, TonerIds::kCondition_TableType}) {
     const int place = type - first;
     if (place >= 0 && place < kTonerClasses && number >= 1 && number <= classes[place]) {
       return number - 1;
@@ -66,7 +67,7 @@ std::string ModeOf(Pipeline pipeline, const std::vector<Value>& tags) {
   int* const fields[kTonerClasses] = {&mode.table, &mode.theme, &mode.media, &mode.axis};
   std::vector<Value> others;
   for (const Value& tag : tags) {
-    const int place = tag.type - fenn::kFirstPrintModeTag;
+    const int place = tag.type - TonerIds::kTag_TableType;
     if (pipeline == Pipeline::kToner && place >= 0 && place < kTonerClasses) {
       *fields[place] = tag.value;
     } else {
@@ -89,7 +90,7 @@ bool IsServed(Pipeline pipeline, const Component& component) {
       component.kind != fenn::IPacket_Blob::kType) {
     return false;
   }
-  const Value role{fenn::kComponentRole, 1};
+  const Value role{TonerIds::kComponentRole, 1};
   return std::count(component.properties.begin(), component.properties.end(), role) > 0;
 }
 

@@ -1,7 +1,9 @@
 // What a pack of many components costs: writing it, reading it, and a table call over two packs
 // that hold it in halves, which are read, merged, sorted and looked up in. At 100, 1000 and 4000
 // components, each about a kilobyte inflated; the time a component should stay the same, and the
-// peak of the heap a small multiple of the image.
+// peak of the heap a small multiple of the image. And what a table of a whole printer family costs:
+// of one for a single platform, and of one whose print modes are for many, three times that at
+// most.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -10,7 +12,9 @@
 #include <cstdlib>
 #include <map>
 #include <random>
+#include <stdexcept>
 
+#include "authoring/family.h"
 #include "authoring/pack.h"
 #include "authoring/pack_pipeline.h"
 #include "authoring/table_call.h"
@@ -182,9 +186,49 @@ void BM_Call(benchmark::State& state) {
   });
 }
 
+// A table of a whole printer family, print mode by print mode: a toner call, or an ink session.
+void BM_Family(benchmark::State& state) {
+  FamilyShape shape;
+  shape.pipeline = state.range(0) == 0 ? Pipeline::kToner : Pipeline::kInk;
+  shape.modes = static_cast<int>(state.range(1));
+  shape.platforms = static_cast<int>(state.range(2));
+  shape.variants = static_cast<int>(state.range(3));
+  const Family family(shape);
+  const Device device(DefaultLibrary());
+  const InkDevice ink_device(DefaultLibrary());
+  const QuietErrors quiet;
+  int mode = 0;
+  for (auto _ : state) {
+    mode = (mode + 1) % family.mode_count();
+    bool served = false;
+    try {
+      served =
+          shape.pipeline == Pipeline::kToner
+              ? device.Rebuild(family.CallOf(mode, 1, 0)).success
+              : ink_device.Ask(family.CallerOf(mode, 1, 0), {family.RequestOf(mode, 1)})[0].code ==
+                    0;
+    } catch (const std::runtime_error&) {  // the packs do not load
+    }
+    if (!served) {
+      state.SkipWithError("a table is refused");
+      break;
+    }
+  }
+  state.counters["file_KiB"] = family.file_size() / 1024.0;
+  state.counters["image_KiB"] = family.image_size() / 1024.0;
+  state.counters["components"] = family.component_count();
+}
+
 BENCHMARK(BM_Write)->Arg(100)->Arg(1000)->Arg(4000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Read)->Arg(100)->Arg(1000)->Arg(4000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Call)->Arg(100)->Arg(1000)->Arg(4000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Family)
+    ->ArgNames({"ink", "modes", "platforms", "variants"})
+    ->Args({0, 200, 1, 1})
+    ->Args({0, 216, 13, 6})
+    ->Args({1, 200, 1, 1})
+    ->Args({1, 600, 13, 6})
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -15,6 +15,19 @@ foreach(source IN LISTS examples)
                                                                     ${PROJECT_BINARY_DIR}/examples)
 endforeach()
 
+# The part of authoring/ that needs no other library: packs, and families of them. Fuzz targets use
+# it too, and programs of every machine.
+file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
+set(outside ${authoring})
+list(FILTER outside INCLUDE REGEX
+     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
+if(authoring)
+  list(REMOVE_ITEM authoring ${outside})
+  add_library(velora_packs STATIC EXCLUDE_FROM_ALL ${authoring})
+  target_link_libraries(velora_packs PUBLIC velora_static ${CMAKE_DL_LIBS})
+  set_target_properties(velora_packs PROPERTIES ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+endif()
+
 if(CMAKE_CROSSCOMPILING)
   return()
 endif()
@@ -23,19 +36,27 @@ if(VELORA_TOOLS)
   find_path(VELORA_LCMS_INCLUDE lcms2.h)
   find_library(VELORA_LCMS_LIBRARY lcms2)
   find_path(VELORA_CLI11_INCLUDE CLI/CLI.hpp)
+  find_path(VELORA_ZOPFLI_INCLUDE zopfli/zopfli.h)
+  find_library(VELORA_ZOPFLI_LIBRARY zopfli)
+  find_package(Threads REQUIRED)
   find_package(nlohmann_json QUIET)
   find_package(PNG QUIET)
   find_package(TIFF QUIET)
-  mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE)
-  file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
+  mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE
+                   VELORA_ZOPFLI_INCLUDE VELORA_ZOPFLI_LIBRARY)
   if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND OR NOT TIFF_FOUND
-     OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND)
-    message(STATUS "No authoring and no tools: Little CMS, libpng, libtiff, CLI11 or nlohmann-json is "
-                   "missing (scripts/setup installs them)")
-  elseif(authoring)
-    add_library(velora_authoring STATIC ${authoring})
-    target_link_libraries(velora_authoring PUBLIC velora_static ${VELORA_LCMS_LIBRARY} PNG::PNG
-                                                  TIFF::TIFF)
+     OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND
+     OR NOT VELORA_ZOPFLI_INCLUDE OR NOT VELORA_ZOPFLI_LIBRARY)
+    message(STATUS "No authoring and no tools: Little CMS, libpng, libtiff, zopfli, CLI11 or "
+                   "nlohmann-json is missing (scripts/setup installs them)")
+  elseif(outside)
+    add_library(velora_authoring STATIC ${outside})
+    target_link_libraries(velora_authoring PUBLIC velora_packs ${VELORA_LCMS_LIBRARY}
+                                                  ${VELORA_ZOPFLI_LIBRARY} PNG::PNG TIFF::TIFF
+                                                  Threads::Threads)
+    # The searches are sums over planes: here the compiler shall use the processor's vectors.
+    set_source_files_properties(authoring/dct.cpp authoring/toner_search.cpp
+                                PROPERTIES COMPILE_OPTIONS -O3)
     set_target_properties(velora_authoring PROPERTIES ARCHIVE_OUTPUT_DIRECTORY
                                                       ${PROJECT_BINARY_DIR})
 
@@ -76,5 +97,19 @@ if(VELORA_BENCH AND NOT VELORA_SANITIZE)
       set_target_properties(bench_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
                                                                    ${PROJECT_BINARY_DIR}/bench)
     endforeach()
+  endif()
+
+  # The processes that bench/cold starts: C programs, each with the one library that it is about.
+  if(TARGET bench_cold)
+    foreach(name empty velora lcms)
+      add_executable(bench_cold_${name} ${PROJECT_SOURCE_DIR}/bench/cold/${name}.c)
+      set_target_properties(
+        bench_cold_${name} PROPERTIES OUTPUT_NAME ${name}
+                                      RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench/cold-programs)
+      target_link_libraries(bench_cold_${name} PRIVATE velora_settings)
+      add_dependencies(bench_cold bench_cold_${name})
+    endforeach()
+    target_link_libraries(bench_cold_velora PRIVATE velora)
+    target_link_libraries(bench_cold_lcms PRIVATE ${VELORA_LCMS_LIBRARY})
   endif()
 endif()

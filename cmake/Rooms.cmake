@@ -3,14 +3,25 @@
 #
 # The object world leaves frames by longjmp alone, so it is compiled without exceptions and without
 # unwind tables; scripts/check-unwinding holds it to that. RTTI stays on, dynamic_cast needs it.
+#
+# The object world is compiled for size, except for the runtime, which is small and part of every
+# step, and for the files below, in which an ink request spends its time. With -Os GCC makes one body
+# of the two forms of a constructor; the base form needs a virtual table for each base, so
+# -fno-declone-ctor-dtor keeps them apart.
+
+include(CheckLinkerFlag)
+
+set(VELORA_FAST
+    velora/wisp/core/CChannelMap.cpp velora/wisp/core/CColorMap.cpp velora/wisp/core/CNodes.cpp
+    velora/wisp/core/channel.cpp velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
 
 set(VELORA_ROOMS)
 set(VELORA_OBJECT_WORLD)
 
-# velora_room(NAME FOLDER [OBJECT_WORLD] [ONLY glob] [EXCEPT regex]): one object library of a
+# velora_room(NAME FOLDER [OBJECT_WORLD] [FAST] [ONLY glob] [EXCEPT regex]): one object library of a
 # folder's sources; no target while the folder has none.
 function(velora_room name folder)
-  cmake_parse_arguments(room "OBJECT_WORLD" "ONLY;EXCEPT" "" ${ARGN})
+  cmake_parse_arguments(room "OBJECT_WORLD;FAST" "ONLY;EXCEPT" "" ${ARGN})
   if(NOT room_ONLY)
     set(room_ONLY "*.cpp")
   endif()
@@ -25,14 +36,38 @@ function(velora_room name folder)
   target_link_libraries(${name} PRIVATE velora_settings)
   if(room_OBJECT_WORLD)
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
+    if(NOT VELORA_SANITIZE AND NOT room_FAST)
+      target_compile_options(${name} PRIVATE -Os ${VELORA_SIZE_OPTIONS})
+    endif()
     set(VELORA_OBJECT_WORLD ${VELORA_OBJECT_WORLD} ${name} PARENT_SCOPE)
   endif()
   set(VELORA_ROOMS ${VELORA_ROOMS} ${name} PARENT_SCOPE)
 endfunction()
 
-velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD)
+# With -Os GCC also copies by a string instruction on x86-64, which is slower than memcpy.
+set(VELORA_SIZE_OPTIONS)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  list(APPEND VELORA_SIZE_OPTIONS -fno-declone-ctor-dtor)
+  if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+    list(APPEND VELORA_SIZE_OPTIONS -mstringop-strategy=libcall)
+  endif()
+endif()
+
+if(NOT VELORA_SANITIZE)
+  set_source_files_properties(${VELORA_FAST} PROPERTIES COMPILE_OPTIONS -O2)
+endif()
+
+velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD FAST)
 velora_room(room_plinth_core plinth/core OBJECT_WORLD)
-velora_room(room_toolkit velora/frontend/toolkit)
+# The grid's transform: our own code, which is written for the vectoriser, or FFTW's.
+if(VELORA_FFTW_TRANSFORM)
+  set(other_transform "/grid_transform\\.cpp$")
+else()
+  set(other_transform "/grid_transform_fftw\\.cpp$")
+endif()
+velora_room(room_toolkit velora/frontend/toolkit EXCEPT ${other_transform})
+set_source_files_properties(velora/frontend/toolkit/grid_transform.cpp PROPERTIES COMPILE_OPTIONS
+                                                                                  -O3)
 velora_room(room_common velora/common OBJECT_WORLD)
 velora_room(room_fenn velora/fenn OBJECT_WORLD)
 velora_room(room_wisp velora/wisp OBJECT_WORLD)
@@ -48,12 +83,26 @@ if(NOT objects)
   return()
 endif()
 
-add_library(velora SHARED ${objects})
+# GCC puts the virtual table of a class and those of its bases under construction in one section
+# group, which the linker keeps or drops as a whole. Nothing refers to the latter; out of their
+# groups, the section garbage collection drops them.
+set(linked ${objects})
+if(NOT VELORA_SANITIZE)
+  set(linked ${PROJECT_BINARY_DIR}/velora.o)
+  add_custom_command(
+    OUTPUT ${linked}
+    COMMAND ${CMAKE_CXX_COMPILER} -r -nostdlib -Wl,--force-group-allocation -o ${linked} ${objects}
+    DEPENDS ${objects}
+    COMMAND_EXPAND_LISTS VERBATIM)
+endif()
+
+add_library(velora SHARED ${linked})
 target_link_libraries(velora PRIVATE $<BUILD_INTERFACE:velora_settings>
                                      $<BUILD_INTERFACE:velora_system>)
 target_include_directories(
   velora INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velora-1>)
 set_target_properties(
   velora
@@ -63,8 +112,19 @@ set_target_properties(
              LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
              # A path of the build machine has no place in the library.
              SKIP_BUILD_RPATH ON)
-if(NOT VELORA_SANITIZE)
-  target_link_options(velora PRIVATE -Wl,--no-undefined)
+# Stays mapped behind a dlclose, as libcrypto and others below it do: opening it again is cheap, and
+# what FFTW keeps for a process is kept once.
+target_link_options(velora PRIVATE -Wl,-z,nodelete)
+if(NOT VELORA_SANITIZE AND NOT VELORA_THREADS)
+  target_link_options(velora PRIVATE -Wl,--no-undefined -Wl,--gc-sections)
+  # The place of each virtual function's address, as a bit: 24 bytes each otherwise. GNU ld does it
+  # for x86-64 alone.
+  if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+    check_linker_flag(CXX -Wl,-z,pack-relative-relocs VELORA_PACKS_RELOCATIONS)
+    if(VELORA_PACKS_RELOCATIONS)
+      target_link_options(velora PRIVATE -Wl,-z,pack-relative-relocs)
+    endif()
+  endif()
 endif()
 
 add_library(velora_static STATIC ${objects})

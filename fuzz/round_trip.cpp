@@ -1,9 +1,14 @@
 // What was read, sorted and written is read again as the same, and written again as the same bytes.
-// The input names the changes to a sound pack's content.
+// The input names the changes to a sound pack's content, or the shape of a printer family, whose
+// print modes have to give their tables besides.
 #include <string.h>
 
+#include <stdexcept>
+
+#include "authoring/family.h"
 #include "fuzz/support/ink_call.h"
 #include "fuzz/support/model.h"
+#include "fuzz/support/packs.h"
 #include "fuzz/support/promise.h"
 #include "velora/fenn/api/IFactory.h"
 
@@ -121,17 +126,7 @@ struct Toner {
   fenn::_factory::IFactory* factory = nullptr;
 };
 
-}  // namespace fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  using namespace fuzz;
-  Input input(data, size);
-  Model model = input.Byte() % 2 == 0 ? SoundToner() : SoundInk();
-  Change(&model, &input);
-  const Bytes image = ImageOf(model);
-  if (image.empty()) {
-    return -1;
-  }
+void RoundTrip(bool ink, const Bytes& image) {
   const Toner toner;
 #define LIST(Name, List) fenn::I##Name::kListType,
   static constexpr int kTonerLists[] = {FENN_KINDS(LIST)};
@@ -139,10 +134,58 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 #define LIST(Name, List) ink::I##Name::kListType,
   static constexpr int kInkLists[] = {WISP_KINDS(LIST)};
 #undef LIST
-  if (model.ink) {
+  if (ink) {
     RoundTrip(toner.door, kInkLists, 8, image);
   } else {
     RoundTrip(toner.factory, kTonerLists, 10, image);
   }
+}
+
+// False where the shape does not fit into its packs.
+bool RoundTripFamily(Input* input) {
+  namespace authoring = velora::authoring;
+  authoring::FamilyShape shape;
+  const bool ink = input->Byte() % 2 == 1;
+  shape.pipeline = ink ? authoring::Pipeline::kInk : authoring::Pipeline::kToner;
+  shape.modes = 1 + input->Below(24);
+  shape.platforms = 1 + input->Below(13);
+  shape.variants = 1 + input->Below(6);
+  shape.condition = 1 + input->Below(400);
+  shape.bases = 4 + input->Below(21);
+  shape.links = input->Below(4);
+  shape.own_parts = input->Below(100);
+  shape.decoys = input->Below(100);
+  shape.packs = 1 + input->Below(6);
+  shape.shares = input->Byte() % 2 == 0;
+  shape.seed = static_cast<unsigned>(input->Short());
+  try {
+    const authoring::Family family(shape);
+    for (const Bytes& file : family.files()) {
+      RoundTrip(ink, ImageOf(file, ink));
+    }
+    const std::string answer = family.AskSome(2);
+    Expect(answer.empty(), answer.c_str());
+  } catch (const std::runtime_error&) {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace fuzz;
+  Input input(data, size);
+  const int what = input.Byte();
+  if (what >= 0x40 && what < 0x80) {
+    return RoundTripFamily(&input) ? 0 : -1;
+  }
+  Model model = what % 2 == 0 ? SoundToner() : SoundInk();
+  Change(&model, &input);
+  const Bytes image = ImageOf(model);
+  if (image.empty()) {
+    return -1;
+  }
+  RoundTrip(model.ink, image);
   return 0;
 }

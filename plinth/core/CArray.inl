@@ -10,17 +10,6 @@
 namespace plinth::v1::core {
 
 template <class Configuration, class T>
-CArrayBody<Configuration, T>::CArrayBody()
-    : CSerializeable(kType), count(0), elements(nullptr), owned(false) {}
-
-template <class Configuration, class T>
-CArrayBody<Configuration, T>::~CArrayBody() {
-  if (owned) {
-    Delete_Elements(count, elements);
-  }
-}
-
-template <class Configuration, class T>
 auto CArrayBody<Configuration, T>::NewBlock(int count) -> Element* {
   return new (api::Slots<Configuration>().platform, true, true) Element[static_cast<size_t>(count)];
 }
@@ -69,15 +58,12 @@ void CArrayBody<Configuration, T>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
-// The Init forms need no frame: they make the object valid last, and what it holds by then is its
-// own.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::InitBlank(int type, int newCount) {
+  BeginInit();
   if (newCount < 0) {
-    Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  BeginInit();
   if (newCount > 0) {
     elements = NewBlock(newCount);
     count = newCount;
@@ -96,12 +82,11 @@ void CArrayBody<Configuration, T>::InitBlock(int type, int newCount, Element* bl
       sound = block[i] != nullptr;
     }
   }
+  owned = owned && (sound || refCount > 1);
+  BeginInit();
   if (!sound) {
-    owned = false;
-    Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  BeginInit();
   serializeableType = type;
   count = newCount;
   elements = block;
@@ -129,23 +114,20 @@ void CArrayBody<Configuration, T>::Init(Interface* other) {
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(int type, api::ISerializer* serializer, void* context) {
-  BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  const int stored = serializer->Deserialize_uint28();
-  if (stored < 0) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  if (stored > 0) {
-    CheckStoredCount(serializer, stored);
-    elements = NewBlock(stored);
-    count = stored;
-    owned = true;
-    ReadElements(serializer, context);
-  }
-  serializeableType = type;
-  valid = true;
+  this->InitFrom(serializer, [&] {
+    const int stored = serializer->Deserialize_uint28();
+    if (stored < 0) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (stored > 0) {
+      CheckStoredCount(serializer, stored);
+      elements = NewBlock(stored);
+      count = stored;
+      owned = true;
+      ReadElements(serializer, context);
+    }
+    serializeableType = type;
+  });
 }
 
 // A count that no image of this size can hold ends before the allocation in what the reading of
@@ -154,7 +136,9 @@ template <class Configuration, class T>
 void CArrayBody<Configuration, T>::CheckStoredCount(api::ISerializer* serializer,
                                                     int stored) const {
   if constexpr (kScalar) {
-    if (stored > serializer->GetImageCount_Bytes()) {
+    // Integers are read round and round, so their image proves nothing about their count.
+    constexpr int kMost = sizeof(T) == 1 ? 0 : kMostIntegers;
+    if (stored > kMost && stored > serializer->GetImageCount_Bytes()) {
       PLINTH_RAISE(CException_This_Invalid);
     }
   } else {
@@ -311,6 +295,9 @@ bool CArrayBody<Configuration, T>::IsEqualTo(api::ISerializeable* other) const {
   if (right->count != count) {
     return false;
   }
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    return count == 0 || memcmp(elements, right->elements, static_cast<size_t>(count)) == 0;
+  }
   for (int i = 0; i < count; ++i) {
     if constexpr (kScalar) {
       if (elements[i] != right->elements[i]) {
@@ -333,6 +320,9 @@ bool CArrayBody<Configuration, T>::IsLessThan(api::ISerializeable* other) const 
   const auto* right = static_cast<const CArrayBody*>(Comparable(other));
   if (right->count != count) {
     return count < right->count;
+  }
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    return count > 0 && memcmp(elements, right->elements, static_cast<size_t>(count)) < 0;
   }
   for (int i = 0; i < count; ++i) {
     if constexpr (kScalar) {
@@ -394,11 +384,17 @@ Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
   return made;
 }
 
-// An exchange sort, or for many elements its result: callers see which of two equals survives, and
-// where equals end. A deduplicating sort that meets equals ends in a raise, after it has dropped
-// them: the array is rebuilt at its full count or not at all.
 template <class Configuration, class T, class CT>
 void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
+  SortBy(deduplicate, Plain());
+}
+
+// An exchange sort, or for many elements its result, order and raise alike. A deduplicating sort
+// that meets equals ends in a raise, after it has dropped them: the array is rebuilt at its full
+// count or not at all.
+template <class Configuration, class T, class CT>
+template <class Order>
+void CArray<Configuration, T, CT, false>::SortBy(bool deduplicate, const Order& order) {
   this->CheckThis();
   if (count < 1) {
     return;
@@ -408,10 +404,8 @@ void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
       elements[i]->Sort(deduplicate);
     }
   }
-  if (count <= kFew) {
-    SortFew(deduplicate);
-  } else {
-    SortMany(deduplicate);
+  if (!deduplicate || count <= kFew || !SortMany(order)) {
+    Exchange(deduplicate, order);
   }
   for (int i = 0; i < count; ++i) {
     if (deduplicate && elements[i] == nullptr) {
@@ -424,17 +418,18 @@ void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
 }
 
 template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::SortFew(bool deduplicate) {
+template <class Order>
+void CArray<Configuration, T, CT, false>::Exchange(bool deduplicate, const Order& order) {
   for (int i = 0; i < count; ++i) {
     for (int j = i + 1; j < count; ++j) {
       if (elements[j] == nullptr) {
         continue;
       }
-      if (elements[i] == nullptr || elements[j]->IsLessThan(elements[i])) {
+      if (elements[i] == nullptr || order.IsLess(elements[j], elements[i])) {
         T* moved = elements[i];
         elements[i] = elements[j];
         elements[j] = moved;
-      } else if (deduplicate && elements[j]->IsEqualTo(elements[i])) {
+      } else if (deduplicate && order.IsEqual(elements[j], elements[i])) {
         elements[j]->Destroy();
         elements[j] = nullptr;
       }
@@ -442,31 +437,62 @@ void CArray<Configuration, T, CT, false>::SortFew(bool deduplicate) {
   }
 }
 
+// Whether it has sorted the elements for a deduplicating sort, in n log n comparisons.
+//
+// Where it finds them strictly ascending, each less than the next, all pairs compare without a
+// raise: objects compare part by part, so a pair that cannot be compared agrees in all before the
+// part where it raises, and so does everything between the two. One step from one kind of part to
+// the other is then among the neighbours that were asked. Anything else an exchange sort decides on
+// the elements as they were, since which pairs it compares shows; more than it can take in time are
+// sorted here, and end in the raise if a comparison raises.
 template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::SortMany(bool deduplicate) {
-  int* volatile room = nullptr;
-  PLINTH_FRAME(Configuration) {
-    room = new (api::Slots<Configuration>().platform, false,
-                true) int[static_cast<size_t>(OrderingRoom(count))];
-    const PlaceOrder order = {&IsPlaceLess, elements};
-    OrderStably(order, count, room);
-    if (!deduplicate) {
-      TurnEquals(order, count, room);
+template <class Order>
+bool CArray<Configuration, T, CT, false>::SortMany(const Order& order) {
+  struct Asked {
+    const Order* order;
+    T* const* elements;
+    static bool IsLess(const void* asked, int a, int b) {  // gaps go to the end
+      const auto* self = static_cast<const Asked*>(asked);
+      T* later = self->elements[a];
+      T* earlier = self->elements[b];
+      return later != nullptr && (earlier == nullptr || self->order->IsLess(later, earlier));
     }
-    Reorder(room);
-    if (deduplicate) {
-      DropEquals();
+  };
+  const bool few = count <= kExchanged;
+  volatile bool sorted = false;
+  int* const room = new (api::Slots<Configuration>().platform, false,
+                         true) int[static_cast<size_t>(OrderingRoom(count))];
+  PLINTH_FRAME(Configuration) {
+    const Asked asked = {&order, elements};
+    OrderStably({&Asked::IsLess, &asked}, count, room);
+    const bool ascends = Ascends(order, room);
+    if (ascends || !few) {
+      Reorder(room);
+      sorted = true;
+      if (!ascends) {
+        DropEquals(order);
+      }
+    }
+  }
+  PLINTH_CATCH {
+    if (!few || frame.exception->code == CException_Memory_AllocationFailed::kCode) {
+      PLINTH_RETHROW;
     }
   }
   PLINTH_TAIL { operator delete[](room, api::Slots<Configuration>().platform, false, false); }
   PLINTH_END
+  return sorted;
 }
 
-// Gaps go to the end.
 template <class Configuration, class T, class CT>
-bool CArray<Configuration, T, CT, false>::IsPlaceLess(const void* block, int a, int b) {
-  auto* of = static_cast<T* const*>(block);
-  return of[a] != nullptr && (of[b] == nullptr || of[a]->IsLessThan(of[b]));
+template <class Order>
+bool CArray<Configuration, T, CT, false>::Ascends(const Order& order, const int* places) const {
+  for (int i = 1; i < count && elements[places[i]] != nullptr; ++i) {
+    if (!order.IsLess(elements[places[i - 1]], elements[places[i]])) {
+      return false;
+    }
+  }
+  return true;
 }
 
 // The element at places[i] goes to place i, ring by ring; uses the places up.
@@ -488,12 +514,13 @@ void CArray<Configuration, T, CT, false>::Reorder(int* places) {
 
 // Of equal neighbours the first stays; the gaps go to the end.
 template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::DropEquals() {
+template <class Order>
+void CArray<Configuration, T, CT, false>::DropEquals(const Order& order) {
   int kept = 0;
   for (int i = 0; i < count && elements[i] != nullptr; ++i) {
     T* element = elements[i];
-    const bool equal = kept > 0 && !elements[kept - 1]->IsLessThan(element) &&
-                       element->IsEqualTo(elements[kept - 1]);
+    const bool equal = kept > 0 && !order.IsLess(elements[kept - 1], element) &&
+                       order.IsEqual(element, elements[kept - 1]);
     elements[i] = nullptr;
     if (equal) {
       element->Destroy();

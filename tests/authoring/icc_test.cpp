@@ -3,13 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <stdexcept>
 
+#include "authoring/dct.h"
 #include "authoring/picture.h"
+#include "authoring/table_call.h"
+#include "authoring/table_error.h"
+#include "tests/support/fftw_grid.h"
 
 namespace velora::authoring {
 namespace {
@@ -59,6 +64,34 @@ TEST_F(Icc, AxesAreRedGreenBlueAndPlanesAreCyanMagentaYellowBlack) {
   }
 }
 
+// Each table as the difference from each other one, in steps of 1 to 9.
+TEST_F(Icc, PlanesAreTransformedToTheBitsOfFftw) {
+  const QuietErrors quiet;
+  const std::vector<SampledTable> tables = SampleTables(profiles_, 20);
+  ASSERT_EQ(tables.size(), 20u);
+  int planes = 0, different = 0;
+  for (const SampledTable& table : tables) {
+    for (const SampledTable& reference : tables) {
+      if (&table == &reference) continue;
+      for (int channel = 0; channel < kChannels; ++channel, ++planes) {
+        std::vector<double> difference(kPlaneSize);
+        for (int i = 0; i < kPlaneSize; ++i) {
+          const int at = channel * kPlaneSize + i;
+          difference[i] = table.bytes[at] - reference.bytes[at];
+        }
+        const int step = 1 + planes % 9;
+        std::vector<int> coefficients;
+        for (const double value : ForwardDct3D(difference)) {
+          coefficients.push_back(step * static_cast<int>(std::lround(value / step)));
+        }
+        different += velora_test::HasBitsOfFftw(coefficients) ? 0 : 1;
+      }
+    }
+  }
+  EXPECT_EQ(planes, 1520);
+  EXPECT_EQ(different, 0);
+}
+
 TEST_F(Icc, CurvesRunFromFullTonerToNone) {
   const std::vector<SampledCurve> curves = SampleCurves(profiles_, 2);
   ASSERT_EQ(curves.size(), 2u);
@@ -72,15 +105,20 @@ TEST_F(Icc, CurvesRunFromFullTonerToNone) {
 
 TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
   const SampledTable sampled = SampleTables(profiles_, 1)[0];
-  const LabMeter meter(sampled.output);
-  EXPECT_EQ(meter.Compare(sampled.bytes, sampled.bytes).largest, 0);
+  const TableMeter meter(sampled.bytes, std::make_shared<LabMeter>(sampled.output));
+  EXPECT_EQ(meter.Measure(sampled.bytes).cie76.largest, 0);
   // Full black on one point of white paper: nearly the whole length of L*.
   Bytes marked = sampled.bytes;
   marked[kTableSize - 1] = 255;
-  const ColorDifference difference = meter.Compare(sampled.bytes, marked);
-  EXPECT_GT(difference.largest, 60);
-  EXPECT_LE(difference.largest, 101);
-  EXPECT_NEAR(difference.mean, difference.largest / kPlaneSize, 1e-9);
+  const TableErrors errors = meter.Measure(marked);
+  for (const ErrorFigures& seen : {errors.cie76, errors.cie2000}) {
+    EXPECT_GT(seen.largest, 60);
+    EXPECT_LE(seen.largest, 101);
+    EXPECT_NEAR(seen.mean, seen.largest / kPlaneSize, 1e-9);
+    EXPECT_EQ(seen.p99, 0);
+  }
+  EXPECT_EQ(errors.largest_ink[3], 255);
+  EXPECT_EQ(errors.ink_sum, 255);
 
   const RgbView view(sampled.output);
   EXPECT_GT(view.Show(sampled.bytes).back(), 240);

@@ -47,6 +47,12 @@ TEST_F(Tool, AuthorsRebuildsAndShowsToner) {
   for (const Row& row : rows) Expect(row, 0);
   EXPECT_EQ(Read("rebuilt.bin"), wanted);
   EXPECT_EQ(Read("all-rgb-theme6-media3-axis1.bin"), table);
+  // Other widths beside those of the printers; and the printers' own.
+  Write("finer.json", R"({"platform": 3, "gray_reference": "reference-gray.bin",
+      "curves": [{"file": "gray.bin", "theme_type": 4}], "settings": {"scalar": 1}})");
+  Expect({"author finer.json -o kept --keep out", "black.velcase"}, 0);
+  Expect({"rebuild kept/gray-theme4-media0-axis2.json --compare --quiet", ", equal"}, 0);
+  Expect({"author finer.json -o out", "--keep out makes packs that they read"}, 0);
   Expect({"rebuild " + curve + " --quiet --expected reference-gray.bin", "bytes differ"}, 1);
 }
 

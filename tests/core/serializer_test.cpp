@@ -137,6 +137,32 @@ TEST_F(SerializerTest, StartAndEndMustMatch) {
   EXPECT_EQ(ImageOf(writer.get()), "70 01 01 01 01 80 00 20 01 05 00 80 00");
 }
 
+// Open entries of which the outer one, outside all others, is a copy of a nested one; and more
+// references than entries.
+TEST_F(SerializerTest, AnImageThatCannotBeMadeIsRefusedAgainUntilInit) {
+  const struct {
+    int code;
+    std::vector<int> steps;  // a type to start, or less than 0 to end
+  } rows[] = {{1, {112, 113, 32, -32, -113, -112, 113, 32}},
+              {3000, {112, 32, -32, 32, -32, 32, -32, 32, -32, -112}}};
+  for (const auto& row : rows) {
+    Held<ISerializer> writer = Writer();
+    for (const int step : row.steps) {
+      step > 0 ? writer->Serialization_Start(step) : writer->Serialization_End(-step);
+    }
+    const auto take = [&] { return CodeOf([&] { writer->GetSerializedSize(); }); };
+    EXPECT_EQ(take(), row.code);
+    EXPECT_EQ(CodeOf([&] { writer->Serialization_End(32); }), 4000);
+    EXPECT_EQ(CodeOf([&] { writer->Serialization_Start(32); }), 4000);
+    EXPECT_EQ(CodeOf([&] { writer->Serialize_uint8(1); }), 4000);
+    EXPECT_EQ(take(), 4000);
+    writer->Init(helper.get(), Endianness::Reversed);
+    writer->Serialization_Start(32);
+    writer->Serialization_End(32);
+    EXPECT_EQ(ImageOf(writer.get()), "20 00 00 80 00");
+  }
+}
+
 TEST_F(SerializerTest, States) {
   using Step = void (*)(ISerializer*);
   const Step none = [](auto*) {};

@@ -1,6 +1,8 @@
 // An ink job as JSON: its tables, and the calls that come of it.
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
+#include "tools/velora/goal_json.h"
+#include "tools/velora/progress.h"
 
 namespace velora::tools {
 namespace {
@@ -11,6 +13,7 @@ constexpr char kPackName[] = "printer.velcase";
 // Names of the kinds of records, in files and keys.
 constexpr const char* kKinds[] = {"color", "gray", "neutral"};
 
+// Curves, or neutrals.
 std::vector<InkTable> ReadTables(JsonObject* job, const char* key, const Numbers& sizes) {
   std::vector<InkTable> tables;
   for (JsonObject& table : job->Objects(key)) {
@@ -23,6 +26,8 @@ std::vector<InkTable> ReadTables(JsonObject* job, const char* key, const Numbers
 }  // namespace
 
 InkJob ReadInkJob(JsonObject json) {
+  Profiles profiles;
+  const auto lab = profiles.Read(&json);
   InkJob job;
   const Printer printer = ReadPrinter(&json, Pipeline::kInk);
   job.platform = printer.platform;
@@ -43,9 +48,21 @@ InkJob ReadInkJob(JsonObject json) {
     used.drop_volume_offset = ink->Number("drop_volume_offset", volumes, used.drop_volume_offset);
     ink->Finish();
   }
-  job.tables = ReadTables(&json, "tables", Numbers::Exactly(kTableSize));
+  for (JsonObject& table : json.Objects("tables")) {
+    job.tables.push_back({ReadInkMode(&table, true),
+                          table.File("file", Numbers::Exactly(kTableSize), "", true),
+                          ReadTableGoal(&table), profiles.Read(&table, lab)});
+    table.Finish();
+  }
   job.curves = ReadTables(&json, "curves", Numbers::Exactly(kGridPoints).Or(kCurveSize));
   job.neutrals = ReadTables(&json, "neutrals", Numbers::Exactly(kChannels * kGridPoints));
+  const JobGoal goal = ReadGoal(&json);
+  const bool has_settings = json.Has("form") || json.Has("level") || json.Has("range");
+  if (goal.goal && has_settings) {
+    json.Refuse("goal", "a job has \"goal\", or \"form\", \"level\" and \"range\"");
+  }
+  if (!has_settings) job.goal = goal.goal.value_or(Goal());
+  job.budget = goal.budget;
   json.Finish();
   return job;
 }
@@ -84,23 +101,44 @@ std::string WriteCall(const InkAnswer& answer, const InkCaller& caller, const Pa
   return name + ".json";
 }
 
+InkProduct Author(InkJob job, const AuthorOptions& options) {
+  ProgressBar bar;
+  job.search = bar.Options(options.effort);
+  return AuthorInk(job);
+}
+
 }  // namespace
 
-Authored AuthorInkJob(JsonObject json, const Path& folder) {
-  const InkProduct product = AuthorInk(ReadInkJob(std::move(json)));
+Authored AuthorInkJob(JsonObject json, const Path& folder, const AuthorOptions& options) {
+  const InkProduct product = Author(ReadInkJob(std::move(json)), options);
   Authored authored;
   authored.packs.push_back({{"file", authored.Put(folder, kPackName, product.file())},
                             {"bytes", product.file().size()},
                             {"components", product.pack.components.size()}});
-  for (const InkAnswer& answer : product.answers) {
+  for (std::size_t i = 0; i < product.answers.size(); ++i) {
+    const InkAnswer& answer = product.answers[i];
     authored.calls.push_back(
         {{"file", WriteCall(answer, product.caller, folder, &authored)},
          {"print_mode", std::string(kKinds[static_cast<int>(answer.request.kind)]) + ", " +
                             ModeText(answer.request.mode)},
          {"pack_bytes", answer.pack_bytes},
          {"bytes", answer.expected.size()}});
+    if (i < product.errors.size()) authored.AddErrors(product.errors[i]);
   }
+  authored.FinishErrors();
   return authored;
+}
+
+std::vector<PlanPoint> PlanInkJob(JsonObject json, const AuthorOptions& options) {
+  InkJob job = ReadInkJob(std::move(json));
+  job.budget = 0;
+  std::vector<PlanPoint> points;
+  for (const Goal& goal : PlanGoals()) {
+    job.goal = goal;
+    const InkProduct product = Author(job, options);
+    points.push_back({goal, static_cast<long>(product.file().size()), Worst(product.errors)});
+  }
+  return points;
 }
 
 }  // namespace velora::tools

@@ -4,6 +4,9 @@
 // and as authoring does.
 #pragma once
 
+#include <vector>
+
+#include "authoring/goal.h"
 #include "authoring/ink_job.h"
 #include "authoring/toner_job.h"
 #include "tools/velora/json_file.h"
@@ -15,20 +18,44 @@ namespace velora::tools {
 struct Authored {
   Json packs = Json::array();
   Json calls = Json::array();
+  Json errors;  // the worst of all tables; null where nothing was measured
   Outputs files;
 
   // Adds a file below the folder, unless it is empty, and gives its name.
   std::string Put(const Path& folder, const std::string& name, const Bytes& bytes);
+  // Of the last call.
+  void AddErrors(const authoring::TableErrors& errors);
+  void FinishErrors();
+  const std::vector<authoring::TableErrors>& measured() const { return measured_; }
+
+ private:
+  std::vector<authoring::TableErrors> measured_;
 };
+
+struct AuthorOptions {
+  Path keep;       // the folder of an earlier authoring whose printers are in the field; or none
+  int effort = 1;  // of searches
+};
+
+// What goals would come to, without writing anything: bytes of the packs against errors.
+struct PlanPoint {
+  authoring::Goal goal;
+  long bytes;
+  authoring::TableErrors errors;  // the worst of all tables
+};
+// The goals that a plan tries: no loss, and mean errors from 0.125 to 2.
+std::vector<authoring::Goal> PlanGoals();
 
 // Reads the keys that both pipelines share, "job" and "pipeline"; true for an ink job. The other
 // keys are for one of the functions below.
 bool IsInkJob(JsonObject* job);
 
-authoring::TonerJob ReadTonerJob(JsonObject job);
+authoring::TonerJob ReadTonerJob(JsonObject job, const Path& keep = {});
 authoring::InkJob ReadInkJob(JsonObject job);
-Authored AuthorTonerJob(JsonObject job, const Path& folder);
-Authored AuthorInkJob(JsonObject job, const Path& folder);
+Authored AuthorTonerJob(JsonObject job, const Path& folder, const AuthorOptions& options);
+Authored AuthorInkJob(JsonObject job, const Path& folder, const AuthorOptions& options);
+std::vector<PlanPoint> PlanTonerJob(JsonObject job, const AuthorOptions& options);
+std::vector<PlanPoint> PlanInkJob(JsonObject job, const AuthorOptions& options);
 
 // A commented job for the profiles of this machine, and the tables that it names, `tables` and the
 // printer's reference.

@@ -1,9 +1,10 @@
 #include "tools/velora/call_json.h"
 
 #include "authoring/pack.h"
-#include "velora/common/Vocabulary.h"
+#include "velora/fenn/api/Vocabulary.h"
 #include "velora/velora.h"
 #include "velora/wisp/api/IVeltune.h"
+#include "velora/wisp/api/Vocabulary.h"
 
 namespace velora::tools {
 namespace {

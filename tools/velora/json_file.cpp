@@ -192,6 +192,10 @@ JsonObject::JsonObject(const JsonFile& file, const Json& json, std::string point
 
 bool JsonObject::Has(const std::string& key) const { return json_->contains(key); }
 
+bool JsonObject::IsText(const std::string& key) const {
+  return Has(key) && (*json_)[key].is_string();
+}
+
 int JsonObject::LineOf(const std::string& key) const {
   const int line = file_->LineOf(pointer_ + '/' + Escaped(key));
   return line > 0 ? line : file_->LineOf(pointer_);

@@ -37,6 +37,7 @@ class JsonObject {
   explicit JsonObject(const JsonFile& file);
 
   bool Has(const std::string& key) const;
+  bool IsText(const std::string& key) const;
   int LineOf(const std::string& key) const;
 
   // Without `absent` the key is needed.

@@ -238,6 +238,7 @@ class Builder {
     job.rgb_tables.clear();
     job.curves.clear();
     job.blobs.clear();
+    job.budget = 0;
     for (TonerTable& table : job.tables) table.corrected.clear();
     for (const int scalar : {2, 4, 8, 16, 32}) {
       EncoderSettings settings;
@@ -256,6 +257,8 @@ class Builder {
   void AddInkCurves(InkJob job) {
     job.curves.clear();
     job.neutrals.clear();
+    job.goal.reset();
+    job.budget = 0;
     for (const int level : {0, 1, 2, 3, 4, 5, 6}) {
       job.settings.level = level;
       const InkProduct product = AuthorInk(job);

@@ -17,6 +17,7 @@ class IArray;
 template <class T>
 class IArray<T, true> : public virtual ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IArray);
   using Element = T;
   using ISerializeable::Init;
   virtual void Init(int count) = 0;  // zero-filled
@@ -40,6 +41,7 @@ class IArray<T, true> : public virtual ISerializeable {
 template <class T>
 class IArray<T, false> : public virtual ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IArray);
   using Element = T*;
   using ISerializeable::Init;
   virtual void Init(int type, int count) = 0;  // all elements null

@@ -27,10 +27,10 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     void Serialize_Array_uint28(int arraySize, int* array, int offset, int count);
 
     Dictionary* dictionary;
-    Counted<api::IArray_uint8> data;
-    Counted<IList_Entry> references;  // the entries that this one holds, in writing order
-    int holderCount;                  // the entries that hold this one
-    unsigned int hash;                // of the content, once that is complete
+    CountedInRecord<api::IArray_uint8> data;
+    CountedInRecord<IList_Entry> references;  // the entries that this one holds, in writing order
+    int holderCount;                          // the entries that hold this one
+    unsigned int hash;                        // of the content, once that is complete
 
    private:
     void Append(const unsigned char* bytes, int count);
@@ -56,9 +56,9 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     api::ISerializeable* object;  // made from this entry, a counted reference; null before
     union {
       Deduplicated* outer;  // under construction: the next object around this one
-      long long reached;    // standing: objects from this one down, shared ones each time
+      Entry* wrapper;       // read: the first entry that was read around this one alone, or null
     };
-    int height;  // standing: levels of objects from this one down
+    int height;  // read: levels of objects from this one down
     int dataLength;
     int cursor;
     int referenceCount;

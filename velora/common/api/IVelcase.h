@@ -17,6 +17,7 @@ using plinth::v1::api::ISerializerHelper;
 template <class Configuration>
 class IVelcase : public virtual ISerializer {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVelcase);
   using Pack = typename Vocabulary<Configuration>::IVelcase;
   using ETargetEndianness = ISerializer::ETargetEndianness;
 

@@ -15,8 +15,8 @@ class CValue : public Base, public virtual Interface {
   using Copied = typename Interface::Copied;
   static constexpr int kSerializeableType = kType;
 
-  CValue();
-  ~CValue() override;
+  [[gnu::always_inline]] CValue() : Base(kType), value(0) {}
+  PLINTH_INLINE_DESTRUCTION(CValue);
   using Base::Init;
   void Init() override;
   void Init(Enum newValue) override;

@@ -8,6 +8,9 @@
 
 namespace velora::common::core {
 
+// What decides between two components that fit, in this order.
+enum class Preference { kNone, kVersion, kSpecificity, kTags, kProperties, kOrder };
+
 template <class Configuration>
 class LookupObserver {
  public:
@@ -23,6 +26,11 @@ class LookupObserver {
 
   // Ahead of a search. What it raises ends the request.
   virtual void OnSought(Component* key, const Candidates& candidates, Parameters* parameters) = 0;
+  // The verdicts of the search, as it comes to them: on a component's condition, on its tags and
+  // properties (the latter only where the tags fit), and on two that fit.
+  virtual void OnCondition(Component* candidate, bool holds) = 0;
+  virtual void OnFilters(Component* candidate, bool tags, bool properties) = 0;
+  virtual void OnPreferred(Component* candidate, Component* other, Preference by) = 0;
   // Behind a search that found something; one that raises has none.
   virtual void OnFound(Component* found) = 0;
 

@@ -49,6 +49,9 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   static api::ITags* BuildTags_ForLocator(api::IPrintModeParameters* parameters);
   static api::IProperties* BuildProperties_ForLocator(api::IPrintModeParameters* parameters);
 
+ protected:
+  void CheckMembers() const;
+
  private:
   // Finds the component of a class that fits the print mode and has it build its data, for the
   // caller to own.

@@ -31,8 +31,8 @@ class VELORA_API DifferenceColor {
  private:
   struct Work;
 
-  int Build(Work* work);
-  int ReadResidue(Work* work, int index);
-  int ReadTransform(Work* work, int index);
-  int Combine(Work* work, int index);
+  VELORA_HIDDEN int Build(Work* work);
+  VELORA_HIDDEN int ReadResidue(Work* work, int index);
+  VELORA_HIDDEN int ReadTransform(Work* work, int index);
+  VELORA_HIDDEN int Combine(Work* work, int index);
 };

@@ -29,5 +29,5 @@ class VELORA_API DifferenceMono {
   CT_PROCESSING* pCT;
 
  private:
-  int Build();
+  VELORA_HIDDEN int Build();
 };

@@ -1,9 +1,7 @@
 #include "velora/frontend/toolkit/transform.h"
 
-#include <fftw3.h>
-
-#include <cstdlib>
-
+#include "velora/frontend/toolkit/fftw_plan.h"
+#include "velora/frontend/toolkit/grid_transform.h"
 #include "velora/frontend/toolkit/memory.h"
 
 namespace Ctr {
@@ -11,33 +9,7 @@ namespace Ctr {
 namespace {
 
 constexpr int kCurve = 256;
-constexpr int kSide = 17;
-constexpr int kGrid = kSide * kSide * kSide;
 constexpr float kRootOf2 = 1.4142135f;
-
-// An estimated plan leaves the arrays alone and is the same in every process; one for unaligned
-// arrays does not depend on their addresses either. Measured plans differ in a result's last bits,
-// which a correction's key would notice.
-constexpr unsigned int kPlanFlags = FFTW_ESTIMATE | FFTW_UNALIGNED;
-
-// FFTW ends the process when it finds no memory, and its allocations cannot be replaced. So a plan
-// is asked for only while there is room for more than it takes: about 180 KiB the first time in a
-// process, in up to three steps of the heap, nearly all of which FFTW keeps; 17 KiB from then on.
-bool HasRoomForPlan() {
-  static std::size_t room = 512 << 10;
-  void* volatile block = std::malloc(room);
-  if (block == nullptr) return false;
-  std::free(block);
-  room = 32 << 10;
-  return true;
-}
-
-bool ExecuteAndDestroy(fftwf_plan plan) {
-  if (plan == nullptr) return false;
-  fftwf_execute(plan);
-  fftwf_destroy_plan(plan);
-  return true;
-}
 
 }  // namespace
 
@@ -57,23 +29,19 @@ bool InverseDct1D(int* in, float* out) {
 
 bool InverseDct3D(int* in, float* out) {
   if (in == nullptr || out == nullptr) return false;
-  float* array = static_cast<float*>(AllocMem(kGrid * sizeof(float)));
+  float* array = static_cast<float*>(AllocMem(kGridPoints * sizeof(float)));
   if (array == nullptr) return false;
-  for (int i = 0; i < kGrid; ++i) array[i] = static_cast<float>(in[i]) * 198.25235f;  // sqrt(34)^3
-  for (int i = 0; i < kSide * kSide; ++i) {
-    array[i] *= kRootOf2;                                      // a = 0
-    array[i / kSide * kSide * kSide + i % kSide] *= kRootOf2;  // b = 0
-    array[i * kSide] *= kRootOf2;                              // c = 0
+  for (int i = 0; i < kGridPoints; ++i) {
+    array[i] = static_cast<float>(in[i]) * 198.25235f;  // sqrt(34)^3
   }
-  float* result = static_cast<float*>(AllocMem(kGrid * sizeof(float)));
-  bool done = false;
-  if (result != nullptr && HasRoomForPlan()) {
-    done = ExecuteAndDestroy(fftwf_plan_r2r_3d(kSide, kSide, kSide, array, result, FFTW_REDFT01,
-                                               FFTW_REDFT01, FFTW_REDFT01, kPlanFlags));
-    if (done) {
-      for (int i = 0; i < kGrid; ++i) out[i] = result[i] / 39304.0f;  // 34^3
-    }
+  for (int i = 0; i < kGridSide * kGridSide; ++i) {
+    array[i] *= kRootOf2;                                                      // a = 0
+    array[i / kGridSide * kGridSide * kGridSide + i % kGridSide] *= kRootOf2;  // b = 0
+    array[i * kGridSide] *= kRootOf2;                                          // c = 0
   }
+  float* result = static_cast<float*>(AllocMem(kGridPoints * sizeof(float)));
+  const bool done = result != nullptr && TransformGrid(array, result);
+  for (int i = 0; done && i < kGridPoints; ++i) out[i] = result[i] / 39304.0f;  // 34^3
   DeallocMem(array);
   DeallocMem(result);
   return done;

@@ -69,6 +69,9 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   void Reset() override;
   void Delete() override;
 
+ protected:
+  void CheckMembers() const;
+
  private:
   api::IPrintModeMapping* GetPrintModeMapping() const;
   static api::IPrintModeParameters* Init_BuildPrintModeParameters(

@@ -15,7 +15,8 @@ class IHandler_Debug : public virtual IHandler {
  public:
   using IHandler::Init;
 
-  ~IHandler_Debug() override;
+  [[gnu::always_inline]] IHandler_Debug() = default;
+  [[gnu::always_inline]] ~IHandler_Debug() override = default;
   // False, and the handler stays blank, for a null file handler.
   virtual bool Init(IHandler_File* fileHandler) = 0;
   // Prints to standard output, without a newline of its own. A null format prints nothing.

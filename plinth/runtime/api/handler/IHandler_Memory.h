@@ -13,7 +13,8 @@ class IHandler_Memory : public virtual IHandler {
  public:
   using IHandler::Init;
 
-  ~IHandler_Memory() override;
+  [[gnu::always_inline]] IHandler_Memory() = default;
+  [[gnu::always_inline]] ~IHandler_Memory() override = default;
   // False, and the handler stays blank, for a null debug handler.
   virtual bool Init(IHandler_Debug* debugHandler) = 0;
   // Zero-filled memory of `size` bytes. Raises `CException_Parameter_Invalid` for a size below 1,
