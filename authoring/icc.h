@@ -43,8 +43,10 @@ struct SampledTable {
   std::string digest;
 };
 
-// 17 points an axis, 8 bits: 19652 bytes, see table.h.
-Bytes SampleTable(const Profile& source, const Profile& output, Intent intent);
+// 17 points an axis, 8 bits: 19652 bytes, or 14739 where the output is an RGB profile; see table.h.
+// `black_point`: with black point compensation.
+Bytes SampleTable(const Profile& source, const Profile& output, Intent intent,
+                  bool black_point = false);
 
 // Up to `limit` tables with different digests. The first is from the first source and the first
 // output, relative colorimetric: the one to take as the printer's reference. Then sources, intents

@@ -6,6 +6,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/ink_curve.h"
 #include "authoring/ink_search.h"
 #include "authoring/small_packs.h"
 #include "authoring/words.h"
@@ -58,6 +59,15 @@ struct PackMode {
             {Ids::kTag_PenSet, pen_set}};
   }
 
+  Condition Valid() const {
+    const auto words = Words();
+    Condition condition = Condition::Is(words[0].type, words[0].value);
+    for (std::size_t word = 1; word < words.size(); ++word) {
+      condition = condition && Condition::Is(words[word].type, words[word].value);
+    }
+    return condition;
+  }
+
   // The conditions on each word.
   std::array<Value, 4> Words() const {
     return {{{Ids::kCondition_MediaType, media},
@@ -107,14 +117,25 @@ Step Operator(int kind, const char* name) {
   return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
 }
 
-// What a request's locator and the colour maps that answer it have in common.
-Step Locator(const InkJob& job) {
-  return {wisp::IColorMap::kType,
+// What a request's locator and the components that answer it have in common.
+Step Locator(const InkJob& job, int kind) {
+  return {kind,
           {},
           {{Ids::kTag_Platform, job.platform},
            {Ids::kTag_SupplyFamily, job.family},
            {Ids::kTag_Colorspace, kColorspace}},
           {{Ids::kComponentRole, 1}}};
+}
+
+// What a request finds in one print mode, without its recipe.
+Component Found(const InkJob& job, int kind, const PackMode& mode) {
+  const Step locator = Locator(job, kind);
+  return {kind,
+          1,
+          mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
+          locator.tags,
+          locator.properties,
+          {}};
 }
 
 // How a part of an ink is named: by channel and role, deltas by their level too. Which of the print
@@ -198,15 +219,41 @@ class InkPacker {
 
 using EncodedInks = std::vector<EncodedInk>;  // of a table
 
-// The pack of a job; without one of its tables, if `left_out` is the place of one. All tables name
-// their inks alike, so they share a colour map.
-Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
-  Pack pack;
-  pack.pipeline = Pipeline::kInk;
-  pack.family = job.family;
-  pack.version = job.version;
+Component CurveOf(const InkJob& job, const InkTable& curve) {
+  Component made = Found(job, wisp::IGrayCurve::kType, PackMode(curve.mode));
+  Step data = Operator(made.kind, "FromData");
+  data.bytes = curve.wanted.size() == kCurveSize ? FitCurve(curve.wanted) : curve.wanted;
+  made.recipe = {data};
+  return made;
+}
+
+// A neutral and the channels that it names.
+void AddNeutral(const InkJob& job, const InkTable& neutral, Pack* pack) {
+  const PackMode mode(neutral.mode);
+  Component made = Found(job, wisp::IAlternateNeutral::kType, mode);
+  for (const Ink& ink : kInks) {
+    const auto first = neutral.wanted.begin() + ink.plane * kGridPoints;
+    Component channel{wisp::IAlternateNeutralChannel::kType, 1, Condition(), mode.Tags(), {}, {}};
+    Step nodes = Operator(channel.kind, "Build_Monolithic");
+    nodes.bytes = Bytes(first, first + kGridPoints);
+    channel.recipe = {nodes};
+    channel.properties = Description(job.description);
+    channel.properties.push_back({Ids::kNodeCount, kGridPoints});
+    channel.properties.push_back({Ids::kLossyCompressionLevel, 0});
+    channel.properties.push_back({Ids::kChannel, ink.channel});
+    made.recipe.push_back({channel.kind, {}, channel.tags, {{Ids::kChannel, ink.channel}}});
+    pack->components.push_back(std::move(channel));
+  }
+  made.recipe.push_back(Operator(made.kind, "Build_CMYK"));
+  pack->components.push_back(std::move(made));
+}
+
+// Adds the colour map of all tables but the one at the place `left_out`. All tables name their inks
+// alike, so they share it.
+void AddTables(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out,
+               Pack* pack) {
   const ModeWords words(job.tables);
-  const Step locator = Locator(job);
+  const Step locator = Locator(job, wisp::IColorMap::kType);
   Component map{wisp::IColorMap::kType,
                 1,
                 words.ForAll(Condition::Is(Ids::kCondition_ProductVariant, job.variant)),
@@ -218,13 +265,31 @@ Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int le
     std::optional<Step> named;
     for (std::size_t i = 0; i < job.tables.size(); ++i) {
       if (static_cast<int>(i) == left_out) continue;
-      InkPacker packer(job, words.Is(PackMode(job.tables[i].mode)), &pack);
+      InkPacker packer(job, words.Is(PackMode(job.tables[i].mode)), pack);
       named = packer.Add(kInks[k].channel, encoded[i][k]);
     }
     map.recipe.push_back(named.value());
   }
   map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
-  pack.components.push_back(std::move(map));
+  pack->components.push_back(std::move(map));
+}
+
+// The pack of a job; without one of its tables, if `left_out` is the place of one.
+Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
+  Pack pack;
+  pack.pipeline = Pipeline::kInk;
+  pack.family = job.family;
+  pack.version = job.version;
+  int place = static_cast<int>(job.tables.size());
+  if (place > (left_out >= 0 && left_out < place ? 1 : 0)) {
+    AddTables(job, encoded, left_out, &pack);
+  }
+  for (const InkTable& curve : job.curves) {
+    if (place++ != left_out) pack.components.push_back(CurveOf(job, curve));
+  }
+  for (const InkTable& neutral : job.neutrals) {
+    if (place++ != left_out) AddNeutral(job, neutral, &pack);
+  }
   return pack;
 }
 
@@ -268,15 +333,12 @@ InkAnswer AnswerOf(const InkJob& job, const InkMode& mode, const Bytes& locator,
   return answer;
 }
 
-void Check(const InkJob& job) {
-  if (job.tables.empty()) throw std::invalid_argument("a job without a table");
-  if (job.description.drops_per_level.size() > 16) {
-    throw std::invalid_argument("a record tells the drops of 16 levels at most");
-  }
+void CheckTables(const std::vector<InkTable>& tables, const std::vector<std::size_t>& sizes,
+                 const char* what) {
   std::vector<std::vector<Value>> modes;
-  for (const InkTable& table : job.tables) {
-    if (table.wanted.size() != kTableSize) {
-      throw std::invalid_argument(ModeText(table.mode) + ": is no table of 19652 bytes");
+  for (const InkTable& table : tables) {
+    if (std::count(sizes.begin(), sizes.end(), table.wanted.size()) == 0) {
+      throw std::invalid_argument(ModeText(table.mode) + ": is no " + what);
     }
     modes.push_back(PackMode(table.mode).Tags());
     if (std::count(modes.begin(), modes.end(), modes.back()) > 1) {
@@ -285,9 +347,45 @@ void Check(const InkJob& job) {
   }
 }
 
-}  // namespace
+void Check(const InkJob& job) {
+  if (job.tables.empty() && job.curves.empty() && job.neutrals.empty()) {
+    throw std::invalid_argument("a job without a table");
+  }
+  if (job.description.drops_per_level.size() > 16) {
+    throw std::invalid_argument("a record tells the drops of 16 levels at most");
+  }
+  CheckTables(job.tables, {kTableSize}, "table of 19652 bytes");
+  CheckTables(job.curves, {kGridPoints, kCurveSize}, "gray curve of 17 nodes or 256 values");
+  CheckTables(job.neutrals, {kChannels * kGridPoints}, "neutral of 68 bytes");
+}
 
-namespace {
+// The records of curves and neutrals come from the library itself.
+void AskForOthers(const InkJob& job, InkProduct* product) {
+  const struct {
+    const std::vector<InkTable>& tables;
+    InkKind kind;
+    int component;
+  } kinds[] = {
+      {job.curves, InkKind::kGrayCurve, wisp::IGrayCurve::kType},
+      {job.neutrals, InkKind::kAlternateNeutral, wisp::IAlternateNeutral::kType},
+  };
+  std::vector<InkRequest> requests;
+  for (const auto& [tables, kind, component] : kinds) {
+    if (tables.empty()) continue;
+    const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, component));
+    for (const InkTable& table : tables) {
+      requests.push_back({kind, table.mode, locator, job.index, "velora"});
+    }
+  }
+  if (requests.empty()) return;
+  const std::vector<InkResult> results = InkDevice().Ask(product->caller, requests);
+  for (std::size_t i = 0; i < requests.size(); ++i) {
+    if (results[i].code != 0) {
+      throw std::runtime_error(ModeText(requests[i].mode) + ": the library does not rebuild it");
+    }
+    product->answers.push_back({requests[i], results[i].record});
+  }
+}
 
 // The inks of all tables, in a record's order.
 std::vector<EncodedInks> EncodeAll(const InkJob& job, std::vector<TableErrors>* errors) {
@@ -332,15 +430,19 @@ InkProduct AuthorOnce(const InkJob& job) {
                              " bytes: a caller takes at most " +
                              std::to_string(LargestFile(Pipeline::kInk)));
   }
-  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job));
+  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, wisp::IColorMap::kType));
+  for (std::size_t i = 0; i < job.tables.size(); ++i) {
+    product.answers.push_back(AnswerOf(job, job.tables[i].mode, locator, encoded[i]));
+  }
+  AskForOthers(job, &product);
   const auto plain = [&](int left_out) {
     return static_cast<double>(WritePacks({MakePack(job, encoded, left_out)}, 0)[0].size());
   };
   const double all = plain(-1);
-  for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    const double rest = job.tables.size() == 1 ? 0 : plain(static_cast<int>(i));
-    product.answers.push_back(AnswerOf(job, job.tables[i].mode, locator, encoded[i]));
-    product.answers.back().pack_bytes = static_cast<int>(std::lround((all - rest) * size / all));
+  const std::size_t count = product.answers.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const double rest = count == 1 ? 0 : plain(static_cast<int>(i));
+    product.answers[i].pack_bytes = static_cast<int>(std::lround((all - rest) * size / all));
   }
   return product;
 }
@@ -349,7 +451,7 @@ InkProduct AuthorOnce(const InkJob& job) {
 
 InkProduct AuthorInk(const InkJob& job) {
   Check(job);
-  if (job.budget == 0) return AuthorOnce(job);
+  if (job.budget == 0 || job.tables.empty()) return AuthorOnce(job);
   return AuthorForBudget(
       job.budget, job.search.effort,
       [&](const Goal& goal) {

@@ -1,4 +1,5 @@
-// All that an ink printer needs to rebuild a set of colour maps: a pack, and a request for each.
+// All that an ink printer needs to rebuild a set of colour maps, gray curves and alternate
+// neutrals: a pack, and a request for each.
 //
 // Room: authoring. Values only. A job that cannot be packed raises std::invalid_argument, or
 // std::runtime_error for a pack that becomes too large.
@@ -6,7 +7,8 @@
 // Where things go: one pack, the printer's, has one colour map for all print modes of a job, so one
 // locator asks for all of them. It names four channel maps, one an ink; these are one string, or
 // name their nodes, or the two channel maps whose difference they are. Each print mode has its own,
-// with the mode as their condition.
+// with the mode as their condition. A gray curve and an alternate neutral have their print mode as
+// their own condition; one locator asks for all of a kind.
 #pragma once
 
 #include <optional>
@@ -20,8 +22,11 @@ namespace velora::authoring {
 
 struct InkTable {
   InkMode mode;
-  Bytes wanted;                   // 19652 bytes, see table.h
-  std::optional<Goal> goal = {};  // the job's, where a table has none of its own
+  // 19652 bytes for a colour map, see table.h; 17 nodes, or 256 values to fit nodes to, for a gray
+  // curve; 17 nodes an ink, in the order C, M, Y, K, for an alternate neutral.
+  Bytes wanted;
+  // Of a colour map: the job's, where it has none of its own.
+  std::optional<Goal> goal = {};
   // Whose eyes see the colours; none: errors are those of the inks.
   std::shared_ptr<const LabMeter> lab = nullptr;
 };
@@ -36,7 +41,9 @@ struct InkJob {
   InkSettings settings;
   InkDescription description;
   std::vector<InkTable> tables;
-  // In place of form and settings: strings that keep to this are searched.
+  std::vector<InkTable> curves;
+  std::vector<InkTable> neutrals;
+  // In place of form and settings: strings of the tables that keep to this are searched.
   std::optional<Goal> goal;
   // The best quality for which the pack takes at most so many bytes; 0: no budget.
   long budget = 0;
@@ -52,9 +59,9 @@ struct InkAnswer {
 
 struct InkProduct {
   Pack pack;
-  InkCaller caller;  // with the pack's file
-  std::vector<TableErrors> errors;
-  std::vector<InkAnswer> answers;  // in the order of the job
+  InkCaller caller;                 // with the pack's file
+  std::vector<TableErrors> errors;  // of the tables
+  std::vector<InkAnswer> answers;   // in the order of the job: tables, curves, neutrals
 
   const Bytes& file() const { return caller.packs[0]; }
 };

@@ -4,6 +4,7 @@
 // pipeline's functions run.
 #pragma once
 
+#include "authoring/lookup_watcher.h"
 #include "authoring/object_reader.h"
 #include "authoring/object_writer.h"
 #include "velora/common/api/IVelcase.h"
@@ -106,7 +107,8 @@ template <class Layer>
 const PackPipeline& PipelineOver() {
   static const PackPipeline pipeline{
       LayerWords<Layer>,          Layer::Open,         Layer::Close,       WritePackFile<Layer>,
-      WriteReferenceImage<Layer>, ReadPackFile<Layer>, Layer::FindMisread, Layer::kLargestFile};
+      WriteReferenceImage<Layer>, ReadPackFile<Layer>, Layer::FindMisread, Layer::kLargestFile,
+      LookupWatcher<Layer>::Watch};
   return pipeline;
 }
 

@@ -113,6 +113,7 @@ class ModeWords {
 // What all encodings of a job came to.
 struct Encodings {
   EncodedChannel planes[kChannels];
+  EncodedChannel rgb[kRgbChannels];
   EncodedChannel curves;
   std::vector<TableErrors> errors;
 };
@@ -153,6 +154,13 @@ void EncodePlanesOf(const TonerJob& job, const Bytes& reference, Encodings* enco
 Encodings EncodeAll(const TonerJob& job, const Bytes& reference) {
   Encodings encodings;
   if (!job.tables.empty()) EncodePlanesOf(job, reference, &encodings);
+  for (int c = 0; c < kRgbChannels && !job.rgb_tables.empty(); ++c) {
+    const Bytes plane = PlaneOf(job.rgb_reference, c);
+    std::vector<Bytes> wanted;
+    for (const TonerTable& table : job.rgb_tables) wanted.push_back(PlaneOf(table.wanted, c));
+    encodings.rgb[c] =
+        job.settings ? EncodePlanes(plane, wanted, *job.settings) : EncodeSmallest(plane, wanted);
+  }
   if (job.curves.empty()) return encodings;
   std::vector<Bytes> wanted;
   for (const TonerTable& curve : job.curves) wanted.push_back(curve.wanted);
@@ -188,16 +196,7 @@ class Packer {
       const Key scalar_key = one_scalar ? SharedKey() : key;
       const Key residue_key = any_residue ? key : SharedKey();
       map.recipe.push_back(Reference(fenn::IChannelMap::kType, key));
-      Add(c, {fenn::IChannelMap::kType,
-              1,
-              one_pack_ ? Condition()
-                        : Condition::Is(Ids::kVelcaseVersion_Printer, job_.printer_version),
-              key.tags,
-              key.properties,
-              {Reference(fenn::IPacket_ColorDCT::kType, key),
-               Reference(fenn::IPacket_ColorResidue::kType, residue_key),
-               Reference(fenn::IPacket_DeltaScalar::kType, scalar_key),
-               Operator(fenn::IChannelMap::kType, "Build_DCT_Residue_DeltaScalar")}});
+      AddChannelMap(c, key, residue_key, scalar_key);
       if (!one_scalar || c == 0) {
         const Bytes scalar{static_cast<unsigned char>(planes[c].settings.scalar)};
         Add(one_scalar ? kPrinter : c, MakePacket<fenn::IPacket_DeltaScalar>(scalar_key, scalar));
@@ -205,6 +204,21 @@ class Packer {
       AddPackets(planes[c], c, words, residue_key, left_out);
     }
     map.recipe.push_back(Operator(map.kind, "Build_RGBtoCMYK"));
+    Add(kPrinter, std::move(map));
+  }
+
+  void AddRgbTable(const PrintMode& mode, const EncodedChannel (&planes)[kRgbChannels], int index) {
+    Component map = TopComponent(fenn::IColorMap::kType, ModeTags(mode), {0, 1, 2});
+    for (int c = 0; c < kRgbChannels; ++c) {
+      const Packets& packets = planes[c].tables[index].packets;
+      const Key key = SupplyKey(mode, kSupplies[c]);
+      map.recipe.push_back(Reference(fenn::IChannelMap::kType, key));
+      AddChannelMap(c, key, key, key);
+      Add(c, MakePacket<fenn::IPacket_ColorDCT>(key, packets.dct));
+      Add(c, MakePacket<fenn::IPacket_ColorResidue>(key, packets.residue));
+      Add(c, MakePacket<fenn::IPacket_DeltaScalar>(key, {packets.scalar}));
+    }
+    map.recipe.push_back(Operator(map.kind, "Build_RGBtoRGB"));
     Add(kPrinter, std::move(map));
   }
 
@@ -273,6 +287,20 @@ class Packer {
     return {{{Ids::kTag_SupplyFamily, job_.family}}, {{Ids::kComponentRole, 1}}};
   }
 
+  // What names the packets of an ink.
+  void AddChannelMap(int ink, const Key& key, const Key& residue_key, const Key& scalar_key) {
+    Add(ink, {fenn::IChannelMap::kType,
+              1,
+              one_pack_ ? Condition()
+                        : Condition::Is(Ids::kVelcaseVersion_Printer, job_.printer_version),
+              key.tags,
+              key.properties,
+              {Reference(fenn::IPacket_ColorDCT::kType, key),
+               Reference(fenn::IPacket_ColorResidue::kType, residue_key),
+               Reference(fenn::IPacket_DeltaScalar::kType, scalar_key),
+               Operator(fenn::IChannelMap::kType, "Build_DCT_Residue_DeltaScalar")}});
+  }
+
   // The packets of an ink. A table whose residue is empty finds the one without a condition.
   void AddPackets(const EncodedChannel& plane, int ink, const ModeWords& words,
                   const Key& residue_key, int left_out) {
@@ -309,7 +337,8 @@ class Packer {
 };
 
 int TableCount(const TonerJob& job) {
-  return static_cast<int>(job.tables.size() + job.curves.size() + job.blobs.size());
+  return static_cast<int>(job.tables.size() + job.rgb_tables.size() + job.curves.size() +
+                          job.blobs.size());
 }
 
 // The packs of a job; without one of its tables, if `left_out` is the place of one.
@@ -317,16 +346,22 @@ std::vector<Pack> MakePacks(const TonerJob& job, const Encodings& encodings, boo
                             int left_out) {
   Packer packer(job, one_pack);
   const int tables = static_cast<int>(job.tables.size());
+  const int rgb_tables = static_cast<int>(job.rgb_tables.size());
   const int curves = static_cast<int>(job.curves.size());
   if (tables > (left_out >= 0 && left_out < tables ? 1 : 0)) {
     packer.AddTables(encodings.planes, left_out);
   }
-  for (int i = 0; i < curves; ++i) {
+  for (int i = 0; i < rgb_tables; ++i) {
     if (tables + i == left_out) continue;
+    packer.AddRgbTable(job.rgb_tables[i].mode, encodings.rgb, i);
+  }
+  for (int i = 0; i < curves; ++i) {
+    if (tables + rgb_tables + i == left_out) continue;
     packer.AddCurve(job.curves[i].mode, encodings.curves.tables[i].packets);
   }
   for (int i = 0; i < static_cast<int>(job.blobs.size()); ++i) {
-    if (tables + curves + i != left_out) packer.AddBlob(job.blobs[i].mode, job.blobs[i].wanted);
+    if (tables + rgb_tables + curves + i == left_out) continue;
+    packer.AddBlob(job.blobs[i].mode, job.blobs[i].wanted);
   }
   return packer.Finish();
 }
@@ -393,7 +428,8 @@ void AddCorrection(const TonerTable& table, AuthoredCall* authored) {
   if (table.corrected.empty()) return;
   const bool is_curve = table.wanted.size() == kCurveSize;
   Bytes corrected;
-  for (int c = 0; c < (is_curve ? 1 : kChannels); ++c) {
+  const int channels = is_curve ? 1 : static_cast<int>(table.wanted.size()) / kPlaneSize;
+  for (int c = 0; c < channels; ++c) {
     const Correction correction =
         is_curve ? MakeCorrection(authored->expected, table.corrected)
                  : MakeCorrection(PlaneOf(authored->expected, c), PlaneOf(table.corrected, c));
@@ -402,6 +438,7 @@ void AddCorrection(const TonerTable& table, AuthoredCall* authored) {
     authored->call.keys[is_curve ? 0 : (c + 1) % kChannels] = correction.key;
     corrected.insert(corrected.end(), correction.corrected.begin(), correction.corrected.end());
   }
+  if (!is_curve) authored->call.corrections.resize(kTableSize);  // a caller has all four planes
   authored->expected = corrected;
 }
 
@@ -423,12 +460,13 @@ void CheckJob(const TonerJob& job) {
   };
   check(job.tables, job.mean_reference ? Bytes(kTableSize) : job.reference, kTableSize,
         "RGB to CMYK table of 19652 bytes");
+  check(job.rgb_tables, job.rgb_reference, kRgbTableSize, "RGB to RGB table of 14739 bytes");
   check(job.curves, job.gray_reference, kCurveSize, "gray curve of 256 bytes");
   for (const TonerTable& blob : job.blobs) {
     if (!blob.corrected.empty()) throw std::invalid_argument("a blob has no correction");
   }
   std::vector<PrintMode> modes;
-  for (const auto* tables : {&job.tables, &job.curves, &job.blobs}) {
+  for (const auto* tables : {&job.tables, &job.rgb_tables, &job.curves, &job.blobs}) {
     for (const TonerTable& table : *tables) {
       if (std::find(modes.begin(), modes.end(), table.mode) != modes.end()) {
         throw std::invalid_argument(ModeText(table.mode) + ": two tables for one print mode");
@@ -481,16 +519,24 @@ TonerProduct AuthorOnce(const TonerJob& job) {
     AddCorrection(table, &authored);
     product.calls.push_back(std::move(authored));
   };
-  call.reference = product.reference;
-  for (int c = 0; c < kChannels; ++c) call.widths[c] = encodings.planes[c].widths;
-  for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    Bytes expected;
-    for (const EncodedChannel& plane : encodings.planes) {
-      const Bytes& rebuilt = plane.tables[i].rebuilt;
-      expected.insert(expected.end(), rebuilt.begin(), rebuilt.end());
+  const auto add_tables = [&](const std::vector<TonerTable>& tables, const EncodedChannel* planes,
+                              int channels) {
+    // A caller has four width tables, though three planes look into three of them.
+    for (int c = 0; c < kChannels; ++c) call.widths[c] = planes[c % channels].widths;
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+      Bytes expected;
+      for (int c = 0; c < channels; ++c) {
+        const Bytes& rebuilt = planes[c].tables[i].rebuilt;
+        expected.insert(expected.end(), rebuilt.begin(), rebuilt.end());
+      }
+      add(tables[i], std::move(expected));
     }
-    add(job.tables[i], std::move(expected));
-  }
+  };
+  call.reference = product.reference;
+  add_tables(job.tables, encodings.planes, kChannels);
+  call.reference = job.rgb_reference;
+  call.reference.resize(kTableSize);
+  add_tables(job.rgb_tables, encodings.rgb, kRgbChannels);
   call.reference = job.gray_reference;
   for (Bytes& widths : call.widths) widths.clear();
   call.widths[kBlack] = encodings.curves.widths;

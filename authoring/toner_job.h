@@ -5,11 +5,12 @@
 // std::runtime_error for a pack that becomes too large.
 //
 // Where things go: the printer's pack has one colour map for all tables of a job, and a component
-// for each gray curve and blob, which name those that they are made of. These stand in the packs of
-// the supplies: one channel map and the packets in cyan, magenta, yellow and black, the packets of
-// gray curves in black, the bytes of blobs in the fuser's. Each is valid for one version of the
-// packs it needs. The packets of a table have its print mode as their condition. What is equal for
-// all tables and inks, the scalar and an empty residue, stands once in the printer's pack.
+// for each RGB table, gray curve and blob, which name those that they are made of. These are in the
+// packs of the supplies: one channel map and the packets in cyan, magenta, yellow and black, the
+// planes of RGB tables in the first three of these, the packets of gray curves in black, the bytes
+// of blobs in the fuser's. Each is valid for one version of the packs it needs. The packets of a
+// table have its print mode as their condition. What is equal for all tables and inks, the scalar
+// and an empty residue, is in the printer's pack once.
 //
 // Or all goes into the printer's pack, where that is wanted and fits.
 #pragma once
@@ -27,7 +28,8 @@ namespace velora::authoring {
 
 struct TonerTable {
   PrintMode mode;
-  // 19652 bytes for an RGB to CMYK table, 256 for a gray curve, any number for a blob.
+  // 19652 bytes for an RGB to CMYK table, 14739 for an RGB to RGB table, 256 for a gray curve, any
+  // number for a blob.
   Bytes wanted;
   // What a correction shall make of it; empty: no correction.
   Bytes corrected;
@@ -49,13 +51,15 @@ struct TonerJob {
   int printer_version = 1;  // of the printer's pack
   int supply_version = 1;   // of the colorants' and the fuser's packs
   Bytes reference;          // the printer's table, needed for `tables`
+  Bytes rgb_reference;      // the printer's three planes, needed for `rgb_tables`
   Bytes gray_reference;     // the printer's curve, needed for `curves`
   std::vector<TonerTable> tables;
+  std::vector<TonerTable> rgb_tables;
   std::vector<TonerTable> curves;  // their axis is M
   std::vector<TonerTable> blobs;
   // In place of a search: these, for all tables and curves.
   std::optional<EncoderSettings> settings;
-  // For tables. Curves lose nothing.
+  // For tables. RGB tables and curves lose nothing.
   Goal goal;
   // The best quality for which all packs take at most so many bytes; 0: no budget. Tables with a
   // goal of their own keep it.
@@ -88,7 +92,7 @@ struct TonerProduct {
   std::vector<NamedPack> packs;
   // What the packs make of the tables, before corrections.
   std::vector<TableErrors> errors;
-  // In the order of the job: tables, curves, blobs.
+  // In the order of the job: tables, RGB tables, curves, blobs.
   std::vector<AuthoredCall> calls;
 
   int PackBytes() const;

@@ -47,8 +47,13 @@ install(FILES plinth/runtime/api/BootRecord.h plinth/runtime/api/Configuration.h
               plinth/runtime/api/raise.h DESTINATION ${headers}/plinth/runtime/api)
 
 if(TARGET tool_velora)
-  # Where it is built: a build of the library alone installs without it.
+  # With its manual pages and completion, where it is built: a build of the library alone installs
+  # without it.
   install(TARGETS tool_velora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools OPTIONAL)
+  install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+          COMPONENT tools OPTIONAL FILES_MATCHING PATTERN "*.1")
+  install(FILES ${PROJECT_BINARY_DIR}/pages/velora.bash COMPONENT tools OPTIONAL
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME velora)
 endif()
 install(FILES LICENSE CHANGELOG.md README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 include(cmake/Package.cmake)

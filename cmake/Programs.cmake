@@ -20,7 +20,7 @@ endforeach()
 file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
 set(outside ${authoring})
 list(FILTER outside INCLUDE REGEX
-     "/(icc|picture|deflate|small_packs|table_error|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
+     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
 if(authoring)
   list(REMOVE_ITEM authoring ${outside})
   add_library(velora_packs STATIC EXCLUDE_FROM_ALL ${authoring})
@@ -41,17 +41,18 @@ if(VELORA_TOOLS)
   find_package(Threads REQUIRED)
   find_package(nlohmann_json QUIET)
   find_package(PNG QUIET)
+  find_package(TIFF QUIET)
   mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE
                    VELORA_ZOPFLI_INCLUDE VELORA_ZOPFLI_LIBRARY)
-  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND
+  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND OR NOT TIFF_FOUND
      OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND
      OR NOT VELORA_ZOPFLI_INCLUDE OR NOT VELORA_ZOPFLI_LIBRARY)
-    message(STATUS "No authoring and no tools: Little CMS, libpng, zopfli, CLI11 or nlohmann-json "
-                   "is missing (scripts/setup installs them)")
+    message(STATUS "No authoring and no tools: Little CMS, libpng, libtiff, zopfli, CLI11 or "
+                   "nlohmann-json is missing (scripts/setup installs them)")
   elseif(outside)
     add_library(velora_authoring STATIC ${outside})
     target_link_libraries(velora_authoring PUBLIC velora_packs ${VELORA_LCMS_LIBRARY}
-                                                  ${VELORA_ZOPFLI_LIBRARY} PNG::PNG
+                                                  ${VELORA_ZOPFLI_LIBRARY} PNG::PNG TIFF::TIFF
                                                   Threads::Threads)
     # The searches are sums over planes: here the compiler shall use the processor's vectors.
     set_source_files_properties(authoring/dct.cpp authoring/toner_search.cpp
@@ -71,6 +72,11 @@ if(VELORA_TOOLS)
                                                                  ${PROJECT_BINARY_DIR}/bin)
         # A tool may load libvelora.so from the folder above its own.
         add_dependencies(tool_${name} velora)
+        if(name STREQUAL "velora")
+          # Manual pages and completion, from the same text as --help.
+          add_custom_command(TARGET tool_velora POST_BUILD COMMAND tool_velora --pages
+                                                                   ${PROJECT_BINARY_DIR}/pages)
+        endif()
       endif()
     endforeach()
   endif()

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 
 #include "tools/velora/author_job.h"
 #include "tools/velora/goal_json.h"
@@ -12,15 +11,18 @@ namespace velora::tools {
 namespace {
 
 constexpr char kJobHelp[] = R"(
-A toner job, with all its parts:
+A toner job, with all its parts; all but "platform" and a table can be left out:
 
   {
+    "job": 1,
     "platform": 7, "supply_family": 4, "product_variant": 2,
     "printer_version": 3, "supply_version": 2,
     "reference": "printer.bin", "gray_reference": "printer-gray.bin",
     "settings": {"scalar": 8, "residue": false, "economy": 0.3},
     "tables": [{"file": "photo.bin", "theme_type": 1, "media_type": 0, "axis_type": 1,
                 "corrected": "photo-measured.bin"}],
+    "rgb_reference": "printer-rgb.bin",
+    "rgb_tables": [{"file": "preview.bin", "theme_type": 1, "media_type": 0, "axis_type": 1}],
     "curves": [{"file": "gray.bin", "theme_type": 0, "media_type": 1}],
     "blobs":  [{"file": "fuser.bin", "theme_type": 0, "media_type": 1, "axis_type": 0}]
   }
@@ -48,29 +50,24 @@ are read by them; or --keep names the folder that an earlier authoring wrote to:
 An ink job:
 
   {
-    "pipeline": "ink",
+    "job": 1, "pipeline": "ink",
     "platform": 7, "supply_family": 4, "product_variant": 2, "version": 3, "locator_index": 0,
     "form": "nodes", "level": 2, "range": 1,
     "ink": {"resolution": 5, "drops_per_level": [0, 1, 2, 4],
             "drop_volume": 6, "drop_volume_offset": 0},
     "tables": [{"file": "photo.bin",
-                "mode": {"media_type": 2, "media_subtype": 10, "quality": 1, "pen_set": 2}}]
+                "mode": {"media_type": 2, "media_subtype": 10, "quality": 1, "pen_set": 2}}],
+    "curves": [{"file": "gray.bin", "mode": {"media_type": 2}}],
+    "neutrals": [{"file": "neutral.bin", "mode": {"media_type": 2}}]
   }
 
 Its form is "string" or "nodes". Level 0 with range 1 loses nothing. Without these three a job may
-have a goal, as above, or is packed without loss.
+have a goal for its tables, as above, or is packed without loss. A curve has 17 nodes, or 256 values,
+to which nodes are fitted. A neutral has 17 nodes an ink, in the order C, M, Y, K.
 
 Print modes are in the caller's numbering; what is absent is 0, and pen set 1. Files are relative to
-the job.
+the job, which may have comments.
 )";
-
-bool IsInk(const Json& job) {
-  const std::string pipeline = Member<std::string>(job, "pipeline", "toner");
-  if (pipeline != "toner" && pipeline != "ink") {
-    throw std::runtime_error("no pipeline is named " + pipeline);
-  }
-  return pipeline == "ink";
-}
 
 void PrintPlan(const std::vector<PlanPoint>& points, bool json) {
   if (json) {
@@ -80,8 +77,7 @@ void PrintPlan(const std::vector<PlanPoint>& points, bool json) {
                       {"bytes", point.bytes},
                       {"errors", ErrorsJson(point.errors)}});
     }
-    std::cout << list.dump(2) << '\n';
-    return;
+    return PrintJson({{"plan", list}});
   }
   constexpr int kLength = 50;
   long most = 1;
@@ -94,24 +90,20 @@ void PrintPlan(const std::vector<PlanPoint>& points, bool json) {
   }
 }
 
-void Run(const Path& path, const Path& folder, const AuthorOptions& options, bool plan,
-         const Shared& shared) {
-  const Json job = ReadJson(path);
-  const Path from = path.parent_path();
-  if (plan) {
-    PrintPlan(IsInk(job) ? PlanInkJob(job, from, options) : PlanTonerJob(job, from, options),
-              shared.json);
-    return;
-  }
-  std::filesystem::create_directories(folder);
-  const Authored authored = IsInk(job) ? AuthorInkJob(job, from, folder, options)
-                                       : AuthorTonerJob(job, from, folder, options);
+void Plan(const Path& path, const AuthorOptions& options, const Shared& shared) {
+  const JsonFile file(path);
+  JsonObject job(file);
+  PrintPlan(IsInkJob(&job) ? PlanInkJob(job, options) : PlanTonerJob(job, options), shared.json);
+}
+
+void Run(const Path& path, const Path& folder, const AuthorOptions& options, const Shared& shared) {
+  const JsonFile file(path);
+  JsonObject job(file);
+  Authored authored =
+      IsInkJob(&job) ? AuthorInkJob(job, folder, options) : AuthorTonerJob(job, folder, options);
+  authored.files.Commit();
   if (shared.json) {
-    std::cout << Json{{"packs", authored.packs},
-                      {"calls", authored.calls},
-                      {"errors", authored.errors}}
-                     .dump(2)
-              << '\n';
+    PrintJson({{"packs", authored.packs}, {"calls", authored.calls}, {"errors", authored.errors}});
     return;
   }
   for (const Json& pack : authored.packs) {
@@ -134,10 +126,15 @@ void Run(const Path& path, const Path& folder, const AuthorOptions& options, boo
 
 }  // namespace
 
-std::string Put(const Path& folder, const std::string& name, const Bytes& bytes) {
+std::string Authored::Put(const Path& folder, const std::string& name, const Bytes& bytes) {
   if (bytes.empty()) return "";
-  WriteBytes(folder / name, bytes);
+  files.Add(folder / name, bytes);
   return name;
+}
+
+bool IsInkJob(JsonObject* job) {
+  job->Number("job", Numbers::Exactly(1), 1);
+  return job->Choice("pipeline", {"toner", "ink"}, "toner") == "ink";
 }
 
 void Authored::AddErrors(const authoring::TableErrors& table) {
@@ -163,6 +160,8 @@ void AddAuthor(CLI::App* app, Shared* shared) {
   struct Options {
     std::string job;
     std::string folder = ".";
+    bool init = false;
+    int tables = 2;
     std::string keep;
     int effort = 1;
     bool plan = false;
@@ -175,6 +174,12 @@ void AddAuthor(CLI::App* app, Shared* shared) {
   verb->footer(kJobHelp);
   verb->add_option("job", options->job, "JSON file, see below")->required();
   verb->add_option("-o,--folder", options->folder, "Folder to write to")->capture_default_str();
+  verb->add_flag("--init", options->init,
+                 "Write a commented job to this file instead, and beside it the tables that it "
+                 "names,\nsampled from the profiles of this machine");
+  verb->add_option("--tables", options->tables, "How many tables --init samples")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 11));
   verb->add_option("--keep", options->keep,
                    "Folder of an earlier authoring: its printers shall read the new packs");
   verb->add_option("--effort", options->effort, "How many times the usual time a search may take")
@@ -183,7 +188,10 @@ void AddAuthor(CLI::App* app, Shared* shared) {
   verb->add_flag("--plan", options->plan,
                  "Write nothing; print what goals would come to, bytes against errors");
   verb->callback([options, shared] {
-    Run(options->job, options->folder, {options->keep, options->effort}, options->plan, *shared);
+    if (options->init) return InitJob(options->job, options->tables);
+    const AuthorOptions author{options->keep, options->effort};
+    if (options->plan) return Plan(options->job, author, *shared);
+    Run(options->job, options->folder, author, *shared);
   });
 }
 

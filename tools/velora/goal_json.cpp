@@ -1,7 +1,6 @@
 #include "tools/velora/goal_json.h"
 
 #include <cstdio>
-#include <initializer_list>
 #include <stdexcept>
 
 namespace velora::tools {
@@ -13,45 +12,53 @@ constexpr const char* kWidthNames[] = {"cbat-c.bin", "cbat-m.bin", "cbat-y.bin",
 constexpr std::size_t kPlaneWidths = (kPlaneSize + 1) / 2;
 constexpr std::size_t kCurveWidths = kCurveSize / 2;
 
-void CheckKeys(const Json& object, const std::string& name,
-               std::initializer_list<const char*> known) {
-  if (!object.is_object()) throw std::runtime_error("\"" + name + "\" is no object");
-  for (const auto& item : object.items()) {
-    bool found = false;
-    std::string all;
-    for (const char* key : known) {
-      found = found || item.key() == key;
-      all += std::string(all.empty() ? "" : ", ") + key;
-    }
-    if (!found) {
-      throw std::runtime_error("\"" + item.key() + "\": unknown key in \"" + name +
-                               "\"; it takes " + all);
-    }
-  }
+std::optional<double> Bound(JsonObject* object, const char* key) {
+  constexpr double kLeast = 0.001, kMost = 100;
+  const double bound = object->Real(key, kLeast, kMost, 0);
+  return object->Has(key) ? std::optional<double>(bound) : std::nullopt;
 }
 
-template <class T>
-std::optional<T> Bound(const Json& object, const char* key, double most) {
-  if (!object.contains(key)) return std::nullopt;
-  const T bound = Member(object, key, T());
-  if (!(bound > 0) || bound > most) {
-    char text[80];
-    std::snprintf(text, sizeof text, "\"%s\" is above 0, %g at most", key, most);
-    throw std::runtime_error(text);
-  }
-  return bound;
+std::optional<int> Bound(JsonObject* object, const char* key, int most) {
+  const int bound = object->Number(key, Numbers::Between(1, most), 0);
+  return object->Has(key) ? std::optional<int>(bound) : std::nullopt;
 }
 
-Bytes Sized(Bytes bytes, const std::string& name, std::size_t size) {
-  if (!bytes.empty() && bytes.size() != size) {
-    throw std::runtime_error(name + ": " + std::to_string(bytes.size()) + " bytes, it needs " +
-                             std::to_string(size));
+// A goal; with a `budget` it may be a number of bytes.
+std::optional<Goal> Read(JsonObject* holder, long* budget) {
+  Goal goal;
+  if (holder->IsText("goal")) {
+    holder->Choice("goal", {"lossless"}, "");
+    return goal;
   }
-  return bytes;
+  std::optional<JsonObject> object = holder->Object("goal");
+  if (!object) return std::nullopt;
+  if (std::optional<JsonObject> color = object->Object("ciede2000")) {
+    goal.mean = Bound(&*color, "mean");
+    goal.p95 = Bound(&*color, "p95");
+    goal.p99 = Bound(&*color, "p99");
+    goal.largest = Bound(&*color, "max");
+    color->Finish();
+  }
+  goal.ink = Bound(&*object, "ink", 255);
+  goal.ink_sum = Bound(&*object, "ink_sum", 4 * 255);
+  if (budget != nullptr) {
+    *budget = Bound(&*object, "bytes", 10000000).value_or(0);
+    if (*budget > 0 && !goal.is_lossless()) {
+      object->Refuse("bytes", "a goal has bounds or \"bytes\", not both");
+    }
+  }
+  object->Finish();
+  return goal;
 }
 
 Bytes ReadIfThere(const Path& path, std::size_t size) {
-  return std::filesystem::exists(path) ? Sized(ReadBytes(path), path.string(), size) : Bytes();
+  if (!std::filesystem::exists(path)) return {};
+  Bytes bytes = ReadBytes(path);
+  if (bytes.size() != size) {
+    throw Refusal(path.string(),
+                  std::to_string(bytes.size()) + " bytes; --keep needs " + std::to_string(size));
+  }
+  return bytes;
 }
 
 Json FiguresJson(const ErrorFigures& figures) {
@@ -61,65 +68,50 @@ Json FiguresJson(const ErrorFigures& figures) {
 
 }  // namespace
 
-JobGoal ReadGoal(const Json& object) {
+JobGoal ReadGoal(JsonObject* job) {
   JobGoal read;
-  const auto found = object.find("goal");
-  if (found == object.end()) return read;
-  Goal& goal = read.goal.emplace();
-  if (*found == "lossless") return read;
-  CheckKeys(*found, "goal", {"ciede2000", "ink", "ink_sum", "bytes"});
-  const Json color = Member(*found, "ciede2000", Json::object());
-  CheckKeys(color, "ciede2000", {"mean", "p95", "p99", "max"});
-  constexpr double kFarthest = 100;
-  goal.mean = Bound<double>(color, "mean", kFarthest);
-  goal.p95 = Bound<double>(color, "p95", kFarthest);
-  goal.p99 = Bound<double>(color, "p99", kFarthest);
-  goal.largest = Bound<double>(color, "max", kFarthest);
-  goal.ink = Bound<int>(*found, "ink", 255);
-  goal.ink_sum = Bound<int>(*found, "ink_sum", 4 * 255);
-  read.budget = Bound<long>(*found, "bytes", 1e7).value_or(0);
-  if (read.budget > 0 && !goal.is_lossless()) {
-    throw std::runtime_error("\"goal\" has bounds or \"bytes\", not both");
-  }
+  read.goal = Read(job, &read.budget);
   return read;
 }
 
-std::shared_ptr<const LabMeter> Profiles::Read(const Json& object,
+std::optional<Goal> ReadTableGoal(JsonObject* table) { return Read(table, nullptr); }
+
+std::shared_ptr<const LabMeter> Profiles::Read(JsonObject* object,
                                                std::shared_ptr<const LabMeter> otherwise) {
-  const std::string file = Member<std::string>(object, "output_profile", "");
+  const std::string file = object->Text("output_profile", "");
   if (file.empty()) return otherwise;
-  auto& meter = meters_[folder_ / file];
-  if (!meter) meter = std::make_shared<LabMeter>((folder_ / file).string());
+  const Path path = object->PathOf(file);
+  auto& meter = meters_[path];
+  try {
+    if (!meter) meter = std::make_shared<LabMeter>(path.string());
+  } catch (const std::runtime_error& error) {
+    object->Refuse("output_profile", error.what());
+  }
   return meter;
 }
 
-FieldPrinter ReadFieldPrinter(const Json& job, const Path& folder, const Path& keep) {
+FieldPrinter ReadFieldPrinter(JsonObject* job, const Path& keep) {
+  const Numbers table = Numbers::Exactly(kTableSize), plane_widths = Numbers::Exactly(kPlaneWidths);
   FieldPrinter printer;
-  const auto found = job.find("printer");
-  if (found != job.end()) {
-    CheckKeys(*found, "printer", {"reference", "widths", "gray_widths"});
-    printer.reference = Sized(MemberBytes(*found, "reference", folder), "reference", kTableSize);
-    printer.gray_widths =
-        Sized(MemberBytes(*found, "gray_widths", folder), "gray_widths", kCurveWidths);
-    const Json widths = Member(*found, "widths", Json::array());
-    if (!widths.is_array() || (!widths.empty() && widths.size() != kChannels)) {
-      throw std::runtime_error("\"widths\" are four files: C, M, Y, K");
+  if (std::optional<JsonObject> object = job->Object("printer")) {
+    printer.reference = object->File("reference", table);
+    printer.gray_widths = object->File("gray_widths", Numbers::Exactly(kCurveWidths));
+    const std::vector<std::string> names =
+        object->Texts("widths", Numbers::Exactly(kChannels), false);
+    for (std::size_t c = 0; c < names.size(); ++c) {
+      printer.widths[c] = object->FileNamed("widths", names[c], plane_widths);
     }
-    for (std::size_t c = 0; c < widths.size(); ++c) {
-      if (!widths[c].is_string()) throw std::runtime_error("\"widths\" are four files: C, M, Y, K");
-      const Path path = folder / widths[c].get<std::string>();
-      printer.widths[c] = Sized(ReadBytes(path), path.string(), kPlaneWidths);
-    }
+    object->Finish();
   }
   if (keep.empty()) return printer;
-  if (!std::filesystem::is_directory(keep)) throw std::runtime_error(keep.string() + ": no folder");
+  if (!std::filesystem::is_directory(keep)) throw Refusal(keep.string(), "no folder");
   printer.reference = ReadIfThere(keep / "reference.bin", kTableSize);
   for (std::size_t c = 0; c < kChannels; ++c) {
     printer.widths[c] = ReadIfThere(keep / kWidthNames[c], kPlaneWidths);
   }
   printer.gray_widths = ReadIfThere(keep / "gray-cbat-k.bin", kCurveWidths);
   if (printer.widths[0].empty() && printer.gray_widths.empty()) {
-    throw std::runtime_error(keep.string() + ": no width tables of an earlier authoring");
+    throw Refusal(keep.string(), "no width tables of an earlier authoring");
   }
   return printer;
 }

@@ -1,7 +1,6 @@
 // What a job says of goals and of printers in the field.
 //
-// Room: tools. Values only. A key of the wrong kind, an unknown one or a number out of range raises
-// std::runtime_error with the key.
+// Room: tools. Values only. What is refused is a Refusal, see json_file.h.
 //
 // In a job, and but for "bytes" and "printer" in one of its tables:
 //
@@ -19,7 +18,7 @@
 #include <optional>
 
 #include "authoring/goal.h"
-#include "tools/velora/files.h"
+#include "tools/velora/json_file.h"
 
 namespace velora::tools {
 
@@ -27,18 +26,17 @@ struct JobGoal {
   std::optional<authoring::Goal> goal;  // none: the job has no such key
   long budget = 0;
 };
-JobGoal ReadGoal(const Json& object);
+JobGoal ReadGoal(JsonObject* job);
+std::optional<authoring::Goal> ReadTableGoal(JsonObject* table);
 
 // Output profiles by their paths: tables of one profile share a meter.
 class Profiles {
  public:
-  explicit Profiles(const Path& folder) : folder_(folder) {}
   // The meter of a table's or a job's "output_profile"; `otherwise` where there is no such key.
   std::shared_ptr<const authoring::LabMeter> Read(
-      const Json& object, std::shared_ptr<const authoring::LabMeter> otherwise = nullptr);
+      JsonObject* object, std::shared_ptr<const authoring::LabMeter> otherwise = nullptr);
 
  private:
-  Path folder_;
   std::map<Path, std::shared_ptr<const authoring::LabMeter>> meters_;
 };
 
@@ -49,7 +47,7 @@ struct FieldPrinter {
   Bytes gray_widths;
 };
 // Of a job, or of the folder that an earlier authoring wrote to. `keep` may be empty.
-FieldPrinter ReadFieldPrinter(const Json& job, const Path& folder, const Path& keep);
+FieldPrinter ReadFieldPrinter(JsonObject* job, const Path& keep);
 
 // "ciede2000", "cie76" and "ink", each with mean, p95, p99 and max; "ink_sum".
 Json ErrorsJson(const authoring::TableErrors& errors);

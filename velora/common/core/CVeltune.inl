@@ -4,6 +4,7 @@
 #include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CVeltune.h"
+#include "velora/common/core/LookupObserver.h"
 #include "velora/common/core/create.h"
 #include "velora/reason.h"
 
@@ -98,18 +99,23 @@ Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configurati
   if (key == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  ObserveSearch<Configuration, Kind>(key, list, parameters);
   key->Call_Callback_Locate();
   plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
   trace.cause = VELORA_REASON_NO_COMPONENT;  // as long as nothing is found
   trace.sought = Kind::kType;
   Kind* found;
-  if (buildChain == nullptr || list == nullptr || parameters == nullptr) {
+  const bool observed = LookupObserver<Configuration>::current != nullptr;
+  if (buildChain == nullptr || list == nullptr || parameters == nullptr || observed) {
     found = Locate_FromComponentList(key, list, parameters);
   } else {
     auto* array = list->GetArray();
     found =
         array->Get(buildChain->scope->FinderIn(array, parameters, parameters->GetPrintModeMapping())
                        ->Find(key));
+  }
+  if (observed) {
+    LookupObserver<Configuration>::current->OnFound(found);
   }
   trace.cause = 0;
   ++trace.found;

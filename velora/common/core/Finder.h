@@ -11,6 +11,7 @@
 #include <type_traits>
 
 #include "velora/common/api/IComponent.h"
+#include "velora/common/core/LookupObserver.h"
 #include "velora/common/core/Places.h"
 
 namespace velora::common::core {
@@ -146,10 +147,11 @@ class Finder {
 
   void Add(Component* component, int place, Parameters* parameters);
   void Consider(int candidate);
-  bool IsPreferred(Candidate& candidate, Candidate& other);
+  bool IsPreferred(Candidate& candidate, Candidate& other, Preference* by);
   int SpecificityOf(const Candidate& candidate);
   static int VersionOf(Component* component);
 
+  LookupObserver<Configuration>* observer = nullptr;  // sees all candidates: there is no index then
   const void* source = nullptr;
   int sourceCount = 0;
   const void* mapping = nullptr;

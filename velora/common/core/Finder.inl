@@ -356,6 +356,8 @@ void Finder<Configuration>::Init(api::IArray<Kind>* array, Parameters* parameter
   source = array;
   sourceCount = array->GetCount();
   mapping = printModeMapping;
+  observer = LookupObserver<Configuration>::current;
+  indexable = observer == nullptr;
   for (int i = 0; i < sourceCount; ++i) {
     Add(array->Get(i), i, parameters);
   }
@@ -374,6 +376,9 @@ void Finder<Configuration>::Add(Component* component, int place, Parameters* par
   const int condition = conditions.Number(asked->GetLinkedList_Operators());
   if (condition == conditionAt.Size()) {
     conditionAt.Add({asked, asked->Evaluate(parameters), -1});
+  }
+  if (observer != nullptr) {
+    observer->OnCondition(component, conditionAt[condition].holds);
   }
   if (conditionAt[condition].holds) {
     candidates.Add({component, place, condition, tags.Add(component->GetTags()),
@@ -407,33 +412,54 @@ int Finder<Configuration>::SpecificityOf(const Candidate& candidate) {
 
 // The preferences in their order; the first that differs decides.
 template <class Configuration>
-bool Finder<Configuration>::IsPreferred(Candidate& candidate, Candidate& other) {
+bool Finder<Configuration>::IsPreferred(Candidate& candidate, Candidate& other, Preference* by) {
+  *by = Preference::kVersion;
   if (const int more = VersionOf(candidate.component) - VersionOf(other.component); more != 0) {
     return more > 0;
   }
+  *by = Preference::kSpecificity;
   if (const int more = SpecificityOf(candidate) - SpecificityOf(other); more != 0) {
     return more > 0;
   }
+  *by = Preference::kTags;
   if (const int more = tags.CountMatching(candidate.tags) - tags.CountMatching(other.tags);
       more != 0) {
     return more > 0;
   }
+  *by = Preference::kProperties;
   if (const int more = properties.CountMatching(candidate.properties) -
                        properties.CountMatching(other.properties);
       more != 0) {
     return more > 0;
   }
+  *by = Preference::kOrder;
   return candidate.place < other.place;
 }
 
 template <class Configuration>
 void Finder<Configuration>::Consider(int number) {
   Candidate& candidate = candidates[number];
-  if (tags.Fits(candidate.tags) && properties.Fits(candidate.properties)) {
-    ++fitting;
-    if (chosen < 0 || IsPreferred(candidate, candidates[chosen])) {
-      chosen = number;
-    }
+  const bool tagsFit = tags.Fits(candidate.tags);
+  const bool fits = tagsFit && properties.Fits(candidate.properties);
+  if (observer != nullptr) {
+    observer->OnFilters(candidate.component, tagsFit, fits);
+  }
+  if (!fits) {
+    return;
+  }
+  ++fitting;
+  if (chosen < 0) {
+    chosen = number;
+    return;
+  }
+  Preference by;
+  const int other = chosen;
+  if (IsPreferred(candidate, candidates[other], &by)) {
+    chosen = number;
+  }
+  if (observer != nullptr) {
+    observer->OnPreferred(candidates[chosen].component,
+                          candidates[chosen == number ? other : number].component, by);
   }
 }
 
