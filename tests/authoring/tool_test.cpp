@@ -85,7 +85,7 @@ TEST_F(Tool, AuthorsRebuildsAndShowsInk) {
       {"rebuild out/neutral" + others + " -o neutral-record.bin --compare", ", equal"},
       {"info --components out/printer.velcase", "LevelCount 2, DropsPerLevel 0-5,"},
       {"info --modes out/printer.velcase",
-       "if MediaType = 8 and MediaSubtype = 0 and Quality = -2"},
+       "if ProductVariant = 0 and MediaType = 8 and MediaSubtype = 0"},
       {"info --json out/printer.velcase", "\"name\": \"Build_N_5_9_17\""},
       {"rebuild " + vector + "call.json --compare",
        "us, equal\ngray, media 2, quality 1: 284 bytes in "},

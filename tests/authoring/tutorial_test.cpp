@@ -20,8 +20,9 @@ TEST_F(Tool, TutorialRuns) {
   const fs::path build = fs::path(VELORA_TOOL).parent_path().parent_path();
   fs::create_directories(folder_ / "bin");
   fs::create_symlink(VELORA_TOOL, folder_ / "bin/velora");
-  Write("bin/pkg-config", "#!/bin/sh\necho -I" VELORA_SOURCE "/include -L" + build.string() +
-                              " -Wl,-rpath," + build.string() + " -lvelora\n");
+  Write("bin/pkg-config", "#!/bin/sh\necho -I" VELORA_SOURCE "/include -I" + build.string() +
+                              "/include -L" + build.string() + " -Wl,-rpath," + build.string() +
+                              " -lvelora\n");
   fs::permissions(folder_ / "bin/pkg-config", fs::perms::owner_all);
 
   std::ifstream page(VELORA_SOURCE "/docs/tutorial.md");
