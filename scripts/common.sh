@@ -31,3 +31,6 @@ need() {
     [[ -e $file ]] || { echo "$(basename "$0"): no $file; run scripts/build first" >&2; exit 1; }
   done
 }
+
+# What clang does not know of GCC's options, as a sed expression that takes it out of a command.
+without_gcc_options='s/ -(fno-declone-ctor-dtor|mstringop-strategy=libcall)//g'

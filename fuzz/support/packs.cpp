@@ -4,7 +4,9 @@
 
 #include "fuzz/support/promise.h"
 #include "velora/common/core/pack.h"
+#include "velora/fenn/api/Vocabulary.h"
 #include "velora/velora.h"
+#include "velora/wisp/api/Vocabulary.h"
 
 namespace fuzz {
 namespace {
