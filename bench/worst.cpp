@@ -142,7 +142,8 @@ Bytes LargeConditions(size_t size) {
 // Conditions around one list, as long as the number of entries lets it be.
 Bytes SharedList(size_t size) {
   Growing image(size);
-  const Entry list = image.AddList(6, Entries(size / 16, image.Value(71, 4)));
+  const Entry list =
+      image.AddList(6, Entries(std::min(size, image.packable) / 16, image.Value(71, 4)));
   image.HasRoom(size / 8);
   const Entry version = image.Value(32, 1);
   for (unsigned i = 2; image.HasRoom(45); ++i) {

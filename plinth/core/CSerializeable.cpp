@@ -2,8 +2,6 @@
 
 namespace plinth::v1::core {
 
-using api::Configuration;
-
 void CSerializeable::Init(int type, api::ISerializer*, void*) {
   CObject::Init();
   serializeableType = type;
