@@ -388,7 +388,8 @@ class Family::Builder {
       }
       add({both});
     }
-    for (std::size_t i = 0; left > 0; ++i) add({leaves.truths[i % leaves.truths.size()], both});
+    std::size_t next = 0;
+    while (left > 0) add({leaves.truths[next++ % leaves.truths.size()], both});
     return Condition(std::move(postfix));
   }
 

@@ -26,7 +26,7 @@
   [[gnu::always_inline]] Class() = default; \
   PLINTH_INLINE_DESTRUCTION(Class)
 // For a class with a constructor of its own, which is to be inline as well.
-#define PLINTH_INLINE_DESTRUCTION(Class) [[gnu::always_inline]] ~Class() override = default
+#define PLINTH_INLINE_DESTRUCTION(Class) [[gnu::always_inline]] ~Class() = default
 
 namespace plinth::v1::core {
 class CObject;

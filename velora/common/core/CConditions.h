@@ -59,6 +59,8 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
       COperator* taker;
       IOperator* element;  // the first of them, where it is resolved
     };
+    // What every Resolve begins with: the checks, and with whom it is resolved.
+    void Begin(IPrintModeParameters* parameters);
     // With room for all that can wait.
     static void ResolveBefore(IOperator* top, Element* volatile* rest, Waiting* waiting,
                               IPrintModeParameters* parameters);

@@ -23,12 +23,17 @@ template <class Configuration>
 auto CConditions<Configuration>::COperator::Resolve(Operators* operators,
                                                     IPrintModeParameters* parameters)
     -> Operators* {
+  Begin(parameters);
+  return operators;
+}
+
+template <class Configuration>
+void CConditions<Configuration>::COperator::Begin(IPrintModeParameters* parameters) {
   if (parameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
   resolvedWith = parameters;
-  return operators;
 }
 
 template <class Configuration>
@@ -95,7 +100,7 @@ void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Elemen
   IOperator* element = top;
   do {
     auto* step = static_cast<COperator*>(element->GetThis_Concrete());
-    step->COperator::Resolve(nullptr, parameters);
+    step->Begin(parameters);
     if (step->CountTaken() > 0) {
       waiting[count++] = {step, nullptr};
     } else {
