@@ -398,8 +398,9 @@ std::vector<EncodedInks> EncodeAll(const InkJob& job, std::vector<TableErrors>* 
     }
     InkPlan plan = SearchInk(tables, job.search);
     for (auto& planes : plan.tables) {
-      EncodedInks& inks = encoded.emplace_back();
+      EncodedInks inks;
       for (const Ink& ink : kInks) inks.push_back(std::move(planes[ink.plane]));
+      encoded.push_back(std::move(inks));
     }
     *errors = std::move(plan.errors);
     return encoded;

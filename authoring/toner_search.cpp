@@ -138,7 +138,7 @@ class Rounds {
     const Table& table = tables_[t];
     Values pull(kPlaneSize);
     for (int i = 0; i < kPlaneSize; ++i) {
-      double missing[kChannels];
+      double missing[kChannels] = {};
       for (int c = 0; c < kChannels; ++c) {
         const int place = c * kPlaneSize + i;
         const double reached = reference_[place] + now_.transform[t][c][i];
