@@ -121,6 +121,7 @@ int main(int argc, char** argv) {
   const Request made = MakeRequest();
   Save(made, request);
   SaveLink(made, request + ".link");
+  sync();  // a page of a file that was just written would count as the process's own
 
   std::vector<Kind> kinds{{"empty", {folder + "empty"}, ""}};
   const auto add_library = [&](const std::string& label, const std::string& library) {

@@ -1,11 +1,18 @@
 # The libraries that libvelora calls, as velora_system, found below the sysroot when one is set.
 # No pkg-config here: it would answer for the build machine when the target is another one.
 
+# A library that stands behind ARCHIVE goes into libvelora.so itself where the build is for a device
+# and has its archive; docs/building.md weighs that.
+
 add_library(velora_system INTERFACE)
 
 function(velora_require name header library)
   find_path(${name}_INCLUDE ${header})
-  find_library(${name}_LIBRARY ${library})
+  if(VELORA_DEVICE AND "ARCHIVE" IN_LIST ARGN)
+    find_library(${name}_LIBRARY NAMES lib${library}.a ${library})
+  else()
+    find_library(${name}_LIBRARY ${library})
+  endif()
   mark_as_advanced(${name}_INCLUDE ${name}_LIBRARY)
   if(NOT ${name}_INCLUDE OR NOT ${name}_LIBRARY)
     message(FATAL_ERROR "${name} is missing (${header}, lib${library}): run scripts/setup")
@@ -14,6 +21,15 @@ function(velora_require name header library)
 endfunction()
 
 velora_require(VELORA_ZLIB zlib.h z)
-velora_require(VELORA_FFTW fftw3.h fftw3f)
-velora_require(VELORA_LZMA lzma.h lzma)
-velora_require(VELORA_CRYPTO openssl/sha.h crypto)
+velora_require(VELORA_FFTW fftw3.h fftw3f ARCHIVE)
+velora_require(VELORA_LZMA lzma.h lzma ARCHIVE)
+velora_require(VELORA_CRYPTO openssl/sha.h crypto ARCHIVE)
+
+# FFTW's archive needs the mathematics library, and of its solvers only what one plan is made of.
+set(VELORA_FFTW_SOLVERS OFF)
+if(VELORA_FFTW_LIBRARY MATCHES "\\.a$")
+  target_link_libraries(velora_system INTERFACE m)
+  if(NOT VELORA_FFTW_TRANSFORM)
+    set(VELORA_FFTW_SOLVERS ON)
+  endif()
+endif()

@@ -2,7 +2,8 @@
 # velora (libvelora.so) and velora_static (the same objects, for tests and tools that look inside).
 #
 # The object world leaves frames by longjmp alone, so it is compiled without exceptions and without
-# unwind tables; scripts/check-unwinding holds it to that. RTTI stays on, dynamic_cast needs it.
+# unwind tables, as the plain code around it is; scripts/check-unwinding holds them to that. RTTI
+# stays on, dynamic_cast needs it.
 
 set(VELORA_ROOMS)
 set(VELORA_OBJECT_WORLD)
@@ -22,6 +23,7 @@ function(velora_room name folder)
     return()
   endif()
   add_library(${name} OBJECT ${sources})
+  set_target_properties(${name} PROPERTIES VELORA_LIBRARY_PART ON)
   target_link_libraries(${name} PRIVATE velora_settings)
   if(room_OBJECT_WORLD)
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
@@ -32,20 +34,25 @@ endfunction()
 
 velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD)
 velora_room(room_plinth_core plinth/core OBJECT_WORLD)
-# The grid's transform: our own code, which is written for the vectoriser, or FFTW's.
+# The grid's transform: our own code, which is written for the vectoriser, or FFTW's. And the solvers
+# of FFTW's archive, where it is that.
 if(VELORA_FFTW_TRANSFORM)
-  set(other_transform "/grid_transform\\.cpp$")
+  set(left_out "/grid_transform\\.cpp$")
 else()
-  set(other_transform "/grid_transform_fftw\\.cpp$")
+  set(left_out "/grid_transform_fftw\\.cpp$")
 endif()
-velora_room(room_toolkit velora/frontend/toolkit EXCEPT ${other_transform})
-set_source_files_properties(velora/frontend/toolkit/grid_transform.cpp PROPERTIES COMPILE_OPTIONS
-                                                                                  -O3)
+if(NOT VELORA_FFTW_SOLVERS)
+  string(APPEND left_out "|/fftw_solvers\\.cpp$")
+endif()
+velora_room(room_toolkit velora/frontend/toolkit OBJECT_WORLD EXCEPT ${left_out})
+set_source_files_properties(
+  velora/frontend/toolkit/grid_transform.cpp velora/frontend/toolkit/arithmetic.cpp
+  PROPERTIES COMPILE_OPTIONS -O3)
 velora_room(room_common velora/common OBJECT_WORLD)
 velora_room(room_fenn velora/fenn OBJECT_WORLD)
 velora_room(room_wisp velora/wisp OBJECT_WORLD)
 velora_room(room_facade velora/frontend/door OBJECT_WORLD ONLY "Velora*.cpp")
-velora_room(room_door velora/frontend/door EXCEPT "/Velora[^/]*\\.cpp$")
+velora_room(room_door velora/frontend/door OBJECT_WORLD EXCEPT "/Velora[^/]*\\.cpp$")
 
 set(objects)
 foreach(room IN LISTS VELORA_ROOMS)
@@ -66,6 +73,7 @@ target_include_directories(
 set_target_properties(
   velora
   PROPERTIES LINKER_LANGUAGE CXX
+             VELORA_LIBRARY_PART ON
              VERSION ${PROJECT_VERSION}
              SOVERSION ${PROJECT_VERSION_MAJOR}
              LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
@@ -74,8 +82,25 @@ set_target_properties(
 if(NOT VELORA_SANITIZE)
   target_link_options(velora PRIVATE -Wl,--no-undefined)
 endif()
+if(VELORA_DEVICE)
+  # What comes out of an archive is nobody else's.
+  target_link_options(velora PRIVATE -static-libstdc++ -static-libgcc -Wl,--gc-sections
+                      -Wl,--exclude-libs,ALL -Wl,--as-needed)
+  # Fewer bytes to read and to relocate, where the linker knows the form and so does the loader.
+  include(CheckCXXSourceCompiles)
+  set(CMAKE_REQUIRED_LINK_OPTIONS -shared -Wl,-z,pack-relative-relocs)
+  check_cxx_source_compiles("int zero; int* place = &zero;" VELORA_PACKED_RELOCATIONS
+                            FAIL_REGEX "ignored")
+  unset(CMAKE_REQUIRED_LINK_OPTIONS)
+  if(VELORA_PACKED_RELOCATIONS)
+    target_link_options(velora PRIVATE -Wl,-z,pack-relative-relocs)
+  endif()
+endif()
 
 add_library(velora_static STATIC ${objects})
+if(VELORA_DEVICE)
+  set_target_properties(velora_static PROPERTIES EXCLUDE_FROM_ALL ON)
+endif()
 target_link_libraries(velora_static PUBLIC velora_settings velora_system)
 set_target_properties(velora_static PROPERTIES LINKER_LANGUAGE CXX ARCHIVE_OUTPUT_DIRECTORY
                                                                    ${PROJECT_BINARY_DIR})

@@ -46,6 +46,15 @@ else()
   target_compile_options(velora_settings INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 
+if(VELORA_DEVICE)
+  # The library is one translation unit at the link: tables and code that nothing reaches are left
+  # out. Programs around it are built as ever.
+  set(library "$<BOOL:$<TARGET_PROPERTY:VELORA_LIBRARY_PART>>")
+  target_compile_options(
+    velora_settings INTERFACE "$<${library}:-flto=auto;-ffunction-sections;-fdata-sections>")
+  target_link_options(velora_settings INTERFACE "$<${library}:-flto=auto;-O2>")
+endif()
+
 if(VELORA_FUZZ)
   # libFuzzer is led by the edges that an input takes; its main comes with each target. The check of
   # a call's dynamic type is left to the preset sanitize: without it, runs take a fifth less.
