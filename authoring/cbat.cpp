@@ -46,4 +46,13 @@ Bytes PackWidths(const std::vector<int>& widths) {
   return packed;
 }
 
+std::vector<int> UnpackWidths(const Bytes& packed) {
+  std::vector<int> widths;
+  for (unsigned char pair : packed) {
+    widths.push_back(pair & 15);
+    widths.push_back(pair >> 4);
+  }
+  return widths;
+}
+
 }  // namespace velora::authoring

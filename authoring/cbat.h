@@ -26,5 +26,6 @@ Bytes PackFields(const std::vector<int>& fields, const std::vector<int>& widths)
 
 // Two widths [0..15] a byte, the first in the low nibble: 2457 bytes for a plane, 128 for a curve.
 Bytes PackWidths(const std::vector<int>& widths);
+std::vector<int> UnpackWidths(const Bytes& packed);
 
 }  // namespace velora::authoring

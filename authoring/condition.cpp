@@ -9,11 +9,11 @@
 namespace velora::authoring {
 namespace {
 
-using Shared = common::SharedVocabulary;
+using Shared = common::SharedTypeIds;
 constexpr int kAlways = Shared::kDefaultCondition;
-constexpr int kAnd = Shared::kConditionsOperator_And;
-constexpr int kOr = Shared::kConditionsOperator_Or;
-constexpr int kNot = Shared::kConditionsOperator_Not;
+constexpr int kAnd = Shared::kConditions_Operator_And;
+constexpr int kOr = Shared::kConditions_Operator_Or;
+constexpr int kNot = Shared::kConditions_Operator_Not;
 
 int OperandsOf(int type) { return type == kAnd || type == kOr ? 2 : type == kNot ? 1 : 0; }
 

@@ -1,5 +1,6 @@
 #include "authoring/dct.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -49,12 +50,51 @@ std::vector<double> TransformCurve(const std::vector<double>& in, Direction dire
   return TransformLines(in, matrix, kCurveSize, 1, direction);
 }
 
+// The weights of a grid's axis, with the sample or the coefficient that is read as the row.
+const double* GridMatrix(Direction direction) {
+  static const std::vector<double> forward = [] {
+    const std::vector<double> matrix = CosineMatrix(kGridPoints);
+    std::vector<double> turned(matrix.size());
+    for (int k = 0; k < kGridPoints; ++k) {
+      for (int n = 0; n < kGridPoints; ++n)
+        turned[n * kGridPoints + k] = matrix[k * kGridPoints + n];
+    }
+    return turned;
+  }();
+  static const std::vector<double> inverse = CosineMatrix(kGridPoints);
+  return direction == Direction::kForward ? forward.data() : inverse.data();
+}
+
+// out[along, j] = sum over n of weight[n, along] * in[n, j], for `rest` values of j side by side.
+template <int rest>
+void TransformAxis(const double* in, const double* weights, double* out) {
+  for (int along = 0; along < kGridPoints; ++along) {
+    double sums[rest] = {};
+    for (int n = 0; n < kGridPoints; ++n) {
+      const double weight = weights[n * kGridPoints + along];
+      for (int j = 0; j < rest; ++j) sums[j] += weight * in[n * rest + j];
+    }
+    std::copy(sums, sums + rest, out + along * rest);
+  }
+}
+
+// The searches run through this some ten thousand times: each axis adds whole rows.
 std::vector<double> TransformGrid(const std::vector<double>& in, Direction direction) {
   if (in.size() != kPlaneSize) throw std::invalid_argument("a plane has 4913 values");
-  static const std::vector<double> matrix = CosineMatrix(kGridPoints);
-  std::vector<double> out = in;
-  for (int stride : {1, kGridPoints, kGridPoints * kGridPoints}) {
-    out = TransformLines(out, matrix, kGridPoints, stride, direction);
+  constexpr int kSlice = kGridPoints * kGridPoints;
+  const double* const weights = GridMatrix(direction);
+  std::vector<double> along_a(kPlaneSize), along_b(kPlaneSize), out(kPlaneSize);
+  TransformAxis<kSlice>(in.data(), weights, along_a.data());
+  for (int a = 0; a < kGridPoints; ++a) {
+    TransformAxis<kGridPoints>(along_a.data() + a * kSlice, weights, along_b.data() + a * kSlice);
+  }
+  for (int row = 0; row < kSlice; ++row) {
+    double sums[kGridPoints] = {};
+    for (int n = 0; n < kGridPoints; ++n) {
+      const double value = along_b[row * kGridPoints + n];
+      for (int k = 0; k < kGridPoints; ++k) sums[k] += value * weights[n * kGridPoints + k];
+    }
+    std::copy(sums, sums + kGridPoints, out.begin() + row * kGridPoints);
   }
   return out;
 }

@@ -9,8 +9,6 @@
 
 #include "authoring/cbat.h"
 #include "authoring/ink_encoder.h"
-#include "authoring/ink_ids.h"
-#include "authoring/ink_job.h"
 #include "authoring/words.h"
 #include "velora/common/core/pack.h"
 #include "velora/fenn/api/components.h"
@@ -21,8 +19,12 @@ namespace {
 
 namespace fenn = v2::fenn::api;
 namespace wisp = v1::wisp::api;
-using TonerIds = common::Vocabulary<fenn::Configuration>;
-using InkIds = common::Vocabulary<wisp::Configuration>;
+using TonerIds = common::TypeIds<fenn::Configuration>;
+using InkIds = common::TypeIds<wisp::Configuration>;
+
+// On the table, theme, medium and axis of a print mode.
+constexpr int kModeConditions[] = {TonerIds::kCondition_TableType, TonerIds::kCondition_ThemeType,
+                                   TonerIds::kCondition_MediaType, TonerIds::kCondition_AxisType};
 
 // In the order of a toner table's planes.
 constexpr int kPlanes[] = {common::api::kChannel_Cyan, common::api::kChannel_Magenta,
@@ -112,7 +114,7 @@ const Ids& IdsOf(Pipeline pipeline) {
       TonerIds::kTag_ProductVariant,
       TonerIds::kTag_SupplyFamily,
       TonerIds::kChannel,
-      fenn::kComponentRole,
+      TonerIds::kComponentRole,
       fenn::IColorMap::kType,
       fenn::IChannelMap::kType,
       TonerIds::kCondition_Platform,
@@ -127,7 +129,7 @@ const Ids& IdsOf(Pipeline pipeline) {
                            InkIds::kTag_ProductVariant,
                            InkIds::kTag_SupplyFamily,
                            InkIds::kChannel,
-                           ink::kComponentRole,
+                           InkIds::kComponentRole,
                            wisp::IColorMap::kType,
                            wisp::IChannelMap::kType,
                            InkIds::kCondition_Platform,
@@ -144,8 +146,10 @@ const Ids& IdsOf(Pipeline pipeline) {
 int ImageSizeOf(const Bytes& file) {
   using Toner = common::core::PackLayout<fenn::Configuration>;
   using Inks = common::core::PackLayout<wisp::Configuration>;
-  const int at = file[Toner::kVeloraSchema] == TonerIds::kVeloraSchema ? Toner::kUncompressed
-                                                                       : Inks::kUncompressed;
+  const int at =
+      file[Toner::kVeloraSchema] == common::Vocabulary<fenn::Configuration>::kVeloraSchema
+          ? Toner::kUncompressed
+          : Inks::kUncompressed;
   return file[at] << 24 | file[at + 1] << 16 | file[at + 2] << 8 | file[at + 3];
 }
 
@@ -324,14 +328,14 @@ class Family::Builder {
       const PrintMode& caller = TonerModes()[mode.place];
       const int values[] = {caller.table, caller.theme, caller.media, caller.axis};
       for (int i = 0; i < 4; ++i) {
-        if (values[i] > 0) leaves.truths.push_back({fenn::kFirstPrintModeCondition + i, values[i]});
+        if (values[i] > 0) leaves.truths.push_back({kModeConditions[i], values[i]});
       }
     } else {
       const PackMode& pack = InkModes()[mode.place];
-      for (const Value& leaf : {Value{ink::kCondition_MediaType, pack.media},
-                                Value{ink::kCondition_MediaSubtype, pack.subtype},
-                                Value{ink::kCondition_Quality, pack.quality},
-                                Value{ink::kCondition_PenSet, pack.pen_set}}) {
+      for (const Value& leaf : {Value{InkIds::kCondition_MediaType, pack.media},
+                                Value{InkIds::kCondition_MediaSubtype, pack.subtype},
+                                Value{InkIds::kCondition_Quality, pack.quality},
+                                Value{InkIds::kCondition_PenSet, pack.pen_set}}) {
         leaves.needed.push_back(leaf);
       }
     }
@@ -373,8 +377,8 @@ class Family::Builder {
       postfix.insert(postfix.end(), values);
       left -= static_cast<int>(values.size());
     };
-    const Value both{TonerIds::kConditionsOperator_And}, either{TonerIds::kConditionsOperator_Or};
-    if (left % 2 == 1) add({FalseLeaf(), {TonerIds::kConditionsOperator_Not}, both});
+    const Value both{TonerIds::kConditions_Operator_And}, either{TonerIds::kConditions_Operator_Or};
+    if (left % 2 == 1) add({FalseLeaf(), {TonerIds::kConditions_Operator_Not}, both});
     if (left >= 4) {
       const int count = 2 + Below(std::min(left / 2 - 1, kMostAlternatives));
       const int truth = Below(count);
@@ -397,17 +401,16 @@ class Family::Builder {
     tags.push_back({ids_.family_tag, made_.family_});
     if (is_toner()) {
       const PrintMode& caller = TonerModes()[mode.place];
-      const int first = fenn::kFirstPrintModeTag;
-      tags.push_back({first, caller.table + 1});
-      tags.push_back({first + 1, caller.theme + 1});
-      tags.push_back({first + 2, caller.media + 1});
-      tags.push_back({first + 3, caller.axis + 1});
+      tags.push_back({TonerIds::kTag_TableType, caller.table + 1});
+      tags.push_back({TonerIds::kTag_ThemeType, caller.theme + 1});
+      tags.push_back({TonerIds::kTag_MediaType, caller.media + 1});
+      tags.push_back({TonerIds::kTag_AxisType, caller.axis + 1});
     } else {
       const PackMode& pack = InkModes()[mode.place];
-      tags.push_back({ink::kTag_MediaType, pack.media});
-      tags.push_back({ink::kTag_MediaSubtype, pack.subtype});
-      tags.push_back({ink::kTag_Quality, pack.quality});
-      tags.push_back({ink::kTag_PenSet, pack.pen_set});
+      tags.push_back({InkIds::kTag_MediaType, pack.media});
+      tags.push_back({InkIds::kTag_MediaSubtype, pack.subtype});
+      tags.push_back({InkIds::kTag_Quality, pack.quality});
+      tags.push_back({InkIds::kTag_PenSet, pack.pen_set});
     }
     return tags;
   }
@@ -481,8 +484,9 @@ class Family::Builder {
   Component PartOf(int number, int kind, const std::vector<Value>& name) {
     const Component& stored = made_.parts_[number];
     Component part = Of(stored.kind, name);
-    const auto own = std::find_if(stored.properties.begin(), stored.properties.end(),
-                                  [](const Value& value) { return value.type == ink::kNodeCount; });
+    const auto own =
+        std::find_if(stored.properties.begin(), stored.properties.end(),
+                     [](const Value& value) { return value.type == InkIds::kNodeCount; });
     // The deltas of the two levels are one kind.
     if (!is_toner() && kind >= 2) part.properties.push_back(*own);
     if (number >= shape_.bases) {
@@ -509,12 +513,12 @@ class Family::Builder {
 
   static void AddDescription(Component* map) {
     const InkDescription description;
-    map->properties.push_back({ink::kResolution, description.resolution});
+    map->properties.push_back({InkIds::kResolution, description.resolution});
     map->properties.push_back(
-        {ink::kLevelCount, static_cast<int>(description.drops_per_level.size())});
-    map->properties.push_back({ink::kDropsPerLevel, 0, description.drops_per_level});
-    map->properties.push_back({ink::kNominalDropVolume, description.drop_volume});
-    map->properties.push_back({ink::kDropVolumeOffset, description.drop_volume_offset});
+        {InkIds::kLevelCount, static_cast<int>(description.drops_per_level.size())});
+    map->properties.push_back({InkIds::kDropsPerLevel, 0, description.drops_per_level});
+    map->properties.push_back({InkIds::kNominalDropVolume, description.drop_volume});
+    map->properties.push_back({InkIds::kDropVolumeOffset, description.drop_volume_offset});
   }
 
   // Components of the same name that a lookup must pass over, each for one reason; whoever takes
@@ -648,7 +652,7 @@ InkRequest Family::RequestOf(int mode, int platform) const {
   const Step locator{wisp::IColorMap::kType,
                      {},
                      {{InkIds::kTag_Platform, platform}, {InkIds::kTag_SupplyFamily, family_}},
-                     {{ink::kComponentRole, 1}}};
+                     {{InkIds::kComponentRole, 1}}};
   InkRequest request;
   request.mode = CallerMode(InkModes()[modes_[mode].place]);
   request.locator = WriteReference(Pipeline::kInk, locator);

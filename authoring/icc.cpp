@@ -1,7 +1,5 @@
 #include "authoring/icc.h"
 
-#include <lcms2.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -10,31 +8,12 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "authoring/lcms.h"
+
 namespace velora::authoring {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Every sample goes the whole way through both profiles, so that a table depends on the profiles
-// and not on what Little CMS remembers or precalculates.
-constexpr cmsUInt32Number kExact = cmsFLAGS_NOOPTIMIZE | cmsFLAGS_NOCACHE;
-
-using OpenProfile = std::shared_ptr<void>;
-using Transform = std::shared_ptr<void>;
-
-OpenProfile Open(const std::string& path) {
-  cmsHPROFILE profile = cmsOpenProfileFromFile(path.c_str(), "r");
-  if (profile == nullptr) throw std::runtime_error(path + ": not an ICC profile");
-  return OpenProfile(profile, cmsCloseProfile);
-}
-
-Transform MakeTransform(const OpenProfile& from, cmsUInt32Number from_format, const OpenProfile& to,
-                        cmsUInt32Number to_format, Intent intent, const std::string& path) {
-  cmsHTRANSFORM transform = cmsCreateTransform(from.get(), from_format, to.get(), to_format,
-                                               static_cast<cmsUInt32Number>(intent), kExact);
-  if (transform == nullptr) throw std::runtime_error(path + ": gives no such transform");
-  return Transform(transform, cmsDeleteTransform);
-}
 
 // Fills in the kind; false for profiles of no use here.
 bool Classify(const std::string& path, Profile* profile) {
@@ -81,16 +60,6 @@ std::vector<Profile> OfKind(const std::vector<Profile>& profiles, ProfileKind ki
   return found;
 }
 
-// Interleaved CMYK, as Little CMS takes it.
-Bytes Interleaved(const Bytes& table) {
-  if (table.size() != kTableSize) throw std::runtime_error("a CMYK table has 19652 bytes");
-  Bytes pixels(kTableSize);
-  for (int i = 0; i < kTableSize; ++i) {
-    pixels[i % kPlaneSize * kChannels + i / kPlaneSize] = table[i];
-  }
-  return pixels;
-}
-
 }  // namespace
 
 const char* IntentName(Intent intent) {
@@ -122,21 +91,21 @@ std::vector<Profile> FindProfiles(const std::vector<std::string>& folders) {
   return profiles;
 }
 
-Bytes SampleTable(const Profile& source, const Profile& output, Intent intent) {
-  const Transform transform = MakeTransform(Open(source.path), TYPE_RGB_8, Open(output.path),
-                                            TYPE_CMYK_8, intent, output.path);
+Bytes SampleTable(const Profile& source, const Profile& output, Intent intent, bool black_point) {
+  const int channels = output.kind == ProfileKind::kRgbSource ? kRgbChannels : kChannels;
+  const Transform transform =
+      MakeTransform({Open(source.path), Open(output.path)}, TYPE_RGB_8,
+                    channels == kRgbChannels ? TYPE_RGB_8 : TYPE_CMYK_8, intent,
+                    kExact | (black_point ? cmsFLAGS_BLACKPOINTCOMPENSATION : 0), output.path);
   Bytes rgb;
-  for (int i = 0; i < kPlaneSize; ++i) {
-    for (int point :
-         {i / (kGridPoints * kGridPoints), i / kGridPoints % kGridPoints, i % kGridPoints}) {
-      rgb.push_back(static_cast<unsigned char>((point * 255 + 8) / 16));
-    }
+  for (const float value : GridPoints()) {
+    rgb.push_back(static_cast<unsigned char>(std::lround(value * 255)));
   }
-  Bytes pixels(kTableSize);
+  const auto size = static_cast<std::size_t>(channels) * kPlaneSize;
+  Bytes pixels(size), table(size);
   cmsDoTransform(transform.get(), rgb.data(), pixels.data(), kPlaneSize);
-  Bytes table(kTableSize);
-  for (int i = 0; i < kTableSize; ++i) {
-    table[i] = pixels[i % kPlaneSize * kChannels + i / kPlaneSize];
+  for (std::size_t i = 0; i < size; ++i) {
+    table[i] = pixels[i % kPlaneSize * channels + i / kPlaneSize];
   }
   return table;
 }
@@ -203,24 +172,28 @@ std::vector<SampledCurve> SampleCurves(const std::vector<Profile>& profiles, int
   return curves;
 }
 
-LabMeter::LabMeter(const Profile& output)
-    : transform_(MakeTransform(Open(output.path), TYPE_CMYK_8,
+double Cie76(const Lab& x, const Lab& y) {
+  return std::sqrt((x.L - y.L) * (x.L - y.L) + (x.a - y.a) * (x.a - y.a) +
+                   (x.b - y.b) * (x.b - y.b));
+}
+
+double Cie2000(const Lab& x, const Lab& y) {
+  const cmsCIELab a{x.L, x.a, x.b}, b{y.L, y.a, y.b};
+  return cmsCIE2000DeltaE(&a, &b, 1, 1, 1);
+}
+
+LabMeter::LabMeter(const std::string& path)
+    : transform_(MakeTransform(Open(path), TYPE_CMYK_8,
                                OpenProfile(cmsCreateLab4Profile(nullptr), cmsCloseProfile),
-                               TYPE_Lab_DBL, Intent::kRelative, output.path)) {}
+                               TYPE_Lab_DBL, Intent::kRelative, path)) {}
 
 LabMeter::~LabMeter() = default;
 
-ColorDifference LabMeter::Compare(const Bytes& table_a, const Bytes& table_b) const {
-  std::vector<cmsCIELab> a(kPlaneSize), b(kPlaneSize);
-  cmsDoTransform(transform_.get(), Interleaved(table_a).data(), a.data(), kPlaneSize);
-  cmsDoTransform(transform_.get(), Interleaved(table_b).data(), b.data(), kPlaneSize);
-  ColorDifference difference{0, 0};
-  for (int i = 0; i < kPlaneSize; ++i) {
-    const double distance = cmsDeltaE(&a[i], &b[i]);
-    difference.mean += distance / kPlaneSize;
-    difference.largest = std::max(difference.largest, distance);
-  }
-  return difference;
+std::vector<Lab> LabMeter::See(const Bytes& table) const {
+  static_assert(sizeof(Lab) == sizeof(cmsCIELab), "Little CMS writes three doubles a point");
+  std::vector<Lab> seen(kPlaneSize);
+  cmsDoTransform(transform_.get(), Interleaved(table).data(), seen.data(), kPlaneSize);
+  return seen;
 }
 
 RgbView::RgbView(const Profile& output)

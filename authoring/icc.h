@@ -43,8 +43,10 @@ struct SampledTable {
   std::string digest;
 };
 
-// 17 points an axis, 8 bits: 19652 bytes, see table.h.
-Bytes SampleTable(const Profile& source, const Profile& output, Intent intent);
+// 17 points an axis, 8 bits: 19652 bytes, or 14739 where the output is an RGB profile; see table.h.
+// `black_point`: with black point compensation.
+Bytes SampleTable(const Profile& source, const Profile& output, Intent intent,
+                  bool black_point = false);
 
 // Up to `limit` tables with different digests. The first is from the first source and the first
 // output, relative colorimetric: the one to take as the printer's reference. Then sources, intents
@@ -64,19 +66,25 @@ Bytes SampleCurve(const Profile& source, const Profile& gray);
 // Up to `limit` curves with different bytes.
 std::vector<SampledCurve> SampleCurves(const std::vector<Profile>& profiles, int limit);
 
-// The distance of two tables over their 4913 grid points: CIE76.
-struct ColorDifference {
-  double mean;
-  double largest;
+// A colour in CIELAB.
+struct Lab {
+  double L, a, b;
 };
 
-// Sees tables as the relative colorimetric Lab of an output profile.
+// Colour differences.
+double Cie76(const Lab& x, const Lab& y);
+double Cie2000(const Lab& x, const Lab& y);
+
+// Sees tables as the relative colorimetric Lab of an output profile. Several threads may see with
+// one meter.
 class LabMeter {
  public:
-  explicit LabMeter(const Profile& output);
+  explicit LabMeter(const std::string& path);
+  explicit LabMeter(const Profile& output) : LabMeter(output.path) {}
   ~LabMeter();
 
-  ColorDifference Compare(const Bytes& table_a, const Bytes& table_b) const;
+  // The 4913 grid points.
+  std::vector<Lab> See(const Bytes& table) const;
 
  private:
   std::shared_ptr<void> transform_;

@@ -246,4 +246,16 @@ std::vector<InkResult> InkDevice::Ask(const InkCaller& caller,
   return results;
 }
 
+Bytes TableOf(const Bytes& record) {
+  constexpr int kPlanes[] = {3, 0, 1, 2};  // a record begins with black
+  const auto* nodes =
+      reinterpret_cast<const uint16_t*>(record.data() + offsetof(WISPColorMap, data));
+  Bytes table(kTableSize);
+  for (const int plane : kPlanes) {
+    std::copy(nodes, nodes + kPlaneSize, table.begin() + plane * kPlaneSize);
+    nodes += kPlaneSize;
+  }
+  return table;
+}
+
 }  // namespace velora::authoring

@@ -67,4 +67,7 @@ class InkDevice {
   SharedLibrary library_;
 };
 
+// The four planes of a colour map's record as a table, see table.h.
+Bytes TableOf(const Bytes& record);
+
 }  // namespace velora::authoring

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "authoring/ink_ids.h"
 #include "authoring/ink_pack.h"
 #include "authoring/words.h"
 #include "velora/wisp/api/components.h"
+#include "velora/wisp/api/vocabulary.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 
@@ -15,6 +15,7 @@ namespace {
 
 namespace wisp = v1::wisp::api;
 namespace core = v1::wisp::core;
+using Ids = wisp::TypeIds;
 
 // A component and the operator that encodes it, with the nodes an axis that it is for.
 struct Part {
@@ -42,9 +43,9 @@ std::vector<Part> PartsOf(InkForm form) {
 std::vector<Component> Encode(const Bytes& plane, InkForm form, const InkSettings& settings) {
   std::vector<Component> encoded;
   for (const Part& part : PartsOf(form)) {
-    const std::vector<Value> properties{{ink::kNodeCount, part.node_count},
-                                        {ink::kLossyCompressionLevel, settings.level},
-                                        {ink::kDeltaRange, settings.range}};
+    const std::vector<Value> properties{{Ids::kNodeCount, part.node_count},
+                                        {Ids::kLossyCompressionLevel, settings.level},
+                                        {Ids::kDeltaRange, settings.range}};
     encoded.push_back({part.kind,
                        1,
                        Condition(),
@@ -62,6 +63,14 @@ Bytes Difference(const Bytes& a, const Bytes& b) {
     difference[i] = static_cast<unsigned char>(std::clamp(a[i] - b[i] + 128, 0, 255));
   }
   return difference;
+}
+
+// Nodes whose delta does not reach far enough are off. The differences are small, or stand alone.
+void SubtractWhatIsOff(const Bytes& wanted, EncodedInk* encoded) {
+  if (encoded->rebuilt == wanted) return;
+  const InkSettings lossless;
+  encoded->subtracted = Encode(Difference(encoded->rebuilt, wanted), InkForm::kString, lossless);
+  encoded->rebuilt = Difference(encoded->rebuilt, RebuildInk(encoded->subtracted, lossless.range));
 }
 
 }  // namespace
@@ -93,14 +102,25 @@ Bytes RebuildInk(const std::vector<Component>& parts, int range) {
   return Bytes(cube.begin(), cube.end());
 }
 
+EncodedInk InkOfString(const Bytes& string, const Bytes& exact) {
+  const Part part = PartsOf(InkForm::kString)[0];
+  EncodedInk encoded;
+  encoded.parts.push_back({part.kind,
+                           1,
+                           Condition(),
+                           {},
+                           {{Ids::kNodeCount, part.node_count}, {Ids::kDeltaRange, 1}},
+                           {{part.operator_type, string, {}, {}}}});
+  encoded.rebuilt = RebuildInk(encoded.parts, 1);
+  if (!exact.empty()) SubtractWhatIsOff(exact, &encoded);
+  return encoded;
+}
+
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings) {
   if (plane.size() != kPlaneSize) throw std::invalid_argument("an ink has 4913 bytes");
   EncodedInk encoded{Encode(plane, form, settings), {}, {}};
   encoded.rebuilt = RebuildInk(encoded.parts, settings.range);
-  if (settings.is_lossless() && encoded.rebuilt != plane) {
-    encoded.subtracted = Encode(Difference(encoded.rebuilt, plane), InkForm::kString, settings);
-    encoded.rebuilt = Difference(encoded.rebuilt, RebuildInk(encoded.subtracted, settings.range));
-  }
+  if (settings.is_lossless()) SubtractWhatIsOff(plane, &encoded);
   return encoded;
 }
 

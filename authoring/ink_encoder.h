@@ -9,6 +9,14 @@
 
 namespace velora::authoring {
 
+// What a record says of each ink beside its nodes.
+struct InkDescription {
+  int resolution = 5;                         // in the pack's numbering, [1..10]
+  Bytes drops_per_level = Bytes{0, 1, 2, 4};  // at most 16 levels
+  int drop_volume = 6;
+  int drop_volume_offset = 0;
+};
+
 enum class InkForm {
   kString,  // all levels in one string of bytes
   kNodes    // a component for each: neutrals, seeds of 5, deltas of 9, deltas of 17
@@ -38,6 +46,10 @@ struct EncodedInk {
 
 // The 4913 bytes that a device makes of the parts: a channel map, or four components of nodes.
 Bytes RebuildInk(const std::vector<Component>& parts, int range);
+// What the bytes of a string make, whose deltas have steps of 1: 17 neutrals, 120 seeds, the code
+// of 4776 deltas. `exact`, if it has 4913 bytes, is what shall come of it: what the string is off
+// is subtracted.
+EncodedInk InkOfString(const Bytes& string, const Bytes& exact = {});
 
 // `plane` has 4913 bytes.
 EncodedInk EncodeInk(const Bytes& plane, InkForm form, const InkSettings& settings);

@@ -1,17 +1,23 @@
 #include "authoring/ink_job.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <set>
 #include <stdexcept>
 
-#include "authoring/ink_ids.h"
+#include "authoring/ink_curve.h"
+#include "authoring/ink_search.h"
+#include "authoring/small_packs.h"
 #include "authoring/words.h"
 #include "velora/wisp/api/components.h"
+#include "velora/wisp/api/vocabulary.h"
 
 namespace velora::authoring {
 namespace {
 
 namespace wisp = v1::wisp::api;
-using Ids = common::Vocabulary<wisp::Configuration>;
+using Ids = common::TypeIds<wisp::Configuration>;
 
 // The inks in a record's order, and their planes in a table.
 struct Ink {
@@ -47,42 +53,98 @@ struct PackMode {
         pen_set(NumberOf(wisp::EPenSet::kCallers, mode.pen_set, "pen set")) {}
 
   std::vector<Value> Tags() const {
-    return {{ink::kTag_MediaType, media},
-            {ink::kTag_MediaSubtype, subtype},
-            {ink::kTag_Quality, quality},
-            {ink::kTag_PenSet, pen_set}};
+    return {{Ids::kTag_MediaType, media},
+            {Ids::kTag_MediaSubtype, subtype},
+            {Ids::kTag_Quality, quality},
+            {Ids::kTag_PenSet, pen_set}};
   }
 
   Condition Valid() const {
-    return Condition::Is(ink::kCondition_MediaType, media) &&
-           Condition::Is(ink::kCondition_MediaSubtype, subtype) &&
-           Condition::Is(ink::kCondition_Quality, quality) &&
-           Condition::Is(ink::kCondition_PenSet, pen_set);
+    const auto words = Words();
+    Condition condition = Condition::Is(words[0].type, words[0].value);
+    for (std::size_t word = 1; word < words.size(); ++word) {
+      condition = condition && Condition::Is(words[word].type, words[word].value);
+    }
+    return condition;
+  }
+
+  // The conditions on each word.
+  std::array<Value, 4> Words() const {
+    return {{{Ids::kCondition_MediaType, media},
+             {Ids::kCondition_MediaSubtype, subtype},
+             {Ids::kCondition_Quality, quality},
+             {Ids::kCondition_PenSet, pen_set}}};
   }
 
   int media, subtype, quality, pen_set;
+};
+
+// The words of a job's print modes: those that are one for all stand at the colour map, the others
+// at what each mode has for itself.
+class ModeWords {
+ public:
+  explicit ModeWords(const std::vector<InkTable>& tables) {
+    for (const InkTable& table : tables) {
+      const auto words = PackMode(table.mode).Words();
+      for (std::size_t word = 0; word < words.size(); ++word) values_[word].insert(words[word]);
+    }
+  }
+
+  Condition ForAll(Condition condition) const {
+    for (const std::set<Value>& values : values_) {
+      if (values.size() != 1) continue;
+      condition = condition && Condition::Is(values.begin()->type, values.begin()->value);
+    }
+    return condition;
+  }
+
+  Condition Is(const PackMode& mode) const {
+    std::optional<Condition> condition;
+    const auto words = mode.Words();
+    for (std::size_t word = 0; word < words.size(); ++word) {
+      if (values_[word].size() == 1) continue;
+      const Condition is = Condition::Is(words[word].type, words[word].value);
+      condition = condition ? *condition && is : is;
+    }
+    return condition.value_or(Condition());
+  }
+
+ private:
+  std::set<Value> values_[4];
 };
 
 Step Operator(int kind, const char* name) {
   return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
 }
 
-// What a request's locator and the colour maps that answer it have in common.
-Step Locator(const InkJob& job) {
-  return {wisp::IColorMap::kType,
+// What a request's locator and the components that answer it have in common.
+Step Locator(const InkJob& job, int kind) {
+  return {kind,
           {},
           {{Ids::kTag_Platform, job.platform},
            {Ids::kTag_SupplyFamily, job.family},
-           {ink::kTag_Colorspace, kColorspace}},
-          {{ink::kComponentRole, 1}}};
+           {Ids::kTag_Colorspace, kColorspace}},
+          {{Ids::kComponentRole, 1}}};
 }
 
-// How a part of an ink is named: by print mode, channel and role, deltas by their level too.
+// What a request finds in one print mode, without its recipe.
+Component Found(const InkJob& job, int kind, const PackMode& mode) {
+  const Step locator = Locator(job, kind);
+  return {kind,
+          1,
+          mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
+          locator.tags,
+          locator.properties,
+          {}};
+}
+
+// How a part of an ink is named: by channel and role, deltas by their level too. Which of the print
+// modes it is for, its condition says.
 Step Reference(const Component& part) {
   Step step{part.kind, {}, part.tags, {}};
   for (const Value& property : part.properties) {
-    if (property.type == Ids::kChannel || property.type == ink::kComponentRole ||
-        (property.type == ink::kNodeCount && part.kind == wisp::INodes_Delta::kType)) {
+    if (property.type == Ids::kChannel || property.type == Ids::kComponentRole ||
+        (property.type == Ids::kNodeCount && part.kind == wisp::INodes_Delta::kType)) {
       step.properties.push_back(property);
     }
   }
@@ -90,18 +152,21 @@ Step Reference(const Component& part) {
 }
 
 std::vector<Value> Description(const InkDescription& ink) {
-  return {{ink::kResolution, ink.resolution},
-          {ink::kLevelCount, static_cast<int>(ink.drops_per_level.size())},
-          {ink::kDropsPerLevel, 0, ink.drops_per_level},
-          {ink::kNominalDropVolume, ink.drop_volume},
-          {ink::kDropVolumeOffset, ink.drop_volume_offset}};
+  return {{Ids::kResolution, ink.resolution},
+          {Ids::kLevelCount, static_cast<int>(ink.drops_per_level.size())},
+          {Ids::kDropsPerLevel, 0, ink.drops_per_level},
+          {Ids::kNominalDropVolume, ink.drop_volume},
+          {Ids::kDropVolumeOffset, ink.drop_volume_offset}};
 }
 
 // Adds the components of the inks of a print mode to a pack.
 class InkPacker {
  public:
-  InkPacker(const InkJob& job, const PackMode& mode, Pack* pack)
-      : description_(Description(job.description)), tags_(mode.Tags()), pack_(pack) {}
+  InkPacker(const InkJob& job, const Condition& mode, Pack* pack)
+      : description_(Description(job.description)),
+        tags_{{Ids::kTag_SupplyFamily, job.family}},
+        mode_(mode),
+        pack_(pack) {}
 
   // Gives the reference to the ink's channel map.
   Step Add(int channel, const EncodedInk& encoded) {
@@ -139,18 +204,75 @@ class InkPacker {
 
   Step Add(Component component, const Name& name) {
     component.tags = tags_;
+    component.condition = mode_;
     component.properties.push_back({Ids::kChannel, name.channel});
-    component.properties.push_back({ink::kComponentRole, name.role});
+    component.properties.push_back({Ids::kComponentRole, name.role});
     pack_->components.push_back(std::move(component));
     return Reference(pack_->components.back());
   }
 
   const std::vector<Value> description_;
   const std::vector<Value> tags_;
+  const Condition mode_;
   Pack* pack_;
 };
 
 using EncodedInks = std::vector<EncodedInk>;  // of a table
+
+Component CurveOf(const InkJob& job, const InkTable& curve) {
+  Component made = Found(job, wisp::IGrayCurve::kType, PackMode(curve.mode));
+  Step data = Operator(made.kind, "FromData");
+  data.bytes = curve.wanted.size() == kCurveSize ? FitCurve(curve.wanted) : curve.wanted;
+  made.recipe = {data};
+  return made;
+}
+
+// A neutral and the channels that it names.
+void AddNeutral(const InkJob& job, const InkTable& neutral, Pack* pack) {
+  const PackMode mode(neutral.mode);
+  Component made = Found(job, wisp::IAlternateNeutral::kType, mode);
+  for (const Ink& ink : kInks) {
+    const auto first = neutral.wanted.begin() + ink.plane * kGridPoints;
+    Component channel{wisp::IAlternateNeutralChannel::kType, 1, Condition(), mode.Tags(), {}, {}};
+    Step nodes = Operator(channel.kind, "Build_Monolithic");
+    nodes.bytes = Bytes(first, first + kGridPoints);
+    channel.recipe = {nodes};
+    channel.properties = Description(job.description);
+    channel.properties.push_back({Ids::kNodeCount, kGridPoints});
+    channel.properties.push_back({Ids::kLossyCompressionLevel, 0});
+    channel.properties.push_back({Ids::kChannel, ink.channel});
+    made.recipe.push_back({channel.kind, {}, channel.tags, {{Ids::kChannel, ink.channel}}});
+    pack->components.push_back(std::move(channel));
+  }
+  made.recipe.push_back(Operator(made.kind, "Build_CMYK"));
+  pack->components.push_back(std::move(made));
+}
+
+// Adds the colour map of all tables but the one at the place `left_out`. All tables name their inks
+// alike, so they share it.
+void AddTables(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out,
+               Pack* pack) {
+  const ModeWords words(job.tables);
+  const Step locator = Locator(job, wisp::IColorMap::kType);
+  Component map{wisp::IColorMap::kType,
+                1,
+                words.ForAll(Condition::Is(Ids::kCondition_ProductVariant, job.variant)),
+                locator.tags,
+                locator.properties,
+                {}};
+  // Ink by ink: the strings of one ink are alike, which a stream makes use of.
+  for (std::size_t k = 0; k < kChannels; ++k) {
+    std::optional<Step> named;
+    for (std::size_t i = 0; i < job.tables.size(); ++i) {
+      if (static_cast<int>(i) == left_out) continue;
+      InkPacker packer(job, words.Is(PackMode(job.tables[i].mode)), pack);
+      named = packer.Add(kInks[k].channel, encoded[i][k]);
+    }
+    map.recipe.push_back(named.value());
+  }
+  map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
+  pack->components.push_back(std::move(map));
+}
 
 // The pack of a job; without one of its tables, if `left_out` is the place of one.
 Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int left_out) {
@@ -158,22 +280,15 @@ Pack MakePack(const InkJob& job, const std::vector<EncodedInks>& encoded, int le
   pack.pipeline = Pipeline::kInk;
   pack.family = job.family;
   pack.version = job.version;
-  for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    if (static_cast<int>(i) == left_out) continue;
-    const PackMode mode(job.tables[i].mode);
-    const Step locator = Locator(job);
-    Component map{wisp::IColorMap::kType,
-                  1,
-                  mode.Valid() && Condition::Is(Ids::kCondition_ProductVariant, job.variant),
-                  locator.tags,
-                  locator.properties,
-                  {}};
-    InkPacker packer(job, mode, &pack);
-    for (std::size_t k = 0; k < kChannels; ++k) {
-      map.recipe.push_back(packer.Add(kInks[k].channel, encoded[i][k]));
-    }
-    map.recipe.push_back(Operator(map.kind, "Build_CMYK"));
-    pack.components.push_back(std::move(map));
+  int place = static_cast<int>(job.tables.size());
+  if (place > (left_out >= 0 && left_out < place ? 1 : 0)) {
+    AddTables(job, encoded, left_out, &pack);
+  }
+  for (const InkTable& curve : job.curves) {
+    if (place++ != left_out) pack.components.push_back(CurveOf(job, curve));
+  }
+  for (const InkTable& neutral : job.neutrals) {
+    if (place++ != left_out) AddNeutral(job, neutral, &pack);
   }
   return pack;
 }
@@ -218,15 +333,12 @@ InkAnswer AnswerOf(const InkJob& job, const InkMode& mode, const Bytes& locator,
   return answer;
 }
 
-void Check(const InkJob& job) {
-  if (job.tables.empty()) throw std::invalid_argument("a job without a table");
-  if (job.description.drops_per_level.size() > 16) {
-    throw std::invalid_argument("a record tells the drops of 16 levels at most");
-  }
+void CheckTables(const std::vector<InkTable>& tables, const std::vector<std::size_t>& sizes,
+                 const char* what) {
   std::vector<std::vector<Value>> modes;
-  for (const InkTable& table : job.tables) {
-    if (table.wanted.size() != kTableSize) {
-      throw std::invalid_argument(ModeText(table.mode) + ": is no table of 19652 bytes");
+  for (const InkTable& table : tables) {
+    if (std::count(sizes.begin(), sizes.end(), table.wanted.size()) == 0) {
+      throw std::invalid_argument(ModeText(table.mode) + ": is no " + what);
     }
     modes.push_back(PackMode(table.mode).Tags());
     if (std::count(modes.begin(), modes.end(), modes.back()) > 1) {
@@ -235,39 +347,119 @@ void Check(const InkJob& job) {
   }
 }
 
-}  // namespace
+void Check(const InkJob& job) {
+  if (job.tables.empty() && job.curves.empty() && job.neutrals.empty()) {
+    throw std::invalid_argument("a job without a table");
+  }
+  if (job.description.drops_per_level.size() > 16) {
+    throw std::invalid_argument("a record tells the drops of 16 levels at most");
+  }
+  CheckTables(job.tables, {kTableSize}, "table of 19652 bytes");
+  CheckTables(job.curves, {kGridPoints, kCurveSize}, "gray curve of 17 nodes or 256 values");
+  CheckTables(job.neutrals, {kChannels * kGridPoints}, "neutral of 68 bytes");
+}
 
-InkProduct AuthorInk(const InkJob& job) {
-  Check(job);
-  std::vector<EncodedInks> encoded;
-  for (const InkTable& table : job.tables) {
-    EncodedInks& inks = encoded.emplace_back();
-    for (const Ink& ink : kInks) {
-      inks.push_back(EncodeInk(PlaneOf(table.wanted, ink.plane), job.form, job.settings));
+// The records of curves and neutrals come from the library itself.
+void AskForOthers(const InkJob& job, InkProduct* product) {
+  const struct {
+    const std::vector<InkTable>& tables;
+    InkKind kind;
+    int component;
+  } kinds[] = {
+      {job.curves, InkKind::kGrayCurve, wisp::IGrayCurve::kType},
+      {job.neutrals, InkKind::kAlternateNeutral, wisp::IAlternateNeutral::kType},
+  };
+  std::vector<InkRequest> requests;
+  for (const auto& [tables, kind, component] : kinds) {
+    if (tables.empty()) continue;
+    const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, component));
+    for (const InkTable& table : tables) {
+      requests.push_back({kind, table.mode, locator, job.index, "velora"});
     }
   }
-  InkProduct product{MakePack(job, encoded, -1), {}, {}};
-  product.caller = {job.platform, job.family, job.variant, {WritePack(product.pack)}};
-  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job));
-  const int size = static_cast<int>(product.file().size());
+  if (requests.empty()) return;
+  const std::vector<InkResult> results = InkDevice().Ask(product->caller, requests);
+  for (std::size_t i = 0; i < requests.size(); ++i) {
+    if (results[i].code != 0) {
+      throw std::runtime_error(ModeText(requests[i].mode) + ": the library does not rebuild it");
+    }
+    product->answers.push_back({requests[i], results[i].record});
+  }
+}
+
+// The inks of all tables, in a record's order.
+std::vector<EncodedInks> EncodeAll(const InkJob& job, std::vector<TableErrors>* errors) {
+  std::vector<EncodedInks> encoded;
+  if (job.goal) {
+    std::vector<SearchedTable> tables;
+    for (const InkTable& table : job.tables) {
+      tables.push_back(
+          {table.wanted, table.goal.value_or(*job.goal), table.lab, ModeText(table.mode)});
+    }
+    InkPlan plan = SearchInk(tables, job.search);
+    for (auto& planes : plan.tables) {
+      EncodedInks& inks = encoded.emplace_back();
+      for (const Ink& ink : kInks) inks.push_back(std::move(planes[ink.plane]));
+    }
+    *errors = std::move(plan.errors);
+    return encoded;
+  }
+  for (const InkTable& table : job.tables) {
+    EncodedInks& inks = encoded.emplace_back();
+    Bytes rebuilt(kTableSize);
+    for (const Ink& ink : kInks) {
+      inks.push_back(EncodeInk(PlaneOf(table.wanted, ink.plane), job.form, job.settings));
+      std::copy(inks.back().rebuilt.begin(), inks.back().rebuilt.end(),
+                rebuilt.begin() + ink.plane * kPlaneSize);
+    }
+    errors->push_back(TableMeter(table.wanted, table.lab).Measure(rebuilt));
+  }
+  return encoded;
+}
+
+InkProduct AuthorOnce(const InkJob& job) {
+  InkProduct product;
+  const std::vector<EncodedInks> encoded = EncodeAll(job, &product.errors);
+  product.pack = MakePack(job, encoded, -1);
+  job.search.Report({"compress", 1, 0, 0});
+  product.caller = {job.platform, job.family, job.variant,
+                    WritePacks({product.pack}, 15 * job.search.effort)};
+  const double size = static_cast<double>(product.file().size());
+  if (size > LargestFile(Pipeline::kInk)) {
+    throw std::runtime_error("a pack of " + std::to_string(product.file().size()) +
+                             " bytes: a caller takes at most " +
+                             std::to_string(LargestFile(Pipeline::kInk)));
+  }
+  const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, wisp::IColorMap::kType));
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
-    const Pack others = MakePack(job, encoded, static_cast<int>(i));
-    const int rest = job.tables.size() == 1 ? 0 : static_cast<int>(WritePack(others).size());
     product.answers.push_back(AnswerOf(job, job.tables[i].mode, locator, encoded[i]));
-    product.answers.back().pack_bytes = size - rest;
+  }
+  AskForOthers(job, &product);
+  const auto plain = [&](int left_out) {
+    return static_cast<double>(WritePacks({MakePack(job, encoded, left_out)}, 0)[0].size());
+  };
+  const double all = plain(-1);
+  const std::size_t count = product.answers.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const double rest = count == 1 ? 0 : plain(static_cast<int>(i));
+    product.answers[i].pack_bytes = static_cast<int>(std::lround((all - rest) * size / all));
   }
   return product;
 }
 
-Bytes TableOf(const Bytes& record) {
-  const auto* nodes =
-      reinterpret_cast<const uint16_t*>(record.data() + offsetof(WISPColorMap, data));
-  Bytes table(kTableSize);
-  for (const Ink& ink : kInks) {
-    std::copy(nodes, nodes + kPlaneSize, table.begin() + ink.plane * kPlaneSize);
-    nodes += kPlaneSize;
-  }
-  return table;
+}  // namespace
+
+InkProduct AuthorInk(const InkJob& job) {
+  Check(job);
+  if (job.budget == 0 || job.tables.empty()) return AuthorOnce(job);
+  return AuthorForBudget(
+      job.budget, job.search.effort,
+      [&](const Goal& goal) {
+        InkJob searched = job;
+        searched.goal = goal;
+        return AuthorOnce(searched);
+      },
+      [](const InkProduct& product) { return static_cast<long>(product.file().size()); });
 }
 
 }  // namespace velora::authoring

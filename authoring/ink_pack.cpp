@@ -4,14 +4,15 @@
 #include <algorithm>
 #include <map>
 
-#include "authoring/ink_ids.h"
 #include "authoring/pack_objects.h"
 #include "velora/wisp/api/door.h"
+#include "velora/wisp/api/vocabulary.h"
 
 namespace velora::authoring {
 namespace {
 
 namespace wisp = v1::wisp::api;
+using Ids = wisp::TypeIds;
 
 wisp::_factory::IFactory* open_factory = nullptr;
 
@@ -24,9 +25,9 @@ int NumberOf(const Component& component, int property, int otherwise) {
 
 // What the bytes of a delta component are read with: node count and delta range.
 std::pair<int, int> ReadingOf(const Component& delta) {
-  const int role = NumberOf(delta, ink::kComponentRole, 1);
-  return {NumberOf(delta, ink::kNodeCount, 0),
-          NumberOf(delta, ink::kDeltaRange, role == 1 ? 2 : 1)};
+  const int role = NumberOf(delta, Ids::kComponentRole, 1);
+  return {NumberOf(delta, Ids::kNodeCount, 0),
+          NumberOf(delta, Ids::kDeltaRange, role == 1 ? 2 : 1)};
 }
 
 struct InkLayer {
@@ -50,15 +51,13 @@ struct InkLayer {
   }
   static IFactory* Factory() { return open_factory; }
 
+  // Visits what an image can hold: visit(name, type id, operation of the factory).
   template <class Visit>
-  static void ForEachRow(Visit visit) {
-    using C = Configuration;
-    namespace api = wisp;
-    using common::Vocabulary;
-#define INK_ROW(Name, Interface, Class, Id) visit(#Name, Id, &IFactory::Create##Name);
-    VELORA_COMMON_OBJECTS(INK_ROW)
-    WISP_OBJECTS(INK_ROW)
-#undef INK_ROW
+  static void ForEachStored(Visit visit) {
+#define INK_STORED(Name, Id) visit(#Name, Id, &IFactory::Create##Name);
+    VELORA_SHARED_TYPE_IDS(INK_STORED)
+    WISP_TYPE_IDS(INK_STORED)
+#undef INK_STORED
   }
 
   static bool StoreBytes(wisp::INodes::IOperator::IFromData* operation, wisp::IProperties*,
@@ -131,7 +130,7 @@ int EncodeInFrame(int type, const std::vector<Value>& properties, const Bytes& c
     wisp::IArray_int32* nodes = raised::Defer(frame, open_factory->CreateArray_int32());
     nodes->Init(static_cast<int>(cube.size()));
     std::copy(cube.begin(), cube.end(), nodes->GetElements());
-    InkLayer::ForEachRow([&](const char*, int row_type, auto slot) {
+    InkLayer::ForEachStored([&](const char*, int row_type, auto slot) {
       using Interface = typename SlotOf<decltype(slot)>::Interface;
       if constexpr (std::is_same_v<Interface, wisp::INodes::IOperator::IFromData> ||
                     std::is_same_v<Interface, wisp::IChannelMap::IOperator::IBuild_Monolithic>) {

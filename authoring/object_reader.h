@@ -24,20 +24,32 @@ class ObjectReader : PackInterfaces<Layer> {
     auto* array = (velcase->*Row::kGetList)()->GetArray();
     for (int i = 0; i < array->GetCount(); ++i) {
       Kind* stored = array->Get(i);
-      Component* component = AddComponent(Kind::kType);
-      component->version = ValueOf(stored->GetComponentVersion());
-      for (auto* at = stored->GetConditions()->GetLinkedList_Operators()->GetHead(); at != nullptr;
-           at = at->next) {
-        ReadElement(at->GetValue());
-      }
-      TakeCondition(component);
-      ReadElements(stored->GetTags(), &component->tags);
-      ReadElements(stored->GetProperties(), &component->properties);
-      for (auto* at = stored->GetRecipe()->GetLinkedList_Operators()->GetHead(); at != nullptr;
-           at = at->next) {
-        ReadStep(at->GetValue(), component);
-      }
+      ReadComponent(stored);
     }
+  }
+
+  // Adds a stored component to the pack.
+  void ReadComponent(typename Of::IComponent* stored) {
+    Component* component = AddComponent(stored->GetSerializeableType());
+    component->version = ValueOf(stored->GetComponentVersion());
+    for (auto* at = stored->GetConditions()->GetLinkedList_Operators()->GetHead(); at != nullptr;
+         at = at->next) {
+      ReadElement(at->GetValue());
+    }
+    TakeCondition(component);
+    ReadElements(stored->GetTags(), &component->tags);
+    ReadElements(stored->GetProperties(), &component->properties);
+    for (auto* at = stored->GetRecipe()->GetLinkedList_Operators()->GetHead(); at != nullptr;
+         at = at->next) {
+      ReadStep(at->GetValue(), component);
+    }
+  }
+
+  // Adds a component that is a reference alone, with tags and properties and no more.
+  void ReadReference(typename Of::IComponent* reference) {
+    Component* component = AddComponent(reference->GetSerializeableType());
+    ReadElements(reference->GetTags(), &component->tags);
+    ReadElements(reference->GetProperties(), &component->properties);
   }
 
  private:
@@ -45,7 +57,7 @@ class ObjectReader : PackInterfaces<Layer> {
   template <class Base, class Visit>
   static void WithRow(Base* object, Visit visit) {
     const int type = object->GetSerializeableType();
-    Layer::ForEachRow([&](const char*, int row_type, auto slot) {
+    Layer::ForEachStored([&](const char*, int row_type, auto slot) {
       using Interface = typename SlotOf<decltype(slot)>::Interface;
       if constexpr (std::is_convertible_v<Interface*, Base*>) {
         if (row_type == type) visit(dynamic_cast<Interface*>(object));

@@ -6,6 +6,7 @@
 
 #include "authoring/pack_layer.h"
 #include "authoring/pack_pipeline.h"
+#include "plinth/runtime/api/frame.h"
 
 namespace velora::authoring {
 
@@ -42,10 +43,9 @@ class ObjectWriter : PackInterfaces<Layer> {
       if (component.kind != Kind::kType) continue;
       place_->component = &component;
       Kind* made = raised::Defer(frame_, (factory_->*Row::kCreate)());
-      made->Init(
-          MakeElement<typename Of::IProperty>(Of::Words::kComponentVersion, component.version),
-          MakeConditions(component.condition), MakeTags(component.tags),
-          MakeProperties(component.properties), MakeRecipe(component));
+      made->Init(MakeElement<typename Of::IProperty>(Of::Ids::kComponentVersion, component.version),
+                 MakeConditions(component.condition), MakeTags(component.tags),
+                 MakeProperties(component.properties), MakeRecipe(component));
       array->Set(index++, made);
     }
     place_->component = nullptr;
@@ -55,7 +55,7 @@ class ObjectWriter : PackInterfaces<Layer> {
 
   IProperties* MakeProperties(const std::vector<Value>& properties) {
     return MakeElements(raised::Defer(frame_, factory_->CreateArray_Property()),
-                        Of::Words::kArray_Property,
+                        Of::Ids::kArray_Property,
                         raised::Defer(frame_, factory_->CreateProperties()), properties);
   }
 
@@ -63,7 +63,7 @@ class ObjectWriter : PackInterfaces<Layer> {
   IStep* MakeStep(const Step& step, const std::vector<Value>& properties) {
     place_->step = &step;
     IStep* made = nullptr;
-    Layer::ForEachRow([&](const char*, int type, auto slot) {
+    Layer::ForEachStored([&](const char*, int type, auto slot) {
       using Interface = typename SlotOf<decltype(slot)>::Interface;
       if constexpr (std::is_convertible_v<Interface*, IStep*>) {
         if (type != step.type) return;
@@ -90,7 +90,7 @@ class ObjectWriter : PackInterfaces<Layer> {
     place_->type = type;
     place_->number = number;
     Base* made = nullptr;
-    Layer::ForEachRow([&](const char*, int row_type, auto slot) {
+    Layer::ForEachStored([&](const char*, int row_type, auto slot) {
       using Interface = typename SlotOf<decltype(slot)>::Interface;
       if constexpr (std::is_convertible_v<Interface*, Base*> &&
                     (kHasValue<Interface> || Of::template kHoldsBytes<Interface> ||
@@ -129,13 +129,13 @@ class ObjectWriter : PackInterfaces<Layer> {
   }
 
   ITags* MakeTags(const std::vector<Value>& tags) {
-    return MakeElements(raised::Defer(frame_, factory_->CreateArray_Tag()), Of::Words::kArray_Tag,
+    return MakeElements(raised::Defer(frame_, factory_->CreateArray_Tag()), Of::Ids::kArray_Tag,
                         raised::Defer(frame_, factory_->CreateTags()), tags);
   }
 
   typename Of::IConditions* MakeConditions(const Condition& condition) {
     auto* list = raised::Defer(frame_, factory_->CreateLinkedList_Conditions_Operator());
-    list->Init(Of::Words::kArray_ConditionsOperator);
+    list->Init(Of::Ids::kArray_Conditions_Operator);
     for (const Value& value : condition.postfix()) {
       list->Add(list->GetTail(), MakeElement<typename Of::ICondition>(value));
     }
@@ -146,7 +146,7 @@ class ObjectWriter : PackInterfaces<Layer> {
 
   typename Of::IRecipe* MakeRecipe(const Component& component) {
     auto* list = raised::Defer(frame_, factory_->CreateLinkedList_Recipe_Operator());
-    list->Init(Of::Words::kArray_RecipeOperator);
+    list->Init(Of::Ids::kArray_Recipe_Operator);
     for (const Step& step : component.recipe) {
       list->Add(list->GetTail(), MakeStep(step, component.properties));
     }

@@ -68,7 +68,7 @@ void CheckPacks(const std::vector<Pack>& packs) {
   }
 }
 
-Bytes WritePack(const Pack& pack) {
+Bytes WriteAnySize(const Pack& pack) {
   CheckPacks({pack});
   const PackPipeline& pipeline = PipelineOf(pack.pipeline);
   if (const Component* misread = pipeline.find_misread(pack)) {
@@ -82,13 +82,20 @@ Bytes WritePack(const Pack& pack) {
   if (const int code = pipeline.write(pack, &place, &file)) {
     RaiseRefusal(code, place, pipeline.words());
   }
-  if (static_cast<int>(file.size()) > pipeline.largest_file) {
+  return file;
+}
+
+Bytes WritePack(const Pack& pack) {
+  Bytes file = WriteAnySize(pack);
+  if (static_cast<int>(file.size()) > LargestFile(pack.pipeline)) {
     throw std::runtime_error("a pack of " + std::to_string(file.size()) +
                              " bytes: a caller takes at most " +
-                             std::to_string(pipeline.largest_file));
+                             std::to_string(LargestFile(pack.pipeline)));
   }
   return file;
 }
+
+int LargestFile(Pipeline pipeline) { return PipelineOf(pipeline).largest_file; }
 
 Bytes WriteReference(Pipeline pipeline, const Step& reference) {
   const PackPipeline& used = PipelineOf(pipeline);

@@ -64,6 +64,11 @@ struct PackFile {
 // above 32767 bytes in the toner pipeline, 409608 in the ink pipeline.
 Bytes WritePack(const Pack& pack);
 
+// The same without the limit: as the library writes it.
+Bytes WriteAnySize(const Pack& pack);
+// The bytes of a file that a caller takes at most.
+int LargestFile(Pipeline pipeline);
+
 // The image of one reference: the locator that an ink request carries.
 Bytes WriteReference(Pipeline pipeline, const Step& reference);
 

@@ -5,7 +5,7 @@
 // destructor. A C++ container is filled within `Filled`, which turns an exception into a raise.
 //
 // A `Layer` names a pipeline: its Configuration, IFactory and IVelcase; Kinds, a KindRows of its
-// component lists in a pack's order; ForEachRow(visit), which calls visit(name, type id, factory
+// component lists in a pack's order; ForEachStored(visit), which calls visit(name, type id, factory
 // slot) for each row of the factory's tables; Open, Close and Factory, between them; StoreBytes,
 // which gives a blank operator its bytes, or answers false where only an image can do that, and
 // StoredBytes, which takes them; IBytesProperty, the property that holds bytes, void where there is
@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "authoring/table.h"
+#include "plinth/runtime/api/frame.h"
 #include "velora/common/api/IFactory.h"
 
 namespace velora::authoring {
@@ -72,7 +73,7 @@ void SetBytes(Bytes* bytes, const unsigned char* elements, int size) {
 template <class Layer>
 struct PackInterfaces {
   using Configuration = typename Layer::Configuration;
-  using Words = common::Vocabulary<Configuration>;
+  using Ids = common::TypeIds<Configuration>;
   using ITag = common::api::ITag<Configuration>;
   using ITags = common::api::ITags<Configuration>;
   using IProperty = common::api::IProperty<Configuration>;

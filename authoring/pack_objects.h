@@ -4,6 +4,7 @@
 // pipeline's functions run.
 #pragma once
 
+#include "authoring/lookup_watcher.h"
 #include "authoring/object_reader.h"
 #include "authoring/object_writer.h"
 #include "velora/common/api/IVelcase.h"
@@ -14,8 +15,8 @@ template <class Layer>
 const Words& LayerWords() {
   static const Words words = [] {
     std::vector<Words::Word> rows;
-    Layer::ForEachRow([&rows](const char* name, int type, auto) {
-      if (type != 0) rows.push_back({name, type});
+    Layer::ForEachStored([&rows](const char* name, int type, auto) {
+      rows.push_back({name, type});
     });
     return Words(std::move(rows));
   }();
@@ -106,7 +107,8 @@ template <class Layer>
 const PackPipeline& PipelineOver() {
   static const PackPipeline pipeline{
       LayerWords<Layer>,          Layer::Open,         Layer::Close,       WritePackFile<Layer>,
-      WriteReferenceImage<Layer>, ReadPackFile<Layer>, Layer::FindMisread, Layer::kLargestFile};
+      WriteReferenceImage<Layer>, ReadPackFile<Layer>, Layer::FindMisread, Layer::kLargestFile,
+      LookupWatcher<Layer>::Watch};
   return pipeline;
 }
 

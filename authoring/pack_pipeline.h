@@ -5,6 +5,7 @@
 // let no C++ exception out, for it would pass frames.
 #pragma once
 
+#include "authoring/lookup_trace.h"
 #include "authoring/pack.h"
 #include "authoring/words.h"
 
@@ -28,6 +29,8 @@ struct PackPipeline {
   // A component whose bytes a reader of the pack would take for another's; null: none.
   const Component* (*find_misread)(const Pack& pack);
   int largest_file;
+  // Adds the lookups of requests from here on; null: no longer.
+  void (*watch)(std::vector<LookupTrace>* lookups);
 };
 
 // Raises std::invalid_argument for one that is not there.

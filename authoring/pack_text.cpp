@@ -1,8 +1,11 @@
 #include "authoring/pack_text.h"
 
 #include <algorithm>
+#include <iomanip>
+#include <map>
 #include <sstream>
 
+#include "authoring/print_modes.h"
 #include "authoring/words.h"
 
 namespace velora::authoring {
@@ -39,9 +42,8 @@ std::string ComponentText(const Component& component, const Words& words) {
   return text + "version " + std::to_string(component.version) + ')';
 }
 
-std::string PackText(const PackFile& file) {
+std::string HeaderText(const PackFile& file) {
   const Pack& pack = file.pack;
-  const Words& words = Words::Of(pack.pipeline);
   std::ostringstream out;
   out << "pipeline         " << (pack.pipeline == Pipeline::kToner ? "toner" : "ink") << '\n'
       << "supply family    " << pack.family << '\n'
@@ -50,6 +52,44 @@ std::string PackText(const PackFile& file) {
       << "schema           " << pack.schema << '\n'
       << "bytes            " << file.size << ", compressed image " << file.stream_size << ", image "
       << file.image_size << '\n';
+  return out.str();
+}
+
+std::string KindsText(const Pack& pack) {
+  struct Sum {
+    int components = 0;
+    std::size_t bytes = 0;
+  };
+  std::map<int, Sum> kinds;
+  for (const Component& component : pack.components) {
+    Sum& sum = kinds[component.kind];
+    ++sum.components;
+    for (const Step& step : component.recipe) sum.bytes += step.bytes.size();
+  }
+  const Words& words = Words::Of(pack.pipeline);
+  std::ostringstream out;
+  for (const auto& [kind, sum] : kinds) {
+    out << "  " << std::left << std::setw(24) << words.NameOf(kind) << std::right << std::setw(6)
+        << sum.components;
+    if (sum.bytes > 0) out << ", " << sum.bytes << " bytes stored";
+    out << '\n';
+  }
+  return out.str();
+}
+
+std::string ModesText(const Pack& pack) {
+  std::ostringstream out;
+  for (const ServedMode& mode : ModesOf(pack)) {
+    out << "  " << std::left << std::setw(17) << mode.kind << std::setw(40) << mode.mode << "  if "
+        << mode.condition << '\n';
+  }
+  return out.str();
+}
+
+std::string ComponentsText(const Pack& stored) {
+  const Pack pack = InCallersNumbers(stored);
+  const Words& words = Words::Of(pack.pipeline);
+  std::ostringstream out;
   int kind = 0;
   for (const Component& component : pack.components) {
     if (component.kind != kind) {

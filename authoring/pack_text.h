@@ -21,8 +21,17 @@ std::string StepText(const Step& step, const Words& words);
 // "ChannelMap (ThemeType 1, Channel 13, version 1)".
 std::string ComponentText(const Component& component, const Words& words);
 
-// Header and sizes, then the components kind by kind, each with its condition in infix, its tags
-// and properties, and its recipe in postfix order.
-std::string PackText(const PackFile& file);
+// Header and sizes, a line each.
+std::string HeaderText(const PackFile& file);
+
+// A line a kind of component: how many there are, and the bytes that they store.
+std::string KindsText(const Pack& pack);
+
+// A line a print mode that a request can find, in the caller's numbers, and when it is valid.
+std::string ModesText(const Pack& pack);
+
+// The components kind by kind, each with its condition in infix, its tags and properties, and its
+// recipe in postfix order. Print modes are in the caller's numbers.
+std::string ComponentsText(const Pack& pack);
 
 }  // namespace velora::authoring

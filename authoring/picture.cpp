@@ -1,11 +1,11 @@
 #include "authoring/picture.h"
 
-#include <png.h>
-
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 
+#include "authoring/image_file.h"
 #include "authoring/letters.h"
 
 namespace velora::authoring {
@@ -56,13 +56,17 @@ void DrawGrid(const Bytes& rgb, int top, int scale, Canvas* canvas) {
 }  // namespace
 
 Bytes ShowDifference(const Bytes& table_a, const Bytes& table_b, int amplification) {
+  if (table_a.size() != table_b.size()) {
+    throw std::runtime_error("tables of two kinds do not compare");
+  }
+  const bool has_black = table_a.size() == kTableSize;
   const auto difference = [&](int channel, int point) {
     const int at = channel * kPlaneSize + point;
     return std::abs(table_a.at(at) - table_b.at(at));
   };
   Bytes rgb;
   for (int point = 0; point < kPlaneSize; ++point) {
-    const int black = difference(3, point);
+    const int black = has_black ? difference(3, point) : 0;
     for (int channel = 0; channel < 3; ++channel) {
       const int light = (difference(channel, point) + black) * amplification;
       rgb.push_back(static_cast<unsigned char>(std::min(light, 255)));
@@ -71,7 +75,21 @@ Bytes ShowDifference(const Bytes& table_a, const Bytes& table_b, int amplificati
   return rgb;
 }
 
-void WritePicture(const std::string& path, const std::vector<Strip>& strips, int scale) {
+Bytes ShowPlain(const Bytes& table) {
+  const bool is_cmyk = table.size() == kTableSize;
+  Bytes rgb;
+  for (int point = 0; point < kPlaneSize; ++point) {
+    const int black = is_cmyk ? table.at(3 * kPlaneSize + point) : 0;
+    for (int channel = 0; channel < 3; ++channel) {
+      const int value = table.at(channel * kPlaneSize + point);
+      rgb.push_back(
+          static_cast<unsigned char>(is_cmyk ? (255 - value) * (255 - black) / 255 : value));
+    }
+  }
+  return rgb;
+}
+
+Bytes DrawPicture(const std::vector<Strip>& strips, int scale) {
   const int cell = (kGridPoints + 1) * scale;
   int height = scale;
   for (const Strip& strip : strips) height += cell + (strip.caption.empty() ? 0 : kCaptionHeight);
@@ -85,14 +103,14 @@ void WritePicture(const std::string& path, const std::vector<Strip>& strips, int
     DrawGrid(strip.rgb, top, scale, &canvas);
     top += cell;
   }
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(canvas.width);
-  image.height = static_cast<png_uint_32>(canvas.height);
-  image.format = PNG_FORMAT_RGB;
-  if (!png_image_write_to_file(&image, path.c_str(), 0, canvas.pixels.data(), 0, nullptr)) {
-    throw std::runtime_error(path + ": " + image.message);
-  }
+  return WritePng({canvas.width, canvas.height, 3, std::move(canvas.pixels)});
+}
+
+void WritePicture(const std::string& path, const std::vector<Strip>& strips, int scale) {
+  const Bytes png = DrawPicture(strips, scale);
+  std::ofstream file(path, std::ios::binary);
+  file.write(reinterpret_cast<const char*>(png.data()), static_cast<std::streamsize>(png.size()));
+  if (!file.flush()) throw std::runtime_error(path + ": cannot be written");
 }
 
 void WriteComparison(const std::string& path, const Bytes& wanted, const Bytes& rebuilt,

@@ -5,6 +5,8 @@
 // std::invalid_argument.
 #pragma once
 
+#include <algorithm>
+
 #include "authoring/table.h"
 
 namespace velora::authoring {
@@ -19,6 +21,11 @@ struct Packets {
   Bytes residue;
   // 128 bytes of widths for a curve's residue; empty for a plane.
   Bytes residue_widths;
+
+  bool has_residue() const {
+    return std::any_of(residue.begin(), residue.end(),
+                       [](unsigned char byte) { return byte != 0; });
+  }
 };
 
 // The plane that the packets make of a reference plane (4913 bytes each). `widths` are the packed

@@ -8,6 +8,7 @@
 
 #include "authoring/cbat.h"
 #include "authoring/dct.h"
+#include "authoring/parallel.h"
 #include "velora/frontend/toolkit/zigzag.h"
 
 namespace velora::authoring {
@@ -100,11 +101,13 @@ int CheapestWidth(const Values& coefficients, const EncoderSettings& settings) {
   return best;
 }
 
-// How near a value that will be rounded comes to a half.
-double DistanceToTie(const Values& values) {
+// How near a value that will be rounded comes to a half. Where the sum with the reference is held
+// either way, nothing hangs on it.
+double DistanceToTie(const Values& values, const Bytes& reference) {
   double distance = 0.5;
-  for (double value : values) {
-    distance = std::min(distance, std::fabs(value - std::floor(value) - 0.5));
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (values[i] + reference[i] < -1 || values[i] + reference[i] > 256) continue;
+    distance = std::min(distance, std::fabs(values[i] - std::floor(values[i]) - 0.5));
   }
   return distance;
 }
@@ -125,16 +128,17 @@ Values Transformed(const Fields& fields, int scalar, const Shape& shape) {
 
 // Moves fields by one step, the highest frequencies first, until no value lies at a half: machines
 // whose transforms differ in the last bits then agree on every byte. Returns the transform.
-Values AvoidTies(Fields* fields, const Fields& widths, int scalar, const Shape& shape) {
+Values AvoidTies(const Bytes& reference, Fields* fields, const Fields& widths, int scalar,
+                 const Shape& shape) {
   Values best = Transformed(*fields, scalar, shape);
-  double distance = DistanceToTie(best);
+  double distance = DistanceToTie(best, reference);
   const double margin = TieMargin(best);
   for (int n = shape.size - 1; n >= 0 && distance < margin; --n) {
     for (int step : {1, -1}) {
       if (std::abs((*fields)[n] + step) > LargestMagnitude(widths[n])) continue;
       (*fields)[n] += step;
       Values moved = Transformed(*fields, scalar, shape);
-      if (const double reached = DistanceToTie(moved); reached > distance) {
+      if (const double reached = DistanceToTie(moved, reference); reached > distance) {
         best = std::move(moved);
         distance = reached;
         break;
@@ -162,13 +166,28 @@ bool FitsItsByte(const Fields& residue) {
                      [](int value) { return std::abs(value) <= kLargestResidue; });
 }
 
+// One table's packets, but for `rebuilt`; false if its residue does not fit.
+bool MakePackets(const Bytes& reference, const Bytes& wanted, Fields fields, const Fields& widths,
+                 int scalar, bool has_residue, const Shape& shape, EncodedTable* table) {
+  const Values transform = AvoidTies(reference, &fields, widths, scalar, shape);
+  Fields residue(shape.size);
+  if (has_residue) residue = ResidueOf(wanted, reference, transform, shape);
+  if (!FitsItsByte(residue)) return false;
+  table->tie_distance = DistanceToTie(transform, reference);
+  table->packets.scalar = static_cast<unsigned char>(scalar);
+  table->packets.dct = PackFields(fields, widths);
+  shape.set_residue(&table->packets, residue);
+  return true;
+}
+
 // All tables at one setting, but for `rebuilt`; false if a residue does not fit.
 bool MakePackets(const Bytes& reference, const std::vector<Bytes>& wanted,
-                 const std::vector<Values>& coefficients, const Shape& shape,
+                 const std::vector<Values>& coefficients, const Shape& shape, const Bytes& printer,
                  EncodedChannel* channel) {
   const EncoderSettings& settings = channel->settings;
-  Fields widths(shape.size);
-  for (int n = 0; n < shape.size; ++n) {
+  Fields widths = UnpackWidths(printer);
+  widths.resize(shape.size);
+  for (int n = 0; n < shape.size && printer.empty(); ++n) {
     Values of_field;
     for (const Values& table : coefficients) of_field.push_back(table[shape.order[n]]);
     widths[n] = CheapestWidth(of_field, settings);
@@ -180,16 +199,10 @@ bool MakePackets(const Bytes& reference, const std::vector<Bytes>& wanted,
     for (int n = 0; n < shape.size; ++n) {
       fields[n] = Quantised(coefficients[t][shape.order[n]], settings.scalar, widths[n]);
     }
-    const Values transform = AvoidTies(&fields, widths, settings.scalar, shape);
-    Fields residue(shape.size);
-    if (settings.residue) residue = ResidueOf(wanted[t], reference, transform, shape);
-    if (!FitsItsByte(residue)) return false;
-    EncodedTable table;
-    table.tie_distance = DistanceToTie(transform);
-    table.packets.scalar = static_cast<unsigned char>(settings.scalar);
-    table.packets.dct = PackFields(fields, widths);
-    shape.set_residue(&table.packets, residue);
-    channel->tables.push_back(table);
+    if (!MakePackets(reference, wanted[t], fields, widths, settings.scalar, settings.residue, shape,
+                     &channel->tables.emplace_back())) {
+      return false;
+    }
   }
   return true;
 }
@@ -211,13 +224,19 @@ std::vector<Values> CoefficientsOf(const Bytes& reference, const std::vector<Byt
 // The packets at these settings, or at the next finer ones whose residues fit.
 EncodedChannel EncodeFitting(const Bytes& reference, const std::vector<Bytes>& wanted,
                              const std::vector<Values>& coefficients,
-                             const EncoderSettings& settings, const Shape& shape) {
+                             const EncoderSettings& settings, const Shape& shape,
+                             const Bytes& printer) {
   EncodedChannel channel{settings, {}, {}};
   // Ends at the latest at scalar 1 without economy: rounding leaves an error below 36 there, and
   // the one coefficient that can pass the largest field, a difference of nearly 255 all over, adds
   // less than 61.
-  while (!MakePackets(reference, wanted, coefficients, shape, &channel)) {
-    if (channel.settings.economy > 0) {
+  while (!MakePackets(reference, wanted, coefficients, shape, printer, &channel)) {
+    if (!printer.empty() && channel.settings.scalar >= 128) {
+      throw std::invalid_argument("the tables do not fit the width table of the printer");
+    }
+    if (!printer.empty()) {
+      channel.settings.scalar *= 2;  // narrow fields reach farther in longer steps
+    } else if (channel.settings.economy > 0) {
       channel.settings.economy = 0;
     } else {
       channel.settings.scalar = std::max(1, channel.settings.scalar / 2);
@@ -229,40 +248,72 @@ EncodedChannel EncodeFitting(const Bytes& reference, const std::vector<Bytes>& w
 // Decodes each table as the device does. Raises std::runtime_error if a residue was written and the
 // table still differs: its transform stayed at a tie that no field could move.
 void Rebuild(const Bytes& reference, const std::vector<Bytes>& wanted, const Shape& shape,
-             EncodedChannel* channel) {
+             const std::vector<bool>& residues, EncodedChannel* channel) {
   for (std::size_t t = 0; t < wanted.size(); ++t) {
     EncodedTable& table = channel->tables[t];
     table.rebuilt = shape.rebuild(reference, channel->widths, table.packets);
-    if (channel->settings.residue && table.rebuilt != wanted[t]) {
+    if (residues[t] && table.rebuilt != wanted[t]) {
       throw std::runtime_error("a table is not lossless at this scalar, take another");
     }
   }
 }
 
+void Rebuild(const Bytes& reference, const std::vector<Bytes>& wanted, const Shape& shape,
+             EncodedChannel* channel) {
+  Rebuild(reference, wanted, shape, std::vector<bool>(wanted.size(), channel->settings.residue),
+          channel);
+}
+
 EncodedChannel Encode(const Bytes& reference, const std::vector<Bytes>& wanted,
-                      const EncoderSettings& settings, const Shape& shape) {
+                      const EncoderSettings& settings, const Shape& shape, const Bytes& printer) {
   if (settings.scalar < 1 || settings.scalar > 255 || !(settings.economy >= 0)) {
     throw std::invalid_argument("the scalar is 1 to 255, the economy 0 or more");
   }
-  EncodedChannel channel =
-      EncodeFitting(reference, wanted, CoefficientsOf(reference, wanted, shape), settings, shape);
+  EncodedChannel channel = EncodeFitting(
+      reference, wanted, CoefficientsOf(reference, wanted, shape), settings, shape, printer);
   Rebuild(reference, wanted, shape, &channel);
   return channel;
 }
 
 }  // namespace
 
+const Fields& PlaneScan() { return PlaneShape().order; }
+
+EncodedChannel PackPlanes(const Bytes& reference, const std::vector<Bytes>& wanted,
+                          const ChannelFields& fields, std::vector<std::size_t>* unfit) {
+  const Shape& shape = PlaneShape();
+  const auto scanned = [&shape](const Fields& natural) {
+    Fields scan(shape.size);
+    for (int n = 0; n < shape.size; ++n) scan[n] = natural[shape.order[n]];
+    return scan;
+  };
+  const Fields widths = scanned(fields.widths);
+  EncodedChannel channel{{fields.scalar, true, 0}, PackWidths(widths), {}};
+  channel.tables.resize(wanted.size());
+  std::vector<char> fits(wanted.size());
+  ForEach(static_cast<int>(wanted.size()), [&](int t) {
+    fits[t] = MakePackets(reference, wanted[t], scanned(fields.tables[t]), widths, fields.scalar,
+                          fields.residues[t], shape, &channel.tables[t]);
+  });
+  for (std::size_t t = 0; t < fits.size(); ++t) {
+    if (!fits[t]) unfit->push_back(t);
+  }
+  if (unfit->empty()) Rebuild(reference, wanted, shape, fields.residues, &channel);
+  return channel;
+}
+
 EncodedChannel EncodePlanes(const Bytes& reference, const std::vector<Bytes>& wanted,
-                            const EncoderSettings& settings) {
-  return Encode(reference, wanted, settings, PlaneShape());
+                            const EncoderSettings& settings, const Bytes& printer) {
+  return Encode(reference, wanted, settings, PlaneShape(), printer);
 }
 
 EncodedChannel EncodeCurves(const Bytes& reference, const std::vector<Bytes>& wanted,
-                            const EncoderSettings& settings) {
-  return Encode(reference, wanted, settings, CurveShape());
+                            const EncoderSettings& settings, const Bytes& printer) {
+  return Encode(reference, wanted, settings, CurveShape(), printer);
 }
 
-EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& wanted) {
+EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& wanted,
+                              const Bytes& printer) {
   const Shape& shape = reference.size() == kCurveSize ? CurveShape() : PlaneShape();
   const std::vector<Values> coefficients = CoefficientsOf(reference, wanted, shape);
   EncodedChannel smallest;
@@ -270,7 +321,7 @@ EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& 
   for (int scalar : {1, 2, 3, 4, 6, 8, 12, 16}) {
     for (double economy : {0.1, 0.3, 1.0}) {
       EncodedChannel channel =
-          EncodeFitting(reference, wanted, coefficients, {scalar, true, economy}, shape);
+          EncodeFitting(reference, wanted, coefficients, {scalar, true, economy}, shape, printer);
       const int size = SizeOf(channel).compressed;
       if (size < least) {
         least = size;

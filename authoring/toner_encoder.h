@@ -47,17 +47,35 @@ struct EncodedChannel {
   std::vector<EncodedTable> tables;
 };
 
-// One channel's planes, 4913 bytes each.
+// The fields of one channel's planes, in natural order, a * 289 + b * 17 + c.
+struct ChannelFields {
+  int scalar;
+  std::vector<int> widths;
+  std::vector<std::vector<int>> tables;
+  std::vector<bool> residues;  // which tables come back byte for byte
+};
+
+// The natural index of each field of a plane, in scan order.
+const std::vector<int>& PlaneScan();
+
+// Packets of fields that were chosen elsewhere; some fields move by a step to keep off ties.
+// Tables whose residue does not fit its byte go to `unfit`; the result is of no use then.
+EncodedChannel PackPlanes(const Bytes& reference, const std::vector<Bytes>& wanted,
+                          const ChannelFields& fields, std::vector<std::size_t>* unfit);
+
+// One channel's planes, 4913 bytes each. `printer` is the packed width table that lies in printers
+// already; empty: it is chosen. What does not fit it raises std::invalid_argument.
 EncodedChannel EncodePlanes(const Bytes& reference, const std::vector<Bytes>& wanted,
-                            const EncoderSettings& settings);
+                            const EncoderSettings& settings, const Bytes& printer = {});
 
 // Gray curves, 256 bytes each.
 EncodedChannel EncodeCurves(const Bytes& reference, const std::vector<Bytes>& wanted,
-                            const EncoderSettings& settings);
+                            const EncoderSettings& settings, const Bytes& printer = {});
 
 // The lossless encoding of planes, or of curves, whose packets compress best among two dozen
 // settings. The size of the reference tells which it is.
-EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& wanted);
+EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& wanted,
+                              const Bytes& printer = {});
 
 // Bytes in the packs: as they are, and after zlib table by table.
 struct EncodedSize {

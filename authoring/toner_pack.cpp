@@ -30,14 +30,13 @@ struct TonerLayer {
   static void Close() { releaseLibrary(); }
   static IFactory* Factory() { return g_pFactory; }
 
+  // Visits what an image can hold: visit(name, type id, operation of the factory).
   template <class Visit>
-  static void ForEachRow(Visit visit) {
-    using C = Configuration;
-    using common::Vocabulary;
-#define TONER_ROW(Name, Interface, Class, Id) visit(#Name, Id, &IFactory::Create##Name);
-    VELORA_COMMON_OBJECTS(TONER_ROW)
-    FENN_OBJECTS(TONER_ROW)
-#undef TONER_ROW
+  static void ForEachStored(Visit visit) {
+#define TONER_STORED(Name, Id) visit(#Name, Id, &IFactory::Create##Name);
+    VELORA_SHARED_TYPE_IDS(TONER_STORED)
+    FENN_TYPE_IDS(TONER_STORED)
+#undef TONER_STORED
   }
 
   static bool StoreBytes(fenn::IPacket::IOperator::IFromData* operation,

@@ -146,7 +146,8 @@ Halves HalvesOf(const Material& material) {
   return made;
 }
 
-// Runs `work` for the benchmark, and tells what a component takes and the heap's peak over images.
+// Runs `work` for the benchmark, and reports what a component takes and the heap's peak over
+// images.
 template <class Work>
 void Measure(benchmark::State& state, int image_size, const Work& work) {
   double seconds = 0;

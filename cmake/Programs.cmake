@@ -1,4 +1,4 @@
-# What stands around the library: authoring/ (the encoder side), tools/<name>/ (one program each),
+# What is around the library: authoring/ (the encoder side), tools/<name>/ (one program each),
 # bench/*.cpp and examples/* (one program a file). All but the examples are for native builds.
 
 if(NOT TARGET velora)
@@ -19,7 +19,8 @@ endforeach()
 # it too, and programs of every machine.
 file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
 set(outside ${authoring})
-list(FILTER outside INCLUDE REGEX "/(icc|picture)\\.cpp$")
+list(FILTER outside INCLUDE REGEX
+     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
 if(authoring)
   list(REMOVE_ITEM authoring ${outside})
   add_library(velora_packs STATIC EXCLUDE_FROM_ALL ${authoring})
@@ -35,16 +36,27 @@ if(VELORA_TOOLS)
   find_path(VELORA_LCMS_INCLUDE lcms2.h)
   find_library(VELORA_LCMS_LIBRARY lcms2)
   find_path(VELORA_CLI11_INCLUDE CLI/CLI.hpp)
+  find_path(VELORA_ZOPFLI_INCLUDE zopfli/zopfli.h)
+  find_library(VELORA_ZOPFLI_LIBRARY zopfli)
+  find_package(Threads REQUIRED)
   find_package(nlohmann_json QUIET)
   find_package(PNG QUIET)
-  mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE)
-  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND
-     OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND)
-    message(STATUS "No authoring and no tools: Little CMS, libpng, CLI11 or nlohmann-json is "
-                   "missing (scripts/setup installs them)")
+  find_package(TIFF QUIET)
+  mark_as_advanced(VELORA_LCMS_INCLUDE VELORA_LCMS_LIBRARY VELORA_CLI11_INCLUDE
+                   VELORA_ZOPFLI_INCLUDE VELORA_ZOPFLI_LIBRARY)
+  if(NOT VELORA_LCMS_LIBRARY OR NOT VELORA_LCMS_INCLUDE OR NOT PNG_FOUND OR NOT TIFF_FOUND
+     OR NOT VELORA_CLI11_INCLUDE OR NOT nlohmann_json_FOUND
+     OR NOT VELORA_ZOPFLI_INCLUDE OR NOT VELORA_ZOPFLI_LIBRARY)
+    message(STATUS "No authoring and no tools: Little CMS, libpng, libtiff, zopfli, CLI11 or "
+                   "nlohmann-json is missing (scripts/setup installs them)")
   elseif(outside)
     add_library(velora_authoring STATIC ${outside})
-    target_link_libraries(velora_authoring PUBLIC velora_packs ${VELORA_LCMS_LIBRARY} PNG::PNG)
+    target_link_libraries(velora_authoring PUBLIC velora_packs ${VELORA_LCMS_LIBRARY}
+                                                  ${VELORA_ZOPFLI_LIBRARY} PNG::PNG TIFF::TIFF
+                                                  Threads::Threads)
+    # The searches are sums over planes: here the compiler shall use the processor's vectors.
+    set_source_files_properties(authoring/dct.cpp authoring/toner_search.cpp
+                                PROPERTIES COMPILE_OPTIONS -O3)
     set_target_properties(velora_authoring PROPERTIES ARCHIVE_OUTPUT_DIRECTORY
                                                       ${PROJECT_BINARY_DIR})
 
@@ -60,6 +72,11 @@ if(VELORA_TOOLS)
                                                                  ${PROJECT_BINARY_DIR}/bin)
         # A tool may load libvelora.so from the folder above its own.
         add_dependencies(tool_${name} velora)
+        if(name STREQUAL "velora")
+          # Manual pages and completion, from the same text as --help.
+          add_custom_command(TARGET tool_velora POST_BUILD COMMAND tool_velora --pages
+                                                                   ${PROJECT_BINARY_DIR}/pages)
+        endif()
       endif()
     endforeach()
   endif()

@@ -4,14 +4,25 @@
 # The object world leaves frames by longjmp alone, so it is compiled without exceptions and without
 # unwind tables, as the plain code around it is; scripts/check-unwinding holds them to that. RTTI
 # stays on, dynamic_cast needs it.
+#
+# The object world is compiled for size, except for the runtime, which is small and part of every
+# step, and for the files below, in which an ink request spends its time. With -Os GCC makes one body
+# of the two forms of a constructor; the base form needs a virtual table for each base, so
+# -fno-declone-ctor-dtor keeps them apart.
+
+include(CheckLinkerFlag)
+
+set(VELORA_FAST
+    velora/wisp/core/CChannelMap.cpp velora/wisp/core/CColorMap.cpp velora/wisp/core/CNodes.cpp
+    velora/wisp/core/channel.cpp velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
 
 set(VELORA_ROOMS)
 set(VELORA_OBJECT_WORLD)
 
-# velora_room(NAME FOLDER [OBJECT_WORLD] [ONLY glob] [EXCEPT regex]): one object library of a
+# velora_room(NAME FOLDER [OBJECT_WORLD] [FAST] [ONLY glob] [EXCEPT regex]): one object library of a
 # folder's sources; no target while the folder has none.
 function(velora_room name folder)
-  cmake_parse_arguments(room "OBJECT_WORLD" "ONLY;EXCEPT" "" ${ARGN})
+  cmake_parse_arguments(room "OBJECT_WORLD;FAST" "ONLY;EXCEPT" "" ${ARGN})
   if(NOT room_ONLY)
     set(room_ONLY "*.cpp")
   endif()
@@ -27,12 +38,28 @@ function(velora_room name folder)
   target_link_libraries(${name} PRIVATE velora_settings)
   if(room_OBJECT_WORLD)
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
+    if(NOT VELORA_SANITIZE AND NOT room_FAST)
+      target_compile_options(${name} PRIVATE -Os ${VELORA_SIZE_OPTIONS})
+    endif()
     set(VELORA_OBJECT_WORLD ${VELORA_OBJECT_WORLD} ${name} PARENT_SCOPE)
   endif()
   set(VELORA_ROOMS ${VELORA_ROOMS} ${name} PARENT_SCOPE)
 endfunction()
 
-velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD)
+# With -Os GCC also copies by a string instruction on x86-64, which is slower than memcpy.
+set(VELORA_SIZE_OPTIONS)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  list(APPEND VELORA_SIZE_OPTIONS -fno-declone-ctor-dtor)
+  if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+    list(APPEND VELORA_SIZE_OPTIONS -mstringop-strategy=libcall)
+  endif()
+endif()
+
+if(NOT VELORA_SANITIZE)
+  set_source_files_properties(${VELORA_FAST} PROPERTIES COMPILE_OPTIONS -O2)
+endif()
+
+velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD FAST)
 velora_room(room_plinth_core plinth/core OBJECT_WORLD)
 # The grid's transform: our own code, which is written for the vectoriser, or FFTW's. And the solvers
 # of FFTW's archive, where it is that.
@@ -44,7 +71,7 @@ endif()
 if(NOT VELORA_FFTW_SOLVERS)
   string(APPEND left_out "|/fftw_solvers\\.cpp$")
 endif()
-velora_room(room_toolkit velora/frontend/toolkit OBJECT_WORLD EXCEPT ${left_out})
+velora_room(room_toolkit velora/frontend/toolkit OBJECT_WORLD FAST EXCEPT ${left_out})
 set_source_files_properties(
   velora/frontend/toolkit/grid_transform.cpp velora/frontend/toolkit/arithmetic.cpp
   PROPERTIES COMPILE_OPTIONS -O3)
@@ -52,7 +79,7 @@ velora_room(room_common velora/common OBJECT_WORLD)
 velora_room(room_fenn velora/fenn OBJECT_WORLD)
 velora_room(room_wisp velora/wisp OBJECT_WORLD)
 velora_room(room_facade velora/frontend/door OBJECT_WORLD ONLY "Velora*.cpp")
-velora_room(room_door velora/frontend/door OBJECT_WORLD EXCEPT "/Velora[^/]*\\.cpp$")
+velora_room(room_door velora/frontend/door OBJECT_WORLD FAST EXCEPT "/Velora[^/]*\\.cpp$")
 
 set(objects)
 foreach(room IN LISTS VELORA_ROOMS)
@@ -63,12 +90,27 @@ if(NOT objects)
   return()
 endif()
 
-add_library(velora SHARED ${objects})
+# GCC puts the virtual table of a class and those of its bases under construction in one section
+# group, which the linker keeps or drops as a whole. Nothing refers to the latter; out of their
+# groups, the section garbage collection drops them.
+# Link-time optimisation drops them by itself.
+set(linked ${objects})
+if(NOT VELORA_SANITIZE AND NOT VELORA_DEVICE)
+  set(linked ${PROJECT_BINARY_DIR}/velora.o)
+  add_custom_command(
+    OUTPUT ${linked}
+    COMMAND ${CMAKE_CXX_COMPILER} -r -nostdlib -Wl,--force-group-allocation -o ${linked} ${objects}
+    DEPENDS ${objects}
+    COMMAND_EXPAND_LISTS VERBATIM)
+endif()
+
+add_library(velora SHARED ${linked})
 target_link_libraries(velora PRIVATE $<BUILD_INTERFACE:velora_settings>
                                      $<BUILD_INTERFACE:velora_system>)
 target_include_directories(
   velora INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/velora-1>)
 set_target_properties(
   velora
@@ -79,22 +121,24 @@ set_target_properties(
              LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
              # A path of the build machine has no place in the library.
              SKIP_BUILD_RPATH ON)
-if(NOT VELORA_SANITIZE)
-  target_link_options(velora PRIVATE -Wl,--no-undefined)
+# Stays mapped behind a dlclose, as libcrypto and others below it do: opening it again is cheap, and
+# what FFTW keeps for a process is kept once.
+target_link_options(velora PRIVATE -Wl,-z,nodelete)
+if(NOT VELORA_SANITIZE AND NOT VELORA_THREADS)
+  target_link_options(velora PRIVATE -Wl,--no-undefined -Wl,--gc-sections)
+  # The place of each virtual function's address, as a bit: 24 bytes each otherwise. GNU ld does it
+  # for x86-64 alone.
+  if(CMAKE_SYSTEM_PROCESSOR STREQUAL x86_64)
+    check_linker_flag(CXX -Wl,-z,pack-relative-relocs VELORA_PACKS_RELOCATIONS)
+    if(VELORA_PACKS_RELOCATIONS)
+      target_link_options(velora PRIVATE -Wl,-z,pack-relative-relocs)
+    endif()
+  endif()
 endif()
 if(VELORA_DEVICE)
   # What comes out of an archive is nobody else's.
   target_link_options(velora PRIVATE -static-libstdc++ -static-libgcc -Wl,--gc-sections
                       -Wl,--exclude-libs,ALL -Wl,--as-needed)
-  # Fewer bytes to read and to relocate, where the linker knows the form and so does the loader.
-  include(CheckCXXSourceCompiles)
-  set(CMAKE_REQUIRED_LINK_OPTIONS -shared -Wl,-z,pack-relative-relocs)
-  check_cxx_source_compiles("int zero; int* place = &zero;" VELORA_PACKED_RELOCATIONS
-                            FAIL_REGEX "ignored")
-  unset(CMAKE_REQUIRED_LINK_OPTIONS)
-  if(VELORA_PACKED_RELOCATIONS)
-    target_link_options(velora PRIVATE -Wl,-z,pack-relative-relocs)
-  endif()
 endif()
 
 add_library(velora_static STATIC ${objects})

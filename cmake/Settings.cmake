@@ -24,8 +24,10 @@ if(CCACHE)
 endif()
 
 add_library(velora_settings INTERFACE)
-target_include_directories(velora_settings INTERFACE ${PROJECT_SOURCE_DIR}
-                                                     ${PROJECT_SOURCE_DIR}/include)
+configure_file(cmake/version.h.in ${PROJECT_BINARY_DIR}/include/velora/version.h @ONLY)
+target_include_directories(
+  velora_settings INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include
+                            ${PROJECT_BINARY_DIR}/include)
 target_compile_options(
   velora_settings
   INTERFACE -Wall -Wextra -Werror
@@ -35,10 +37,16 @@ target_compile_options(
             $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
             # Two builds in two folders give the same bytes.
             -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+            # What nothing refers to stays out of the library.
+            -ffunction-sections
+            -fdata-sections
             -fstack-protector-strong)
 target_link_options(velora_settings INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 
-if(VELORA_SANITIZE)
+if(VELORA_THREADS)
+  target_compile_options(velora_settings INTERFACE -fsanitize=thread -O1 -g)
+  target_link_options(velora_settings INTERFACE -fsanitize=thread)
+elseif(VELORA_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(velora_settings INTERFACE ${sanitizers} -O1 -g)
   target_link_options(velora_settings INTERFACE ${sanitizers})

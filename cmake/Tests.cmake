@@ -59,7 +59,8 @@ foreach(folder IN LISTS folders)
     target_link_libraries(${test} PRIVATE velora_authoring)
     if(TARGET tool_velora)
       add_dependencies(${test} tool_velora)
-      target_compile_definitions(${test} PRIVATE VELORA_TOOL="$<TARGET_FILE:tool_velora>")
+      target_compile_definitions(${test} PRIVATE VELORA_TOOL="$<TARGET_FILE:tool_velora>"
+                                                 VELORA_SOURCE="${PROJECT_SOURCE_DIR}")
     endif()
   endif()
   # Listed when ctest starts, through the emulator where there is one.

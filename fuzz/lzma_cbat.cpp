@@ -46,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const Promise promise;
   int last = 0;
   Ctr::CbatReader(&fieldPacket, &widthPacket, scalar, out.get(), &last);
-  Expect(last >= 0 && last < (axis == 'M' ? 256 : 4913), "the last field is told wrong");
+  Expect(last >= 0 && last < (axis == 'M' ? 256 : 4913), "the last field is reported wrong");
   fieldPacket.getDecompressedSize();
   fieldPacket.decompress(bytes.get(), room);
   promise.Check();

@@ -15,7 +15,7 @@ struct InkRequest {
 
   int kind = kColor;
   Bytes locator;
-  int claimed = -1;  // told as its length; -1: the truth
+  int claimed = -1;  // given as its length; -1: the truth
   int index = 3;
   int short_of = 0;  // bytes that the output is too small
   bool other_mode = false;

@@ -113,7 +113,7 @@ class Writer {
 
   void WriteStep(const Component& owner, const Step& step) {
     if (step.form == Step::kStored) {
-      // Only what stands before its owner, so that no component contains itself.
+      // Only what comes before its owner, so that no component contains itself.
       static const Component blank = {29, 0, 1, 1, {}, {}, {}, {}};
       const Component& stored = model_.components[static_cast<size_t>(step.component)];
       WriteComponent(&stored < &owner ? stored : blank);

@@ -27,7 +27,7 @@ struct Step {
 
 struct Component {
   int kind;   // its type id
-  int list;   // the root list that it stands in
+  int list;   // the root list that it is in
   int state;  // 1 is written as a reference, everything else with all five parts
   int version;
   std::vector<Word> condition, tags, properties;

@@ -19,13 +19,13 @@ struct PackHead {
 inline constexpr PackHead kPrinterOfToner = {false, 0, 127, 1};
 inline constexpr PackHead kPrinterOfInk = {true, 0, 127, 1};
 
-// A pack of an image, behind a header that tells the truth about it.
+// A pack of an image, behind a true header.
 Bytes PackOf(const PackHead& head, const Bytes& image);
 
 // The image of a sound pack.
 Bytes ImageOf(const Bytes& pack, bool ink);
 
-// The bytes of all images as the packs' headers tell them, no more than a reader takes.
+// The bytes of all images as the packs' headers give them, no more than a reader takes.
 long long ImageBytesOf(const std::vector<Bytes>& packs, bool ink);
 
 }  // namespace fuzz

@@ -18,19 +18,23 @@
  *
  * What is printed: lines of the form
  *   [CTR] function (line 61): "message"
- * on standard error, both for failures and for the steps of a decode. There is no switch for them.
+ * on standard error, both for failures and for the steps of a decode; velora_set_log() of reason.h
+ * takes them elsewhere. Why a call was refused, velora_last_reason() says there.
  *
- * Threads: any thread may call, but one table call at a time in a process.
+ * Threads: any thread may call at any time; calls are served one after another, and a call out of
+ * a log callback is refused. At most 5 threads whose kernel ids agree in their low 4 bits can be
+ * known at once; a call on a sixth is refused.
+ *
+ * Stack: a table call needs about 20 KiB. The longest chain of components that a pack may hold
+ * takes it to 384 KiB.
  */
 #pragma once
 
 #include <stdint.h>
+#include <velora/version.h> /* CMake writes it */
 
-#if defined(__GNUC__)
-#define VELORA_API __attribute__((visibility("default")))
-#else
-#define VELORA_API
-#endif
+#include "velora/export.h"
+#include "velora/reason.h"
 
 /* An enumeration that takes any 32-bit value, known or not. */
 #ifdef __cplusplus
@@ -43,7 +47,7 @@
 
 /* Bytes of a finished table; the caller's buffer has exactly this size. A colour table samples its
  * RGB input on a grid of 17 x 17 x 17 points. It is planar: the byte of plane c at grid point
- * (i, j, k), each in [0..17), stands at c * 4913 + i * 289 + j * 17 + k. The three axes run as in
+ * (i, j, k), each in [0..17), is at c * 4913 + i * 289 + j * 17 + k. The three axes run as in
  * the printer's reference planes. The pack's colour map sets the order of the planes; it is C, M,
  * Y, K or R, G, B by custom. */
 #define VELORA_SIZE_PLANE 4913
@@ -69,7 +73,7 @@ typedef enum ctr_table_type VELORA_ENUM_32 {
   CTR_TABLE_FORCE_32 = 0x7FFFFFFF
 } ctr_table_type;
 
-/* What a theme stands for is up to the packs, except for CTR_THEME_GRAYSCALE. */
+/* The packs decide what a theme means, except for CTR_THEME_GRAYSCALE. */
 typedef enum ctr_theme_type VELORA_ENUM_32 {
   CTR_THEME_0 = 0,
   CTR_THEME_1 = 1,
@@ -85,7 +89,7 @@ typedef enum ctr_theme_type VELORA_ENUM_32 {
   CTR_THEME_FORCE_32 = 0x7FFFFFFF
 } ctr_theme_type;
 
-/* Named by the character that stands for the medium in packet keys and messages. */
+/* Named by the character of the medium in packet keys and messages. */
 typedef enum ctr_media_type VELORA_ENUM_32 {
   CTR_MEDIA_P = 0,
   CTR_MEDIA_G = 1,
@@ -111,8 +115,9 @@ typedef struct ImagingBlob {
 } ImagingBlob;
 
 /* The tables that the printer holds, from which a pack's tables are differences. A width table has
- * 4 bits for each coefficient, low nibble first. Data that starts with the bytes 0x5D, 0, 0 is
- * taken for an LZMA stream. */
+ * 4 bits for each coefficient, low nibble first. A width table, and nothing else here, may be an
+ * LZMA stream: it is taken for one when it starts with the bytes 0x5D, 0, 0. acbCbat is then the
+ * stream's length, and the size that the stream states has the limits given there. */
 typedef struct ReferenceTable {
   const uint8_t* data;      /* CTR_AXIS_MONO: a gray curve of 256 bytes; otherwise four planes of
                                4913 bytes in the order C, M, Y, K */
@@ -148,14 +153,22 @@ extern "C" {
  *   eProductVariant       the product variant, [0..5]
  *   eTableType ...        the print mode
  *   nVelcases             how many packs, [1..10]
- *   apVelcases            the packs, nVelcases pointers
+ *   apVelcases            the packs, nVelcases pointers: all of eSupplyFamily, and one of channel
+ *                         127, the printer's, among them
  *   pReferenceTable       required for CTR_TABLE_RGB and CTR_TABLE_CMYK, otherwise unused
  *   pTableCorrections     null: no corrections
  *   cbReconstructedTable  bytes of the buffer: the size of the table, see above; for
- *                         CTR_TABLE_FUSER_BLOB the blob's size or more
- *   abReconstructedTable  the buffer
+ *                         CTR_TABLE_FUSER_BLOB the blob's size or more. The call does not report
+ * how long the blob is, and leaves the bytes behind it as they were; Velora::getFuserBlobSize() of
+ * the C++ headers reports the size abReconstructedTable  the buffer
  *
- * Returns 1 and fills the buffer, or returns 0, leaves the buffer as it was and has printed why. */
+ * Returns 1 and fills the buffer, or returns 0, leaves the buffer as it was and has printed why;
+ * only a boot that fails, for want of memory or of a place for the thread, and a call out of a log
+ * callback print nothing.
+ *
+ * The call leaves open what it finds open, and a thread known that it finds known: it may be made
+ * beside open layers, also inside a Try. Each call keeps a boot record of three pointers allocated,
+ * some 32 bytes with the allocator's own, and nothing else. */
 VELORA_API int _velora_v2_ReconstructTable_Moth_Posix_So(
     int ePlatform, int eSupplyFamily, int eProductVariant, ctr_table_type eTableType,
     ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
@@ -164,13 +177,17 @@ VELORA_API int _velora_v2_ReconstructTable_Moth_Posix_So(
     unsigned char* abReconstructedTable);
 
 /* The same for a caller that has booted: pBootRecord carries its three objects, which the call
- * shares and leaves alive. Null: the call boots by itself. */
+ * shares and leaves alive. Null: the call shares the boot that it finds, or boots by itself. It
+ * closes what it opens, as the form above does, and keeps nothing allocated. */
 VELORA_API int _velora_v2_ReconstructTable_Moth_Posix_Lib(
     BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
     ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
     ctr_axis_type eAxisType, unsigned int nVelcases, const ImagingBlob** apVelcases,
     const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections,
     unsigned int cbReconstructedTable, unsigned char* abReconstructedTable);
+
+/* The version of the library that is loaded, as "1.0.0"; VELORA_VERSION is that of the headers. */
+VELORA_API const char* velora_version(void);
 
 /* Prints "HelloWorld = n" to standard output and returns n: a sign of life of a linked library. */
 VELORA_API int _velora_HelloWorld(int n);
@@ -194,25 +211,30 @@ VELORA_API int _velora_HelloWorld(int n);
  * Cleanup_Process Closes the layer and drops its objects; harmless on a closed layer. The
  *                 _Posix_So forms of velora_v1 and velora_v2 leave plinth_v1 open. */
 
-/* What a caller of a layer needs beside it, all on the shared state of the flat functions.
+/* What a caller of a layer needs beside it. A process has one boot, which all open layers share.
  *
- * Boot            Makes the process-wide objects if there are none, and makes the calling thread
- *                 known to them. Returns a new record of them to initialize layers from, or null
- *                 when memory runs out or 5 threads of the same table slot are known already. A
- *                 further thread that calls into a layer boots too; it needs no Initialize.
+ * Boot            Makes the process-wide objects if no layer holds any, and makes the calling
+ *                 thread known to them. Returns a new record of them to initialize layers from, or
+ *                 null when memory runs out or 5 threads of the same table slot are known already.
+ *                 A further thread that calls into a layer boots too; it needs no Initialize.
  * FreeBootRecord  Frees the record, ahead of Cleanup_Process; the objects live on. Null is ignored.
  * Try             Runs pBody(pContext) such that an operation of a layer's objects can fail in it.
- *                 Returns 0, or what went wrong: 1 a condition that does not hold or damaged data,
- * 2 not implemented, 3 a forbidden Init, 1000 to 1002 a file's open, read, write, 2000 no memory,
- * 2001 a buffer too small, 3000 a bad argument (pBody null), 4000 an object that is not
- * initialized; -1 for a thread that is not known, and pBody was not run.
+ *                 Needs a boot and a known thread, but no layer. Returns 0 when pBody has returned,
+ *                 or the code of what ended it:
+ *                      1  a condition that does not hold, or damaged data
+ *                      2  not implemented
+ *                      3  a forbidden Init
+ *                   1000  a file cannot be opened; 1001 read; 1002 written
+ *                   2000  no memory; pBody may not have been run
+ *                   2001  a buffer is too small
+ *                   3000  a bad argument; pBody null, and nothing was run
+ *                   4000  an object is not initialized
+ *                     -1  the thread is not known, and pBody was not run
  *
  * An operation that fails leaves pBody by longjmp: no object with a destructor may live in pBody or
  * below it across such a call, and no C++ exception may leave pBody. Operations that can fail are
- * called nowhere but in a Try; Destroy and AddRef cannot. A Try may stand inside another.
- *
- * A table call of velora_v2 in its _Posix_So form cleans the shared state up when it ends, the
- * calling thread's entry included: it belongs ahead of Boot or behind the last Cleanup_Process. */
+ * called nowhere but in a Try; Destroy and AddRef cannot. A Try may be nested in another, and so
+ * may a table call. Cleanup_Thread and Cleanup_Process are called outside of every Try. */
 
 VELORA_API BootRecord* _plinth_v1_Boot_Posix_So(void);
 VELORA_API void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* pBootRecord);

@@ -21,7 +21,7 @@
 /* -------------------------------------------------------------------------------- print mode -- */
 
 /* Medium, subtype, quality, pen set and data source together are the print mode. The numbers are
- * fixed; what a number stands for is the printer's. A value that is not listed is taken for the
+ * fixed; the printer gives a number its meaning. A value that is not listed is taken for the
  * one that its line names. */
 
 typedef enum PT_media_t VELORA_ENUM_INT32 {
@@ -57,8 +57,8 @@ typedef struct tWISPPrintModeMapping {
   PT_data_source dataSource;
   PT_media_t mediaType;
   PT_quality_t quality;
-  uint32_t mediaSubtype; /* 0, 1, 2, 10, 11, 12; every other value stands for 0 */
-  uint32_t penSet;       /* 1, 2; every other value stands for 1 */
+  uint32_t mediaSubtype; /* 0, 1, 2, 10, 11, 12; every other value means 0 */
+  uint32_t penSet;       /* 1, 2; every other value means 1 */
 } tWISPPrintModeMapping;
 
 /* ---------------------------------------------------------------------------------- shapes -- */
@@ -86,7 +86,7 @@ typedef struct WISPColorMapChannel {
 /* -------------------------------------------------------------------------------- colour map -- */
 
 /* A finished map has four planes of 17 x 17 x 17 nodes, each 0 to 255: the node of plane k at
- * (a, b, c) stands at nodes[k][a * 289 + b * 17 + c]. As an input the record needs to reach no
+ * (a, b, c) is at nodes[k][a * 289 + b * 17 + c]. As an input the record needs to reach no
  * farther than the end of its payload. */
 typedef struct WISPColorMap {
   uint32_t first;            /* 0 */

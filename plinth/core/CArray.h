@@ -1,6 +1,6 @@
 // The library's sequence: a block of values or of counted object pointers, rebuilt by each change.
 // Room: plinth/core. Owns its block when `owned`; an object array then owns the references in it.
-// Raises as IArray tells; out of memory `CException_Memory_AllocationFailed`.
+// Errors: see IArray; out of memory `CException_Memory_AllocationFailed`.
 #pragma once
 
 #include "plinth/core/CSerializeable.h"
@@ -18,9 +18,12 @@ class CArrayBody : public CSerializeable, public virtual api::IArray<T> {
   static constexpr bool kScalar = std::is_arithmetic_v<T>;
   // The type id that the class fixes: 1 for bytes, 2 for integers; objects get theirs from `Init`.
   static constexpr int kType = !kScalar ? 0 : sizeof(T) == 1 ? 1 : 2;
+  // As many integers as an image has room for; only an image of that many bytes tells of more.
+  static constexpr int kMostIntegers = 1 << 22;
 
-  CArrayBody();
-  ~CArrayBody() override;
+  [[gnu::always_inline]] CArrayBody()
+      : CSerializeable(kType), count(0), elements(nullptr), owned(false) {}
+  PLINTH_INLINE_DESTRUCTION(CArrayBody);
 
   using Interface::Init;
   void Init() override;
@@ -105,19 +108,19 @@ class CArray<Configuration, T, CT, false> : public CArrayBody<Configuration, T> 
     Body::InitBlock(type, newCount, block, isOwned);
   }
   void Sort(bool deduplicate) override;
+  // The same, with another way to ask: IsLess(later, earlier), IsEqual(later, earlier). It answers
+  // as the elements do.
+  template <class Order>
+  void SortBy(bool deduplicate, const Order& order);
 
  private:
   using Body::count;
   using Body::elements;
 
-  // Up to here an exchange sort is the quicker one.
-  static constexpr int kFew = 16;
-
-  void SortFew(bool deduplicate);
-  void SortMany(bool deduplicate);
-  static bool IsPlaceLess(const void* block, int a, int b);
-  void Reorder(int* places);
-  void DropEquals();
+  struct Plain {
+    static bool IsLess(T* later, T* earlier) { return later->IsLessThan(earlier); }
+    static bool IsEqual(T* later, T* earlier) { return later->IsEqualTo(earlier); }
+  };
 };
 
 template <class Configuration>

@@ -10,17 +10,6 @@
 namespace plinth::v1::core {
 
 template <class Configuration, class T>
-CArrayBody<Configuration, T>::CArrayBody()
-    : CSerializeable(kType), count(0), elements(nullptr), owned(false) {}
-
-template <class Configuration, class T>
-CArrayBody<Configuration, T>::~CArrayBody() {
-  if (owned) {
-    Delete_Elements(count, elements);
-  }
-}
-
-template <class Configuration, class T>
 auto CArrayBody<Configuration, T>::NewBlock(int count) -> Element* {
   return new (api::Slots<Configuration>().platform, true, true) Element[static_cast<size_t>(count)];
 }
@@ -69,15 +58,12 @@ void CArrayBody<Configuration, T>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
-// The Init forms need no frame: they make the object valid last, and what it holds by then is its
-// own.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::InitBlank(int type, int newCount) {
+  BeginInit();
   if (newCount < 0) {
-    Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  BeginInit();
   if (newCount > 0) {
     elements = NewBlock(newCount);
     count = newCount;
@@ -96,12 +82,11 @@ void CArrayBody<Configuration, T>::InitBlock(int type, int newCount, Element* bl
       sound = block[i] != nullptr;
     }
   }
+  owned = owned && (sound || refCount > 1);
+  BeginInit();
   if (!sound) {
-    owned = false;
-    Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  BeginInit();
   serializeableType = type;
   count = newCount;
   elements = block;
@@ -129,23 +114,20 @@ void CArrayBody<Configuration, T>::Init(Interface* other) {
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(int type, api::ISerializer* serializer, void* context) {
-  BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  const int stored = serializer->Deserialize_uint28();
-  if (stored < 0) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  if (stored > 0) {
-    CheckStoredCount(serializer, stored);
-    elements = NewBlock(stored);
-    count = stored;
-    owned = true;
-    ReadElements(serializer, context);
-  }
-  serializeableType = type;
-  valid = true;
+  this->InitFrom(serializer, [&] {
+    const int stored = serializer->Deserialize_uint28();
+    if (stored < 0) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (stored > 0) {
+      CheckStoredCount(serializer, stored);
+      elements = NewBlock(stored);
+      count = stored;
+      owned = true;
+      ReadElements(serializer, context);
+    }
+    serializeableType = type;
+  });
 }
 
 // A count that no image of this size can hold ends before the allocation in what the reading of
@@ -154,7 +136,9 @@ template <class Configuration, class T>
 void CArrayBody<Configuration, T>::CheckStoredCount(api::ISerializer* serializer,
                                                     int stored) const {
   if constexpr (kScalar) {
-    if (stored > serializer->GetImageCount_Bytes()) {
+    // Integers are read round and round, so their image proves nothing about their count.
+    constexpr int kMost = sizeof(T) == 1 ? 0 : kMostIntegers;
+    if (stored > kMost && stored > serializer->GetImageCount_Bytes()) {
       PLINTH_RAISE(CException_This_Invalid);
     }
   } else {
@@ -311,6 +295,9 @@ bool CArrayBody<Configuration, T>::IsEqualTo(api::ISerializeable* other) const {
   if (right->count != count) {
     return false;
   }
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    return count == 0 || memcmp(elements, right->elements, static_cast<size_t>(count)) == 0;
+  }
   for (int i = 0; i < count; ++i) {
     if constexpr (kScalar) {
       if (elements[i] != right->elements[i]) {
@@ -333,6 +320,9 @@ bool CArrayBody<Configuration, T>::IsLessThan(api::ISerializeable* other) const 
   const auto* right = static_cast<const CArrayBody*>(Comparable(other));
   if (right->count != count) {
     return count < right->count;
+  }
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    return count > 0 && memcmp(elements, right->elements, static_cast<size_t>(count)) < 0;
   }
   for (int i = 0; i < count; ++i) {
     if constexpr (kScalar) {
@@ -394,11 +384,16 @@ Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
   return made;
 }
 
-// An exchange sort, or for many elements its result: callers see which of two equals survives, and
-// where equals end. A deduplicating sort that meets equals ends in a raise, after it has dropped
-// them: the array is rebuilt at its full count or not at all.
 template <class Configuration, class T, class CT>
 void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
+  SortBy(deduplicate, Plain());
+}
+
+// A deduplicating sort that meets equals ends in a raise, after it has dropped them: the array is
+// rebuilt at its full count or not at all.
+template <class Configuration, class T, class CT>
+template <class Order>
+void CArray<Configuration, T, CT, false>::SortBy(bool deduplicate, const Order& order) {
   this->CheckThis();
   if (count < 1) {
     return;
@@ -408,11 +403,17 @@ void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
       elements[i]->Sort(deduplicate);
     }
   }
-  if (count <= kFew) {
-    SortFew(deduplicate);
-  } else {
-    SortMany(deduplicate);
-  }
+  const ElementOrder asked = {&order,
+                              [](const void* of, void* later, void* earlier) {
+                                return static_cast<const Order*>(of)->IsLess(
+                                    static_cast<T*>(later), static_cast<T*>(earlier));
+                              },
+                              [](const void* of, void* later, void* earlier) {
+                                return static_cast<const Order*>(of)->IsEqual(
+                                    static_cast<T*>(later), static_cast<T*>(earlier));
+                              },
+                              [](void* element) { static_cast<T*>(element)->Destroy(); }};
+  SortElements(asked, reinterpret_cast<void**>(elements), count, deduplicate);
   for (int i = 0; i < count; ++i) {
     if (deduplicate && elements[i] == nullptr) {
       PLINTH_RAISE(CException_General);
@@ -421,86 +422,6 @@ void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
   T** block = Body::NewBlock(count);
   Body::CopyElements(block, elements, count);
   Body::ReplaceBlock(block, count);
-}
-
-template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::SortFew(bool deduplicate) {
-  for (int i = 0; i < count; ++i) {
-    for (int j = i + 1; j < count; ++j) {
-      if (elements[j] == nullptr) {
-        continue;
-      }
-      if (elements[i] == nullptr || elements[j]->IsLessThan(elements[i])) {
-        T* moved = elements[i];
-        elements[i] = elements[j];
-        elements[j] = moved;
-      } else if (deduplicate && elements[j]->IsEqualTo(elements[i])) {
-        elements[j]->Destroy();
-        elements[j] = nullptr;
-      }
-    }
-  }
-}
-
-template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::SortMany(bool deduplicate) {
-  int* volatile room = nullptr;
-  PLINTH_FRAME(Configuration) {
-    room = new (api::Slots<Configuration>().platform, false,
-                true) int[static_cast<size_t>(OrderingRoom(count))];
-    const PlaceOrder order = {&IsPlaceLess, elements};
-    OrderStably(order, count, room);
-    if (!deduplicate) {
-      TurnEquals(order, count, room);
-    }
-    Reorder(room);
-    if (deduplicate) {
-      DropEquals();
-    }
-  }
-  PLINTH_TAIL { operator delete[](room, api::Slots<Configuration>().platform, false, false); }
-  PLINTH_END
-}
-
-// Gaps go to the end.
-template <class Configuration, class T, class CT>
-bool CArray<Configuration, T, CT, false>::IsPlaceLess(const void* block, int a, int b) {
-  auto* of = static_cast<T* const*>(block);
-  return of[a] != nullptr && (of[b] == nullptr || of[a]->IsLessThan(of[b]));
-}
-
-// The element at places[i] goes to place i, ring by ring; uses the places up.
-template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::Reorder(int* places) {
-  for (int start = 0; start < count; ++start) {
-    T* first = elements[start];
-    int to = start;
-    while (places[to] != start) {
-      const int from = places[to];
-      elements[to] = elements[from];
-      places[to] = to;
-      to = from;
-    }
-    elements[to] = first;
-    places[to] = to;
-  }
-}
-
-// Of equal neighbours the first stays; the gaps go to the end.
-template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::DropEquals() {
-  int kept = 0;
-  for (int i = 0; i < count && elements[i] != nullptr; ++i) {
-    T* element = elements[i];
-    const bool equal = kept > 0 && !elements[kept - 1]->IsLessThan(element) &&
-                       element->IsEqualTo(elements[kept - 1]);
-    elements[i] = nullptr;
-    if (equal) {
-      element->Destroy();
-    } else {
-      elements[kept++] = element;
-    }
-  }
 }
 
 template <class Configuration, class T>

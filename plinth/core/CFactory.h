@@ -1,5 +1,5 @@
 // The foundation's factory, the root of every layer's chain.
-// Room: plinth/core. Raises as IFactory tells.
+// Room: plinth/core. Errors: see IFactory.
 #pragma once
 
 #include "plinth/core/CArray.h"
@@ -11,8 +11,7 @@ namespace plinth::v1::core::_factory {
 template <class Configuration>
 class CFactory : public CObject, public virtual api::_factory::IFactory {
  public:
-  CFactory();
-  ~CFactory() override;
+  PLINTH_INLINE_CONSTRUCTION(CFactory);
   api::ISerializer* CreateSerializer() override;
   api::IArray_uint8* CreateArray_uint8() override;
   api::IArray_int32* CreateArray_int32() override;

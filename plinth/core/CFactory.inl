@@ -6,12 +6,6 @@
 namespace plinth::v1::core::_factory {
 
 template <class Configuration>
-CFactory<Configuration>::CFactory() = default;
-
-template <class Configuration>
-CFactory<Configuration>::~CFactory() = default;
-
-template <class Configuration>
 api::ISerializer* CFactory<Configuration>::CreateSerializer() {
   return this->template Create<CSerializer<Configuration>>();
 }

@@ -14,8 +14,8 @@ class CLinkedList : public CSerializeable, public virtual api::ILinkedList<T> {
   using Interface = api::ILinkedList<T>;
   using Element = typename Interface::Element;
 
-  CLinkedList();
-  ~CLinkedList() override;
+  [[gnu::always_inline]] CLinkedList() : head(nullptr), tail(nullptr), count(0) {}
+  PLINTH_INLINE_DESTRUCTION(CLinkedList);
 
   using Interface::Init;
   void Init() override;

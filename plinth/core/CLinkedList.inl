@@ -8,14 +8,6 @@
 namespace plinth::v1::core {
 
 template <class Configuration, class T, class CT>
-CLinkedList<Configuration, T, CT>::CLinkedList() : head(nullptr), tail(nullptr), count(0) {}
-
-template <class Configuration, class T, class CT>
-CLinkedList<Configuration, T, CT>::~CLinkedList() {
-  DeleteElements();
-}
-
-template <class Configuration, class T, class CT>
 auto CLinkedList<Configuration, T, CT>::NewElement() -> Element* {
   return new (api::Slots<Configuration>().platform, false, true) Element;
 }
@@ -51,8 +43,6 @@ void CLinkedList<Configuration, T, CT>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
-// The Init forms need no frame: they make the object valid last, and what it holds by then is its
-// own.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(int type) {
   CObject::Init();
@@ -69,51 +59,46 @@ void CLinkedList<Configuration, T, CT>::LinkAll(api::IArray<T>* array) {
 
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(api::IArray<T>* array) {
-  BeginInit();
-  if (array == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  array->CheckThis();
-  LinkAll(array);
-  serializeableType = array->GetSerializeableType();
-  valid = true;
+  this->InitGuarded([&](volatile api::Frame&) {
+    if (array == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    array->CheckThis();
+    CLinkedList::Init(array->GetSerializeableType());
+    LinkAll(array);
+  });
 }
 
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(Interface* other) {
-  BeginInit();
-  if (other == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  other->CheckThis();
-  for (const Element* element = other->GetHead(); element != nullptr; element = element->next) {
-    Link(tail, nullptr, element->GetValue());
-  }
-  serializeableType = other->GetSerializeableType();
-  valid = true;
+  this->InitGuarded([&](volatile api::Frame&) {
+    if (other == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    other->CheckThis();
+    CLinkedList::Init(other->GetSerializeableType());
+    CLinkedList::Append(other);
+  });
 }
 
 // The array that was read is the serializer's as well, and outlives this reference to it.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(int type, api::ISerializer* serializer,
                                              void* context) {
-  BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
-    api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
-    auto* array = InterfaceOf<api::IArray<T>>(read);
-    read->Destroy();
-    if (array == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
+  this->InitFrom(serializer, [&] {
+    if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+      api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
+      auto* array = InterfaceOf<api::IArray<T>>(read);
+      read->Destroy();
+      if (array == nullptr) {
+        PLINTH_RAISE(CException_Parameter_Invalid);
+      }
+      LinkAll(array);
+    } else {
+      PLINTH_RAISE(CException_NotImplemented);
     }
-    LinkAll(array);
-  } else {
-    PLINTH_RAISE(CException_NotImplemented);
-  }
-  serializeableType = type;
-  valid = true;
+    serializeableType = type;
+  });
 }
 
 template <class Configuration, class T, class CT>

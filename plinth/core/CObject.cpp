@@ -4,8 +4,6 @@
 
 namespace plinth::v1::api {
 
-IObject::~IObject() = default;
-
 void ISerializer::ETargetEndianness::Check(Enum value) {
   if (value != Reversed && value != MemoryOrder) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -18,20 +16,33 @@ namespace plinth::v1::core {
 
 using api::Configuration;
 
-CObject::CObject() : valid(false), refCount(1) {}
-
-CObject::~CObject() = default;
-
 void CObject::Init() {
   BeginInit();
   valid = true;
 }
 
 void CObject::BeginInit() {
+  CheckOneHolder();
+  Delete();
+}
+
+void CObject::RunInit(void (*run)(volatile api::Frame& frame, const void* context),
+                      const void* context) {
+  CheckOneHolder();
+  PLINTH_FRAME(Configuration) {
+    run(frame, context);
+  }
+  PLINTH_CATCH {
+    Delete();
+    PLINTH_RETHROW;
+  }
+  PLINTH_END
+}
+
+void CObject::CheckOneHolder() const {
   if (refCount > 1) {
     PLINTH_RAISE(CException_General);
   }
-  Delete();
 }
 
 void CObject::Destroy() { RemoveRef(); }
@@ -64,6 +75,7 @@ void CObject::RemoveRef() {
   if (--refCount < 1) {
     api::CPlatform* platform = api::Slots<Configuration>().platform;
     void* memory = this;
+    Delete();
     this->~CObject();
     operator delete(memory, platform, false, false);
   }

@@ -12,8 +12,8 @@ using namespace plinth::v1::api::_exports::common::exception;
 
 class CObject : public virtual api::IObject {
  public:
-  CObject();
-  ~CObject() override;
+  [[gnu::always_inline]] CObject() : valid(false), refCount(1) {}
+  PLINTH_INLINE_DESTRUCTION(CObject);
   void Init() override;
   void Destroy() override;
   int GetRefCount() const override;
@@ -26,16 +26,30 @@ class CObject : public virtual api::IObject {
   virtual void Reset();
   // Frees what the object owns, then `Reset`. A derived class drops its own members and calls up.
   virtual void Delete();
-  // Drops a reference; the last ends the object.
+  // Drops a reference; the last ends the object: `Delete`, then a destructor with nothing to do.
   virtual void RemoveRef();
 
  protected:
-  // What `Init` does, up to `valid`: for an Init that needs no frame, because it makes the object
-  // valid last. What it has taken by then is the object's, and ends with it or with its next Init.
+  // Every Init begins with one of these two, so that each keeps the promise of IObject.
+  //
+  // For an Init that raises, if at all, while it has taken nothing yet: the object is blank from
+  // here on, and `valid` is set last.
   void BeginInit();
+  // For any other: runs `body(frame)` in a frame whose catch deletes the object. The body ends the
+  // old life by an Init of a parent class.
+  template <class Body>
+  void InitGuarded(const Body& body) {
+    RunInit([](volatile api::Frame& frame,
+               const void* context) { (*static_cast<const Body*>(context))(frame); },
+            &body);
+  }
 
   bool valid;
   int refCount;
+
+ private:
+  void CheckOneHolder() const;
+  void RunInit(void (*run)(volatile api::Frame& frame, const void* context), const void* context);
 };
 
 }  // namespace plinth::v1::core

@@ -4,13 +4,26 @@ namespace plinth::v1::core {
 
 using api::Configuration;
 
-CSerializeable::CSerializeable(int type) : serializeableType(type) {}
-
-CSerializeable::~CSerializeable() = default;
-
 void CSerializeable::Init(int type, api::ISerializer*, void*) {
   CObject::Init();
   serializeableType = type;
+}
+
+void CSerializeable::RunInitFrom(const api::ISerializer* serializer,
+                                 void (*read)(const void* context), const void* context) {
+  const auto init = [&] {
+    BeginInit();
+    if (serializer == nullptr) {
+      PLINTH_RAISE(CException_Parameter_Invalid);
+    }
+    read(context);
+    valid = true;
+  };
+  if (valid) {
+    InitGuarded([&](volatile api::Frame&) { init(); });
+  } else {
+    init();
+  }
 }
 
 void CSerializeable::Sort(bool) {}

@@ -9,8 +9,8 @@ namespace plinth::v1::core {
 
 class CSerializeable : public CObject, public virtual api::ISerializeable {
  public:
-  explicit CSerializeable(int type = 0);
-  ~CSerializeable() override;
+  [[gnu::always_inline]] explicit CSerializeable(int type = 0) : serializeableType(type) {}
+  PLINTH_INLINE_DESTRUCTION(CSerializeable);
   using CObject::Init;
   void Init(int type, api::ISerializer* serializer, void* context) override;
   void Sort(bool deduplicate) override;
@@ -21,6 +21,15 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   void CheckThis() const override;
 
  protected:
+  // For an Init that reads: BeginInit, a null serializer raises, then `body()`, then `valid`. A
+  // blank object takes no frame: readers make many, and what one has taken ends with it when the
+  // reader ends what could not be read.
+  template <class Body>
+  void InitFrom(const api::ISerializer* serializer, const Body& body) {
+    RunInitFrom(
+        serializer, [](const void* context) { (*static_cast<const Body*>(context))(); }, &body);
+  }
+
   // `valid` and a type id, without a virtual call.
   void CheckMembers() const;
 
@@ -29,6 +38,10 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   CObject* Comparable(api::ISerializeable* other) const;
 
   int serializeableType;
+
+ private:
+  void RunInitFrom(const api::ISerializer* serializer, void (*read)(const void* context),
+                   const void* context);
 };
 
 }  // namespace plinth::v1::core

@@ -1,11 +1,11 @@
 // The serializer: a state machine over three forms of one content.
 // Room: plinth/core. Working collects what objects write; Deduplicated has equal nested entries
 // merged and can be read; Serialized is the flat image. Owns its helper reference, its state
-// objects and, through them, the image. Raises as ISerializer tells; a failed transition leaves the
-// state.
+// objects and, through them, the image. Errors: see ISerializer. A transition that fails has
+// moved some records on: what follows raises `CException_This_Invalid`, until an Init.
 //
 // Every object that writes itself becomes one Entry: its values as bytes, and references to the
-// entries of its nested objects. All entries of a type stand in one Dictionary. The image is the
+// entries of its nested objects. All entries of a type are in one Dictionary. The image is the
 // dictionaries one behind the other; docs/formats/image.md has its bytes.
 #pragma once
 
@@ -24,9 +24,13 @@ class CSerializer : public CObject, public virtual api::ISerializer {
     static void Check(Enum value);  // [1..4]
   };
 
-  // More entries than any sound image of this size has: each takes far more memory than its two
-  // bytes in an image that means harm.
-  static constexpr int MostEntries(int imageSize) { return (1 << 16) + imageSize / 16; }
+  // More entries than a writer can put into an image of this size, for each takes far more memory
+  // than its two bytes in an image that means harm. A written entry is unlike all others of its
+  // type and has a holder: two lengths, a byte at least of its own and, behind the 16384th, three
+  // bytes of the reference to it.
+  static constexpr int MostEntries(int imageSize) { return (1 << 16) + imageSize / 6; }
+  // A writer makes one for each type.
+  static constexpr int kMostDictionaries = 1 << 16;
 
   // The type id of lists and arrays of the serializer's own records; no object of an image has it.
   static constexpr int kRecordType = 3;
@@ -46,8 +50,8 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   using IList_Dictionary = api::ILinkedList<Dictionary>;
   using ETargetEndianness = api::ISerializer::ETargetEndianness;
 
-  CSerializer();
-  ~CSerializer() override;
+  [[gnu::always_inline]] CSerializer() : targetEndianness(), state(EState::None), stripped(false) {}
+  PLINTH_INLINE_DESTRUCTION(CSerializer);
 
   using ISerializer::Init;
   void Init() override;
@@ -77,6 +81,7 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   unsigned char* Serialize() override;
   int GetImageCount_Bytes() const override;
   int GetImageCount_References() const override;
+  api::ISerializeable* GetSerializeable_Twin() const override;
 
   // Factories of the state objects, which a derived class can replace.
   virtual Deduplicated* CreateState_Deduplicated();

@@ -76,15 +76,6 @@ void CSerializer<Configuration>::Object::CheckThis() const {
 // ---- CSerializer
 
 template <class Configuration>
-CSerializer<Configuration>::CSerializer()
-    : targetEndianness(), state(EState::None), stripped(false) {}
-
-template <class Configuration>
-CSerializer<Configuration>::~CSerializer() {
-  CSerializer::Delete_States();
-}
-
-template <class Configuration>
 auto CSerializer<Configuration>::NewArray_Entry(int count) -> IArray_Entry* {
   return CArray<Configuration, Entry>::New(kRecordType, count);
 }
@@ -118,7 +109,7 @@ void CSerializer<Configuration>::Init() {
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile api::Frame&) {
     if (serializerHelper == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -130,19 +121,14 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                      Working(endianness == ETargetEndianness::Reversed));
     working->Init();
     state = EState::Working;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness, int size,
                                       unsigned char* data, bool owned) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile api::Frame&) {
     if (serializerHelper == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -153,12 +139,7 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
     serialized.Take(CreateState_Serialized());
     serialized->Init(endianness == ETargetEndianness::Reversed, size, data, owned);
     state = EState::Serialized;
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Configuration>
@@ -259,11 +240,11 @@ void CSerializer<Configuration>::Transition(typename EState::Enum target) {
 // each in order of creation.
 template <class Configuration>
 void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
+  CheckThis();
+  if (state != EState::Working || deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    CheckThis();
-    if (state != EState::Working || deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     IList_Dictionary* rest = Defer(frame, NewList_Dictionary());
     rest->Append(working->allDictionaries.Get());
     const int total = rest->GetCount();
@@ -300,35 +281,47 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     deduplicated.Take(HandOver(frame, next));
     state = EState::Deduplicated;
   }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
+  }
   PLINTH_END
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Transition_SerializedToDeduplicated() {
+  if (state != EState::Serialized || deduplicated) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    if (state != EState::Serialized || deduplicated) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     Deduplicated* next = Defer(frame, CreateState_Deduplicated());
     next->Init(this, serialized->reverse, serialized->dictionaries.Get(),
                serialized->entries.Get());
     deduplicated.Take(HandOver(frame, next));
     state = EState::Deduplicated;
   }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
+  }
   PLINTH_END
 }
 
 template <class Configuration>
 void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
+  if (state != EState::Deduplicated || serialized) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
   PLINTH_FRAME(Configuration) {
-    if (state != EState::Deduplicated || serialized) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
     Serialized* next = Defer(frame, CreateState_Serialized());
     next->Init(deduplicated->reverse, deduplicated->dictionaries.Get(),
                deduplicated->entries.Get());
     serialized.Take(HandOver(frame, next));
     state = EState::Serialized;
+  }
+  PLINTH_CATCH {
+    stripped = true;
+    PLINTH_RETHROW;
   }
   PLINTH_END
 }
@@ -462,6 +455,11 @@ int CSerializer<Configuration>::GetImageCount_Bytes() const {
 template <class Configuration>
 int CSerializer<Configuration>::GetImageCount_References() const {
   return deduplicated ? deduplicated->referenceCount : 0;
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::GetSerializeable_Twin() const {
+  return deduplicated ? deduplicated->GetSerializeable_Twin() : nullptr;
 }
 
 template <class Configuration>

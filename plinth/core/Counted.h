@@ -1,15 +1,15 @@
 // A member that holds one counted reference.
-// Room: plinth/core. It lets its reference go when it is dropped, replaced or destructed. A member
-// of objects and records, never a local: jumps pass destructors.
+// Room: plinth/core. It lets its reference go when it is dropped or replaced. A member of objects
+// and records, never a local: jumps pass destructors.
 #pragma once
 
 namespace plinth::v1::core {
 
+// In an object, whose `Delete` drops it: the object's destructor has nothing to do.
 template <class T>
 class Counted {
  public:
   Counted() = default;
-  ~Counted() { Drop(); }
   Counted(const Counted&) = delete;
   Counted& operator=(const Counted&) = delete;
 
@@ -38,6 +38,13 @@ class Counted {
 
  private:
   T* pointer = nullptr;
+};
+
+// In a record, which has no `Delete`: lets go at the record's end.
+template <class T>
+class CountedInRecord : public Counted<T> {
+ public:
+  ~CountedInRecord() { this->Drop(); }
 };
 
 }  // namespace plinth::v1::core

@@ -1,4 +1,4 @@
-// An object as one of its interfaces, by a cast that remembers where the interface stands.
+// An object as one of its interfaces, by a cast that remembers the place of the interface.
 // Room: plinth/core. Owns nothing and changes no count; raises nothing.
 //
 // All objects of a class have an interface at the same place. dynamic_cast searches all bases of
@@ -36,11 +36,11 @@ class InterfacePlaces {
   }
 
  private:
-  static constexpr size_t kSlots = 31;  // a prime: type infos stand in even steps
+  static constexpr size_t kSlots = 31;  // a prime: type infos lie in even steps
 
   struct Slot {
     std::atomic<bool> taken;
-    std::atomic<const std::type_info*> type;  // set when `place` stands
+    std::atomic<const std::type_info*> type;  // set after `place`
     ptrdiff_t place;
   };
   static Slot slots[kSlots];

@@ -2,9 +2,20 @@
 
 #include <string.h>
 
+#include "plinth/runtime/api/CPlatform.h"
+#include "plinth/runtime/api/frame.h"
+
 namespace plinth::v1::core {
 
 namespace {
+
+using namespace api::_exports::common::exception;
+using api::Configuration;
+
+// Up to here an exchange sort is the quicker one.
+constexpr int kFew = 16;
+// Up to here it decides where a comparison raises, or where elements are equal.
+constexpr int kExchanged = 256;
 
 void Merge(const PlaceOrder& order, const int* from, int* to, int begin, int middle, int end) {
   int left = begin;
@@ -16,52 +27,129 @@ void Merge(const PlaceOrder& order, const int* from, int* to, int begin, int mid
   }
 }
 
-// Counts places below a given one: a tree of partial sums, numbered from 1.
-class PlaceCount {
+class Sorter {
  public:
-  PlaceCount(int* sumsFrom0, int count) : sums(sumsFrom0), size(count) {
-    memset(sums, 0, sizeof(int) * (static_cast<size_t>(count) + 1));
-  }
-  void Add(int place) {
-    for (int i = place + 1; i <= size; i += i & -i) {
-      ++sums[i];
-    }
-  }
-  int Below(int place) const {
-    int sum = 0;
-    for (int i = place; i > 0; i -= i & -i) {
-      sum += sums[i];
-    }
-    return sum;
-  }
+  Sorter(const ElementOrder& elementOrder, void** block, int blockCount)
+      : order(elementOrder), elements(block), count(blockCount) {}
+
+  void Exchange(bool deduplicate);
+  bool SortMany();
 
  private:
-  int* sums;
-  int size;
+  bool IsLess(void* later, void* earlier) const {
+    return order.isLess(order.order, later, earlier);
+  }
+  bool IsEqual(void* later, void* earlier) const {
+    return order.isEqual(order.order, later, earlier);
+  }
+  static bool IsPlaceLess(const void* sorter, int a, int b);
+  bool Ascends(const int* places) const;
+  void Reorder(int* places);
+  void DropEquals();
+
+  const ElementOrder order;
+  void** const elements;
+  const int count;
 };
 
-// Turns one run of equals, given the places of all lesser elements. The run is a ring: `last` is
-// followed by the first.
-void TurnRun(const PlaceCount& lesser, int all, int count, int* run, int* next) {
-  int last = run[0];
-  next[last] = last;
-  int turned = lesser.Below(last);
-  const auto turn = [&](int lesserSoFar, int size) {
-    for (int steps = (lesserSoFar - turned) % size; steps > 0; --steps) {
-      last = next[last];
-    }
-    turned = lesserSoFar;
-  };
-  for (int i = 1; i < count; ++i) {
-    turn(lesser.Below(run[i]), i);
-    next[run[i]] = next[last];
-    next[last] = run[i];
-    last = run[i];
-  }
-  turn(all, count);
+void Sorter::Exchange(bool deduplicate) {
   for (int i = 0; i < count; ++i) {
-    last = next[last];
-    run[i] = last;
+    for (int j = i + 1; j < count; ++j) {
+      if (elements[j] == nullptr) {
+        continue;
+      }
+      if (elements[i] == nullptr || IsLess(elements[j], elements[i])) {
+        void* moved = elements[i];
+        elements[i] = elements[j];
+        elements[j] = moved;
+      } else if (deduplicate && IsEqual(elements[j], elements[i])) {
+        order.drop(elements[j]);
+        elements[j] = nullptr;
+      }
+    }
+  }
+}
+
+// Whether it has sorted the elements for a deduplicating sort, in n log n comparisons.
+//
+// Where it finds them strictly ascending, each less than the next, all pairs compare without a
+// raise: objects compare part by part, so a pair that cannot be compared agrees in all before the
+// part where it raises, and so does everything between the two. One step from one kind of part to
+// the other is then among the neighbours that were asked. Anything else an exchange sort decides on
+// the elements as they were, since which pairs it compares shows; more than it can take in time are
+// sorted here, and end in the raise if a comparison raises.
+bool Sorter::SortMany() {
+  const bool few = count <= kExchanged;
+  volatile bool sorted = false;
+  int* const room = new (api::Slots<Configuration>().platform, false,
+                         true) int[static_cast<size_t>(OrderingRoom(count))];
+  PLINTH_FRAME(Configuration) {
+    OrderStably({&IsPlaceLess, this}, count, room);
+    const bool ascends = Ascends(room);
+    if (ascends || !few) {
+      Reorder(room);
+      sorted = true;
+      if (!ascends) {
+        DropEquals();
+      }
+    }
+  }
+  PLINTH_CATCH {
+    if (!few || frame.exception->code == CException_Memory_AllocationFailed::kCode) {
+      PLINTH_RETHROW;
+    }
+  }
+  PLINTH_TAIL { operator delete[](room, api::Slots<Configuration>().platform, false, false); }
+  PLINTH_END
+  return sorted;
+}
+
+// Gaps go to the end.
+bool Sorter::IsPlaceLess(const void* sorter, int a, int b) {
+  const auto* self = static_cast<const Sorter*>(sorter);
+  void* later = self->elements[a];
+  void* earlier = self->elements[b];
+  return later != nullptr && (earlier == nullptr || self->IsLess(later, earlier));
+}
+
+bool Sorter::Ascends(const int* places) const {
+  for (int i = 1; i < count && elements[places[i]] != nullptr; ++i) {
+    if (!IsLess(elements[places[i - 1]], elements[places[i]])) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// The element at places[i] goes to place i, ring by ring; uses the places up.
+void Sorter::Reorder(int* places) {
+  for (int start = 0; start < count; ++start) {
+    void* first = elements[start];
+    int to = start;
+    while (places[to] != start) {
+      const int from = places[to];
+      elements[to] = elements[from];
+      places[to] = to;
+      to = from;
+    }
+    elements[to] = first;
+    places[to] = to;
+  }
+}
+
+// Of equal neighbours the first stays; the gaps go to the end.
+void Sorter::DropEquals() {
+  int kept = 0;
+  for (int i = 0; i < count && elements[i] != nullptr; ++i) {
+    void* element = elements[i];
+    const bool equal =
+        kept > 0 && !IsLess(elements[kept - 1], element) && IsEqual(element, elements[kept - 1]);
+    elements[i] = nullptr;
+    if (equal) {
+      order.drop(element);
+    } else {
+      elements[kept++] = element;
+    }
   }
 }
 
@@ -91,22 +179,10 @@ void OrderStably(const PlaceOrder& order, int count, int* room) {
   }
 }
 
-void TurnEquals(const PlaceOrder& order, int count, int* room) {
-  int* next = room + count;
-  PlaceCount lesser(room + 2 * count, count);
-  int begin = 0;
-  while (begin < count) {
-    int end = begin + 1;
-    while (end < count && !order.isLess(order.elements, room[end - 1], room[end])) {
-      ++end;
-    }
-    if (end - begin > 1) {
-      TurnRun(lesser, begin, end - begin, room + begin, next);
-    }
-    for (int i = begin; i < end; ++i) {
-      lesser.Add(room[i]);
-    }
-    begin = end;
+void SortElements(const ElementOrder& order, void** elements, int count, bool deduplicate) {
+  Sorter sorter(order, elements, count);
+  if (!deduplicate || count <= kFew || !sorter.SortMany()) {
+    sorter.Exchange(deduplicate);
   }
 }
 

@@ -7,7 +7,7 @@
 namespace velora::authoring {
 namespace {
 
-// What the bytes are the device tells, see TonerJob.
+// The device gives the bytes, see TonerJob.
 TEST(Cbat, WhatDoesNotFitIsRefused) {
   EXPECT_THROW(PackFields({-8}, {4}), std::invalid_argument);
   EXPECT_THROW(PackFields({1}, {16}), std::invalid_argument);

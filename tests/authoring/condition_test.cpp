@@ -10,7 +10,7 @@
 namespace velora::authoring {
 namespace {
 
-// Type ids as they stand in packs.
+// Type ids as packs have them.
 constexpr int kAlways = 60, kCyan = 61, kPrinter = 65, kPlatform = 66, kTheme = 70;
 constexpr int kAnd = 80, kOr = 81, kNot = 82;
 

@@ -13,6 +13,7 @@
 #include "authoring/dct.h"
 #include "authoring/picture.h"
 #include "authoring/table_call.h"
+#include "authoring/table_error.h"
 #include "tests/support/fftw_bits.h"
 
 namespace velora::authoring {
@@ -104,15 +105,20 @@ TEST_F(Icc, CurvesRunFromFullTonerToNone) {
 
 TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
   const SampledTable sampled = SampleTables(profiles_, 1)[0];
-  const LabMeter meter(sampled.output);
-  EXPECT_EQ(meter.Compare(sampled.bytes, sampled.bytes).largest, 0);
+  const TableMeter meter(sampled.bytes, std::make_shared<LabMeter>(sampled.output));
+  EXPECT_EQ(meter.Measure(sampled.bytes).cie76.largest, 0);
   // Full black on one point of white paper: nearly the whole length of L*.
   Bytes marked = sampled.bytes;
   marked[kTableSize - 1] = 255;
-  const ColorDifference difference = meter.Compare(sampled.bytes, marked);
-  EXPECT_GT(difference.largest, 60);
-  EXPECT_LE(difference.largest, 101);
-  EXPECT_NEAR(difference.mean, difference.largest / kPlaneSize, 1e-9);
+  const TableErrors errors = meter.Measure(marked);
+  for (const ErrorFigures& seen : {errors.cie76, errors.cie2000}) {
+    EXPECT_GT(seen.largest, 60);
+    EXPECT_LE(seen.largest, 101);
+    EXPECT_NEAR(seen.mean, seen.largest / kPlaneSize, 1e-9);
+    EXPECT_EQ(seen.p99, 0);
+  }
+  EXPECT_EQ(errors.largest_ink[3], 255);
+  EXPECT_EQ(errors.ink_sum, 255);
 
   const RgbView view(sampled.output);
   EXPECT_GT(view.Show(sampled.bytes).back(), 240);

@@ -46,6 +46,8 @@ Pack SmallPack() {
   return pack;
 }
 
+std::string PackText(const PackFile& file) { return HeaderText(file) + ComponentsText(file.pack); }
+
 TEST(Pack, WhatWasWrittenIsRead) {
   const Bytes file = WritePack(SmallPack());
   const PackFile read = ReadPack(file);
@@ -64,21 +66,21 @@ bytes            )" + sizes + R"(
 ColorMap (1)
   version        3
   valid          VelcaseVersion_Printer = 3 or Platform = 1
-  tags           ThemeType 2, ThemeType 3
+  tags           ThemeType 1, ThemeType 2
   properties     ComponentRole 1
-  recipe         ChannelMap [ThemeType 2; Channel 13]
+  recipe         ChannelMap [ThemeType 1; Channel 13]
                  Build_RGBtoGrayscale
 
 Packet_ColorDCT (2)
   version        1
   valid          always
-  tags           ThemeType 2
+  tags           ThemeType 1
   properties     Channel 13
   recipe         FromData (4 bytes)
 
   version        1
   valid          always
-  tags           ThemeType 2
+  tags           ThemeType 1
   properties     Channel 13
   recipe         FromData (5 bytes)
 )");

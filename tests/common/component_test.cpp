@@ -1,4 +1,8 @@
 // Components: states, bytes, order, and the callbacks that every object of the model has.
+#include <algorithm>
+#include <map>
+#include <random>
+
 #include "tests/support/toner_fixture.h"
 
 namespace velora_test {
@@ -51,20 +55,34 @@ TEST_F(ComponentTest, EachStateHasItsParts) {
   }
   fenn::IComponent* blank = Make<fenn::IComponent>(25);
   EXPECT_EQ(CodeOf([&] { blank->GetComponentState(); }), 4000);
-  EXPECT_EQ(CodeOf([&] { blank->Init(nullptr, Properties("")); }), 3000);
-  EXPECT_EQ(CodeOf([&] { blank->Init(Tags(""), nullptr); }), 3000);
   fenn::IComponent* stored = components[1];
-  for (int missing = 0; missing <= 5; ++missing) {
-    const auto part = [missing](int place, auto* object) {
-      return missing == place ? nullptr : object;
-    };
-    EXPECT_EQ(CodeOf([&] {
-                blank->Init(part(0, stored->GetComponentVersion()),
-                            part(1, stored->GetConditions()), part(2, stored->GetTags()),
-                            part(3, stored->GetProperties()), part(4, stored->GetRecipe()));
-              }),
-              missing == 5 ? 0 : 3000);
+  fenn::IComponent* live = Make<fenn::IComponent>(25);
+  const auto fails = [&](int code, auto init) {
+    live->Init(stored);
+    ExpectInitFails(live, code, init);
+  };
+  fenn::ITags* tags = Tags("");
+  fenn::IProperties* properties = Properties("");
+  fails(4000, [&](auto* c) { c->Init(blank); });
+  fails(3000, [&](auto* c) { c->Init(nullptr, properties); });
+  fails(3000, [&](auto* c) { c->Init(tags, nullptr); });
+  for (int missing = 0; missing < 5; ++missing) {
+    fails(3000, [&](auto* c) {
+      const auto part = [missing](int place, auto* object) {
+        return missing == place ? nullptr : object;
+      };
+      c->Init(part(0, stored->GetComponentVersion()), part(1, stored->GetConditions()),
+              part(2, stored->GetTags()), part(3, stored->GetProperties()),
+              part(4, stored->GetRecipe()));
+    });
   }
+  // Nulls, a list that was used up, and an operator of another kind.
+  fenn::IVeltune* veltune = Veltune({Pack(127, {})});
+  auto* wrong = Recipe({Bytes(96, {1})})->GetLinkedList_Operators();
+  fails(3000, [&](auto* c) { c->Init(nullptr, properties, veltune); });
+  fails(3000, [&](auto* c) { c->Init(list, properties, nullptr); });
+  fails(4000, [&](auto* c) { c->Init(list, properties, veltune); });
+  fails(4000, [&](auto* c) { c->Init(wrong, properties, veltune); });
 }
 
 // Each row differs from the profile in one part; `less`: the profile is the lower one.
@@ -108,6 +126,80 @@ TEST_F(ComponentTest, TheFirstPartThatDiffersDecides) {
   EXPECT_FALSE(two->IsLessThan(Recipe({Bytes(99, {9})})));
   EXPECT_FALSE(two->IsEqualTo(other));
   EXPECT_EQ(CodeOf([&] { other->IsEqualTo(two); }), 3000);
+}
+
+// What the exchange sort makes of a list, with the code that it ends in.
+int ExchangeSort(std::vector<fenn::IComponent*>* list) {
+  return CodeOf([list] {
+    int dropped = 0;
+    for (size_t i = 0; i < list->size(); ++i) {
+      for (size_t j = i + 1; j < list->size(); ++j) {
+        fenn::IComponent *&a = (*list)[i], *&b = (*list)[j];
+        if (b != nullptr && (a == nullptr || b->IsLessThan(a))) {
+          std::swap(a, b);
+        } else if (b != nullptr && b->IsEqualTo(a)) {
+          b = nullptr;
+          ++dropped;
+        }
+      }
+    }
+    if (dropped > 0) {
+      PLINTH_RAISE(CException_General);
+    }
+  });
+}
+
+// Components that agree up to their recipes, of which one holds bytes where another holds a
+// reference, compare one way round and raise the other way round.
+TEST_F(ComponentTest, ManyAreSortedAsAnExchangeSortSortsThem) {
+  std::vector<fenn::IComponent*> pool;
+  for (unsigned char version : {1, 2, 3}) {
+    for (unsigned char value = 1; value <= 12; ++value) {
+      const Profile profile = {"48=2", "35=1", "60", version};
+      const std::string tags = "48=" + std::to_string(value);
+      pool.push_back(Stored(29, profile, {Bytes(99, {value})}));
+      pool.push_back(Stored(29, profile, {Bytes(99, {value}), Reference(29, "48=1", "35=1")}));
+      pool.push_back(Stored(29, profile, {Reference(29, tags.c_str(), "35=1")}));
+      pool.push_back(Stored(29, {tags.c_str(), "35=1", "60", version}, {Bytes(99, {1})}));
+    }
+  }
+  std::mt19937 random(1);
+  std::map<int, int> codes;
+  for (int round = 0; round < 700; ++round) {
+    std::shuffle(pool.begin(), pool.end(), random);
+    const auto count = static_cast<std::ptrdiff_t>(2 + random() % 69);
+    std::vector<fenn::IComponent*> list(pool.begin(), pool.begin() + count);
+    // In most rounds few references, and seldom one twice.
+    const bool many = round % 3 == 0;
+    list.erase(std::remove_if(list.begin(), list.end(),
+                              [&](fenn::IComponent* component) {
+                                return !many && random() % 16 != 0 &&
+                                       !component->GetRecipe()
+                                            ->GetLinkedList_Operators()
+                                            ->GetHead()
+                                            ->GetValue()
+                                            ->IsOperator();
+                              }),
+               list.end());
+    if (round % 8 == 0) {
+      list.push_back(list[0]);
+    }
+    auto* array = Keep(factory->CreateArray_Packet_Blob());
+    array->Init(17, static_cast<int>(list.size()));
+    for (size_t i = 0; i < list.size(); ++i) {
+      array->Set(static_cast<int>(i), dynamic_cast<fenn::IPacket_Blob*>(list[i]));
+    }
+    const int code = ExchangeSort(&list);
+    ASSERT_EQ(CodeOf([&] { array->Sort(true); }), code) << round;
+    for (size_t i = 0; i < list.size(); ++i) {
+      fenn::IComponent* sorted = array->GetElements()[i];
+      ASSERT_EQ(sorted, list[i]) << round << ' ' << code;
+    }
+    ++codes[code];
+  }
+  for (int code : {0, 1, 3000}) {
+    EXPECT_GT(codes[code], 40) << code;
+  }
 }
 
 TEST_F(ComponentTest, SortingReachesTagsAndProperties) {

@@ -80,6 +80,10 @@ TEST_F(ValuesTest, ListsAgainstAKey) {
               {true, "54=2 54=127", "54=127", true, 1},
               {true, "48=3 48=3", "48=3 48=3", true, 4},
               {true, "", "48=3", false, 0},
+              {true, "48=3 49=1",
+               "49=0 49=1 49=2 49=3 49=4 49=5 49=6 49=7 49=8 49=9 50=0 50=1 50=2"
+               " 50=3 50=4 50=5 48=1 48=2 49=1 48=3",
+               true, 3},
               {false, "35=1 36=2", "35=1", true, 1},
               {false, "35=1", "35=1 36=2", true, 1},
               {false, "35=1 36=2", "35=1 36=3", false, 1},
@@ -131,14 +135,28 @@ TEST_F(ValuesTest, CopiesOfAValueMustBeOfItsType) {
   auto* platform = Keep(factory->CreateTag_Platform());
   platform->Init(dynamic_cast<fenn::ITag*>(Word(48, 3)));
   EXPECT_EQ(platform->GetPlatform(), 3);
-  EXPECT_EQ(CodeOf([&] { platform->Init(dynamic_cast<fenn::ITag*>(Word(49, 3))); }), 3000);
-  EXPECT_EQ(CodeOf([&] { platform->GetPlatform(); }), 4000);
+  auto* other = dynamic_cast<fenn::ITag*>(Word(49, 3));
+  ExpectInitFails(platform, 3000, [&](auto* p) { p->Init(other); });
+  fenn::ITag* blank = Keep(factory->CreateTag_Platform());
+  platform->Init(fenn::EPlatform::Enum(3));
+  ExpectInitFails(platform, 4000, [&](auto* p) { p->Init(blank); });
+  platform->Init(fenn::EPlatform::Enum(3));
+  ExpectInitFails(platform, 3000, [](auto* p) { p->Init(fenn::EPlatform::Enum(0)); });
 }
 
 TEST_F(ValuesTest, PropertiesByType) {
   fenn::IPropertiesHelper* reader = Keep(factory->CreatePropertiesHelper());
   fenn::IProperties* properties = Properties("36=7 33=13 32=15 33=29 35=2 34=1");
-  EXPECT_EQ(CodeOf([&] { reader->GetChannel(properties); }), 4000);
+  const auto asked = [&](fenn::IProperties* of) {
+    return std::vector<int>{CodeOf([&] { reader->GetChannel(of); }),
+                            CodeOf([&] { reader->GetComponentVersion(of); }),
+                            CodeOf([&] { reader->GetVariant(of); }),
+                            CodeOf([&] { reader->GetProperty(of, 33, false); }),
+                            CodeOf([&] { reader->GetComponentRole(of); }),
+                            CodeOf([&] { reader->GetColorIndex(of); })};
+  };
+  EXPECT_EQ(asked(properties), std::vector<int>(6, 4000));
+  EXPECT_EQ(asked(nullptr), std::vector<int>(6, 3000)) << "asked first";
   reader->Init();
   EXPECT_EQ(reader->GetChannel(properties), 13);
   EXPECT_EQ(reader->GetComponentVersion(properties), 15);

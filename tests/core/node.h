@@ -137,7 +137,7 @@ inline Held<Node> Leaf(int type, int value) {
   return Held<Node>(node);
 }
 
-// The nodes that a text tells: "112(32=5 113())" is a branch over a leaf and an empty branch.
+// The nodes of a text: "112(32=5 113())" is a branch over a leaf and an empty branch.
 std::vector<Held<Node>> Trees(const std::string& text);
 
 template <class Scalar, class Array>

@@ -1,6 +1,7 @@
 // The life of an object, from blank to gone; the factory that makes it.
 #include "plinth/core/api/IFactory.h"
 #include "tests/core/node.h"
+#include "tests/support/init_rules.h"
 #include "velora/velora.h"
 
 namespace velora_test {
@@ -29,17 +30,54 @@ TEST_F(ObjectTest, AFailedInitLeavesALiveObjectBlankAndReusable) {
         +[](IArray_uint8* a) { a->Init(static_cast<IArray_uint8*>(nullptr)); },
         +[](IArray_uint8* a) { a->Init(1, nullptr, nullptr); }}) {
     array->Init(3, bytes, false);
-    EXPECT_EQ(CodeOf([&] { init(array.get()); }), 3000);
-    EXPECT_EQ(CodeOf([&] { array->CheckThis(); }), 4000);
+    ASSERT_TRUE(ExpectInitFails(array.get(), 3000, init));
     EXPECT_EQ(array->GetSerializeableType(), 1);
   }
+
+  // What an Init has taken before it fails is let go of: here a leaf in front of a gap.
+  static IArray<Node>* gap;
+  Held<Node> leaf = Leaf(32, 1);
+  Held<IArray<Node>> gapped(Make<NodeArray>());
+  gap = gapped.get();
+  gap->Init(4, 2);
+  gap->Set(0, leaf.get());
+  using List = ILinkedList<Node>;
+  Held<List> list(Make<NodeList>());
+  for (const auto& row : {std::make_pair(
+                              4000, +[](List* l) { l->Init(gap); }),
+                          std::make_pair(
+                              3000, +[](List* l) { l->Init((IArray<Node>*)nullptr); }),
+                          std::make_pair(
+                              3000, +[](List* l) { l->Init((List*)nullptr); }),
+                          std::make_pair(
+                              3000, +[](List* l) { l->Init(4, nullptr, nullptr); })}) {
+    list->Init(4);
+    list->Add(nullptr, leaf.get());
+    ASSERT_TRUE(ExpectInitFails(list.get(), row.first, row.second));
+    EXPECT_EQ(leaf->GetRefCount(), 2);
+  }
+  // And two nodes of an array of three that an image does not have in full.
+  Held<IArray<Node>> array3(Make<NodeArray>());
+  array3->Init(4, 0);
+  const int live = heap.live;
+  {
+    Held<ISerializer> reader =
+        Reader(Hex("14 01 03 02 01 02 80 00 70 01 01 01 03 80 00 20 01 05 00 01 06 00 80 00"));
+    reader->Deserialize_Serializeable(20, nullptr)->Destroy();
+    ExpectInitFails(array3.get(), 1, [&](auto* a) { a->Init(4, reader.get(), nullptr); });
+  }
+  EXPECT_EQ(heap.live, live);
 
   Held<ISerializer> serializer(Make<Serializer>());
   for (int value : {0, 3}) {
     serializer->Init(helper.get(), Endianness::Reversed);
     const auto endianness = static_cast<Endianness::Enum>(value);
-    EXPECT_EQ(CodeOf([&] { serializer->Init(helper.get(), endianness); }), 3000);
-    EXPECT_EQ(CodeOf([&] { serializer->CheckThis(); }), 4000);
+    ASSERT_TRUE(ExpectInitFails(serializer.get(), 3000,
+                                [&](auto* s) { s->Init(helper.get(), endianness); }));
+    serializer->Init(helper.get(), Endianness::Reversed);
+    ASSERT_TRUE(ExpectInitFails(serializer.get(), 3000, [&](auto* s) {
+      s->Init(helper.get(), Endianness::Reversed, 1, nullptr, false);
+    }));
   }
   EXPECT_EQ(CodeOf([&] { serializer->Init(nullptr, Endianness::MemoryOrder); }), 3000);
   EXPECT_EQ(helper->GetRefCount(), 1);

@@ -71,12 +71,12 @@ TEST_F(SerializerTest, MergingAndOrder) {
       // Dictionaries of roots come first, each kind in order of creation.
       {"112(33=5) 113(32=5)", 0,
        "70 01 01 01 02 80 00 71 01 01 01 03 80 00 21 01 05 00 80 00 20 01 05 00 80 00"},
-      // A root's type below itself stands in one dictionary, and is not merged.
+      // A root's type below itself is in one dictionary, and is not merged.
       {"112(112() 112())", 0, "70 01 02 02 01 02 01 00 00 01 00 00 80 00"},
       // Nor when the objects around it merge: one is then referred to by nobody.
       {"112(113(112()) 113(112()))", 0,
        "70 01 02 02 03 03 01 00 00 01 00 00 80 00 71 01 01 01 01 80 00"},
-      // A root of a type that first stood below another has no referrer to be merged for.
+      // A root of a type that was first below another has no referrer to be merged for.
       {"112(32=5) 32=5", 1, ""},
       {"112(32=5) 32=6", 0, "70 01 01 01 01 80 00 20 01 05 00 01 06 00 80 00"},
       // More references than entries.
@@ -135,6 +135,32 @@ TEST_F(SerializerTest, StartAndEndMustMatch) {
   EXPECT_EQ(end(32), 4000);
   EXPECT_EQ(end(112), 0);
   EXPECT_EQ(ImageOf(writer.get()), "70 01 01 01 01 80 00 20 01 05 00 80 00");
+}
+
+// Open entries of which the outer one, outside all others, is a copy of a nested one; and more
+// references than entries.
+TEST_F(SerializerTest, AnImageThatCannotBeMadeIsRefusedAgainUntilInit) {
+  const struct {
+    int code;
+    std::vector<int> steps;  // a type to start, or less than 0 to end
+  } rows[] = {{1, {112, 113, 32, -32, -113, -112, 113, 32}},
+              {3000, {112, 32, -32, 32, -32, 32, -32, 32, -32, -112}}};
+  for (const auto& row : rows) {
+    Held<ISerializer> writer = Writer();
+    for (const int step : row.steps) {
+      step > 0 ? writer->Serialization_Start(step) : writer->Serialization_End(-step);
+    }
+    const auto take = [&] { return CodeOf([&] { writer->GetSerializedSize(); }); };
+    EXPECT_EQ(take(), row.code);
+    EXPECT_EQ(CodeOf([&] { writer->Serialization_End(32); }), 4000);
+    EXPECT_EQ(CodeOf([&] { writer->Serialization_Start(32); }), 4000);
+    EXPECT_EQ(CodeOf([&] { writer->Serialize_uint8(1); }), 4000);
+    EXPECT_EQ(take(), 4000);
+    writer->Init(helper.get(), Endianness::Reversed);
+    writer->Serialization_Start(32);
+    writer->Serialization_End(32);
+    EXPECT_EQ(ImageOf(writer.get()), "20 00 00 80 00");
+  }
 }
 
 TEST_F(SerializerTest, States) {

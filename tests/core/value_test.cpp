@@ -21,7 +21,7 @@ class ValueTest : public CoreTest {
     const unsigned char* image = writer->Serialize();
     return ToHex(image + 2, image[1]);
   }
-  // A reader that stands on a root entry with this data, nothing of it read.
+  // A reader at a root entry with this data, nothing of it read.
   Held<ISerializer> On(const std::string& data,
                        Endianness::Enum endianness = Endianness::Reversed) {
     Image image = Hex(data);

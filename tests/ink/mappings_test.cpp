@@ -40,6 +40,8 @@ TEST_F(InkWords, MappingsStandInOrderAndFallBackFieldByField) {
   }
   EXPECT_EQ(mappings->GetAt(-1), nullptr);
   EXPECT_EQ(mappings->GetAt(1620), nullptr);
+  mappings->GetAt(7)->Destroy();  // it ends with the table
+  EXPECT_EQ(mappings->FindPlace(mappings->GetAt(7)), 7);
 }
 
 TEST_F(InkWords, ABlankTableAndANullRecordAreRefused) {
@@ -144,6 +146,10 @@ TEST_F(InkWords, ANodeCountIsReadAndReplaced) {
   EXPECT_EQ(CodeOf([&] { reader->GetComponentRole(all); }), kGeneral);
   EXPECT_EQ(CodeOf([&] { reader->SetNodeCount(all, wisp::ENodeCount::Enum(9)); }), kGeneral);
   EXPECT_EQ(CodeOf([&] { reader->GetDeltaRange(nullptr); }), kParameter);
+  auto* blank = Keep(factory->CreatePropertiesHelper());
+  EXPECT_EQ(CodeOf([&] { blank->GetDeltaRange(nullptr); }), kParameter) << "asked first";
+  EXPECT_EQ(CodeOf([&] { blank->GetNodeCount(nullptr); }), kParameter);
+  EXPECT_EQ(CodeOf([&] { blank->GetNodeCount(all); }), kThis);
 }
 
 TEST_F(InkWords, DropsPerLevelAreAReferenceToBytes) {

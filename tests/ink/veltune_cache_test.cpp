@@ -4,6 +4,8 @@
 #include <string>
 
 #include "tests/ink/records.h"
+#include "velora/wisp/core/Cache.inl"
+#include "velora/wisp/core/components.h"
 
 namespace velora_test {
 namespace {
@@ -335,7 +337,13 @@ TEST_F(InkVeltune, ARefusedRequestWritesNothingAndTheNextOneWorks) {
 
 TEST_F(InkVeltune, AnInitThatFailsLeavesItBlank) {
   auto* good = ArrayOf({PrinterPack()});
-  auto* veltune = Keep(factory->CreateVeltune());
+  auto* blank = Keep(factory->CreateVeltune());
+  auto* live = Veltune({PrinterPack()});
+  wisp::IVeltune* const sources[] = {nullptr, blank};
+  for (wisp::IVeltune* source : sources) {
+    ExpectInitFails(CopyOf(live), source == nullptr ? kParameter : kThis,
+                    [&](wisp::IVeltune* v) { v->Init(source); });
+  }
   const struct {
     int platform;
     wisp::IArray<wisp::IVelcase>* packs;
@@ -352,17 +360,136 @@ TEST_F(InkVeltune, AnInitThatFailsLeavesItBlank) {
       // One component in two packs.
       {1, ArrayOf({Pack(127, {Curve("60", 1)}), Pack(13, {Curve("60", 1)})}), mappings, &mode,
        kGeneral},
-      {1, good, mappings, &mode, 0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(&row - rows);
-    EXPECT_EQ(CodeOf([&] {
-                veltune->Init(wisp::EPlatform::Enum(row.platform), wisp::EProductVariant::Enum(0),
-                              row.packs, row.table, row.record);
-              }),
-              row.code);
-    EXPECT_EQ(CodeOf([&] { veltune->GetCache_ColorMap(); }), row.code == 0 ? 0 : kThis);
-    EXPECT_EQ(CodeOf([&] { RequestCurve(veltune, 0); }), row.code == 0 ? 0 : kThis);
+    auto* veltune = CopyOf(live);
+    ExpectInitFails(veltune, row.code, [&](wisp::IVeltune* v) {
+      v->Init(wisp::EPlatform::Enum(row.platform), wisp::EProductVariant::Enum(0), row.packs,
+              row.table, row.record);
+    });
+    EXPECT_EQ(CodeOf([&] { RequestCurve(veltune, 0); }), kThis);
+    veltune->Init(wisp::EPlatform::Enum(1), wisp::EProductVariant::Enum(0), good, mappings, &mode);
+    RequestCurve(veltune, 0);
+  }
+}
+
+// A cache, its buckets and their entries, each live when an Init fails.
+TEST_F(InkVeltune, AFailedInitLeavesACacheBlank) {
+  using Curves = velora::v1::wisp::core::CVeltune::Cache<wisp::IGrayCurve>;
+  using velora::common::core::Create;
+  auto* veltune = Veltune({PrinterPack()});
+  auto* component = Keep(veltune->LocateGrayCurve(
+      0, kPath, Array(Image(gray.curve, gray.curve + gray.payloadLength))));
+  auto* mapping = Current(veltune);
+  wisp::ICache<wisp::IGrayCurve>* cache = Keep(Create<C, Curves>());
+  auto* otherCache = Keep(Create<C, Curves>());
+  using Cache = wisp::ICache<wisp::IGrayCurve>;
+  for (const int wrong : {0, 1, 2, 3}) {
+    cache->Init(3);
+    cache->AddComponent(1, kPath, mapping, component);
+    ExpectInitFails(cache, wrong == 3 ? kThis : kParameter, [&](Cache* c) {
+      wrong < 2 ? c->Init(1001 * wrong) : c->Init(wrong == 2 ? nullptr : otherCache);
+    });
+  }
+  Cache::IBucket* bucket = Keep(Create<C, Curves::Bucket>());
+  auto* otherBucket = Keep(Create<C, Curves::Bucket>());
+  for (const int wrong : {0, 1, 2}) {
+    bucket->Init(2);
+    bucket->AddEntry(kPath, mapping, component);
+    ExpectInitFails(bucket, wrong == 2 ? kThis : kParameter, [&](Cache::IBucket* b) {
+      wrong == 0 ? b->Init(0) : b->Init(wrong == 1 ? nullptr : otherBucket);
+    });
+  }
+  Cache::IEntry* entry = Keep(Create<C, Curves::Bucket::Entry>());
+  auto* otherEntry = Keep(Create<C, Curves::Bucket::Entry>());
+  for (const int wrong : {0, 1, 2, 3, 4, 5}) {
+    entry->Init(kPath, mapping, component);
+    ExpectInitFails(entry, wrong == 5 ? kThis : kParameter, [&](Cache::IEntry* e) {
+      wrong < 4 ? e->Init(wrong == 0   ? nullptr
+                          : wrong == 1 ? ""
+                                       : kPath,
+                          wrong == 2 ? nullptr : mapping, wrong == 3 ? nullptr : component)
+                : e->Init(wrong == 4 ? nullptr : otherEntry);
+    });
+  }
+  // A full bucket that refuses an entry keeps its own.
+  bucket->Init(1);
+  bucket->AddEntry(kPath, mapping, component);
+  EXPECT_EQ(CodeOf([&] { bucket->AddEntry("", mapping, component); }), kParameter);
+  EXPECT_EQ(bucket->GetLinkedList_Entries()->GetCount(), 1);
+}
+
+// Neither an entry nor an index more.
+TEST_F(InkVeltune, ARefusedComponentLeavesTheCacheAsItWas) {
+  auto* veltune = Veltune({PrinterPack()});
+  RequestCurve(veltune, 3);
+  auto* cache = veltune->GetCache_GrayCurve();
+  auto* mapping = Current(veltune);
+  auto* whole = cache->FindEntry(3, mapping)->GetComponent();
+  auto* without = Keep(
+      veltune->LocateGrayCurve(dynamic_cast<wisp::IGrayCurve*>(Reference(26, "50=1", "33=1"))));
+  const struct {
+    const char* path;
+    wisp::IGrayCurve* component;
+    int code;
+  } rows[] = {{kPath, without, kThis}, {"", whole, kParameter}, {nullptr, whole, kParameter}};
+  for (const auto& row : rows) {
+    for (const int index : {3, 4, 999}) {
+      EXPECT_EQ(CodeOf([&] { cache->AddComponent(index, row.path, mapping, row.component); }),
+                row.code);
+      EXPECT_EQ(cache->GetCount_Indices(), 20);
+      EXPECT_EQ(cache->FindEntry(3, mapping)->GetComponent(), whole);
+      EXPECT_EQ(cache->FindEntry(4, mapping), nullptr);
+    }
+  }
+  RequestCurve(veltune, 4);
+}
+
+// A locator of as many bytes as a record has room for: the reference, and one more object behind
+// it that nobody reads.
+TEST_F(InkVeltune, ALocatorMayFillItsRecord) {
+  auto* veltune = Veltune({PrinterPack()});
+  const auto fill = [&](int type, const char* tags, size_t size) {
+    const size_t least = ImageOf(Reference(type, tags, "33=1")).size();
+    for (size_t bytes = size - least - 20;; ++bytes) {
+      ISerializer* writer = Keep(factory->CreateSerializer());
+      writer->Init(helper, kReversed);
+      Reference(type, tags, "33=1")->Serialize(writer, nullptr);
+      Array(Image(bytes, 1))->Serialize(writer, nullptr);
+      Image image = File(writer);
+      if (image.size() >= size) {
+        EXPECT_EQ(image.size(), size);
+        return image;
+      }
+    }
+  };
+  static WISPColorMap map;
+  SetLocator(&color, fill(25, "50=3", 0xFFFF));
+  EXPECT_EQ(Populate(veltune, 0, kPath, &color, sizeof map, &map), 39728);
+  SetLocator(&gray, fill(26, "50=1", 256));
+  EXPECT_EQ(Populate(veltune, 0, kPath, &gray, sizeof gray, &gray), 284);
+  SetLocator(&neutral, fill(28, "50=5", 256));
+  EXPECT_EQ(Populate(veltune, 0, kPath, &neutral, sizeof neutral, &neutral), 880);
+}
+
+// Data that a caller has set may be shorter than the record that is copied out.
+TEST_F(InkVeltune, AShortRecordIsNotCopiedOut) {
+  using Data = velora::v1::wisp::core::components::CAlternateNeutral::CAlternateNeutralData;
+  auto* veltune = Veltune({PrinterPack()});
+  Output<WISPAlternateNeutral> axis;
+  EXPECT_EQ(Populate(veltune, 0, kPath, &neutral, sizeof neutral, &axis.record), 880);
+  auto* component =
+      veltune->GetCache_AlternateNeutral()->FindEntry(0, Current(veltune))->GetComponent();
+  wisp::IAlternateNeutralData* data = Keep(velora::common::core::Create<C, Data>());
+  for (const int size : {1, 879, 880}) {
+    data->Init(size, Array(Image(static_cast<size_t>(size), 7))->GetElements(), false);
+    component->SetAlternateNeutralData(data);
+    data = Keep(velora::common::core::Create<C, Data>());
+    axis = Output<WISPAlternateNeutral>();
+    EXPECT_EQ(CodeOf([&] { Populate(veltune, 0, kPath, &neutral, sizeof neutral, &axis.record); }),
+              size < 880 ? kGeneral : 0);
+    EXPECT_EQ(axis.IsUntouched(), size < 880);
   }
 }
 
@@ -386,8 +513,16 @@ TEST_F(InkVeltune, ACopyHasItsOwnCachesOfTheSameComponents) {
     EXPECT_EQ(entry->GetComponent(), from->FindEntry(index, mapping)->GetComponent());
     EXPECT_EQ(entry->GetPathname(), std::to_string(index));
   }
+  // The newest index comes first, also in the copy: of two with this checksum, its data is shared.
+  auto* last = Keep(velora::common::core::Create<
+                    C, velora::v1::wisp::core::components::CGrayCurve::CGrayCurveData>());
+  auto* newest = to->FindEntry(25, mapping)->GetComponent();
+  wisp::IGrayCurveData* twin = last;
+  twin->Init(newest->GetGrayCurveData());
+  newest->SetGrayCurveData(twin);
   RequestCurve(copy, 9);
-  EXPECT_NE(to->FindEntry(9, mapping), nullptr);
+  ASSERT_NE(to->FindEntry(9, mapping), nullptr);
+  EXPECT_EQ(to->FindEntry(9, mapping)->GetComponent()->GetGrayCurveData(), twin);
   EXPECT_EQ(from->FindEntry(9, mapping), nullptr);
   EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<wisp::IVeltune*>(nullptr)); }), kParameter);
 }

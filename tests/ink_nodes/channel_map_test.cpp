@@ -1,5 +1,6 @@
 // Channel maps: from nodes, from one string, as a difference; and the encoder's promises.
 #include <algorithm>
+#include <functional>
 #include <string>
 
 #include "tests/support/ink_fixture.h"
@@ -134,6 +135,7 @@ TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
       {"more than 4913", kSound, 137, {0xFF, 0xFF, 0xF2, 0x51}, 4000},
       {"no stream", kSound, 137, {}, 1},
       {"seeds cut short", kSound, 136, {}, 1},
+      {"nothing", kSound, 0, {}, 1},
       {"a node count of 9", "39=9 43=1", 137, {0xFF, 0xFF, 0xF1, 0xC7}, 3000},
       {"no node count", "43=1", 137, {0xFF, 0xFF, 0xF1, 0xC7}, 1},
   };
@@ -169,7 +171,7 @@ TEST_F(ChannelMapTest, ABrokenStringIsRefused) {
   }
 }
 
-// b comes off the recipe's end first; a less b stands around 128, with the description of b.
+// b comes off the recipe's end first; a less b is centred on 128, with the description of b.
 TEST_F(ChannelMapTest, ADifferenceIsTakenAroundTheMiddle) {
   const std::string inkA = "32=0 35=1 36=1 37=2 39=17 40=1 41=2 38=0 43=3";
   const std::string inkB = "32=29 35=1 36=1 37=3 39=17 40=1 41=2 38=0 43=3";
@@ -200,16 +202,72 @@ TEST_F(ChannelMapTest, ADifferenceIsTakenAroundTheMiddle) {
   stored->Init_Subtract(sound, Properties(inkA.c_str()), Array(a), Properties(inkB.c_str()),
                         Array(b));
   EXPECT_EQ(Content(stored->GetArray_uint8_Nodes_Encoded()), Encode(kSound, difference));
-  auto* refused = Make<wisp::IChannelMap::IOperator::IBuild_Monolithic>(92);
+  using Stored = wisp::IChannelMap::IOperator::IBuild_Monolithic;
   wisp::IArray_int32* nodes = Array(b);
-  EXPECT_EQ(CodeOf([&] { refused->Init_Subtract(sound, sound, nullptr, sound, nodes); }), 3000);
-  EXPECT_EQ(CodeOf([&] { refused->Init_Subtract(sound, sound, nodes, sound, nullptr); }), 3000);
-  EXPECT_EQ(CodeOf([&] { refused->Init(nullptr, nodes); }), 3000);
-  EXPECT_EQ(CodeOf([&] { refused->Init(sound, static_cast<wisp::IArray_int32*>(nullptr)); }), 3000);
-  EXPECT_EQ(
-      CodeOf([&] { refused->Init_Subtract(sound, sound, nodes, Properties("39=9 38=0"), nodes); }),
-      3000);
-  EXPECT_EQ(CodeOf([&] { refused->CheckThis(); }), 4000);
+  wisp::IProperties* nine = Properties("39=9 38=0");
+  const std::function<void(Stored*)> refused[] = {
+      [&](Stored* s) { s->Init_Subtract(sound, sound, nullptr, sound, nodes); },
+      [&](Stored* s) { s->Init_Subtract(sound, sound, nodes, sound, nullptr); },
+      [&](Stored* s) { s->Init_Subtract(sound, sound, nodes, nine, nodes); },
+      [&](Stored* s) { s->Init(nullptr, nodes); },
+      [&](Stored* s) { s->Init(sound, static_cast<wisp::IArray_int32*>(nullptr)); }};
+  for (const auto& init : refused) {
+    stored->Init(sound, nodes);
+    ExpectInitFails(stored, 3000, [&](Stored* s) { init(s); });
+  }
+}
+
+// An operator that is resolved again has nothing of the time before.
+TEST_F(ChannelMapTest, AFailedResolveLeavesNoData) {
+  wisp::IVeltune* veltune = Open({});
+  auto* stored =
+      dynamic_cast<wisp::IChannelMap::IOperator::IBuild_Monolithic*>(Bytes(92, FlatChannel(7)));
+  auto* list = Recipe({})->GetLinkedList_Operators();
+  stored->Resolve(list, Properties(kInk), veltune);
+  EXPECT_EQ(CodeOf([&] { stored->GetChannelMapData(); }), 0);
+  wisp::IProperties* nine = Properties("39=9 43=1");
+  EXPECT_EQ(CodeOf([&] { stored->Resolve(list, nine, veltune); }), 3000);
+  EXPECT_EQ(CodeOf([&] { stored->GetChannelMapData(); }), 4000);
+}
+
+// A map that each level names twice is built once, and counts wherever it stands in a chain: the
+// lowest difference is taken of two chains, of which the first leads into the other.
+TEST_F(ChannelMapTest, WhatIsNamedTwiceIsBuiltOnce) {
+  const struct {
+    int differences, first, second, code;
+  } rows[] = {{40, 1, 1, 0}, {1, 397, 600, 0}, {1, 398, 600, 1}};
+  for (const auto& row : rows) {
+    const auto tags = [](int i) {
+      return "50=" + std::to_string(1 + i / 624) + " 52=" + std::to_string(1 + i % 13) +
+             " 54=" + std::to_string(i / 13 % 8) + " 55=" + std::to_string(i / 104 % 6);
+    };
+    const auto refer = [&](int i) { return Reference(24, tags(i).c_str(), "33=1"); };
+    const int second = row.differences + 1, first = second + row.second, leaf = first + row.first;
+    Components maps;
+    for (int i = 0; i <= leaf; ++i) {
+      const std::string own = tags(i);
+      Operators recipe = {Bytes(92, FlatChannel(7))};
+      if (i < row.differences) {
+        recipe = {refer(i + 1), refer(i + 1), Build(96)};
+      } else if (i == row.differences) {
+        recipe = {refer(first), refer(second), Build(96)};
+      } else if (i < leaf) {
+        recipe = {refer(i + 1 == first ? leaf : i + 1 == leaf ? second : i + 1)};
+      }
+      maps.push_back(Map(kInk, recipe, own.c_str()));
+    }
+    wisp::IVeltune* veltune = Open(maps);
+    auto* key = dynamic_cast<wisp::IChannelMap*>(refer(0));
+    wisp::IChannelMapData* volatile data = nullptr;
+    ASSERT_EQ(CodeOf([&] {
+                data = Keep(Keep(veltune->LocateChannelMap(key))->BuildChannelMapData(veltune));
+              }),
+              row.code)
+        << row.first;
+    if (row.code == 0) {
+      EXPECT_EQ(Content(data->GetArray_int32_Nodes()), Nodes(4913, 128));
+    }
+  }
 }
 
 }  // namespace

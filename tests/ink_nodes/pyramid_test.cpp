@@ -3,6 +3,7 @@
 #include "velora/wisp/core/pyramid.h"
 
 #include <gtest/gtest.h>
+#include <limits.h>
 
 #include <algorithm>
 #include <vector>
@@ -35,7 +36,7 @@ TEST(PyramidTest, ValuesAreHeldInAByteAtEachLevel) {
   EXPECT_EQ(Values(cube.begin(), cube.begin() + 5), (Values{200, 0, 255, 227, 200}));
 }
 
-// One node differs from its prediction; what becomes of it depends on where it stands.
+// One node differs from its prediction; the result depends on its place.
 TEST(PyramidTest, TheEncoderLosesWhatItMayAndNoMore) {
   const struct {
     const char* what;
@@ -61,6 +62,8 @@ TEST(PyramidTest, TheEncoderLosesWhatItMayAndNoMore) {
       {"of 9, at distance 2", 9, 3, 4, 5, 100, 90, {5, 0}, 64, 2560 - 1280, 5, 100},
       {"beyond the range", 9, 0, 0, 1, 200, 100, {0, 0}, 64, 25600, 64, 164},
       {"below the range", 9, 0, 0, 1, 100, 200, {0, 0}, 64, -25600, -64, 136},
+      {"far beyond a byte", 9, 0, 0, 1, 1 << 24, 0, {0, 0}, 64, INT_MAX, 64, (1 << 24) - 8388544},
+      {"as far down", 17, 0, 0, 9, INT_MIN, INT_MAX, {0, 256}, 64, INT_MIN, -64, -2139095103},
       {"of the coarser grid", 17, 2, 4, 6, 200, 100, {0, 0}, 64, 0, 0, 200},
       {"neutral", 17, 3, 3, 3, 200, 100, {0, 0}, 64, 0, 0, 200},
   };

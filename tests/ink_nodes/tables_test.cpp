@@ -84,8 +84,15 @@ TEST_F(TablesTest, DataObjectsCheckAndCopyTheirRecords) {
   const auto check = [](auto* data, auto* copy, int size, int sum) {
     SCOPED_TRACE(size);
     Image bytes(40000, 255);
-    bytes.resize(static_cast<size_t>(size));
-    ASSERT_EQ(CodeOf([&] { data->Init(size, bytes.data(), false); }), sum < 0 ? 3000 : 0);
+    bytes.resize(static_cast<size_t>(sum < 0 ? 880 : size));
+    if (sum < 0) {
+      data->Init(880, bytes.data(), false);
+      ExpectInitFails(data, 3000, [&](auto* d) { d->Init(size, bytes.data(), false); });
+      data->Init(880, bytes.data(), false);
+      ExpectInitFails(data, 3000, [](auto* d) { d->Init(880, nullptr, false); });
+    } else {
+      data->Init(size, bytes.data(), false);
+    }
     EXPECT_EQ(CodeOf([&] { copy->Init(data); }), sum < 0 ? 4000 : 0);
     if (sum >= 0) {
       EXPECT_EQ(copy->GetChecksum(), static_cast<unsigned int>(255 * sum));
@@ -111,16 +118,15 @@ TEST_F(TablesTest, DataObjectsCheckAndCopyTheirRecords) {
   ExpectData<CColorMap::CColorMapData, wisp::IColorMapData>(425, bytes, false);
   ExpectData<CAlternateNeutral::CAlternateNeutralData, wisp::IAlternateNeutralData>(425, bytes,
                                                                                     false);
-  ExpectData<CChannelMap::CChannelMapData, wisp::IChannelMapData>(&channel, Array(Nodes{1}));
+  wisp::IArray_int32* nodes = Array(Nodes{1});
+  auto* map = ExpectData<CChannelMap::CChannelMapData, wisp::IChannelMapData>(&channel, nodes);
+  ExpectInitFails(map, 3000, [&](auto* m) { m->Init(&channel, nullptr); });
+  map->Init(&channel, nodes);
+  ExpectInitFails(map, 3000, [&](auto* m) { m->Init(nullptr, nodes); });
   ExpectData<CAlternateNeutralChannel::CAlternateNeutralChannelData,
              wisp::IAlternateNeutralChannelData>(&channel, Array(Nodes{1}));
-  ExpectData<CGrayCurve::CGrayCurveData, wisp::IGrayCurveData>(&curve);
-  wisp::IChannelMapData* map = Keep(Create<C, CChannelMap::CChannelMapData>());
-  EXPECT_EQ(CodeOf([&] { map->Init(&channel, nullptr); }), 3000);
-  wisp::IArray_int32* nodes = Array(Nodes{1});
-  EXPECT_EQ(CodeOf([&] { map->Init(nullptr, nodes); }), 3000);
-  wisp::IGrayCurveData* gray = Keep(Create<C, CGrayCurve::CGrayCurveData>());
-  EXPECT_EQ(CodeOf([&] { gray->Init(static_cast<WISPGrayCurve*>(nullptr)); }), 3000);
+  auto* gray = ExpectData<CGrayCurve::CGrayCurveData, wisp::IGrayCurveData>(&curve);
+  ExpectInitFails(gray, 3000, [](auto* g) { g->Init(static_cast<WISPGrayCurve*>(nullptr)); });
 }
 
 TEST_F(TablesTest, SetDataReplacesTheDataOfAComponent) {

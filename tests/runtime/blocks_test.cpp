@@ -9,6 +9,7 @@
 #include "plinth/runtime/api/boot.h"
 #include "plinth/runtime/api/flat.h"
 #include "plinth/runtime/posix/CBootManager_Posix.h"
+#include "plinth/runtime/posix/handler/CHandler_File_Posix.h"
 #include "tests/support/runtime_fixture.h"
 
 namespace velora_test {
@@ -34,14 +35,12 @@ TEST(BootManagerTest, AllocatesZeroedMemoryOnlyWhileItIsValid) {
   bootManager.Free(memory);
 }
 
-struct OwnLayer {};
-
 class BlockTest : public RuntimeTest<> {
  protected:
   BlockTest() { slots = {}; }
   ~BlockTest() override { CleanupProcess(slots); }
 
-  BootSlots& slots = Slots<OwnLayer>();
+  BootSlots& slots = Slots<FrontEndConfiguration>();
 };
 
 TEST_F(BlockTest, IncompleteRecordLeavesTheBlockUntouched) {
@@ -62,7 +61,7 @@ TEST_F(BlockTest, LateComersWaitForTheThreadThatFills) {
   const auto initialize = [this] { return Initialize(slots, &runtime.record); };
   const auto boot = [this] {
     BootRecord* const record = Boot(slots);
-    FreeBootRecord(slots, record);
+    FreeBootRecord(record);
     CleanupThread(slots);
     return record != nullptr;
   };
@@ -85,6 +84,21 @@ TEST_F(BlockTest, LateComersWaitForTheThreadThatFills) {
     EXPECT_EQ(runtime.record.platform->refCount, 2);
     slots = {};
   }
+}
+
+// A record that owns others ends with them however its end is written.
+TEST_F(BlockTest, PlacementDeleteEndsWhatARecordOwns) {
+  IBootManager* const memory = runtime.record.bootManager;
+  const int before = heap.live;
+  auto* platform = new (memory, false) CPlatform;
+  auto* file = new (memory, false) _exports::posix::handler::CHandler_File_Posix;
+  platform->file = file;
+  boot_manager::PlacementDelete<CPlatform>(memory, platform);
+  using Entry = CThreadContextManager::Bucket::Entry;
+  auto* entry = new (memory, false) Entry{};
+  entry->jumpManager = new (memory, false) CJumpManager;
+  boot_manager::PlacementDelete<Entry>(memory, entry);
+  EXPECT_EQ(heap.live, before);
 }
 
 // The forms over a boot manager answer null, those over a platform raise.

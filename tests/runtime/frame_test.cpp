@@ -58,7 +58,7 @@ class FrameTest : public RuntimeTest<> {
     PLINTH_END
   }
 
-  CJumpManager* jumpManager = JumpManager<Configuration>();
+  CJumpManager* jumpManager = JumpManager();
   std::string trace;
   Tracked a{&trace, 'a'}, b{&trace, 'b'}, c{&trace, 'c'}, d{&trace, 'd'};
   int depth = 0;
@@ -120,7 +120,7 @@ TEST_F(FrameTest, PopOfAnEmptyStackClearsTheEmbeddedEnvironment) {
 }
 
 TEST_F(FrameTest, RaiseOutsideOfEveryFrameEndsTheProcess) {
-  EXPECT_DEATH((Raise<Configuration, CException_General>()), "");
+  EXPECT_DEATH(Raise<CException_General>(), "");
 }
 
 class CollectorTest : public FrameTest {

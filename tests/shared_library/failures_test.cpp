@@ -32,7 +32,7 @@ void ExpectRows(const TableCall& sound, const std::vector<Row>& rows, int served
 
 std::string Refused(const char* line) { return std::string("ReconstructTable ") + line; }
 
-// In the order of the tests: the first one that fails is the one that is told.
+// In the order of the tests: the first one that fails is reported.
 TEST(Failures, RefusedAtTheDoor) {
   TableCall worst = CmykCall();
   worst.packCount = 0;

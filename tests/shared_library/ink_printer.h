@@ -41,15 +41,20 @@ struct InkPrinter {
     veltune->Init(kPlatform, ink::EProductVariant::Enum(0), velcases, mappings, &kMode);
   }
   void Close() {
+    const bool open = factory != nullptr;
+    End();
+    if (open) {
+      ink::Close();
+    }
+  }
+  // What was made, and not the door.
+  void End() {
     End(veltune);
     End(velcases);
     End(velcase);
     End(helper);
     End(mappings);
-    if (factory != nullptr) {
-      End(factory);
-      ink::Close();
-    }
+    End(factory);
   }
 
   ink::_factory::IFactory* factory = nullptr;

@@ -52,6 +52,15 @@ TEST(TableCallWithoutMemory, FuserBlob) {
 TEST(TableCallWithoutMemory, GrayCurve) {
   SweepTableCall(GrayCall(), ReadData("vectors/toner-gray/expected.bin"));
 }
+// The same widths, as an LZMA stream: its decoder's memory counts too.
+TEST(TableCallWithoutMemory, GrayCurveWithCompressedWidths) {
+  TableCall call = GrayCall();
+  call.cbat[3] = {0x5D, 0x00, 0x00, 0x01, 0x00, 0x80, 0x00, 0x00, 0x00, 0x00, 0x00,
+                  0x00, 0x00, 0x00, 0x2B, 0x91, 0x82, 0x96, 0x5F, 0x11, 0x37, 0x85,
+                  0xA8, 0xCF, 0xB8, 0x2E, 0xE2, 0xF1, 0x88, 0x8C, 0xB6, 0xD6, 0x1B,
+                  0xA8, 0x43, 0x0D, 0xFF, 0xFF, 0xFD, 0x36, 0x7C, 0x00};
+  SweepTableCall(call, ReadData("vectors/toner-gray/expected.bin"));
+}
 TEST(TableCallWithoutMemory, ColorTable) {
   SweepTableCall(CmykCall(), ReadData("vectors/toner-cmyk/expected.bin"));
 }

@@ -147,40 +147,6 @@ TEST(Process, ThreadWithoutAPlaceIsRefused) {
   });
 }
 
-TEST(Process, BootsOfACallerAndTheLibrarysOwn) {
-  const Silence silence;
-  const Bytes pack = BlobCall().packs[0];
-  const ImagingBlob blob = {static_cast<uint32_t>(pack.size()), pack.data()};
-  const auto call = [&blob](BootRecord* record) {
-    const ImagingBlob* packs[] = {&blob};
-    unsigned char buffer[27] = {};
-    const int result = _velora_v2_ReconstructTable_Moth_Posix_Lib(
-        record, 2, 0, 0, CTR_TABLE_FUSER_BLOB, CTR_THEME_3, CTR_MEDIA_C, CTR_AXIS_K, 1, packs,
-        nullptr, nullptr, sizeof buffer, buffer);
-    return result == 1 && Bytes(buffer, buffer + 27) == BlobBytes();
-  };
-  EXPECT_TRUE(ServesBlob());
-  for (int life = 0; life < 3; ++life) {
-    velora_test::WatchProcessHeap(0);
-    BootRecord* first = _plinth_v1_Boot_Posix_So();
-    BootRecord* second = _plinth_v1_Boot_Posix_So();
-    EXPECT_TRUE(call(first));
-    EXPECT_TRUE(call(second));
-    EXPECT_TRUE(call(nullptr));
-    BootRecord broken = {};
-    EXPECT_FALSE(call(&broken));
-    EXPECT_TRUE(call(first));
-    _plinth_v1_FreeBootRecord_Posix_So(first);
-    _plinth_v1_FreeBootRecord_Posix_So(second);
-    _plinth_v1_Cleanup_Thread_Posix_So();
-    _plinth_v1_Cleanup_Process_Posix_So();
-    if (velora_test::CanWatchProcessHeap()) {
-      EXPECT_EQ(velora_test::StopWatching().left, 0);
-    }
-    EXPECT_TRUE(ServesBlob());
-  }
-}
-
 // The exit code of `body` in a child of this process.
 int InChild(const std::function<int()>& body) {
   const pid_t child = fork();

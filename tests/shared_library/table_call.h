@@ -25,7 +25,7 @@ struct TableCall {
   Bytes corrections = {};  // empty: null
   bool withReference = true;
   // What a sound caller never hands over.
-  int packCount = -1;  // told in place of the number of packs
+  int packCount = -1;  // given in place of the number of packs
   int nullPack = -1;   // this one is a null pointer in the list
   bool withPackList = true;
   bool withBuffer = true;
@@ -63,7 +63,7 @@ class Silence {
   int kept_;
 };
 
-// The calls that the folders of tests/data/vectors tell.
+// The calls of the folders of tests/data/vectors.
 TableCall CmykCall();
 TableCall GrayCall();
 TableCall BlobCall();

@@ -1,5 +1,5 @@
 // Images written entry by entry, also such as no serializer makes, and toner packs around them.
-// Room: tests, and the benchmarks use it. Values; entries are told by the number that Add gave.
+// Room: tests, and the benchmarks use it. Values; entries are known by the number that Add gave.
 #pragma once
 
 #include <string.h>
@@ -16,7 +16,7 @@ class ImageWriter {
   using Bytes = std::vector<unsigned char>;
   using Entry = unsigned;
 
-  // The dictionaries stand in the order of their types' first entries.
+  // The dictionaries are in the order of their types' first entries.
   Entry Add(int type, const Bytes& data = {}, const std::vector<Entry>& references = {}) {
     if (places_.count(type) == 0) {
       places_[type] = dictionaries_.size();
@@ -31,7 +31,7 @@ class ImageWriter {
   Entry AddList(int type, const std::vector<Entry>& references) {
     return Add(type, Number(references.size()), references);
   }
-  // Makes a container of an entry that stands already.
+  // Makes a container of an entry that exists.
   void Fill(Entry list, const std::vector<Entry>& references) {
     entries_[list] = {Number(references.size()), references};
   }

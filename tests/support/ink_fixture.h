@@ -1,5 +1,5 @@
 // The ink pipeline's fixture: components, packs, and a lookup for a printer and a print mode.
-// Room: tests. Owns what PipelineTest owns. The drops of each level are a count, "35=4" stands for
+// Room: tests. Owns what PipelineTest owns. The drops of each level are a count, "35=4" means
 // 1, 2, 3, 4.
 #pragma once
 

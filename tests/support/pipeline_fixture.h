@@ -2,7 +2,7 @@
 // Room: tests. The fixture owns every object that it makes and ends them with the test, so a test
 // may raise wherever it likes. What goes wrong while words are made into objects is raised.
 //
-// Words are type ids with values, "48=3 49=1"; ids without a value stand alone, "60", "66=3 81".
+// Words are type ids with values, "48=3 49=1"; ids without a value come alone, "60", "66=3 81".
 #pragma once
 
 #include <stdlib.h>
@@ -12,6 +12,7 @@
 #include <initializer_list>
 #include <vector>
 
+#include "tests/support/init_rules.h"
 #include "tests/support/runtime_fixture.h"
 #include "velora/common/api/IFactory.h"
 
@@ -19,7 +20,7 @@ namespace velora_test {
 
 using Image = std::vector<unsigned char>;
 
-// The elements of a vector or of a list in braces. Unlike them it may stand where a raise passes.
+// The elements of a vector or of a list in braces. Unlike them it may be used where a raise passes.
 template <class T>
 class Elements {
  public:
@@ -36,13 +37,14 @@ class Elements {
   size_t count_;
 };
 
-// A pipeline tells its Configuration, its Factory, the factory's entry, and the tags and properties
+// A pipeline names its Configuration, its Factory, the factory's entry, and the tags and properties
 // of a component that says nothing else.
 template <class Pipeline>
 class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
  protected:
   using C = typename Pipeline::Configuration;
-  using Ids = velora::common::Vocabulary<C>;
+  using Ids = velora::common::TypeIds<C>;
+  using ITag = velora::common::api::ITag<C>;
   using ITags = velora::common::api::ITags<C>;
   using IProperty = velora::common::api::IProperty<C>;
   using IProperties = velora::common::api::IProperties<C>;
@@ -51,12 +53,18 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   using IRecipe = velora::common::api::IRecipe<C>;
   using IComponent = velora::common::api::IComponent<C>;
   using Velora = velora::common::api::ISerializeable<C>;
-  using IVelcase = typename Ids::IVelcase;
+  using IVelcase = typename velora::common::Vocabulary<C>::IVelcase;
   using Operator = typename IRecipe::IOperator;
   using Operators = std::vector<Operator*>;
   using Components = std::vector<IComponent*>;
   using Packs = std::vector<IVelcase*>;
   static constexpr auto kReversed = ISerializer::ETargetEndianness::Reversed;
+  // The image of an array of 17 bytes.
+  static const Image& SomeBytes() {
+    static const Image image = {1, 18, 17, 7, 7, 7, 7, 7, 7, 7,    7, 7,
+                                7, 7,  7,  7, 7, 7, 7, 7, 0, 0x80, 0};
+    return image;
+  }
 
   PipelineTest() : factory(static_cast<typename Pipeline::Factory*>(Pipeline::CreateFactory())) {
     Keep(factory)->Init();
@@ -96,7 +104,7 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   }
   ILinkedList<Condition>* Expression(const char* words) {
     auto* list = Keep(factory->CreateLinkedList_Conditions_Operator());
-    list->Init(Ids::kArray_ConditionsOperator);
+    list->Init(Ids::kArray_Conditions_Operator);
     ForEachWord(words, [&](int type, int value) {
       list->Add(list->GetTail(), dynamic_cast<Condition*>(Word(type, value)));
     });
@@ -132,7 +140,7 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
   Operator* Build(int type) { return dynamic_cast<Operator*>(Word(type, 0)); }
   IRecipe* Recipe(Elements<Operator*> operators) {
     auto* list = Keep(factory->CreateLinkedList_Recipe_Operator());
-    list->Init(Ids::kArray_RecipeOperator);
+    list->Init(Ids::kArray_Recipe_Operator);
     for (Operator* step : operators) {
       list->Add(list->GetTail(), step);
     }
@@ -219,8 +227,8 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
         // Arrays of objects take theirs from Init.
         EXPECT_EQ(made->GetSerializeableType(), type >= 4 && type <= lastArrayOfObjects ? 0 : type);
         const auto refuses = [&](int refusal, auto call) { EXPECT_EQ(CodeOf(call), refusal); };
-        NeedsOther<Velora, ITags, IProperties, IConditions, IRecipe, IComponent, Condition,
-                   Operator, typename IRecipe::IOperand>(made);
+        ExpectInits<Velora, ITag, IProperty, ITags, IProperties, IConditions, IRecipe, IComponent,
+                    Operator, typename IRecipe::IOperand, IArray_uint8, IArray_int32>(type);
         if (auto* step = dynamic_cast<Operator*>(made)) {
           const int code = type < 80 ? 2 : 3000;  // a component is found, not resolved
           refuses(code, [&] { step->Resolve(nullptr, properties, veltune); });
@@ -240,29 +248,79 @@ class PipelineTest : public RuntimeTest<typename Pipeline::Configuration> {
     }
   }
 
-  // Expects that an object is made a copy of no null, by whichever of these interfaces it has.
-  template <class... Interfaces>
-  static void NeedsOther(ISerializeable* made) {
-    const auto check = [](auto* typed) {
-      using Own = decltype(typed);
-      EXPECT_TRUE(typed == nullptr || CodeOf([&] { typed->Init(Own(nullptr)); }) == 3000);
+  // A live object of the type id, with one holder; null for an array of objects.
+  ISerializeable* Live(int type) {
+    ISerializeable* made = Keep(helper->CreateSerializeable(type));
+    const auto read = [this, made](int nested, const Image& image) {
+      ISerializer* reader = Keep(factory->CreateSerializer());
+      reader->Init(helper, kReversed, static_cast<int>(image.size()), Array(image)->GetElements(),
+                   false);
+      made->Init(nested, reader, nullptr);
     };
-    (check(dynamic_cast<Interfaces*>(made)), ...);
+    if (auto* bytes = dynamic_cast<IArray_uint8*>(made)) {
+      bytes->Init(2);
+    } else if (auto* numbers = dynamic_cast<IArray_int32*>(made)) {
+      numbers->Init(2);
+    } else if (auto* conditions = dynamic_cast<IConditions*>(made)) {
+      conditions->Init(Expression("60"));
+    } else if (auto* recipe = dynamic_cast<IRecipe*>(made)) {
+      recipe->Init(Recipe({})->GetLinkedList_Operators());
+    } else if (auto* component = dynamic_cast<IComponent*>(made)) {
+      component->Init(Tags(Pipeline::kTags), Properties(Pipeline::kProperties));
+    } else if (type < 20) {
+      return nullptr;
+    } else if (type == Ids::kTags || type == Ids::kProperties || type >= 112) {
+      // Out of an empty array, which is all that a list reads.
+      const int array = type == Ids::kTags         ? Ids::kArray_Tag
+                        : type == Ids::kProperties ? Ids::kArray_Property
+                                                   : type - 104;
+      read(type, {static_cast<unsigned char>(array), 1, 0, 0, 0x80, 0});
+    } else if (CodeOf([&] { made->Init(); }) != 0 &&
+               CodeOf([&] { read(type, SomeBytes()); }) != 0) {
+      return Word(type, 1);
+    }
+    return made;
+  }
+  // Expects of a live object of the type id that it can be made a copy of no null and of nothing
+  // blank, by whichever of these interfaces it has, and be read from nothing.
+  template <class... Interfaces>
+  void ExpectInits(int type) {
+    const auto copy = [&](auto* sample) {
+      using Own = decltype(sample);
+      if (sample != nullptr) {
+        ExpectInitFails(dynamic_cast<Own>(Live(type)), 3000, [](Own o) { o->Init(Own(nullptr)); });
+        // The bases of elements copy nothing but callbacks, which a blank one has too.
+        if constexpr ((std::is_same_v<Own, IComponent*> ||
+                       !std::is_base_of_v<std::remove_pointer_t<Own>,
+                                          IComponent>)&&!std::is_same_v<Own, ITag*> &&
+                      !std::is_same_v<Own, IProperty*>) {
+          auto* blank = dynamic_cast<Own>(Keep(helper->CreateSerializeable(type)));
+          ExpectInitFails(dynamic_cast<Own>(Live(type)), 4000, [&](Own o) { o->Init(blank); });
+        }
+      }
+    };
+    if (ISerializeable* live = Live(type)) {
+      (copy(dynamic_cast<Interfaces*>(live)), ...);
+      ExpectInitFails(live, 3000, [&](auto* o) { o->Init(type, nullptr, nullptr); });
+    }
   }
   // What a build leaves behind: brought to life with these arguments, or as a copy.
   template <class Data, class Interface, class... Arguments>
-  void ExpectData(Arguments... arguments) {
+  Interface* ExpectData(Arguments... arguments) {
     const auto blank = [this]() -> Interface* {
       return Keep(new (Slots<C>().platform, false, true) Data);
     };
     Interface *data = blank(), *copy = blank();
     EXPECT_EQ(CodeOf([&] { data->CheckThis(); }), 4000);
     EXPECT_EQ(CodeOf([&] { data->Init(); }), 3);
-    EXPECT_EQ(CodeOf([&] { data->Init(static_cast<Interface*>(nullptr)); }), 3000);
-    EXPECT_EQ(CodeOf([&] { copy->Init(data); }), 4000);
     data->Init(arguments...);
     copy->Init(data);
     EXPECT_EQ(CodeOf([&] { copy->CheckThis(); }), 0);
+    ExpectInitFails(copy, 3000, [](Interface* o) { o->Init(static_cast<Interface*>(nullptr)); });
+    Interface* other = blank();
+    copy->Init(data);
+    ExpectInitFails(copy, 4000, [&](Interface* o) { o->Init(other); });
+    return data;
   }
 
   typename Pipeline::Factory* factory;

@@ -65,7 +65,8 @@ HeapReport StopWatching() {
 
 }  // namespace velora_test
 
-#if defined(__SANITIZE_ADDRESS__) || VELORA_TEST_FEATURE(address_sanitizer)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || \
+    VELORA_TEST_FEATURE(address_sanitizer)
 
 namespace velora_test {
 bool CanWatchProcessHeap() { return false; }

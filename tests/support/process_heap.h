@@ -3,7 +3,7 @@
 // libvelora.so, zlib, liblzma, the C++ runtime. Only FFTW's calls never fail, since it ends the
 // process when one does; see docs/limits.md.
 // Room: tests. Replaces the allocation functions of the test program; not in sanitized builds,
-// whose own replacements stand there, nor for memory of other threads.
+// which has replacements of its own, nor for memory of other threads.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -79,7 +79,7 @@ Runtime::Runtime() {
 }
 
 Runtime::~Runtime() {
-  const CJumpManager* jumpManager = JumpManager<FlatConfiguration>();
+  const CJumpManager* jumpManager = JumpManager();
   EXPECT_EQ(jumpManager->top, nullptr) << "a frame was left open";
   EXPECT_EQ(jumpManager->pending, nullptr) << "an exception was left pending";
   CleanupThread(Slots<FlatConfiguration>());

@@ -77,7 +77,7 @@ class TablesTest : public TonerTest {
              ChannelMap("33=21"), ChannelMap("33=29"), ChannelMap("33=0"), ChannelMap("33=77")};
     ReadRecords();
   }
-  // A table of the first of the four channels, C, M, Y and K, or of one that is told.
+  // A table of the first of the four channels, C, M, Y and K, or of one that is given.
   fenn::IVeltune* ColorTable(int channels, int build, const char* channel = nullptr) {
     constexpr const char* kChannels[] = {"33=13", "33=21", "33=29", "33=0"};
     Operators recipe;
@@ -201,7 +201,7 @@ TEST_F(TablesTest, RecipesAndSizes) {
   fenn::IVeltune* veltune = ColorTable(1, 88);
   EXPECT_EQ(CodeOf([&] { veltune->ReconstructColorTable_RGBtoGrayscale(4913, nullptr); }), 3000);
   EXPECT_EQ(CodeOf([&] { veltune->ReconstructFuserBlob(); }), 1);
-  // A channel that is none of the four stands on black's records.
+  // A channel that is none of the four uses black's records.
   EXPECT_EQ(Run(ColorTable(1, 88, "33=77"), kGray, 4913), 0);
   EXPECT_EQ(buffer.front(), 10);
   // Nor is there a table without the planes of the reference, or without their widths.
@@ -223,19 +223,30 @@ TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
   fenn::IVeltune* veltune = ColorTable(1, 88);
   fenn::IVeltune* copy = Keep(factory->CreateVeltune());
   EXPECT_EQ(CodeOf([&] { copy->GetRawData(); }), 4000);
-  EXPECT_EQ(CodeOf([&] { copy->Init(static_cast<fenn::IVeltune*>(nullptr)); }), 3000);
   EXPECT_EQ(CodeOf([&] { copy->Init(); }), 3);
   auto* one = ArrayOf({Pack(127, {})});
-  for (int missing = 0; missing < 3; ++missing) {
-    EXPECT_EQ(CodeOf([&] {
-                copy->Init(fenn::EPlatform::Enum(1), fenn::EProductVariant::Enum(0),
-                           missing == 0 ? nullptr : one, mappings, ctr_table_type(1),
-                           ctr_theme_type(0), ctr_media_type(0), ctr_axis_type(1),
-                           missing == 1 ? nullptr : &rawData, missing == 2 ? nullptr : &processing);
-              }),
-              3000);
+  auto* none = ArrayOf({});
+  for (int wrong = 0; wrong < 5; ++wrong) {
+    copy->Init(veltune);
+    ExpectInitFails(copy, wrong == 4 ? 4000 : 3000, [&](fenn::IVeltune* v) {
+      v->Init(fenn::EPlatform::Enum(1), fenn::EProductVariant::Enum(0),
+              wrong == 0   ? nullptr
+              : wrong == 4 ? none
+                           : one,
+              wrong == 3 ? nullptr : mappings, ctr_table_type(1), ctr_theme_type(0),
+              ctr_media_type(0), ctr_axis_type(1), wrong == 1 ? nullptr : &rawData,
+              wrong == 2 ? nullptr : &processing);
+    });
+  }
+  fenn::IVeltune* blank = Keep(factory->CreateVeltune());
+  fenn::IVeltune* const sources[] = {nullptr, blank};
+  for (fenn::IVeltune* source : sources) {
+    copy->Init(veltune);
+    ExpectInitFails(copy, source == nullptr ? 3000 : 4000,
+                    [&](fenn::IVeltune* v) { v->Init(source); });
   }
   copy->Init(veltune);
+  copy->Init(veltune);  // lets go of what it had
   EXPECT_EQ(copy->GetVelcase_Combined(), veltune->GetVelcase_Combined());
   EXPECT_EQ(copy->GetPrintModeParameters(), veltune->GetPrintModeParameters());
   EXPECT_EQ(Run(copy, kGray, 4913), 0);
@@ -263,26 +274,36 @@ TEST_F(TablesTest, ACopyOfFinishedDataIsPrivate) {
   fenn::IGrayCurveData* data = Keep(Create<C, CGrayCurveData>());
   fenn::IGrayCurveData* copy = Keep(Create<C, CGrayCurveData>());
   unsigned char bytes[300] = {1, 2, 3};
-  for (const unsigned int size : {0u, 257u}) {
-    EXPECT_EQ(CodeOf([&] { data->Init(size, bytes, false); }), 3000);
+  for (const unsigned int size : {0u, 257u, 3u}) {
+    data->Init(256, bytes, false);
+    ExpectInitFails(data, 3000,
+                    [&](auto* d) { d->Init(size, size == 3 ? nullptr : bytes, false); });
   }
-  EXPECT_EQ(CodeOf([&] { data->Init(3, nullptr, false); }), 3000);
   data->Init(256, bytes, false);
   EXPECT_EQ(data->GetReconstructedData(), bytes);
   copy->Init(data);
   ASSERT_NE(copy->GetReconstructedData(), bytes);
   EXPECT_EQ(memcmp(copy->GetReconstructedData(), bytes, 256), 0);
-  copy->AddRef();
-  EXPECT_EQ(CodeOf([&] { copy->Init(data); }), 1) << "it is in use";
-  copy->Destroy();
-  fenn::IChannelMapData* plane = Keep(Create<C, CChannelMapData>());
-  EXPECT_EQ(CodeOf([&] { plane->Init(static_cast<fenn::IArray_uint8*>(nullptr)); }), 3000);
   const int stored[] = {CodeOf([&] { data->Serialize(nullptr, nullptr); }),
                         CodeOf([&] { data->Init(0, nullptr, nullptr); }),
                         CodeOf([&] { data->Sort(true); }), CodeOf([&] { data->IsEqualTo(copy); }),
                         CodeOf([&] { data->IsLessThan(copy); })};
   EXPECT_THAT(stored, testing::Each(2)) << "it is never stored";
-  ExpectData<CChannelMapData, fenn::IChannelMapData>(Array({1}));
+  auto* plane = ExpectData<CChannelMapData, fenn::IChannelMapData>(Array({1}));
+  ExpectInitFails(plane, 3000, [](auto* p) { p->Init(static_cast<fenn::IArray_uint8*>(nullptr)); });
+  for (const int type : {93, 98}) {  // a packet's bytes, without the properties or the bytes
+    fenn::IArray_uint8* bytes1 = Array({1});
+    auto* stored = dynamic_cast<fenn::IPacket::IOperator::IFromData*>(Live(type));
+    ExpectInitFails(stored, 3000, [&](auto* s) { s->Init(nullptr, bytes1); });
+    fenn::IProperties* empty = Properties("");
+    stored->Init(empty, bytes1);
+    ExpectInitFails(stored, 3000, [&](auto* s) { s->Init(empty, nullptr); });
+    if (auto* scalar = dynamic_cast<fenn::IPacket_DeltaScalar::IOperator::IFromData*>(stored)) {
+      scalar->Init(empty, 7);
+      EXPECT_EQ(Content(scalar->GetArray_uint8_Packet()), Image{7});
+      ExpectInitFails(scalar, 3000, [](auto* s) { s->Init(nullptr, 7); });
+    }
+  }
   ExpectData<CGrayCurveData, fenn::IGrayCurveData>(3, bytes, false);
 }
 

@@ -65,7 +65,7 @@ TEST(Cbat, ReadsBackWhatWasPackedAndZerosBehindTheEnd) {
   EXPECT_EQ(cut.out.back(), 0);
 }
 
-// The next sizes the failures of the flat entry tell.
+// The next sizes belong to the failures of the flat entry.
 TEST(Cbat, SizesOfTheWidthTable) {
   const struct {
     char axis;

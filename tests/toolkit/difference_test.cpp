@@ -1,3 +1,6 @@
+#include <cstdio>
+#include <tuple>
+
 #include "tests/support/process_heap.h"
 #include "tests/toolkit/support.h"
 #include "velora/frontend/toolkit/DifferenceColor.h"
@@ -11,6 +14,7 @@ struct Result {
   int status;
   Bytes table;
   Bytes digest;
+  std::string lines;
 };
 
 // A request for one channel whose reference is 100, whose transform is 3 (colour) or 2 (mono)
@@ -58,7 +62,7 @@ struct Request {
   Result Run(int nth = 0) {
     Result result;
     const int before = LiveBlocks();
-    Capture([&] {
+    result.lines = Capture([&] {
       velora_test::WatchProcessHeap(nth);
       if (mono) {
         const DifferenceMono object('P', &raw, &ct);
@@ -116,6 +120,80 @@ TEST(Differences, AddTransformAndResidueAndCorrectWhenTheKeyMatches) {
   }
 }
 
+// The lines of a class, of all that a build prints, as "line: message".
+std::string OwnLines(const std::string& all) {
+  std::string own;
+  for (size_t begin = 0, end; begin < all.size(); begin = end) {
+    end = all.find('\n', begin) + 1;
+    std::string line = all.substr(begin, end - begin);
+    for (const char* function : {"DifferenceColor (line ", "DifferenceMono (line ",
+                                 "~DifferenceColor (line ", "doCorrectionKeysMatch (line "}) {
+      const std::string start = std::string("[CTR] ") + function;
+      if (line.compare(0, start.size(), start) == 0) {
+        own += line.substr(start.size(), line.size() - start.size() - 2) + "\n";
+      }
+    }
+  }
+  return own;
+}
+
+TEST(Differences, SayEachStepWithItsLine) {
+  Request color(false, true), mono(true, true), without(false, false, "CPDC");
+  const Bytes digest = Digest(Expected(false));
+  color.Correct(digest);
+  mono.Correct(Digest(Expected(true)));
+  char key[2 * VELORA_SIZE_KEY + 1], missing[100];
+  Ctr::Key2Str(key, digest.data());
+  snprintf(missing, sizeof missing, "120): \"DCT (%p) or CBAT (%p) packet not found\n", nullptr,
+           static_cast<void*>(without.raw.getCbatPacket(3)));
+  const std::string residue =
+      "32): \"ENTRY Color=Y, Axis=P, MediaType=P\n"
+      "33): \"AllocMem m_DifferenceData 4916 (DifferenceColor)\n"
+      "42): \"AllocMem residueData 9832 (DifferenceColor)\n"
+      "69): \"AllocMem flatResidue 9832 (DifferenceColor)\n";
+  const std::string flat = "110): \"DeallocMem flatResidue (DifferenceColor)\n";
+  const std::string end = "265): \"DifferenceColor::dtor\n";
+  const std::string corrected =
+      residue +
+      "86): \"AllocMem byteResidue 4913 (DifferenceColor)\n"
+      "105): \"DeallocMem byteResidue (DifferenceColor)\n" +
+      flat +
+      "126): \"AllocMem flatDct 9832  (DifferenceColor)\n"
+      "139): \"AllocMem zigzagData 19664 (DifferenceColor)\n"
+      "147): \"AllocMem transformedDct 19664 (DifferenceColor)\n"
+      "164): \"AllocMem cxf 4916\n"
+      "253): \"Computed correction key: " +
+      key + "\n254): \"Expected correction key: " + key +
+      "\n206): \"AllocMem corrects3d 4916(DifferenceColor::performTableCorrection)\n";
+  EXPECT_EQ(OwnLines(color.Run().lines),
+            corrected +
+                "236): \"DeallocMem transformedDct,zigzagData,flatDct,refData,residueData "
+                "(DifferenceColor)\n"
+                "245): \"EXIT Color=Y, Axis=P, MediaType=P\n" +
+                end);
+  EXPECT_EQ(OwnLines(without.Run().lines), residue + flat + missing + end);
+  // The last allocation is the correction's.
+  std::string last;
+  for (int nth = 1; velora_test::CanWatchProcessHeap(); ++nth) {
+    const Result result = color.Run(nth);
+    if (result.status == 0) {
+      EXPECT_EQ(
+          OwnLines(last),
+          corrected + "211): \"Unable to allocate memory for Table Correction. Skipping.\n" + end);
+      break;
+    }
+    last = result.lines;
+  }
+  EXPECT_EQ(OwnLines(mono.Run().lines),
+            "28): \"AllocMem m_DiffTablePtr 256 (DifferenceMono)\n"
+            "38): \"AllocMem residueDataPtr 512 (DifferenceMono)\n"
+            "72): \"AllocMem dctDataIn 512 (DifferenceMono)\n"
+            "101): \"AllocMem dctDataIn32 1024 (DifferenceMono)\n"
+            "107): \"AllocMem transformedDct 1024 (DifferenceMono)\n"
+            "123): \"DeallocMem transformedDct,dctDataIn32,dctDataIn,residueData "
+            "(DifferenceMono)\n");
+}
+
 TEST(Differences, EndEarlyWithAStatus) {
   const struct {
     bool mono;
@@ -152,10 +230,11 @@ TEST(Differences, StayInsideACurveInPlaceOfAPlaneAndAPlaneInPlaceOfACurve) {
 // Each allocation fails once, for want of a slot or of memory; whatever was made until then goes
 // with the object.
 TEST(Differences, SurviveEachFailedAllocation) {
-  for (const bool mono : {false, true}) {
-    Request request(mono);
+  for (const auto& [mono, compressed, needed] :
+       {std::make_tuple(false, false, 7), std::make_tuple(true, false, 5),
+        std::make_tuple(false, true, 7), std::make_tuple(true, true, 5)}) {
+    Request request(mono, compressed);
     request.Correct(Digest(Expected(mono)));
-    const int needed = mono ? 5 : 7;
     for (int free = 0; free <= needed; ++free) {
       CrowdedTracker crowd(free);
       EXPECT_EQ(request.Run().status, free < needed ? 192 : 0) << free;

@@ -71,6 +71,16 @@ TEST(Lzma, PacketStatesExactlyTheSizeAskedFor) {
     text.resize(out.size());
     EXPECT_EQ(out, text) << row.name;
   }
+  // A packet that ends before the size in its header, or before the stream. What is behind it, a
+  // size of 0, does not count.
+  for (const short cut : {4, 6, 12, 13}) {
+    Bytes whole = Compress(Text(), cut < 7 ? 0 : 600), out(600);
+    BytePacket packet;
+    packet.compressed = true;
+    packet.length = cut;
+    packet.data = whole.data();
+    Capture([&] { EXPECT_EQ(packet.decompress(out.data(), 600), 211) << cut; });
+  }
 }
 
 TEST(Lzma, HeaderNeitherAsksForMemoryNorForImpossibleProperties) {

@@ -50,9 +50,11 @@ TEST(Tracker, The41stBlockFailsAndIsNotConstructed) {
 }
 
 TEST(Message, LongOnesArePrintedWhole) {
-  const std::string text(5000, 'x');
-  EXPECT_EQ(Capture([&] { Ctr::PrintLine("f", 1, "%s!", text.c_str()); }),
-            Line("f", 1, text + "!"));
+  for (const size_t length : {1022, 1023, 1024, 5000}) {
+    const std::string text(length, 'x');
+    EXPECT_EQ(Capture([&] { Ctr::PrintLine("f", 1, "%s!", text.c_str()); }),
+              Line("f", 1, text + "!"));
+  }
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -154,8 +156,27 @@ TEST(ReadPfdFile, FilesThatCannotBeRead) {
   EXPECT_EQ(Read(folder).lines,
             Line("ReadFile", 712, "Error getting length for file " + folder + ".") + header);
   Bytes small(2);
-  Capture([&] { Ctr::ReadFile(small.data(), WriteFile({1, 2, 3}).c_str(), 2); });
+  const std::string longer = WriteFile({1, 2, 3});
+  const auto nextDescriptor = [] {
+    const int next = dup(0);
+    close(next);
+    return next;
+  };
+  Capture([&] {
+    const int next = nextDescriptor();
+    Ctr::ReadFile(small.data(), longer.c_str(), 2);
+    EXPECT_EQ(nextDescriptor(), next) << "a descriptor was kept";
+  });
   EXPECT_EQ(small, Bytes(2)) << "all or nothing";
+}
+
+TEST(ReadPfdFile, ASecondFileLeavesNothingOfTheFirst) {
+  Read read(PfdFile('K', {{"CPDS  ", "PKK", 7, {}}, {"CPDC  ", "PKK", 0, {1}}}));
+  Bytes shorter = PfdFile('K', {{"CPDS  ", "PKK", 9, {}}});
+  AnyEndian reader(shorter.data(), static_cast<unsigned int>(shorter.size()));
+  EXPECT_TRUE(read.raw.readPfd(reader, &read.ct));
+  EXPECT_EQ(read.raw.m_aPfdPackets[0].scalar, 9);
+  EXPECT_EQ(read.raw.m_aPfdPackets[1].data, nullptr);
 }
 
 }  // namespace

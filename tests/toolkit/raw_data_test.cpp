@@ -76,8 +76,14 @@ TEST(ReadReferenceTable, MonoReadsBlackAlone) {
   curve[0] = 0x5D;
   const ReferenceTable table = {
       curve.data(), {nullptr, nullptr, nullptr, cbat.data()}, {0, 0, 0, 128}};
-  CT_PROCESSING ct = {1, 0, {}, {}};
+  CT_PROCESSING ct = {15, 0, {}, {}};
   RawData raw('H', 'M');
+  // Four planes before it, of which nothing stays.
+  const Bytes planes = Planes();
+  const ReferenceTable color = {
+      planes.data(), {cbat.data(), cbat.data(), cbat.data(), cbat.data()}, {128, 128, 128, 128}};
+  EXPECT_TRUE(raw.readReferenceTable(&color, &ct, CTR_AXIS_P, CTR_MEDIA_H));
+  ct.channels = 1;
   EXPECT_TRUE(raw.readReferenceTable(&table, &ct, CTR_AXIS_MONO, CTR_MEDIA_H));
   EXPECT_EQ(raw.getRefPacket(0)->key, ReconKey('F', 'H'));
   EXPECT_EQ(raw.getRefPacket(0)->length, 256);

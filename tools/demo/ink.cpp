@@ -27,16 +27,6 @@ struct Result {
   Bytes first_table;
 };
 
-// The print mode of a table: media and qualities that packs have numbers for.
-InkMode ModeOf(int table) {
-  static const int media[] = {0, 1, 2, 8, 5, 7};
-  InkMode mode;
-  mode.media = media[table % 6];
-  mode.quality = table % 5 - 2;
-  mode.pen_set = table % 2 + 1;
-  return mode;
-}
-
 InkJob JobOf(const Setting& setting, const Samples& samples) {
   InkJob job;
   job.platform = 7;
@@ -47,7 +37,7 @@ InkJob JobOf(const Setting& setting, const Samples& samples) {
   job.form = setting.form;
   job.settings = setting.settings;
   for (std::size_t i = 1; i < samples.tables.size(); ++i) {
-    job.tables.push_back({ModeOf(static_cast<int>(i)), samples.tables[i].bytes});
+    job.tables.push_back({InkModeOf(static_cast<int>(i)), samples.tables[i].bytes});
   }
   return job;
 }
@@ -83,7 +73,8 @@ Result Run(const Setting& setting, const DemoOptions& options, const Samples& sa
                     {result.miss, result.hit}};
     if (result.code == 0) {
       line.rebuilt = TableOf(result.record);
-      line.color = LabMeter(sampled.output).Compare(line.wanted, line.rebuilt);
+      line.errors =
+          TableMeter(line.wanted, std::make_shared<LabMeter>(sampled.output)).Measure(line.rebuilt);
     }
     report.Add(line);
     came.as_foreseen = came.as_foreseen && result.record == product.answers[i].expected &&
@@ -108,8 +99,9 @@ void PrintOverview(const std::vector<Result>& results) {
                 SettingsText(result.setting.form, result.setting.settings).c_str(),
                 result.pack_bytes / sums.lines, result.coded_bytes,
                 sums.lines - sums.different - sums.refused, sums.lines, sums.mean_error,
-                sums.largest_error, sums.color.mean, sums.color.largest, sums.microseconds[0],
-                sums.microseconds[1], result.as_foreseen ? "" : "   NOT AS FORESEEN");
+                sums.largest_error, Worst(sums.errors).cie76.mean, Worst(sums.errors).cie76.largest,
+                sums.microseconds[0], sums.microseconds[1],
+                result.as_foreseen ? "" : "   NOT AS FORESEEN");
   }
 }
 
@@ -130,6 +122,15 @@ void WriteLevels(const std::vector<Result>& results, const SampledTable& table,
 }
 
 }  // namespace
+
+InkMode InkModeOf(int table) {
+  static const int media[] = {0, 1, 2, 8, 5, 7};
+  InkMode mode;
+  mode.media = media[table % 6];
+  mode.quality = table % 5 - 2;
+  mode.pen_set = table % 2 + 1;
+  return mode;
+}
 
 bool RunInkDemo(const DemoOptions& options, const Samples& samples) {
   std::filesystem::create_directories(options.folder);

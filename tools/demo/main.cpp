@@ -26,13 +26,21 @@ int main(int argc, char** argv) {
   app.add_option("--calls", options.calls, "Calls a table, of which the time is the median")
       ->capture_default_str()
       ->check(CLI::Range(1, 10000));
+  bool goals_only = false;
+  app.add_flag("--goals", goals_only, "Only the packs by goal: bytes a table and errors");
+  app.add_option("--effort", options.effort, "How many times the usual time a search may take")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 9));
   CLI11_PARSE(app, argc, argv);
   try {
     const tools::Samples samples = tools::SampleAll(options.tables);
+    if (goals_only) return tools::RunGoals(options, samples) ? 0 : 1;
     const bool toner_good = tools::RunTonerDemo(options, samples);
     const bool ink_good = tools::RunInkDemo(options, samples);
-    std::cout << (toner_good ? "" : "\nToner: FAILED\n") << (ink_good ? "" : "\nInk: FAILED\n");
-    if (!toner_good || !ink_good) return 1;
+    const bool goals_kept = tools::RunGoals(options, samples);
+    std::cout << (toner_good ? "" : "\nToner: FAILED\n") << (ink_good ? "" : "\nInk: FAILED\n")
+              << (goals_kept ? "" : "\nGoals: NOT KEPT\n");
+    if (!toner_good || !ink_good || !goals_kept) return 1;
     std::cout << "\nEvery lossless table came back equal.\n";
     return 0;
   } catch (const std::exception& error) {

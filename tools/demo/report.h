@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "authoring/icc.h"
-#include "authoring/table.h"
+#include "authoring/table_error.h"
 
 namespace velora::tools {
 
@@ -17,9 +16,9 @@ struct ReportLine {
   std::string origin;
   int pack_bytes;
   authoring::Bytes wanted;
-  authoring::Bytes rebuilt;  // empty: the call was refused
-  std::optional<authoring::ColorDifference> color;
-  std::vector<double> microseconds;  // one for each column of times
+  authoring::Bytes rebuilt;                      // empty: the call was refused
+  std::optional<authoring::TableErrors> errors;  // of an RGB to CMYK table
+  std::vector<double> microseconds;              // one for each column of times
 };
 
 // What the lines came to: sums and means, and the largest of what is largest.
@@ -31,7 +30,7 @@ struct ReportSums {
   int zlib = 0;
   double mean_error = 0;
   int largest_error = 0;
-  authoring::ColorDifference color{0, 0};
+  std::vector<authoring::TableErrors> errors;  // of all tables that came back
   std::vector<double> microseconds;
 };
 

@@ -97,7 +97,8 @@ std::vector<Bytes> RebuildAll(const Device& device, const TonerProduct& product,
                     WantedAt(sampled.job, i),     result.buffer, {},
                     {result.microseconds}};
     if (result.success && origin.output != nullptr) {
-      line.color = LabMeter(*origin.output).Compare(line.wanted, line.rebuilt);
+      line.errors =
+          TableMeter(line.wanted, std::make_shared<LabMeter>(*origin.output)).Measure(line.rebuilt);
     }
     report->Add(line);
     rebuilt.push_back(std::move(result.buffer));
@@ -173,7 +174,7 @@ bool RunTonerDemo(const DemoOptions& options, const Samples& samples) {
   const TonerProduct product = Author(sampled.job);
   std::printf("\nPacks, all of which go into each call:\n");
   WritePacks(product, options.folder);
-  Report report("Lossless: the smallest of two dozen settings for each colorant", {"time"});
+  Report report("Lossless: searched", {"time"});
   const std::vector<Bytes> lossless = RebuildAll(device, product, sampled, options, &report);
   const bool versions_count = ShowVersions(device, product, options);
 

@@ -1,9 +1,8 @@
 // An ink job as JSON: its tables, and the calls that come of it.
-#include <stdexcept>
-
-#include "authoring/ink_job.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
+#include "tools/velora/goal_json.h"
+#include "tools/velora/progress.h"
 
 namespace velora::tools {
 namespace {
@@ -11,74 +10,135 @@ namespace {
 using namespace authoring;
 
 constexpr char kPackName[] = "printer.velcase";
-constexpr char kLocatorName[] = "locator-color.bin";
+// Names of the kinds of records, in files and keys.
+constexpr const char* kKinds[] = {"color", "gray", "neutral"};
 
-InkForm FormOf(const std::string& name) {
-  if (name == "string") return InkForm::kString;
-  if (name == "nodes") return InkForm::kNodes;
-  throw std::runtime_error("no form is named " + name);
-}
-
-InkJob ReadJob(const Json& json, const Path& folder) {
-  InkJob job;
-  job.platform = Member(json, "platform", job.platform);
-  job.family = Member(json, "supply_family", job.family);
-  job.variant = Member(json, "product_variant", job.variant);
-  job.version = Member(json, "version", job.version);
-  job.index = Member(json, "locator_index", job.index);
-  job.form = FormOf(Member<std::string>(json, "form", "string"));
-  job.settings.level = Member(json, "level", job.settings.level);
-  job.settings.range = Member(json, "range", job.settings.range);
-  const Json ink = Member(json, "ink", Json::object());
-  InkDescription& used = job.description;
-  used.resolution = Member(ink, "resolution", used.resolution);
-  used.drops_per_level = Member(ink, "drops_per_level", used.drops_per_level);
-  used.drop_volume = Member(ink, "drop_volume", used.drop_volume);
-  used.drop_volume_offset = Member(ink, "drop_volume_offset", used.drop_volume_offset);
-  for (const Json& table : Member(json, "tables", Json::array())) {
-    if (!table.is_object()) throw std::runtime_error("\"tables\": no object");
-    job.tables.push_back({ReadInkMode(table), MemberBytes(table, "file", folder)});
+// Curves, or neutrals.
+std::vector<InkTable> ReadTables(JsonObject* job, const char* key, const Numbers& sizes) {
+  std::vector<InkTable> tables;
+  for (JsonObject& table : job->Objects(key)) {
+    tables.push_back({ReadInkMode(&table, true), table.File("file", sizes, "", true)});
+    table.Finish();
   }
-  return job;
-}
-
-std::string CallName(const InkMode& mode) {
-  return "color-media" + std::to_string(mode.media) + "-subtype" + std::to_string(mode.subtype) +
-         "-quality" + std::to_string(mode.quality) + "-pens" + std::to_string(mode.pen_set);
-}
-
-// All calls share the locator and the pack; each has its print mode and its record.
-std::string WriteCall(const InkAnswer& answer, const InkCaller& caller, const Path& folder) {
-  const InkMode& mode = answer.request.mode;
-  const std::string name = CallName(mode);
-  WriteJson(folder / (name + ".json"),
-            {{"platform", caller.platform},
-             {"supply_family", caller.family},
-             {"product_variant", caller.variant},
-             {"mode", InkModeJson(mode)},
-             {"locator_index", answer.request.index},
-             {"pathname", answer.request.pathname},
-             {"packs", {kPackName}},
-             {"locator_color", Put(folder, kLocatorName, answer.request.locator)},
-             {"expected_color", Put(folder, name + "-expected.bin", answer.expected)}});
-  return name + ".json";
+  return tables;
 }
 
 }  // namespace
 
-Authored AuthorInkJob(const Json& json, const Path& from, const Path& folder) {
-  const InkProduct product = AuthorInk(ReadJob(json, from));
+InkJob ReadInkJob(JsonObject json) {
+  Profiles profiles;
+  const auto lab = profiles.Read(&json);
+  InkJob job;
+  const Printer printer = ReadPrinter(&json, Pipeline::kInk);
+  job.platform = printer.platform;
+  job.family = printer.family;
+  job.variant = printer.variant;
+  job.version = json.Number("version", Numbers::Between(1, 15), job.version);
+  job.index = ReadLocatorIndex(&json);
+  job.form = json.Choice("form", {"string", "nodes"}, "string") == "nodes" ? InkForm::kNodes
+                                                                           : InkForm::kString;
+  job.settings.level = json.Number("level", Numbers::Between(0, 7), job.settings.level);
+  job.settings.range = json.Number("range", Numbers::Between(1, 3), job.settings.range);
+  if (std::optional<JsonObject> ink = json.Object("ink")) {
+    InkDescription& used = job.description;
+    const Numbers volumes = Numbers::Between(0, (1 << 28) - 1);
+    used.resolution = ink->Number("resolution", Numbers::Between(1, 10), used.resolution);
+    used.drops_per_level = ink->ByteList("drops_per_level", 16, used.drops_per_level);
+    used.drop_volume = ink->Number("drop_volume", volumes, used.drop_volume);
+    used.drop_volume_offset = ink->Number("drop_volume_offset", volumes, used.drop_volume_offset);
+    ink->Finish();
+  }
+  for (JsonObject& table : json.Objects("tables")) {
+    job.tables.push_back({ReadInkMode(&table, true),
+                          table.File("file", Numbers::Exactly(kTableSize), "", true),
+                          ReadTableGoal(&table), profiles.Read(&table, lab)});
+    table.Finish();
+  }
+  job.curves = ReadTables(&json, "curves", Numbers::Exactly(kGridPoints).Or(kCurveSize));
+  job.neutrals = ReadTables(&json, "neutrals", Numbers::Exactly(kChannels * kGridPoints));
+  const JobGoal goal = ReadGoal(&json);
+  const bool has_settings = json.Has("form") || json.Has("level") || json.Has("range");
+  if (goal.goal && has_settings) {
+    json.Refuse("goal", "a job has \"goal\", or \"form\", \"level\" and \"range\"");
+  }
+  if (!has_settings) job.goal = goal.goal.value_or(Goal());
+  job.budget = goal.budget;
+  json.Finish();
+  return job;
+}
+
+namespace {
+
+std::string CallName(const InkRequest& request) {
+  const InkMode& mode = request.mode;
+  return std::string(kKinds[static_cast<int>(request.kind)]) + "-media" +
+         std::to_string(mode.media) + "-subtype" + std::to_string(mode.subtype) + "-quality" +
+         std::to_string(mode.quality) + "-pens" + std::to_string(mode.pen_set);
+}
+
+// Calls of a kind share the locator, and all of them the pack; each has its print mode and its
+// record. A kind that is named by "" is not asked for.
+std::string WriteCall(const InkAnswer& answer, const InkCaller& caller, const Path& folder,
+                      Authored* authored) {
+  const InkRequest& request = answer.request;
+  const std::string name = CallName(request);
+  Json call{{"platform", caller.platform},
+            {"supply_family", caller.family},
+            {"product_variant", caller.variant},
+            {"mode", InkModeJson(request.mode)},
+            {"locator_index", request.index},
+            {"pathname", request.pathname},
+            {"packs", {kPackName}}};
+  for (const char* kind : kKinds) {
+    const bool is_own = kind == kKinds[static_cast<int>(request.kind)];
+    const std::string locator = std::string("locator-") + kind + ".bin";
+    call[std::string("locator_") + kind] =
+        is_own ? authored->Put(folder, locator, request.locator) : "";
+    call[std::string("expected_") + kind] =
+        is_own ? authored->Put(folder, name + "-expected.bin", answer.expected) : "";
+  }
+  authored->files.Add(folder / (name + ".json"), call);
+  return name + ".json";
+}
+
+InkProduct Author(InkJob job, const AuthorOptions& options) {
+  ProgressBar bar;
+  job.search = bar.Options(options.effort);
+  return AuthorInk(job);
+}
+
+}  // namespace
+
+Authored AuthorInkJob(JsonObject json, const Path& folder, const AuthorOptions& options) {
+  const InkProduct product = Author(ReadInkJob(std::move(json)), options);
   Authored authored;
-  authored.packs.push_back({{"file", Put(folder, kPackName, product.file())},
+  authored.packs.push_back({{"file", authored.Put(folder, kPackName, product.file())},
                             {"bytes", product.file().size()},
                             {"components", product.pack.components.size()}});
-  for (const InkAnswer& answer : product.answers) {
-    authored.calls.push_back({{"file", WriteCall(answer, product.caller, folder)},
-                              {"print_mode", ModeText(answer.request.mode)},
-                              {"pack_bytes", answer.pack_bytes},
-                              {"bytes", answer.expected.size()}});
+  for (std::size_t i = 0; i < product.answers.size(); ++i) {
+    const InkAnswer& answer = product.answers[i];
+    authored.calls.push_back(
+        {{"file", WriteCall(answer, product.caller, folder, &authored)},
+         {"print_mode", std::string(kKinds[static_cast<int>(answer.request.kind)]) + ", " +
+                            ModeText(answer.request.mode)},
+         {"pack_bytes", answer.pack_bytes},
+         {"bytes", answer.expected.size()}});
+    if (i < product.errors.size()) authored.AddErrors(product.errors[i]);
   }
+  authored.FinishErrors();
   return authored;
+}
+
+std::vector<PlanPoint> PlanInkJob(JsonObject json, const AuthorOptions& options) {
+  InkJob job = ReadInkJob(std::move(json));
+  job.budget = 0;
+  std::vector<PlanPoint> points;
+  for (const Goal& goal : PlanGoals()) {
+    job.goal = goal;
+    const InkProduct product = Author(job, options);
+    points.push_back({goal, static_cast<long>(product.file().size()), Worst(product.errors)});
+  }
+  return points;
 }
 
 }  // namespace velora::tools

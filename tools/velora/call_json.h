@@ -1,15 +1,33 @@
 // Calls as JSON files, with their bytes in files beside them.
 //
-// Room: tools. Values only. Fails as files.h tells.
+// Room: tools. Values only. What is refused is a Refusal, see json_file.h: a call that is read has
+// sizes that the library can be given.
 #pragma once
 
 #include "authoring/ink_call.h"
 #include "authoring/table_call.h"
-#include "tools/velora/files.h"
+#include "tools/velora/json_file.h"
+
+namespace velora::authoring {
+enum class Pipeline;
+}
 
 namespace velora::tools {
 
+// Which printer: "platform", needed, "supply_family" and "product_variant".
+struct Printer {
+  int platform;
+  int family;
+  int variant;
+};
+Printer ReadPrinter(JsonObject* object, authoring::Pipeline pipeline);
+
 // ---- toner
+
+// What a print mode is for. Its keys are "theme_type", "media_type" and "axis_type", 0 by default;
+// a call has "table_type" too, 1 by default.
+enum class ModeKind { kCall, kTable, kRgbTable, kCurve, kBlob };
+authoring::PrintMode ReadMode(JsonObject* object, ModeKind kind);
 
 // A call and what should come of it; nothing where no such file stands beside it.
 struct CallFile {
@@ -17,15 +35,12 @@ struct CallFile {
   Bytes expected;
 };
 
-// Members: platform, supply_family, product_variant, table_type, theme_type, media_type, axis_type,
-// packs, buffer. The records are files by custom, and may be named: "reference" (reference.bin),
-// "corrections" (corrections.bin), "expected" (expected.bin), "widths" (cbat-c.bin and so on, in
-// the order C, M, Y, K), "keys" (key-k.bin and so on, in the order K, C, M, Y). A file that is not
-// there is a null pointer in the call; one that is named must be there.
-CallFile ReadCall(const Json& json, const Path& folder);
-
-// The print mode of a call or of a table in a job; absent members are 0.
-authoring::PrintMode ReadMode(const Json& object, int table_type, int axis_type);
+// Keys: those of the printer and of the print mode, packs, buffer. The records are files by custom,
+// and may be named: "reference" (reference.bin), "corrections" (corrections.bin), "expected"
+// (expected.bin), "widths" (cbat-c.bin and so on, in the order C, M, Y, K), "keys" (key-k.bin and
+// so on, in the order K, C, M, Y). A file that is not there is a null pointer in the call; one that
+// is named must be there.
+CallFile ReadCall(const JsonFile& file);
 
 // ---- ink
 
@@ -42,15 +57,19 @@ struct InkCallFile {
 };
 
 // Whether a call goes to the ink door: it has a "mode".
-bool IsInkCall(const Json& json);
+bool IsInkCall(const JsonFile& file);
 
-// Members: platform, supply_family, product_variant, mode, locator_index, pathname, packs. There is
-// a request for each locator: "locator_color" (locator-color.bin by custom), and likewise for gray
-// and neutral; "expected_color" (expected-color.bin) and so on.
-InkCallFile ReadInkCall(const Json& json, const Path& folder);
+// Keys: those of the printer, mode, locator_index, pathname, packs. There is a request for each
+// locator: "locator_color" (locator-color.bin by custom), and likewise for gray and neutral;
+// "expected_color" (expected-color.bin) and so on.
+InkCallFile ReadInkCall(const JsonFile& file);
 
-// The member "mode": media_type, media_subtype, quality, pen_set, data_source.
-authoring::InkMode ReadInkMode(const Json& object);
+// The key "mode": media_type, media_subtype, quality, pen_set, data_source. In a job only what a
+// pack has numbers for.
+authoring::InkMode ReadInkMode(JsonObject* object, bool in_job);
 Json InkModeJson(const authoring::InkMode& mode);
+
+// The key "locator_index".
+int ReadLocatorIndex(JsonObject* object);
 
 }  // namespace velora::tools

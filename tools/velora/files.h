@@ -1,14 +1,16 @@
-// Files of bytes and of JSON.
+// Files of bytes, and results that appear all at once.
 //
-// Room: tools. Values only. A file that cannot be read or written, or is no JSON, raises
-// std::runtime_error with its path.
+// Room: tools. Values only. A file that cannot be read or written raises a Refusal with its path
+// and the system's reason.
 #pragma once
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "authoring/table.h"
+#include "tools/velora/refusal.h"
 
 namespace velora::tools {
 
@@ -17,25 +19,27 @@ using Path = std::filesystem::path;
 using Json = nlohmann::ordered_json;
 
 Bytes ReadBytes(const Path& path);
-void WriteBytes(const Path& path, const Bytes& bytes);
 
-// An object; anything else is refused.
-Json ReadJson(const Path& path);
-void WriteJson(const Path& path, const Json& json);
+// The files that a run makes. They are written beside their places and renamed when all of them
+// are whole, so a run that fails, or is stopped, changes none.
+class Outputs {
+ public:
+  // Keeps the bytes for `Commit`, in place of an earlier file of this path.
+  void Add(const Path& path, Bytes bytes);
+  void Add(const Path& path, const Json& json);
 
-// A member of the kind that `fallback` has; the fallback where there is none.
-template <class T>
-T Member(const Json& object, const char* name, const T& fallback) {
-  const auto found = object.find(name);
-  if (found == object.end() || found->is_null()) return fallback;
-  try {
-    return found->get<T>();
-  } catch (const Json::exception&) {
-    throw std::runtime_error(std::string("\"") + name + "\" has the wrong kind of value");
-  }
-}
+  // Makes the folders and puts the files in place. A device or a pipe is written to directly.
+  void Commit();
 
-// The bytes of a file that a member names, below the folder; none where there is no such member.
-Bytes MemberBytes(const Json& object, const char* name, const Path& folder);
+ private:
+  struct File {
+    Path path;
+    Bytes bytes;
+  };
+  std::vector<File> files_;
+};
+
+// JSON as text. A file's name that is no UTF-8 shows replacement characters.
+std::string JsonText(const Json& json);
 
 }  // namespace velora::tools

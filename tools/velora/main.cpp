@@ -1,33 +1,87 @@
-// velora: samples colour tables, authors them into packs, rebuilds them, and tells what is in a
+// velora: samples colour tables, authors them into packs, rebuilds them, and shows what is in a
 // pack.
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <iostream>
 
+#include "tools/velora/pages.h"
+#include "tools/velora/terminal.h"
 #include "tools/velora/verbs.h"
+
+namespace velora::tools {
+namespace {
+
+constexpr char kFooter[] = R"(
+Exit codes: 0 done, and equal where something was compared; 1 done, but different; 2 a file, a job, a
+pack or a call was refused; 3 wrong use.
+
+With --json a result is one object on standard output; what stopped the program is its member
+"error", with "message" and, where they are known, "file", "line" and "key".
+)";
+
+// Shows what stopped the program, and gives its exit code.
+int Fail(const std::string& text, int status, const Shared& shared, const Refusal* refusal) {
+  std::cerr << Painted("velora:", Paint::kBad, 2) << ' ' << text << '\n';
+  if (shared.json) {
+    Json error{{"message", text}};
+    if (refusal != nullptr && !refusal->file.empty()) error["file"] = refusal->file;
+    if (refusal != nullptr && refusal->line > 0) error["line"] = refusal->line;
+    if (refusal != nullptr && !refusal->key.empty()) error["key"] = refusal->key;
+    PrintJson({{"error", error}, {"exit_code", status}});
+  }
+  return status;
+}
+
+int Run(CLI::App* app, int argc, char** argv, Shared* shared) {
+  try {
+    app->parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) return app->exit(error);
+    return Fail(error.what(), kWrongUse, *shared, nullptr);
+  } catch (const WrongUse& error) {
+    return Fail(error.what(), kWrongUse, *shared, nullptr);
+  } catch (const Refusal& refusal) {
+    return Fail(refusal.what(), kRefused, *shared, &refusal);
+  } catch (const std::exception& error) {
+    return Fail(error.what(), kRefused, *shared, nullptr);
+  }
+  return shared->status;
+}
+
+}  // namespace
+
+void PrintJson(const Json& json) { std::cout << JsonText(json); }
+
+}  // namespace velora::tools
 
 int main(int argc, char** argv) {
   using namespace velora::tools;
   CLI::App app(
       "Samples colour tables, authors them into packs for a printer, rebuilds them as the\n"
-      "printer does, and tells what is in a pack.",
+      "printer does, and shows what is in a pack.",
       "velora");
   app.set_version_flag("--version", "velora 1.0.0");
   app.set_help_all_flag("--help-all", "Help of all verbs");
   app.require_subcommand(1);
   app.fallthrough();
+  app.footer(kFooter);
   Shared shared;
-  app.add_flag("--json", shared.json, "Tell results as JSON");
-  AddSample(&app, &shared);
-  AddAuthor(&app, &shared);
-  AddRebuild(&app, &shared);
-  AddInfo(&app, &shared);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error);
-  } catch (const std::exception& error) {
-    std::cerr << "velora: " << error.what() << '\n';
-    return 1;
+  app.add_flag("--json", shared.json, "Print results as JSON");
+  for (const auto add : {AddSample, AddConvert, AddAuthor, AddRebuild, AddExplain, AddInfo, AddDiff,
+                         AddCompare, AddProof, AddReport}) {
+    add(&app, &shared);
   }
-  return shared.status;
+  if (argc == 3 && std::strcmp(argv[1], "--pages") == 0) {  // for the build; no help shows it
+    Outputs files;
+    AddPages(app, argv[2], &files);
+    files.Commit();
+    return kEqual;
+  }
+  const int status = Run(&app, argc, argv, &shared);
+  if (!std::cout.flush()) {
+    std::cerr << "velora: standard output: " << std::strerror(errno) << '\n';
+    return kRefused;
+  }
+  return status;
 }

@@ -1,11 +1,8 @@
 // velora sample: an ICC table to a file.
-#include <algorithm>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 
-#include "authoring/icc.h"
-#include "tools/velora/files.h"
+#include "tools/velora/table_io.h"
 #include "tools/velora/verbs.h"
 
 namespace velora::tools {
@@ -17,15 +14,14 @@ struct Options {
   bool list = false;
   std::string source = "sRGB";
   std::string output;
+  std::string rgb;
+  std::string link;
   std::string gray;
   std::string intent = "relative";
+  bool black_point = false;
   std::string file = "table.bin";
+  std::string format;
 };
-
-const char* KindName(ProfileKind kind) {
-  static const char* const names[] = {"rgb", "cmyk", "gray"};
-  return names[static_cast<int>(kind)];
-}
 
 void List(bool json) {
   Json list = Json::array();
@@ -37,21 +33,7 @@ void List(bool json) {
       std::cout << KindName(profile.kind) << '\t' << profile.name << '\t' << profile.path << '\n';
     }
   }
-  if (json) std::cout << list.dump(2) << '\n';
-}
-
-// A profile by path, or by the name of an installed one.
-Profile Find(const std::string& name, ProfileKind kind) {
-  if (name.find('/') != std::string::npos) return {name, Path(name).stem().string(), kind};
-  const std::vector<Profile> profiles = FindProfiles();
-  const auto found = std::find_if(profiles.begin(), profiles.end(), [&](const Profile& profile) {
-    return profile.kind == kind && profile.name == name;
-  });
-  if (found == profiles.end()) {
-    throw std::runtime_error("no installed " + std::string(KindName(kind)) + " profile is named " +
-                             name + " (velora sample --list)");
-  }
-  return *found;
+  if (json) PrintJson({{"profiles", list}});
 }
 
 Intent IntentOf(const std::string& name) {
@@ -59,27 +41,40 @@ Intent IntentOf(const std::string& name) {
        {Intent::kPerceptual, Intent::kRelative, Intent::kSaturation, Intent::kAbsolute}) {
     if (name == IntentName(intent)) return intent;
   }
-  throw std::runtime_error("no intent is named " + name);
+  throw WrongUse("--intent " + name + ": expected perceptual, relative, saturation or absolute");
 }
 
 void Run(const Options& options, const Shared& shared) {
   if (options.list) return List(shared.json);
-  if (options.output.empty() == options.gray.empty()) {
-    throw std::runtime_error("sample needs --output for a table, or --gray for a curve");
+  const int outputs = !options.output.empty() + !options.rgb.empty() + !options.link.empty() +
+                      !options.gray.empty();
+  if (outputs != 1) {
+    throw WrongUse("sample needs --output, --rgb or --link for a table, or --gray for a curve");
   }
-  const Profile source = Find(options.source, ProfileKind::kRgbSource);
-  const Bytes bytes = options.gray.empty()
-                          ? SampleTable(source, Find(options.output, ProfileKind::kCmykOutput),
-                                        IntentOf(options.intent))
-                          : SampleCurve(source, Find(options.gray, ProfileKind::kGray));
-  WriteBytes(options.file, bytes);
+  Outputs files;
+  Bytes bytes;
+  if (!options.gray.empty()) {
+    bytes = SampleCurve(FindProfile(options.source, ProfileKind::kRgbSource),
+                        FindProfile(options.gray, ProfileKind::kGray));
+    files.Add(options.file, bytes);
+  } else {
+    if (!options.link.empty()) {
+      bytes = ReadTableFile(options.link, "link16");
+    } else {
+      const bool is_rgb = options.output.empty();
+      bytes = SampleTable(FindProfile(options.source, ProfileKind::kRgbSource),
+                          is_rgb ? FindProfile(options.rgb, ProfileKind::kRgbSource)
+                                 : FindProfile(options.output, ProfileKind::kCmykOutput),
+                          IntentOf(options.intent), options.black_point);
+    }
+    AddTableFile(options.file, options.format, bytes, &files);
+  }
+  files.Commit();
   if (shared.json) {
-    std::cout << Json{{"file", options.file},
-                      {"bytes", bytes.size()},
-                      {"zlib", CompressedSize(bytes)},
-                      {"sha256", DigestString(bytes)}}
-                     .dump(2)
-              << '\n';
+    PrintJson({{"file", options.file},
+               {"bytes", bytes.size()},
+               {"zlib", CompressedSize(bytes)},
+               {"sha256", DigestString(bytes)}});
   } else {
     std::cout << options.file << ": " << bytes.size() << " bytes, sha256 " << DigestString(bytes)
               << '\n';
@@ -92,17 +87,24 @@ void AddSample(CLI::App* app, Shared* shared) {
   auto options = std::make_shared<Options>();
   CLI::App* verb = app->add_subcommand(
       "sample",
-      "Samples an RGB to CMYK table (17 points an axis, four planes, 19652 bytes) or a gray\n"
-      "curve (256 bytes) from ICC profiles, through both of them and without optimisation.");
+      "Samples an RGB to CMYK table (17 points an axis, four planes, 19652 bytes), an RGB to RGB\n"
+      "table (three planes, 14739 bytes) or a gray curve (256 bytes) from ICC profiles, through\n"
+      "both of them and without optimisation, or a table from a device link.");
   verb->add_flag("--list", options->list, "List the installed profiles instead");
   verb->add_option("--source", options->source, "RGB profile: a name of the list, or a path")
       ->capture_default_str();
   verb->add_option("--output", options->output, "CMYK profile of the table");
+  verb->add_option("--rgb", options->rgb, "RGB profile of the table, in place of a CMYK one");
+  verb->add_option("--link", options->link, "Device link, in place of two profiles");
   verb->add_option("--gray", options->gray, "Gray profile of the curve");
   verb->add_option("--intent", options->intent,
                    "perceptual, relative, saturation or absolute, for a table")
       ->capture_default_str();
-  verb->add_option("-o,--file", options->file, "File to write")->capture_default_str();
+  verb->add_flag("--bpc", options->black_point, "Black point compensation");
+  verb->add_option("-o,--file", options->file,
+                   "File to write; a table in the format of its ending, see velora convert")
+      ->capture_default_str();
+  verb->add_option("--format", options->format, "The format, if the ending misleads");
   verb->callback([options, shared] { Run(*options, *shared); });
 }
 

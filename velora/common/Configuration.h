@@ -2,12 +2,18 @@
 // Room: velora/common. Empty types; see plinth/runtime/api/Configuration.h for what they select.
 #pragma once
 
+#include "plinth/runtime/api/Configuration.h"
+
 namespace velora::v1::wisp::api {
-struct Configuration {};
+struct Configuration {
+  static constexpr auto kBlock = plinth::v1::api::EBlock::Ink;
+};
 }  // namespace velora::v1::wisp::api
 
 namespace velora::v2::fenn::api {
-struct Configuration {};
+struct Configuration {
+  static constexpr auto kBlock = plinth::v1::api::EBlock::Toner;
+};
 }  // namespace velora::v2::fenn::api
 
 // One set of templates under the names of both versions.

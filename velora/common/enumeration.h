@@ -4,7 +4,7 @@
 // checked.
 #pragma once
 
-#include "plinth/runtime/api/frame.h"
+#include "plinth/runtime/api/raise.h"
 #include "velora/common/Vocabulary.h"
 
 // The inside of an enumeration, over its range.

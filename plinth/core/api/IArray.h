@@ -17,10 +17,11 @@ class IArray;
 template <class T>
 class IArray<T, true> : public virtual ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IArray);
   using Element = T;
   using ISerializeable::Init;
   virtual void Init(int count) = 0;  // zero-filled
-  // Takes the block as it stands; with `owned` it ends with the array.
+  // Takes the block as it is; with `owned` it ends with the array.
   virtual void Init(int count, Element* elements, bool owned) = 0;
   virtual void Init(IArray* other) = 0;
   virtual void Append(IArray* other) = 0;
@@ -40,10 +41,11 @@ class IArray<T, true> : public virtual ISerializeable {
 template <class T>
 class IArray<T, false> : public virtual ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IArray);
   using Element = T*;
   using ISerializeable::Init;
   virtual void Init(int type, int count) = 0;  // all elements null
-  // Takes the block as it stands, references included; none may be null.
+  // Takes the block as it is, references included; none may be null.
   virtual void Init(int type, int count, Element* elements, bool owned) = 0;
   virtual void Init(IArray* other) = 0;
   virtual void Append(IArray* other) = 0;

@@ -10,6 +10,7 @@ namespace plinth::v1::api::_factory {
 
 class IFactory : public virtual IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IFactory);
   virtual ISerializer* CreateSerializer() = 0;
   virtual IArray_uint8* CreateArray_uint8() = 0;
   virtual IArray_int32* CreateArray_int32() = 0;

@@ -4,13 +4,14 @@
 #pragma once
 
 #include "plinth/core/api/IArray.h"
-#include "plinth/runtime/api/frame.h"
+#include "plinth/runtime/api/raise.h"
 
 namespace plinth::v1::api {
 
 template <class T>
 class ILinkedList : public virtual ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ILinkedList);
   struct Element {
     Element* previous = nullptr;
     Element* next = nullptr;
@@ -23,7 +24,7 @@ class ILinkedList : public virtual ISerializeable {
     }
     void SetValue(T* newValue) {
       if (newValue == nullptr) {
-        Raise<Configuration, CException_Parameter_Invalid>();
+        Raise<CException_Parameter_Invalid>();
       }
       newValue->AddRef();
       if (value != nullptr) {
@@ -34,7 +35,7 @@ class ILinkedList : public virtual ISerializeable {
     // Without a new reference; a null value raises `CException_This_Invalid`.
     T* GetValue() const {
       if (value == nullptr) {
-        Raise<Configuration, CException_This_Invalid>();
+        Raise<CException_This_Invalid>();
       }
       return value;
     }

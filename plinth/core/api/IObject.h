@@ -5,13 +5,28 @@
 // Interfaces and classes form two trees. An interface derives from its parent interface virtually,
 // a class from its parent class plainly and from its own interface virtually, so that every object
 // has one shared interface part: an `I...` pointer made at any level of the factories calls the
-// most derived class, and all fields stand in the concrete part at the object's start. This is why
+// most derived class, and all fields are in the concrete part at the object's start. This is why
 // inheritance is virtual throughout.
 //
 // Life: `Create...` on a factory gives a blank object; an `Init` overload brings it to life;
-// `CheckThis` stands at the head of each public method; `Delete` frees what the object owns and
-// resets it to blank; `Destroy` lets go of it. A failed `Init` leaves the object blank.
+// `CheckThis` comes first in each public method; `Delete` frees what the object owns and
+// resets it to blank; `Destroy` lets go of it.
+//
+// `Init`, in every overload: an object with several holders raises `CException_General` before
+// anything else, and stays as it is. Any other failure leaves the object blank, with nothing held.
+// An overload that the class does not have only raises. CObject has the two ways to write one.
 #pragma once
+
+#include "velora/export.h"
+
+// Construction and destruction of a class of the two trees: nothing to do but for its fields, and
+// always inline. Where one is called as a base's, the class of the object needs a virtual table of
+// its own for each of its bases: kilobytes a class, which nothing else uses.
+#define PLINTH_INLINE_CONSTRUCTION(Class)   \
+  [[gnu::always_inline]] Class() = default; \
+  PLINTH_INLINE_DESTRUCTION(Class)
+// For a class with a constructor of its own, which is to be inline as well.
+#define PLINTH_INLINE_DESTRUCTION(Class) [[gnu::always_inline]] ~Class() override = default
 
 namespace plinth::v1::core {
 class CObject;
@@ -19,10 +34,11 @@ class CObject;
 
 namespace plinth::v1::api {
 
-class IObject {
+class VELORA_API IObject {
  public:
+  [[gnu::always_inline]] IObject() = default;
   virtual void Init() = 0;
-  virtual ~IObject();
+  [[gnu::always_inline]] virtual ~IObject() = default;
   virtual void Destroy() = 0;
   virtual int GetRefCount() const = 0;
   // Raises `CException_This_Invalid` unless the object is live and its invariants hold.

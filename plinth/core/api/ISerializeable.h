@@ -11,6 +11,7 @@ class ISerializer;
 
 class ISerializeable : public virtual IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ISerializeable);
   using IObject::Init;
   // Reads the object: its values in the order of writing, then its nested objects.
   virtual void Init(int type, ISerializer* serializer, void* context) = 0;

@@ -10,6 +10,7 @@ namespace plinth::v1::api {
 
 class ISerializerHelper : public virtual IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ISerializerHelper);
   virtual ISerializeable* CreateSerializeable(int type) = 0;
 };
 

@@ -20,8 +20,8 @@ class CSerializer<Configuration>::Dictionary : public CSerializer<Configuration>
 
     Dictionary* dictionary;
     int type;
-    bool root;                     // made while no entry was open
-    Counted<IList_Entry> entries;  // in writing order
+    bool root;                             // made while no entry was open
+    CountedInRecord<IList_Entry> entries;  // in writing order
   };
 
   class Deduplicated : public Object {
@@ -85,9 +85,9 @@ class CSerializer<Configuration>::Dictionary : public CSerializer<Configuration>
   bool IsLessThan(Dictionary* other) const;
 
   typename EState::Enum state;
-  Counted<Working> working;
-  Counted<Deduplicated> deduplicated;
-  Counted<Serialized> serialized;
+  CountedInRecord<Working> working;
+  CountedInRecord<Deduplicated> deduplicated;
+  CountedInRecord<Serialized> serialized;
 
   static constexpr unsigned char kTerminator[2] = {0x80, 0x00};
 

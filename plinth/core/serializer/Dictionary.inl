@@ -5,6 +5,7 @@
 
 #include "plinth/core/serializer/Dictionary.h"
 #include "plinth/core/serializer/Entry.h"
+#include "plinth/runtime/api/Trace.h"
 
 namespace plinth::v1::core {
 
@@ -121,8 +122,11 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   }
   int counted = 0;
   int place = offset + type.length;
+  int& reading = api::CurrentTrace().byte;
+  reading = place;
   while (const int entryLength = Entry::CalculateLength(size, image, place)) {
     place += entryLength;
+    reading = place;
     ++counted;
   }
   if (counted == 0) {
@@ -137,6 +141,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   count = counted;
   place = offset + type.length;
   for (int i = 0; i < counted; ++i) {
+    reading = place;
     entries[i] = Object::template New<Entry>();
     place += entries[i]->Init(dictionary, reverseBytes, size, image, place);
   }

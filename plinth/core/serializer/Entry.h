@@ -27,10 +27,10 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     void Serialize_Array_uint28(int arraySize, int* array, int offset, int count);
 
     Dictionary* dictionary;
-    Counted<api::IArray_uint8> data;
-    Counted<IList_Entry> references;  // the entries that this one holds, in writing order
-    int holderCount;                  // the entries that hold this one
-    unsigned int hash;                // of the content, once that is complete
+    CountedInRecord<api::IArray_uint8> data;
+    CountedInRecord<IList_Entry> references;  // the entries that this one holds, in writing order
+    int holderCount;                          // the entries that hold this one
+    unsigned int hash;                        // of the content, once that is complete
 
    private:
     void Append(const unsigned char* bytes, int count);
@@ -51,21 +51,21 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     unsigned char* data;
     union {
       Entry** references;            // as written, `numberBytes` is 0: a counted reference each
-      const unsigned char* numbers;  // as they stand in an image
+      const unsigned char* numbers;  // as an image has them
     };
     api::ISerializeable* object;  // made from this entry, a counted reference; null before
     union {
       Deduplicated* outer;  // under construction: the next object around this one
-      long long reached;    // standing: objects from this one down, shared ones each time
+      Entry* wrapper;       // read: the first entry that was read around this one alone, or null
     };
-    int height;  // standing: levels of objects from this one down
+    int height;  // read: levels of objects from this one down
     int dataLength;
     int cursor;
     int referenceCount;
     int numberBytes;
     int referenceCursor;  // an index in `references` or an offset in `numbers`
     bool ownsData;
-    bool underConstruction;  // `object` is being read, and does not stand yet
+    bool underConstruction;  // `object` is being read, and is not complete yet
 
    private:
     // A cursor at the data's end goes back to its start: the rule of every reader.
@@ -74,7 +74,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
 
   // Flat bytes, in an image or of its own.
   struct Serialized {
-    // Lengths and places of the entry that stands at this place of an image; copies nothing.
+    // Lengths and places of the entry at this place of an image; copies nothing.
     void Init(int size, unsigned char* image, int offset);
 
     Dictionary* dictionary;
@@ -94,7 +94,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   void Init(Dictionary* dictionary, bool reverseBytes);
   int Init(Dictionary* dictionary, bool reverseBytes, int size, unsigned char* image, int offset);
   Dictionary* GetDictionary() const;
-  // The entry's length at this place of an image, or 0 where the dictionary's terminator stands.
+  // The entry's length at this place of an image, or 0 at the dictionary's terminator.
   static int CalculateLength(int size, const unsigned char* image, int offset);
 
   void AddEntry_ReferencedBy(Entry* entry);
@@ -110,7 +110,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
 
   // Written entries hold each other; whoever ends a whole content breaks that up.
   void DropReferences();
-  // A copy of its bytes stands here: the entry lets go of its own.
+  // A copy of its bytes is here: the entry lets go of its own.
   void MoveBytes(unsigned char* bytes);
 
   // What arrays ask of elements, and an entry does not offer: raise `CException_NotImplemented`.
@@ -119,8 +119,8 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
 
   typename EState::Enum state;
   int number;  // of its kind while it is written, then its place in the flattened array
-  // The form of the present state. Those of reading stand in place: an image has many entries, and
-  // each is one block.
+  // The form of the present state. Those of reading are part of the entry: an image has many
+  // entries, and each is one block.
   union {
     Working* working;
     Deduplicated deduplicated;

@@ -22,12 +22,12 @@ class CSerializer<Configuration>::Working : public CSerializer<Configuration>::O
   // outside all others was a copy of a nested one.
   void FinishDeduplication();
 
-  Counted<IList_Dictionary> rootDictionaries;  // made while no entry was open
-  Counted<IList_Dictionary> allDictionaries;   // in order of creation
-  Counted<IList_Dictionary> dictionaryStack;   // one per open entry
-  Counted<IList_Entry> allEntries;             // in order of creation
-  Counted<IList_Entry> entryStack;             // the open entries
-  typename IList_Entry::Element* current;      // the entry stack's tail, or null
+  CountedInRecord<IList_Dictionary> rootDictionaries;  // made while no entry was open
+  CountedInRecord<IList_Dictionary> allDictionaries;   // in order of creation
+  CountedInRecord<IList_Dictionary> dictionaryStack;   // one per open entry
+  CountedInRecord<IList_Entry> allEntries;             // in order of creation
+  CountedInRecord<IList_Entry> entryStack;             // the open entries
+  typename IList_Entry::Element* current;              // the entry stack's tail, or null
 
  private:
   using OpenEntry = typename IList_Entry::Element;
@@ -39,7 +39,7 @@ class CSerializer<Configuration>::Working : public CSerializer<Configuration>::O
   void Deduplicate(OpenEntry* open);
   static void RemoveLast(IList_Entry* list, const Entry* entry);
 
-  Counted<Duplicates> duplicates;
+  CountedInRecord<Duplicates> duplicates;
   bool strayCopy;  // a copy that has no holder
 };
 
@@ -58,28 +58,23 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   api::ISerializeable* Deserialize_Serializeable(void* context);
   api::ISerializeable* Deserialize_Serializeable(int type, void* context);
   Entry* GetEntry_Deserializing_Current() const;
+  api::ISerializeable* GetSerializeable_Twin() const;
 
   // Deeper than any sound pack nests, and far from a stack's end.
   static constexpr int kMaxDepth = 256;
-  // More than any sound pack's objects come to, each counted as often as it is reached: whoever
-  // walks the objects, to compare, to sort or to evaluate them, does not take longer than this.
-  static constexpr int kMaxReachedBase = 1 << 16;
-  static constexpr int kMaxReachedPerEntry = 16;
 
   api::ISerializer* serializer;
-  Counted<api::ISerializerHelper> helper;
-  Counted<IArray_Dictionary> dictionaries;
+  CountedInRecord<api::ISerializerHelper> helper;
+  CountedInRecord<IArray_Dictionary> dictionaries;
   int dictionaryIndex;  // stays -1
-  Counted<IArray_Entry> entries;
+  CountedInRecord<IArray_Entry> entries;
   int rootCursor;
   Entry** readStack;  // those being read, the innermost last; `entries` holds them
   int readCount;
   int readRoom;
   typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
   int depth;                                   // objects under construction
-  int deepest;            // the level that the innermost one reaches with what it holds so far
-  long long reached;      // objects read so far, each counted as often as it is reached
-  long long reachedMost;  // as many as are let through
+  int deepest;  // the level that the innermost one reaches with what it holds so far
   int byteCount;
   int referenceCount;
 
@@ -90,7 +85,8 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   api::ISerializeable* Read(Entry* entry, void* context);
   api::ISerializeable* CreateSerializeable(Entry* entry, void* context);
   api::ISerializeable* Construct(Entry* entry, void* context);
-  void CountReached(long long objects);
+  // The entry that this one holds, if it holds no other and has no data; or null.
+  Entry* Wrapped(const typename Entry::Deduplicated& form) const;
   // Lets go of objects whose construction failed, out to the given one.
   void Abandon(typename Entry::Deduplicated* last);
 };
@@ -112,8 +108,8 @@ class CSerializer<Configuration>::Serialized : public CSerializer<Configuration>
   int length;
   unsigned char* bytes;
   int position;
-  Counted<IArray_Dictionary> dictionaries;
-  Counted<IArray_Entry> entries;
+  CountedInRecord<IArray_Dictionary> dictionaries;
+  CountedInRecord<IArray_Entry> entries;
   bool ownsBytes;
 };
 

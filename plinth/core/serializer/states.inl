@@ -6,6 +6,7 @@
 #include "plinth/core/serializer/Dictionary.h"
 #include "plinth/core/serializer/Entry.h"
 #include "plinth/core/serializer/states.h"
+#include "plinth/runtime/api/Trace.h"
 
 namespace plinth::v1::core {
 
@@ -152,8 +153,6 @@ CSerializer<Configuration>::Deduplicated::Deduplicated()
       constructing(nullptr),
       depth(0),
       deepest(0),
-      reached(0),
-      reachedMost(0),
       byteCount(0),
       referenceCount(0) {}
 
@@ -179,8 +178,6 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
     allDictionaries->Get(i)->ToDeduplicated(allEntries);
   }
   const int entryCount = allEntries->GetCount();
-  reached = 0;
-  reachedMost = kMaxReachedBase + static_cast<long long>(kMaxReachedPerEntry) * entryCount;
   byteCount = 0;
   referenceCount = 0;
   for (int i = 0; i < entryCount; ++i) {
@@ -298,7 +295,6 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
   if (shared) {
     // A second referrer: it shares the instance, and the entry's bytes are not read again.
     PopRead();
-    CountReached(form->reached);
     deepest = depth + form->height > deepest ? depth + form->height : deepest;
     form->object->AddRef();
     return form->object;
@@ -320,11 +316,33 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
 }
 
 template <class Configuration>
-void CSerializer<Configuration>::Deduplicated::CountReached(long long objects) {
-  reached += objects;
-  if (reached > reachedMost) {
-    PLINTH_RAISE(CException_General);
+auto CSerializer<Configuration>::Deduplicated::Wrapped(
+    const typename Entry::Deduplicated& form) const -> Entry* {
+  if (form.dataLength > 0 || form.referenceCount != 1) {
+    return nullptr;
   }
+  Entry* held = form.numberBytes > 0
+                    ? entries->GetElements()[VLQ::Decode(form.numberBytes, form.numbers, 0).value]
+                    : form.references[0];
+  return held->state == EState::Deduplicated ? held : nullptr;
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::GetSerializeable_Twin() const {
+  const Entry* entry = readCount == 0 ? nullptr : readStack[readCount - 1];
+  if (entry == nullptr || entry->state != EState::Deduplicated) {
+    return nullptr;
+  }
+  const Entry* wrapped = Wrapped(entry->deduplicated);
+  if (wrapped == nullptr || wrapped->deduplicated.object == nullptr ||
+      wrapped->deduplicated.underConstruction) {
+    return nullptr;
+  }
+  const Entry* twin = wrapped->deduplicated.wrapper;
+  return twin != nullptr && twin->GetDictionary()->GetSerializeableType() ==
+                                entry->GetDictionary()->GetSerializeableType()
+             ? twin->deduplicated.object
+             : nullptr;
 }
 
 // The entry holds its object from the start, and the outermost object's frame lets go of all that
@@ -334,8 +352,6 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
                                                                          void* context) {
   auto* form = &entry->deduplicated;
   const int type = entry->GetDictionary()->GetSerializeableType();
-  const long long reachedBefore = reached;
-  CountReached(1);
   form->object = CreateSerializeable(type);
   form->underConstruction = true;
   form->outer = constructing;
@@ -348,8 +364,14 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
   Abandon(form);
   constructing = form->outer;
   form->underConstruction = false;
+  form->wrapper = nullptr;
   form->height = deepest - level + 1;
-  form->reached = reached - reachedBefore;
+  if (Entry* wrapped = Wrapped(*form)) {
+    auto& inner = wrapped->deduplicated;
+    if (inner.object != nullptr && !inner.underConstruction && inner.wrapper == nullptr) {
+      inner.wrapper = entry;
+    }
+  }
   depth = level - 1;
   deepest = deepestAround > deepest ? deepestAround : deepest;
   form->object->AddRef();
@@ -388,14 +410,21 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->reverse = reverseBytes;
+  api::Trace& trace = api::CurrentTrace();
+  trace.inImage = true;
+  trace.byte = 0;
   int dictionaryCount = 0;
   int place = 0;
   while (place < size) {
     place += Dictionary::CalculateLength(size, data, place);
+    trace.byte = place;
     ++dictionaryCount;
   }
   if (place != size || dictionaryCount < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (dictionaryCount > kMostDictionaries) {
+    PLINTH_RAISE(CException_General);
   }
   dictionaries.Take(NewArray_Dictionary(dictionaryCount));
   int entryCount = 0;
@@ -421,6 +450,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   if (position != size || filled != entryCount) {
     PLINTH_RAISE(CException_General);
   }
+  trace.byte = -1;  // what is wrong from here on is wrong with a value
   length = size;
   bytes = data;
   ownsBytes = owned;

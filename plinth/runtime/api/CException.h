@@ -17,7 +17,7 @@ class CException {
 
   int code;           // what longjmp carries; never 0
   char message[200];  // part of the record; nothing writes a text into it
-  bool reserved;      // stands in the thread's reserve, because the heap was exhausted
+  bool reserved;      // lies in the thread's reserve, because the heap was exhausted
 };
 
 // Class, code, and when it is raised.
@@ -28,7 +28,7 @@ class CException {
   X(CException_File_OpenFailed, 1000)         /* CHandler_File_Posix::Open */                \
   X(CException_File_ReadFailed, 1001)         /* CHandler_File_Posix::Read */                \
   X(CException_File_WriteFailed, 1002)        /* CHandler_File_Posix::Write */               \
-  X(CException_Memory_AllocationFailed, 2000) /* Allocate, when told to raise */             \
+  X(CException_Memory_AllocationFailed, 2000) /* Allocate, when asked to raise */            \
   X(CException_Memory_OutputBufferInsufficient, 2001) /* a string does not fit its buffer */ \
   X(CException_Parameter_Invalid, 3000)               /* a null or out-of-range argument */  \
   X(CException_This_Invalid, 4000)                    /* a blank object or a broken invariant */

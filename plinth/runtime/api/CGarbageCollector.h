@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/CException.h"
 #include "plinth/runtime/api/placement.h"
 
@@ -23,11 +23,11 @@ constexpr bool kHasDestroy<T, std::void_t<decltype(std::declval<T&>().Destroy())
 template <class T>
 void End(T* object) {
   if constexpr (std::is_arithmetic_v<T>) {
-    operator delete[](object, Slots<Configuration>().platform, false, false);
+    operator delete[](object, Booted().platform, false, false);
   } else if constexpr (kHasDestroy<T>) {
     object->Destroy();
   } else {
-    platform::PlacementDelete(Slots<Configuration>().platform, object);
+    platform::PlacementDelete(Booted().platform, object);
   }
 }
 
@@ -70,7 +70,7 @@ struct CGarbageCollector {
     if (object == nullptr) {
       return true;
     }
-    TGarbageBase* node = new (Slots<Configuration>().bootManager, false) TGarbage<T>(object);
+    TGarbageBase* node = new (Booted().bootManager, false) TGarbage<T>(object);
     if (node == nullptr) {
       return false;
     }

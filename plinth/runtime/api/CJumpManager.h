@@ -45,7 +45,7 @@ class CJumpManager {
 void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager);
 
 // Jumps to the top environment with the exception in flight. Does not return; on an empty stack
-// the process dies, so every raise stands inside a frame.
+// the process dies, so every raise must be inside a frame.
 [[noreturn]] void Throw(CJumpManager* jumpManager, CException* exception);
 
 }  // namespace plinth::v1::api

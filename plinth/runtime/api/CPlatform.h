@@ -40,6 +40,7 @@ class CPlatform {
 
 namespace boot_manager {
 // Ends the four handlers, then frees the platform. Null is ignored.
+template <>
 void PlacementDelete(IBootManager* bootManager, CPlatform* platform);
 }  // namespace boot_manager
 

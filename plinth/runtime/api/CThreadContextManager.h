@@ -7,6 +7,7 @@
 #include "plinth/runtime/api/CJumpManager.h"
 #include "plinth/runtime/api/ISemaphoreManager.h"
 #include "plinth/runtime/api/IThreadManager.h"
+#include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api {
 
@@ -40,15 +41,15 @@ class CThreadContextManager {
   // The calling thread's jump manager, or null for a thread that is not registered.
   CJumpManager* GetJumpManager() const;
 
-  // Makes the calling thread known, with the given jump manager or, for null, with a new one. True
-  // when it is known afterwards; false when its bucket is full, memory runs out, or it has no id.
-  bool RegisterThread(IBootManager* bootManager, CJumpManager* shared = nullptr);
+  // Makes the calling thread known, with a jump manager of its own. True when it is known
+  // afterwards; false when its bucket is full, memory runs out, or it has no id.
+  bool RegisterThread(IBootManager* bootManager);
   // Forgets the calling thread; nothing happens when it is not known.
   void RemoveThread(IBootManager* bootManager);
 
   // Ends the entries, the buckets and the two platform managers, and leaves the table blank.
   void Delete(IBootManager* bootManager);
-  void Delete();  // through the flat block's boot manager
+  void Delete();  // through the boot manager of the process's boot
 
   bool IsUsable() const;
 
@@ -66,6 +67,7 @@ class CThreadContextManager {
 
 namespace boot_manager {
 // Drops the entry's reference on its jump manager, then frees the entry. Null is ignored.
+template <>
 void PlacementDelete(IBootManager* bootManager, CThreadContextManager::Bucket::Entry* entry);
 }  // namespace boot_manager
 

@@ -4,21 +4,32 @@
 // thread is registered.
 #pragma once
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 
 namespace plinth::v1::api {
 
-// Builds boot manager, thread table, platform and handlers in `slots` if it is empty, in this
-// order, and registers the calling thread. Threads that come while another builds wait. The result
-// is a new record of the block's three objects, which the caller frees with `FreeBootRecord`; null
-// when memory runs out or the thread finds no place in the table, and then what this call built is
-// gone again.
+// Fills `slots` if it is empty, and registers the calling thread. A process has one boot: where
+// another block is full, its three objects are adopted; otherwise boot manager, thread table,
+// platform and handlers are built, in this order. Threads that come while another builds wait. The
+// result is a new record of the three objects, which the caller frees with `FreeBootRecord`; null
+// when memory runs out or the thread finds no place in the table, and then `slots` is as it was.
 BootRecord* Boot(BootSlots& slots);
-void FreeBootRecord(const BootSlots& slots, BootRecord* record);
+void FreeBootRecord(BootRecord* record);
 
-// Makes the calling thread known in `slots` under the jump manager that it has in `from`, so that
-// frames and raises of both blocks meet on one stack. True at once when both share their table;
-// true as well when `slots` is empty.
-bool ShareThread(BootSlots& slots, const BootSlots& from);
+// The whole of a layer's Initialize and Cleanup in the `_Posix_So` form, over the layer's block and
+// the flat one; Initialize fills the foundation's too.
+bool InitializeLayer(BootSlots& layer, const BootRecord* record);
+void CleanupLayerThread(BootSlots& layer);
+void CleanupLayerProcess(BootSlots& layer);
+
+// What a call has to close and to forget when it goes: what it does not find open when it comes.
+// Nothing, in one that is zero.
+struct Visit {
+  bool closes[kBlocks];
+  bool forgetsThread;
+};
+Visit Enter();
+// Forgets the thread, then closes the blocks from the last to the first.
+void Leave(Visit& visit);
 
 }  // namespace plinth::v1::api

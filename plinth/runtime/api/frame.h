@@ -34,7 +34,7 @@
 //
 // Out of memory for the node or the collector: the body does not run, and the frame ends as if its
 // first statement had raised `CException_Memory_AllocationFailed`. An exception that the heap has
-// no room for stands in the thread's reserve, so a raise does not return.
+// no room for lies in the thread's reserve, so a raise does not return.
 #pragma once
 
 #include <new>
@@ -42,11 +42,13 @@
 #include "plinth/runtime/api/CGarbageCollector.h"
 #include "plinth/runtime/api/CJumpManager.h"
 #include "plinth/runtime/api/CThreadContextManager.h"
+#include "plinth/runtime/api/raise.h"
 
 namespace plinth::v1::api {
 
 struct Frame {
   CJumpManager* jumpManager;
+  IBootManager* memory;  // of the collector
   CGarbageCollector* collector;
   CException* exception;  // the one that the catch took over
   int result;             // of the body's _setjmp
@@ -58,16 +60,8 @@ struct Frame {
   bool rethrown;
 };
 
-// The calling thread's jump manager as the layer's block knows it; null when the thread is not
-// registered there. A block that was never filled answers through the foundation's.
-template <class Configuration>
-CJumpManager* JumpManager() {
-  const CThreadContextManager* contexts = Slots<Configuration>().threadContextManager;
-  if (contexts == nullptr) {
-    contexts = Slots<plinth::v1::api::Configuration>().threadContextManager;
-  }
-  return contexts == nullptr ? nullptr : contexts->GetJumpManager();
-}
+// The calling thread's jump manager in the process's boot; null when the thread is not registered.
+CJumpManager* JumpManager();
 
 // The thread's reserve, when `exception` is null.
 template <class Exception>
@@ -80,15 +74,15 @@ Exception* OrReserve(Exception* exception, CJumpManager* jumpManager) {
   return exception;
 }
 
-// Makes an exception and throws it.
-template <class Configuration, class Exception>
-[[noreturn, gnu::noinline, gnu::cold]] void Raise() {
-  IBootManager* bootManager = Slots<Configuration>().bootManager;
-  if (bootManager == nullptr) {
-    bootManager = Slots<plinth::v1::api::Configuration>().bootManager;
-  }
-  CJumpManager* jumpManager = JumpManager<Configuration>();
-  Throw(jumpManager, OrReserve(new (bootManager, false) Exception, jumpManager));
+// Makes an exception and throws it on the given stack.
+template <class Exception>
+[[noreturn, gnu::noinline, gnu::cold]] void RaiseOn(CJumpManager* jumpManager) {
+  Throw(jumpManager, OrReserve(new (Booted().bootManager, false) Exception, jumpManager));
+}
+
+template <class Exception>
+[[gnu::noinline, gnu::cold]] void Raise() {
+  RaiseOn<Exception>(JumpManager());
 }
 
 // Puts an object on the frame's list. Out of memory for that ends the object and raises.
@@ -96,7 +90,7 @@ template <class T>
 T* Defer(volatile Frame& frame, T* object) {
   if (!frame.collector->Add(object)) {
     End(object);
-    Raise<Configuration, CException_Memory_AllocationFailed>();
+    RaiseOn<CException_Memory_AllocationFailed>(frame.jumpManager);
   }
   return object;
 }
@@ -111,25 +105,23 @@ T* HandOver(volatile Frame& frame, T* object) {
 }
 
 // The steps of the protocol, in the order in which the macros take them.
+// A frame works from its layer's block, or, where that is closed, from the process's boot.
+void FrameStart(volatile Frame& frame, const BootSlots& layer);
 jmp_buf* FramePush(volatile Frame& frame);
-void FrameOpen(volatile Frame& frame, IBootManager* bootManager);
+void FrameOpen(volatile Frame& frame);
 bool FrameCatch(volatile Frame& frame);
 [[noreturn]] void FrameRethrow(volatile Frame& frame);
 void FrameLand(volatile Frame& frame);
-void FrameClose(volatile Frame& frame, IBootManager* bootManager);
+void FrameClose(volatile Frame& frame);
 
 }  // namespace plinth::v1::api
-
-#define PLINTH_RAISE(Exception) ::plinth::v1::api::Raise<Configuration, Exception>()
 
 #define PLINTH_FRAME(Layer)                                                    \
   {                                                                            \
     volatile ::plinth::v1::api::Frame frame = {};                              \
-    ::plinth::v1::api::IBootManager* const frameMemory =                       \
-        ::plinth::v1::api::Slots<Layer>().bootManager;                         \
-    frame.jumpManager = ::plinth::v1::api::JumpManager<Layer>();               \
+    ::plinth::v1::api::FrameStart(frame, ::plinth::v1::api::Slots<Layer>());   \
     if ((frame.result = _setjmp(*::plinth::v1::api::FramePush(frame))) == 0) { \
-      ::plinth::v1::api::FrameOpen(frame, frameMemory);
+      ::plinth::v1::api::FrameOpen(frame);
 
 #define PLINTH_CATCH                               \
   frame.popNeeded = true;                          \
@@ -142,8 +134,8 @@ void FrameClose(volatile Frame& frame, IBootManager* bootManager);
   frame.popNeeded = true; \
   }                       \
   if (::plinth::v1::api::FrameLand(frame); true) {
-#define PLINTH_END                                   \
-  frame.popNeeded = true;                            \
-  }                                                  \
-  ::plinth::v1::api::FrameClose(frame, frameMemory); \
+#define PLINTH_END                      \
+  frame.popNeeded = true;               \
+  }                                     \
+  ::plinth::v1::api::FrameClose(frame); \
   }

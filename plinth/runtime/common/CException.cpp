@@ -2,7 +2,7 @@
 
 #include <string.h>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api::_exports::common::exception {
@@ -15,7 +15,7 @@ void CException::Destroy() {
   if (reserved) {
     this->~CException();
   } else {
-    boot_manager::PlacementDelete(Slots<Configuration>().bootManager, this);
+    boot_manager::PlacementDelete(Booted().bootManager, this);
   }
 }
 

@@ -6,7 +6,7 @@ CGarbageCollector::TGarbageBase::~TGarbageBase() = default;
 
 void CGarbageCollector::TGarbageBase::Destroy(bool releaseObject) {
   owned = releaseObject;
-  boot_manager::PlacementDelete(Slots<Configuration>().bootManager, this);
+  boot_manager::PlacementDelete(Booted().bootManager, this);
 }
 
 void CGarbageCollector::TGarbageBase::Reset() {

@@ -2,17 +2,10 @@
 
 #include <string.h>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api {
-
-namespace {
-
-// Whichever layer's frame asks, nodes come from the foundation's boot manager.
-IBootManager* NodeMemory() { return Slots<Configuration>().bootManager; }
-
-}  // namespace
 
 CJumpManager::CJumpManager()
     : refCount(1),
@@ -25,7 +18,7 @@ CJumpManager::CJumpManager()
       reserve() {}
 
 jmp_buf* CJumpManager::PushEnvironment() {
-  JumpNode* node = new (NodeMemory(), false) JumpNode;
+  JumpNode* node = new (Booted().bootManager, false) JumpNode;
   if (node == nullptr) {
     memset(&environment, 0, sizeof environment);
     return current = &environment;
@@ -43,7 +36,7 @@ jmp_buf* CJumpManager::PopEnvironment() {
   } else {
     top = node->next;
     memcpy(&environment, &node->environment, sizeof environment);
-    operator delete(node, NodeMemory(), false);
+    operator delete(node, Booted().bootManager, false);
   }
   return current = &environment;
 }

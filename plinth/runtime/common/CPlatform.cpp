@@ -49,6 +49,7 @@ void CPlatform::Delete() {
 }
 
 namespace boot_manager {
+template <>
 void PlacementDelete(IBootManager* bootManager, CPlatform* platform) {
   if (platform != nullptr) {
     platform->Delete();

@@ -1,14 +1,17 @@
 #include "plinth/runtime/api/CThreadContextManager.h"
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/IBootManager.h"
+#include "plinth/runtime/api/Trace.h"
 #include "plinth/runtime/api/placement.h"
+#include "velora/reason.h"
 
 namespace plinth::v1::api {
 
 using Bucket = CThreadContextManager::Bucket;
 
 namespace boot_manager {
+template <>
 void PlacementDelete(IBootManager* bootManager, Bucket::Entry* entry) {
   if (entry != nullptr) {
     RemoveRef(entry->jumpManager, bootManager);
@@ -88,7 +91,7 @@ CJumpManager* CThreadContextManager::GetJumpManager() const {
   return jumpManager;
 }
 
-bool CThreadContextManager::RegisterThread(IBootManager* bootManager, CJumpManager* shared) {
+bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
   if (!IsUsable()) {
     return false;
   }
@@ -96,12 +99,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager, CJumpManag
   bool known = FindEntry() != nullptr;
   const int threadId = threadManager->GetThreadHandle();
   if (!known && threadId != 0) {
-    CJumpManager* jumpManager = shared;
-    if (jumpManager != nullptr) {
-      ++jumpManager->refCount;
-    } else {
-      jumpManager = new (bootManager, false) CJumpManager;
-    }
+    CJumpManager* jumpManager = new (bootManager, false) CJumpManager;
     Bucket* bucket = BucketOf(threadId);
     if (jumpManager != nullptr && bucket->valid && bucket->capacity > 0 &&
         bucket->count != bucket->capacity) {
@@ -117,6 +115,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager, CJumpManag
       }
     }
     if (!known) {
+      CurrentTrace().cause = bucket->count == bucket->capacity ? VELORA_REASON_THREAD : 0;
       RemoveRef(jumpManager, bootManager);
     }
   }
@@ -143,7 +142,7 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   semaphoreManager->Semaphore_Release(semaphore);
 }
 
-void CThreadContextManager::Delete() { Delete(ResidentBootManager()); }
+void CThreadContextManager::Delete() { Delete(Booted().bootManager); }
 
 void CThreadContextManager::Delete(IBootManager* bootManager) {
   const bool guarded = semaphore != nullptr && semaphoreManager != nullptr;

@@ -11,7 +11,24 @@ namespace {
   longjmp(jumpManager->environment, exception->code);
 }
 
+CJumpManager* KnownIn(const BootSlots& slots) {
+  return slots.threadContextManager == nullptr ? nullptr
+                                               : slots.threadContextManager->GetJumpManager();
+}
+
 }  // namespace
+
+CJumpManager* JumpManager() { return KnownIn(Booted()); }
+
+template void Raise<CException_General>();
+template void Raise<CException_Parameter_Invalid>();
+template void Raise<CException_This_Invalid>();
+
+void FrameStart(volatile Frame& frame, const BootSlots& layer) {
+  const BootSlots& slots = IsFull(layer) ? layer : Booted();
+  frame.memory = slots.bootManager;
+  frame.jumpManager = KnownIn(slots);
+}
 
 jmp_buf* FramePush(volatile Frame& frame) {
   CJumpManager* jumpManager = frame.jumpManager;
@@ -21,12 +38,12 @@ jmp_buf* FramePush(volatile Frame& frame) {
   return environment;
 }
 
-void FrameOpen(volatile Frame& frame, IBootManager* bootManager) {
+void FrameOpen(volatile Frame& frame) {
   CJumpManager* jumpManager = frame.jumpManager;
   if (!frame.pushed) {
     ThrowInPlace(jumpManager, OrReserve<CException_Memory_AllocationFailed>(nullptr, jumpManager));
   }
-  CGarbageCollector* collector = new (bootManager, false) CGarbageCollector;
+  CGarbageCollector* collector = new (frame.memory, false) CGarbageCollector;
   if (collector == nullptr) {
     Throw(jumpManager, OrReserve<CException_Memory_AllocationFailed>(nullptr, jumpManager));
   }
@@ -75,13 +92,13 @@ void FrameLand(volatile Frame& frame) {
   }
 }
 
-void FrameClose(volatile Frame& frame, IBootManager* bootManager) {
+void FrameClose(volatile Frame& frame) {
   FrameLand(frame);
   CGarbageCollector* collector = frame.collector;
   if (collector != nullptr && --collector->refCount < 1) {
     collector->closing = true;
     collector->Close();
-    operator delete(collector, bootManager, false);
+    operator delete(collector, frame.memory, false);
   }
   frame.collector = nullptr;
   if (frame.catching && !frame.registered && !frame.rethrown) {

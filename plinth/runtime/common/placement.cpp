@@ -12,8 +12,6 @@ using plinth::v1::api::IBootManager;
 
 namespace {
 
-// The platform's forms and the handlers raise through the flat block, whichever layer calls.
-using Configuration = plinth::v1::api::FlatConfiguration;
 using namespace plinth::v1::api::_exports::common::exception;
 
 // What an int does not hold is as bad a size as a negative one: both allocators refuse that.

@@ -2,7 +2,8 @@
 
 #include <stdint.h>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
+#include "plinth/runtime/api/door.h"
 #include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api {
@@ -22,7 +23,7 @@ bool CSemaphoreManager_Posix::Init() {
 }
 
 void CSemaphoreManager_Posix::Destroy() {
-  boot_manager::PlacementDelete(ResidentBootManager(), this);
+  boot_manager::PlacementDelete(Booted().bootManager, this);
 }
 
 void* CSemaphoreManager_Posix::Semaphore_Create(int) const {
@@ -40,6 +41,14 @@ bool CSemaphoreManager_Posix::IsValid() const { return valid; }
 void CSemaphoreManager_Posix::Reset() { valid = false; }
 
 void CSemaphoreManager_Posix::Delete() { Reset(); }
+
+CSemaphoreManager_Table::CSemaphoreManager_Table() = default;
+
+CSemaphoreManager_Table::~CSemaphoreManager_Table() = default;
+
+void CSemaphoreManager_Table::Semaphore_Wait(void*) const { LockTable(); }
+
+void CSemaphoreManager_Table::Semaphore_Release(void*) const { UnlockTable(); }
 
 }  // namespace _exports::posix
 }  // namespace plinth::v1::api

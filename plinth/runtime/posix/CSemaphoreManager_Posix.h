@@ -1,5 +1,4 @@
-// The null object behind the semaphores: this platform has none, and the thread table is not
-// guarded here. The calls stand where they belong, so that a real manager can take its place.
+// The semaphores of this platform: a null object, and the manager of the thread table.
 // Room: plinth/runtime. In the boot manager's memory; `Destroy` ends it.
 #pragma once
 
@@ -7,6 +6,7 @@
 
 namespace plinth::v1::api::_exports::posix {
 
+// Guards nothing.
 class CSemaphoreManager_Posix : public ISemaphoreManager {
  public:
   CSemaphoreManager_Posix();
@@ -24,6 +24,15 @@ class CSemaphoreManager_Posix : public ISemaphoreManager {
 
  private:
   bool valid;
+};
+
+// The manager of the thread table: its semaphores are the one lock of that table.
+class CSemaphoreManager_Table : public CSemaphoreManager_Posix {
+ public:
+  CSemaphoreManager_Table();
+  ~CSemaphoreManager_Table() override;
+  void Semaphore_Wait(void* semaphore) const override;
+  void Semaphore_Release(void* semaphore) const override;
 };
 
 }  // namespace plinth::v1::api::_exports::posix

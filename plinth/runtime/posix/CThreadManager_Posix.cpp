@@ -3,7 +3,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/placement.h"
 
 namespace plinth::v1::api {
@@ -22,7 +22,7 @@ bool CThreadManager_Posix::Init() {
   return true;
 }
 
-void CThreadManager_Posix::Destroy() { boot_manager::PlacementDelete(ResidentBootManager(), this); }
+void CThreadManager_Posix::Destroy() { boot_manager::PlacementDelete(Booted().bootManager, this); }
 
 int CThreadManager_Posix::GetThreadHandle() const { return static_cast<int>(syscall(SYS_gettid)); }
 

@@ -2,6 +2,7 @@
 
 #include "plinth/runtime/api/CPlatform.h"
 #include "plinth/runtime/api/CThreadContextManager.h"
+#include "plinth/runtime/api/frame.h"
 #include "plinth/runtime/common/handler/CHandler_Memory.h"
 #include "plinth/runtime/posix/CBootManager_Posix.h"
 #include "plinth/runtime/posix/CSemaphoreManager_Posix.h"
@@ -19,7 +20,7 @@ using namespace _exports::posix;
 using namespace _exports::posix::handler;
 
 CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
-  ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Posix;
+  ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Table;
   IThreadManager* threads = new (bootManager, false) CThreadManager_Posix;
   CThreadContextManager* contexts = semaphores == nullptr || threads == nullptr
                                         ? nullptr
@@ -66,7 +67,7 @@ CPlatform* MakePlatform(IBootManager* bootManager) {
   return platform;
 }
 
-// The three objects of a full block stand together; a block that could not be filled is empty.
+// A full block has all three objects; a block that could not be filled is empty.
 bool Build(BootSlots& slots) {
   slots.bootClaimed = true;
   slots.contextClaimed = true;  // from the start: a late comer finds no gap between the two
@@ -86,31 +87,36 @@ bool Build(BootSlots& slots) {
 }
 
 // Waits while another thread is building.
-void AwaitBuilder(const BootSlots& slots) {
-  const volatile BootSlots& seen = slots;
+void AwaitBuilder() {
   CBootManager_Posix clock;
-  while ((seen.bootClaimed && !seen.bootReady) || (seen.contextClaimed && !seen.contextReady)) {
-    clock.Sleep(5);
+  for (const volatile BootSlots& seen : blocks) {
+    while ((seen.bootClaimed && !seen.bootReady) || (seen.contextClaimed && !seen.contextReady)) {
+      clock.Sleep(5);
+    }
   }
+}
+
+BootRecord RecordOf(const BootSlots& slots) {
+  return {slots.bootManager, slots.threadContextManager, slots.platform};
 }
 
 // The flat table entry keeps its record for good; a leak checker knows it by this function.
 [[gnu::noinline]] BootRecord* MakeBootRecord(const BootSlots& slots) {
-  return new (slots.bootManager, false)
-      BootRecord{slots.bootManager, slots.threadContextManager, slots.platform};
+  return new (slots.bootManager, false) BootRecord(RecordOf(slots));
 }
 
 }  // namespace
 
 BootRecord* Boot(BootSlots& slots) {
-  AwaitBuilder(slots);
-  const bool found = slots.bootReady && slots.contextReady;
-  if (!found && !Build(slots)) {
+  AwaitBuilder();
+  const bool found = IsFull(slots);
+  const BootRecord booted = RecordOf(Booted());
+  if (!found && !Initialize(slots, &booted) && !Build(slots)) {
     return nullptr;
   }
   BootRecord* record = MakeBootRecord(slots);
   if (record == nullptr || !slots.threadContextManager->RegisterThread(slots.bootManager)) {
-    FreeBootRecord(slots, record);
+    FreeBootRecord(record);
     if (!found) {
       CleanupProcess(slots);
     }
@@ -119,27 +125,42 @@ BootRecord* Boot(BootSlots& slots) {
   return record;
 }
 
-void FreeBootRecord(const BootSlots& slots, BootRecord* record) {
-  operator delete(record, slots.bootManager, false);
+void FreeBootRecord(BootRecord* record) { operator delete(record, Booted().bootManager, false); }
+
+bool InitializeLayer(BootSlots& layer, const BootRecord* record) {
+  return Initialize(Slots<FlatConfiguration>(), record) &&
+         Initialize(Slots<Configuration>(), record) && Initialize(layer, record);
 }
 
-bool ShareThread(BootSlots& slots, const BootSlots& from) {
-  if (slots.threadContextManager == nullptr ||
-      slots.threadContextManager == from.threadContextManager) {
-    return true;
+void CleanupLayerThread(BootSlots& layer) {
+  CleanupThread(layer);
+  CleanupThread(Slots<FlatConfiguration>());
+}
+
+void CleanupLayerProcess(BootSlots& layer) {
+  CleanupProcess(layer);
+  CleanupProcess(Slots<FlatConfiguration>());
+}
+
+Visit Enter() {
+  Visit visit;
+  for (int i = 0; i < kBlocks; ++i) {
+    visit.closes[i] = !IsFull(blocks[i]);
   }
-  CJumpManager* own = from.threadContextManager->GetJumpManager();
-  CThreadContextManager::Bucket::Entry* known = slots.threadContextManager->FindEntry();
-  if (known == nullptr) {
-    return slots.threadContextManager->RegisterThread(slots.bootManager, own);
+  visit.forgetsThread = JumpManager() == nullptr;
+  return visit;
+}
+
+void Leave(Visit& visit) {
+  if (visit.forgetsThread && IsFull(Booted())) {
+    Booted().threadContextManager->RemoveThread(Booted().bootManager);
   }
-  if (known->jumpManager != own) {
-    // An entry that an earlier call left behind: its stack is empty, and this call's takes over.
-    RemoveRef(known->jumpManager, slots.bootManager);
-    known->jumpManager = own;
-    ++own->refCount;
+  for (int i = kBlocks - 1; i >= 0; --i) {
+    if (visit.closes[i]) {
+      CleanupProcess(blocks[i]);
+    }
   }
-  return true;
+  visit = {};
 }
 
 }  // namespace plinth::v1::api

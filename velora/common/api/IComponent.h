@@ -10,7 +10,7 @@
 namespace velora::common::api {
 
 enum EComponentState {
-  kComponentState_Reference = 1,  // tags and properties: stands for another in a recipe
+  kComponentState_Reference = 1,  // tags and properties: a placeholder for another in a recipe
   kComponentState_Stored = 2,     // all five, as read from a pack
   kComponentState_Resolved = 3    // none of the five; holds data that was built
 };
@@ -18,6 +18,7 @@ enum EComponentState {
 template <class Configuration>
 class IComponent : public virtual IRecipe<Configuration>::IOperand {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IComponent);
   using IOperand = typename IRecipe<Configuration>::IOperand;
   using IOperator = typename IRecipe<Configuration>::IOperator;
   using IOperand::Init;
@@ -49,6 +50,7 @@ class IComponent : public virtual IRecipe<Configuration>::IOperand {
 template <class Configuration, class T>
 class IBuilt : public virtual IComponent<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IBuilt);
   using Data = T;
   using Copied = IBuilt;
   using IComponent<Configuration>::Init;
@@ -63,6 +65,7 @@ class IBuilt : public virtual IComponent<Configuration> {
 template <class Configuration, class T>
 class IShared : public virtual IComponent<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IShared);
   using Data = T;
   using Copied = IShared;
   using IComponent<Configuration>::Init;

@@ -11,6 +11,7 @@ namespace velora::common::api {
 template <class Configuration, class T>
 class IList : public virtual ISerializeable<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IList);
   using ISerializeable<Configuration>::Init;
   virtual void Init(IArray<T>* array) = 0;  // shares the array
   virtual void Init(IList* other) = 0;      // copies it

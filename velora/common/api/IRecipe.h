@@ -1,6 +1,7 @@
 // How a component is made from others: build operators and operands in postfix order.
-// Room: velora/common. Resolving consumes a copy of the list from its end. An operand is a
-// reference component, which stands for one that is found at run time.
+// Room: velora/common. `Resolve` takes operands off the end of the list that it is given; a build
+// gives it a copy, or the stored list itself where the operator takes none. An operand is a
+// reference component, a placeholder for one that is found at run time.
 #pragma once
 
 #include "plinth/core/api/ILinkedList.h"
@@ -13,10 +14,12 @@ using plinth::v1::api::ILinkedList;
 template <class Configuration>
 class IRecipe : public virtual ISerializeable<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IRecipe);
   using IVeltune = typename Vocabulary<Configuration>::IVeltune;
 
   class IOperator : public virtual ISerializeable<Configuration> {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
     virtual void Init(IOperator* other) = 0;
     // Takes its operands off the list's end and makes its data. Returns the list.
@@ -28,24 +31,17 @@ class IRecipe : public virtual ISerializeable<Configuration> {
 
   class IOperand : public virtual IOperator {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IOperand);
     using IOperator::Init;
     virtual void Init(IOperand* other) = 0;
   };
 
-  // An operator that leaves data behind when it has been resolved.
-  template <class T>
-  class IProducer : public virtual IOperator {
-   public:
-    using Data = T;
-    using IOperator::Init;
-    // The data, with a reference for the caller; the operator lets go of what it made.
-    virtual T* TakeData() = 0;
-  };
-
   // A build operator: it holds its data between its resolving and the hand-over.
   template <class T>
-  class IBuild : public virtual IProducer<T> {
+  class IBuild : public virtual IOperator {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IBuild);
+    using Data = T;
     using Copied = IBuild;
     using IOperator::Init;
     virtual void Init(IBuild* other) = 0;  // the copy: without the data

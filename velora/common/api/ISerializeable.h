@@ -17,6 +17,7 @@ using plinth::v1::api::ISerializerHelper;
 template <class Configuration>
 class ISerializeable : public virtual plinth::v1::api::ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ISerializeable);
   // A caller's record to watch the work. Each function gets `context`; a null one is not called.
   // What a function returns goes back to whoever made the call, and stops nothing.
   struct Callbacks {

@@ -1,6 +1,6 @@
 // A pack: the serializer of its own payload, behind a header.
 // Room: velora/common. What is read is copied out of the caller's bytes; a pack that was read is
-// stripped of its image and cannot be written again. Failures are raised; the classes stand at
+// stripped of its image and cannot be written again. Failures are raised; the classes are named at
 // each operation of CVelcase.
 #pragma once
 
@@ -17,6 +17,7 @@ using plinth::v1::api::ISerializerHelper;
 template <class Configuration>
 class IVelcase : public virtual ISerializer {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVelcase);
   using Pack = typename Vocabulary<Configuration>::IVelcase;
   using ETargetEndianness = ISerializer::ETargetEndianness;
 

@@ -10,15 +10,22 @@
 namespace velora::common::api {
 
 template <class Configuration>
-class ITag : public virtual ISerializeable<Configuration> {};
+class ITag : public virtual ISerializeable<Configuration> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(ITag);
+};
 
 template <class Configuration>
-class IProperty : public virtual ISerializeable<Configuration> {};
+class IProperty : public virtual ISerializeable<Configuration> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(IProperty);
+};
 
 // What a list of tags or of properties says about a key.
 template <class Configuration, class T>
 class IMatchable : public virtual IList<Configuration, T> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IMatchable);
   // How many pairs of this list and the other are equal.
   virtual int GetCount_Matching(IMatchable* other) const = 0;
   virtual bool AreCompatibleWith(IMatchable* other) const = 0;
@@ -36,6 +43,7 @@ using IProperties = IMatchable<Configuration, IProperty<Configuration>>;
 template <class Base, class E>
 class IValue : public virtual Base {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IValue);
   using Enumeration = E;
   using Copied = Base;
   using Base::Init;
@@ -50,6 +58,7 @@ class IValue : public virtual Base {
 #define VELORA_VALUE_INTERFACE(Name, Base, Values)                             \
   class I##Name : public virtual ::velora::common::api::IValue<Base, Values> { \
    public:                                                                     \
+    PLINTH_INLINE_CONSTRUCTION(I##Name);                                       \
     using E##Name = typename I##Name::Enumeration;                             \
     typename E##Name::Enum Get##Name() const { return this->GetValue(); }      \
   };
@@ -78,6 +87,7 @@ VELORA_VALUE_INTERFACE(Variant, IProperty<Configuration>, EVariant<Configuration
 template <class Configuration>
 class IPropertiesHelper : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
   virtual typename EChannel<Configuration>::Enum GetChannel(
       IProperties<Configuration>* properties) const = 0;
   virtual typename EComponentVersion<Configuration>::Enum GetComponentVersion(

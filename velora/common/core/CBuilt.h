@@ -13,8 +13,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "velora/common/api/IVeltune.h"
 #include "velora/common/core/CComponent.h"
+#include "velora/common/core/CVeltune.h"
 
 namespace velora::common::core {
 
@@ -28,8 +28,8 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   using Data = typename Interface::Data;
   static constexpr int kSerializeableType = Interface::kType;
 
-  CBuilt();
-  ~CBuilt() override;
+  [[gnu::always_inline]] CBuilt() : Component(Interface::kType), printModeMapping(nullptr) {}
+  PLINTH_INLINE_DESTRUCTION(CBuilt);
   using Component::Init;
   // The copy: shares the parts, the data and the remembered print mode.
   void Init(api::IComponent<Configuration>* other) override;
@@ -62,10 +62,22 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   static constexpr bool HasLeaf(...) {
     return false;
   }
+  // Whether one build can stand for another: not where a decoder may print a line in each.
+  template <class Kind>
+  static constexpr auto IsBuiltAnew(int) -> decltype(Kind::kBuiltAnew) {
+    return Kind::kBuiltAnew;
+  }
+  template <class Kind>
+  static constexpr bool IsBuiltAnew(...) {
+    return false;
+  }
   auto FindLeaf() const;
   template <class Leaf>
   Data* RebuildFromLeaf(Leaf* leaf, IVeltune* veltune);
   Data* Rebuild(IVeltune* veltune);
+  Data* TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune);
+  // The canonical object of the veltune's print mode.
+  static const void* MappingOf(IVeltune* veltune);
   static bool Accepts(int operatorType);
 
   const void* printModeMapping;  // a canonical object of the mappings, not owned
@@ -83,6 +95,7 @@ constexpr bool kHasLocator<
 template <class Configuration, class Class, class Interface>
 class CBuiltOf : public CBuilt<Configuration, Class, Interface> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(CBuiltOf);
   static Interface* Locate(typename Vocabulary<Configuration>::IVeltune* veltune,
                            Interface* reference) {
     using IVeltune = typename Vocabulary<Configuration>::IVeltune;
@@ -98,6 +111,7 @@ class CBuiltOf : public CBuilt<Configuration, Class, Interface> {
 template <class Configuration, class Class, class Interface>
 class CSharedOf : public CBuiltOf<Configuration, Class, Interface> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(CSharedOf);
   void SetData(typename Interface::Data* newData) override;
 };
 

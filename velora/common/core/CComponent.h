@@ -7,6 +7,7 @@
 #include "velora/common/api/IComponent.h"
 #include "velora/common/core/CList.h"
 #include "velora/common/core/CRecipe.h"
+#include "velora/common/core/Comparison.h"
 
 namespace velora::common::core {
 
@@ -21,8 +22,8 @@ class CComponent : public CRecipe<Configuration>::COperand,
   using Tags = api::ITags<Configuration>;
   using Properties = api::IProperties<Configuration>;
 
-  explicit CComponent(int type);
-  ~CComponent() override;
+  [[gnu::always_inline]] explicit CComponent(int type) : Operand(type), componentState(0) {}
+  PLINTH_INLINE_DESTRUCTION(CComponent);
   using Interface::Init;
   void Init() override;
   void Init(api::ISerializeable<Configuration>* other) override;
@@ -49,6 +50,12 @@ class CComponent : public CRecipe<Configuration>::COperand,
   void Reset() override;
   void Delete() override;
 
+  // The comparisons, with what is known of the parts of components; or null.
+  bool IsEqualKnowing(plinth::v1::api::ISerializeable* other,
+                      Comparison<Configuration>* known) const;
+  bool IsLessKnowing(plinth::v1::api::ISerializeable* other,
+                     Comparison<Configuration>* known) const;
+
  protected:
   // `valid`, and the parts that the state asks for.
   void CheckMembers() const;
@@ -63,8 +70,6 @@ class CComponent : public CRecipe<Configuration>::COperand,
  private:
   template <class Part>
   static Part* Present(const Counted<Part>& part);
-  template <class Part>
-  static bool AreEqual(const Counted<Part>& a, const Counted<Part>& b);
   template <class Class, class Part>
   static void ReadPart(Counted<Part>& part, int type, api::ISerializer* serializer, void* context);
 };

@@ -5,14 +5,9 @@
 #include "velora/common/core/CConditions.inl"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CRecipe.inl"
+#include "velora/common/core/Comparison.inl"
 
 namespace velora::common::core {
-
-template <class Configuration>
-CComponent<Configuration>::CComponent(int type) : Operand(type), componentState(0) {}
-
-template <class Configuration>
-CComponent<Configuration>::~CComponent() = default;
 
 template <class Configuration>
 void CComponent<Configuration>::Init() {
@@ -36,13 +31,14 @@ void CComponent<Configuration>::Init(typename Interface::IOperand* other) {
 
 template <class Configuration>
 void CComponent<Configuration>::Init(Tags* newTags, Properties* newProperties) {
+  this->BeginInit();
   if (newTags == nullptr || newProperties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   componentState = api::kComponentState_Reference;
   tags.Share(newTags);
   properties.Share(newProperties);
+  this->valid = true;
 }
 
 template <class Configuration>
@@ -50,17 +46,18 @@ void CComponent<Configuration>::Init(api::IProperty<Configuration>* newVersion,
                                      api::IConditions<Configuration>* newConditions, Tags* newTags,
                                      Properties* newProperties,
                                      api::IRecipe<Configuration>* newRecipe) {
+  this->BeginInit();
   if (newVersion == nullptr || newConditions == nullptr || newTags == nullptr ||
       newProperties == nullptr || newRecipe == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   componentState = api::kComponentState_Stored;
   version.Share(newVersion);
   conditions.Share(newConditions);
   tags.Share(newTags);
   properties.Share(newProperties);
   recipe.Share(newRecipe);
+  this->valid = true;
 }
 
 template <class Configuration>
@@ -72,6 +69,7 @@ auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune
 
 template <class Configuration>
 void CComponent<Configuration>::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -99,26 +97,23 @@ void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
 
 template <class Configuration>
 void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
-  using Words = Vocabulary<Configuration>;
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  const int state = serializer->Deserialize_uint28();
-  if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  ReadPart<CTags<Configuration>>(tags, Words::kTags, serializer, context);
-  ReadPart<CProperties<Configuration>>(properties, Words::kProperties, serializer, context);
-  if (state == api::kComponentState_Stored) {
-    ReadPart<properties::CComponentVersion<Configuration>>(version, Words::kComponentVersion,
-                                                           serializer, context);
-    ReadPart<CConditions<Configuration>>(conditions, Words::kConditions, serializer, context);
-    // The recipe's operators find the component's properties in the context.
-    ReadPart<CRecipe<Configuration>>(recipe, Words::kRecipe, serializer, properties.Get());
-  }
-  componentState = state;
-  this->valid = true;
+  using Ids = TypeIds<Configuration>;
+  this->InitFrom(serializer, [&] {
+    const int state = serializer->Deserialize_uint28();
+    if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    ReadPart<CTags<Configuration>>(tags, Ids::kTags, serializer, context);
+    ReadPart<CProperties<Configuration>>(properties, Ids::kProperties, serializer, context);
+    if (state == api::kComponentState_Stored) {
+      ReadPart<properties::CComponentVersion<Configuration>>(version, Ids::kComponentVersion,
+                                                             serializer, context);
+      ReadPart<CConditions<Configuration>>(conditions, Ids::kConditions, serializer, context);
+      // The recipe's operators find the component's properties in the context.
+      ReadPart<CRecipe<Configuration>>(recipe, Ids::kRecipe, serializer, properties.Get());
+    }
+    componentState = state;
+  });
 }
 
 template <class Configuration>
@@ -191,16 +186,21 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
   serializer->Serialization_End(this->serializeableType);
 }
 
-// Components of one image share their parts.
-template <class Configuration>
-template <class Part>
-bool CComponent<Configuration>::AreEqual(const Counted<Part>& a, const Counted<Part>& b) {
-  return a.Get() == b.Get() || a->IsEqualTo(b.Get());
-}
-
-// The order of fields differs from that of IsLessThan.
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  return IsEqualKnowing(other, nullptr);
+}
+
+template <class Configuration>
+bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  return IsLessKnowing(other, nullptr);
+}
+
+// The order of fields differs from that of IsLessKnowing.
+template <class Configuration>
+bool CComponent<Configuration>::IsEqualKnowing(plinth::v1::api::ISerializeable* other,
+                                               Comparison<Configuration>* known) const {
+  using Parts = Comparison<Configuration>;
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
     return false;
@@ -208,16 +208,20 @@ bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other
   if (componentState == api::kComponentState_Resolved) {
     return true;  // no parts to compare
   }
-  if (!AreEqual(tags, right->tags) || !AreEqual(properties, right->properties)) {
+  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known) ||
+      !Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
     return false;
   }
   return componentState == api::kComponentState_Reference ||
-         (AreEqual(version, right->version) && AreEqual(conditions, right->conditions) &&
-          AreEqual(recipe, right->recipe));
+         (Parts::AreEqual(version.Get(), right->version.Get(), known) &&
+          Parts::AreEqual(conditions.Get(), right->conditions.Get(), known) &&
+          Parts::AreEqual(recipe.Get(), right->recipe.Get(), known));
 }
 
 template <class Configuration>
-bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+bool CComponent<Configuration>::IsLessKnowing(plinth::v1::api::ISerializeable* other,
+                                              Comparison<Configuration>* known) const {
+  using Parts = Comparison<Configuration>;
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
     return componentState < right->componentState;
@@ -227,21 +231,21 @@ bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* othe
   }
   // The first part that differs decides.
   if (componentState == api::kComponentState_Stored) {
-    if (!AreEqual(version, right->version)) {
-      return version->IsLessThan(right->version.Get());
+    if (!Parts::AreEqual(version.Get(), right->version.Get(), known)) {
+      return Parts::IsLess(version.Get(), right->version.Get(), known);
     }
-    if (!AreEqual(conditions, right->conditions)) {
-      return conditions->IsLessThan(right->conditions.Get());
+    if (!Parts::AreEqual(conditions.Get(), right->conditions.Get(), known)) {
+      return Parts::IsLess(conditions.Get(), right->conditions.Get(), known);
     }
   }
-  if (!AreEqual(tags, right->tags)) {
-    return tags->IsLessThan(right->tags.Get());
+  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known)) {
+    return Parts::IsLess(tags.Get(), right->tags.Get(), known);
   }
-  if (!AreEqual(properties, right->properties)) {
-    return properties->IsLessThan(right->properties.Get());
+  if (!Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
+    return Parts::IsLess(properties.Get(), right->properties.Get(), known);
   }
   return componentState == api::kComponentState_Stored && recipe.Get() != right->recipe.Get() &&
-         recipe->IsLessThan(right->recipe.Get());
+         Parts::IsLess(recipe.Get(), right->recipe.Get(), known);
 }
 
 template <class Configuration>

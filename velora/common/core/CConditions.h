@@ -1,5 +1,5 @@
 // Conditions: the expression, its operators and the operands that both pipelines have.
-// Room: velora/common. Raises as IConditions tells; a null or wrong parameter to an operator
+// Room: velora/common. Errors: see IConditions; a null or wrong parameter to an operator
 // `CException_Parameter_Invalid`, to a leaf in place of the one it was resolved with
 // `CException_This_Invalid`.
 #pragma once
@@ -12,8 +12,8 @@ namespace velora::common::core {
 
 template <class Configuration>
 class CConditions : public CExpression<Configuration, api::IConditions<Configuration>,
-                                       Vocabulary<Configuration>::kConditions,
-                                       Vocabulary<Configuration>::kArray_ConditionsOperator> {
+                                       TypeIds<Configuration>::kConditions,
+                                       TypeIds<Configuration>::kArray_Conditions_Operator> {
  public:
   using Interface = api::IConditions<Configuration>;
   using IOperator = typename Interface::IOperator;
@@ -24,8 +24,9 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
   // The base of everything on the list.
   class COperator : public CElement<Configuration>, public virtual IOperator {
    public:
-    explicit COperator(int type);
-    ~COperator() override;
+    [[gnu::always_inline]] explicit COperator(int type)
+        : CElement<Configuration>(type), resolvedWith(nullptr), result(false) {}
+    PLINTH_INLINE_DESTRUCTION(COperator);
     using CElement<Configuration>::Init;
     void Init(IOperator* other) override;
     void Init(int type, api::ISerializer* serializer, void* context) override;
@@ -37,23 +38,37 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
     void Reset() override;
 
-    // Resolves the element at `rest`, which moves back past all that it takes. The list stays as it
-    // is, so an evaluation needs no copy of it. Null, where elements are missing, raises
-    // `CException_This_Invalid`.
-    static IOperator* ResolveLast(Element** rest, IPrintModeParameters* parameters);
+    // Resolves `top` with all that it takes before `rest`, which moves back past that. `count`
+    // elements at most. The list stays as it is, so an evaluation needs no copy of it. An element
+    // that is missing raises `CException_This_Invalid`.
+    static void ResolveBefore(IOperator* top, Element* volatile* rest, int count,
+                              IPrintModeParameters* parameters);
 
    protected:
-    // `Resolve` with what is taken before `rest`. A leaf takes nothing.
-    virtual void ResolveBefore(Element** rest, IPrintModeParameters* parameters);
+    // How many elements it takes, at most two, and what it makes of their answers: of the one that
+    // was last on the list, then of the other.
+    virtual int CountTaken() const;
+    virtual bool Combine(bool x, bool y) const;
 
     IPrintModeParameters* resolvedWith;  // not owned, only compared
     bool result;
+
+   private:
+    // An operator that waits for elements that it takes.
+    struct Waiting {
+      COperator* taker;
+      IOperator* element;  // the first of them, where it is resolved
+    };
+    // With room for all that can wait.
+    static void ResolveBefore(IOperator* top, Element* volatile* rest, Waiting* waiting,
+                              IPrintModeParameters* parameters);
   };
 
   // A leaf.
   class COperand : public COperator {
    public:
-    using COperator::COperator;
+    [[gnu::always_inline]] explicit COperand(int type) : COperator(type) {}
+    PLINTH_INLINE_DESTRUCTION(COperand);
     using COperator::Init;
     bool IsOperator() const override;
 
@@ -61,10 +76,11 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     void CheckResolvedWith(IPrintModeParameters* parameters) const;
   };
 
-  // An operator that takes elements off the list.
+  // An operator that takes elements off the list, and has taken them where it fails.
   class CTaking : public COperator {
    public:
-    using COperator::COperator;
+    [[gnu::always_inline]] explicit CTaking(int type) : COperator(type) {}
+    PLINTH_INLINE_DESTRUCTION(CTaking);
     using COperator::Init;
     Operators* Resolve(Operators* operators, IPrintModeParameters* parameters) override;
   };
@@ -77,24 +93,24 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     CBinary() : CTaking(kType) {}
 
    protected:
-    void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
+    int CountTaken() const override { return 2; }
+    bool Combine(bool x, bool y) const override { return kCombine(x, y); }
   };
   static bool And(bool x, bool y) { return x && y; }
   static bool Or(bool x, bool y) { return x || y; }
-  using COperator_And = CBinary<Vocabulary<Configuration>::kConditionsOperator_And, &And>;
-  using COperator_Or = CBinary<Vocabulary<Configuration>::kConditionsOperator_Or, &Or>;
+  using COperator_And = CBinary<TypeIds<Configuration>::kConditions_Operator_And, &And>;
+  using COperator_Or = CBinary<TypeIds<Configuration>::kConditions_Operator_Or, &Or>;
 
   class COperator_Not : public CTaking {
    public:
-    static constexpr int kSerializeableType = Vocabulary<Configuration>::kConditionsOperator_Not;
+    static constexpr int kSerializeableType = TypeIds<Configuration>::kConditions_Operator_Not;
     COperator_Not() : CTaking(kSerializeableType) {}
 
    protected:
-    void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
+    int CountTaken() const override { return 1; }
+    bool Combine(bool x, bool) const override { return !x; }
   };
 
-  CConditions();
-  ~CConditions() override;
   bool Evaluate(IPrintModeParameters* parameters) const override;
 };
 
@@ -105,7 +121,7 @@ template <class Configuration>
 class CDefaultCondition : public CConditions<Configuration>::COperand {
  public:
   using Base = typename CConditions<Configuration>::COperand;
-  static constexpr int kSerializeableType = Vocabulary<Configuration>::kDefaultCondition;
+  static constexpr int kSerializeableType = TypeIds<Configuration>::kDefaultCondition;
   CDefaultCondition() : Base(kSerializeableType) {}
   bool Evaluate(
       typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const override;
@@ -159,31 +175,31 @@ struct VelcaseVersionTest : Test {
 
 template <class C>
 using CPlatform =
-    COperandOf<C, api::conditions::IPlatform<C>, Vocabulary<C>::kCondition_Platform, PlatformTest>;
+    COperandOf<C, api::conditions::IPlatform<C>, TypeIds<C>::kCondition_Platform, PlatformTest>;
 template <class C>
 using CSupplyFamily = COperandOf<C, api::conditions::ISupplyFamily<C>,
-                                 Vocabulary<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
+                                 TypeIds<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
 template <class C>
 using CProductVariant = COperandOf<C, api::conditions::IProductVariant<C>,
-                                   Vocabulary<C>::kCondition_ProductVariant, ProductVariantTest>;
+                                   TypeIds<C>::kCondition_ProductVariant, ProductVariantTest>;
 template <class C, int kType, int kChannel>
 using CVelcaseVersion =
     COperandOf<C, api::conditions::IVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
 template <class C>
 using CVelcaseVersion_Cyan =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;
 template <class C>
 using CVelcaseVersion_Magenta =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Magenta, api::kChannel_Magenta>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Magenta, api::kChannel_Magenta>;
 template <class C>
 using CVelcaseVersion_Yellow =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Yellow, api::kChannel_Yellow>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Yellow, api::kChannel_Yellow>;
 template <class C>
 using CVelcaseVersion_Black =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Black, api::kChannel_Black>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Black, api::kChannel_Black>;
 template <class C>
 using CVelcaseVersion_Printer =
-    CVelcaseVersion<C, Vocabulary<C>::kVelcaseVersion_Printer, api::kChannel_Printer>;
+    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Printer, api::kChannel_Printer>;
 
 }  // namespace system
 }  // namespace conditions

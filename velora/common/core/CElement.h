@@ -20,8 +20,9 @@ class CSerializeable : public plinth::v1::core::CSerializeable,
   using Interface = api::ISerializeable<Configuration>;
   using Callbacks = typename Interface::Callbacks;
 
-  explicit CSerializeable(int type);
-  ~CSerializeable() override;
+  [[gnu::always_inline]] explicit CSerializeable(int type)
+      : plinth::v1::core::CSerializeable(type), callbacks(nullptr) {}
+  PLINTH_INLINE_DESTRUCTION(CSerializeable);
   using plinth::v1::core::CSerializeable::Init;
   void Init(Interface* other) override;
   void SetCallbacks(Callbacks* newCallbacks) override;
@@ -42,16 +43,18 @@ class CSerializeable : public plinth::v1::core::CSerializeable,
 template <class Configuration>
 class CElement : public CSerializeable<Configuration> {
  public:
-  using CSerializeable<Configuration>::CSerializeable;
+  [[gnu::always_inline]] explicit CElement(int type) : CSerializeable<Configuration>(type) {}
+  PLINTH_INLINE_DESTRUCTION(CElement);
   // A null serializer or a blank object raises; nothing is written.
   void Serialize(api::ISerializer* serializer, void* context) override;
 };
 
-// The base of a tag or of a property: nothing to compare, nothing to write.
+// The base of a tag or of a property: comparing raises; `Serialize` only checks.
 template <class Configuration, class Interface>
 class CNamed : public CElement<Configuration>, public virtual Interface {
  public:
-  using CElement<Configuration>::CElement;
+  [[gnu::always_inline]] explicit CNamed(int type) : CElement<Configuration>(type) {}
+  PLINTH_INLINE_DESTRUCTION(CNamed);
   using CElement<Configuration>::Init;
   bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
   bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;

@@ -6,20 +6,13 @@
 namespace velora::common::core {
 
 template <class Configuration>
-CSerializeable<Configuration>::CSerializeable(int type)
-    : plinth::v1::core::CSerializeable(type), callbacks(nullptr) {}
-
-template <class Configuration>
-CSerializeable<Configuration>::~CSerializeable() = default;
-
-template <class Configuration>
 void CSerializeable<Configuration>::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  Callbacks* taken = other->GetCallbacks();
-  plinth::v1::core::CObject::Init();
-  callbacks = taken;
+  callbacks = other->GetCallbacks();
+  this->valid = true;
 }
 
 template <class Configuration>

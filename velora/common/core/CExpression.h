@@ -16,8 +16,8 @@ class CExpression : public CSerializeable<Configuration>, public virtual I {
   using Operators = plinth::v1::api::ILinkedList<IOperator>;
   static constexpr int kSerializeableType = kType;
 
-  CExpression();
-  ~CExpression() override;
+  [[gnu::always_inline]] CExpression() : CSerializeable<Configuration>(kSerializeableType) {}
+  PLINTH_INLINE_DESTRUCTION(CExpression);
   using Interface::Init;
   void Init() override;
   void Init(api::ISerializeable<Configuration>* other) override;

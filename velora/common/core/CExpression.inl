@@ -11,11 +11,6 @@
 
 namespace velora::common::core {
 
-VELORA_EXPRESSION VELORA_EXPRESSION_OF::CExpression()
-    : CSerializeable<Configuration>(kSerializeableType) {}
-
-VELORA_EXPRESSION VELORA_EXPRESSION_OF::~CExpression() = default;
-
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(api::ISerializeable<Configuration>* other) {
@@ -23,14 +18,16 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(api::ISerializeable<Configurat
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Operators* newOperators) {
+  this->BeginInit();
   if (newOperators == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   operators.Share(newOperators);
+  this->valid = true;
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -41,13 +38,18 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(int, api::ISerializer* serializer,
                                                   void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-  operators->Init(kListType, serializer, context);
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    auto* twin = serializer->GetSerializeable_Twin();
+    if (twin != nullptr && twin->GetSerializeableType() == kSerializeableType) {
+      // One list for both: however many share an array, it is made into a list once.
+      serializer->Deserialize_Serializeable(context)->Destroy();
+      operators.Share(static_cast<CExpression*>(twin->GetThis_Concrete())->operators.Get());
+    } else {
+      operators.Take(
+          Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+      operators->Init(kListType, serializer, context);
+    }
+  });
 }
 
 VELORA_EXPRESSION auto VELORA_EXPRESSION_OF::GetLinkedList_Operators() -> Operators* {
@@ -69,13 +71,15 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Serialize(api::ISerializer* seriali
 VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsEqualTo(
     plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
-  return operators->IsEqualTo(right->GetLinkedList_Operators());
+  Operators* others = right->GetLinkedList_Operators();
+  return operators.Get() == others || operators->IsEqualTo(others);
 }
 
 VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsLessThan(
     plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
-  return operators->IsLessThan(right->GetLinkedList_Operators());
+  Operators* others = right->GetLinkedList_Operators();
+  return operators.Get() != others && operators->IsLessThan(others);
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::CheckThis() const {

@@ -1,5 +1,5 @@
 // The common factory, and the common helper that makes an image's objects by type id.
-// Room: velora/common. Both are blank of fields. Raise as IFactory and ISerializerHelper tell.
+// Room: velora/common. Both are blank of fields. Errors: see IFactory and ISerializerHelper.
 #pragma once
 
 #include "plinth/core/CFactory.h"
@@ -12,28 +12,57 @@
 #include "velora/common/core/CVeltune.h"
 #include "velora/common/core/values.h"
 
-// A pipeline's helper and factory, in its `core`: its classes CVeltune, CVelcase, CPropertiesHelper
-// and CSerializerHelper in the common slots, and the rows of its own table.
-#define VELORA_PIPELINE_FACTORY(OBJECTS)                                            \
-  class CSerializerHelper : public common::core::CSerializerHelper<Configuration> { \
-   public:                                                                          \
-    CSerializerHelper();                                                            \
-    ~CSerializerHelper() override;                                                  \
-    plinth::v1::api::ISerializeable* CreateSerializeable(int type) override;        \
-  };                                                                                \
-  namespace _factory {                                                              \
-  class CFactory : public common::core::_factory::CFactory<Configuration>,          \
-                   public virtual api::_factory::IFactory {                         \
-   public:                                                                          \
-    CFactory();                                                                     \
-    ~CFactory() override;                                                           \
-    api::IVeltune* CreateVeltune() override;                                        \
-    api::IVelcase* CreateVelcase() override;                                        \
-    api::IPropertiesHelper* CreatePropertiesHelper() override;                      \
-    api::ISerializerHelper* CreateSerializerHelper() override;                      \
-    OBJECTS(VELORA_SLOT_OVERRIDE)                                                   \
-  };                                                                                \
-  }
+// The common classes that a factory makes, in the order of its slots, over the layer's tag `C`:
+// STORED(name, interface, class), or OTHER for what no image holds.
+#define VELORA_COMMON_OBJECTS(STORED, OTHER)                                                       \
+  OTHER(Veltune, api::IVeltune<C>, CVeltune<C>)                                                    \
+  OTHER(Velcase, api::IVelcase<C>, CVelcase<C>)                                                    \
+  STORED(Conditions, api::IConditions<C>, CConditions<C>)                                          \
+  STORED(Properties, api::IProperties<C>, CProperties<C>)                                          \
+  OTHER(PropertiesHelper, api::IPropertiesHelper<C>, CPropertiesHelper<C>)                         \
+  STORED(Recipe, api::IRecipe<C>, CRecipe<C>)                                                      \
+  OTHER(SerializerHelper, api::ISerializerHelper, CSerializerHelper<C>)                            \
+  STORED(Tags, api::ITags<C>, CTags<C>)                                                            \
+  STORED(VelcaseVersion_Black, api::conditions::IVelcaseVersion<C>,                                \
+         conditions::system::CVelcaseVersion_Black<C>)                                             \
+  STORED(VelcaseVersion_Printer, api::conditions::IVelcaseVersion<C>,                              \
+         conditions::system::CVelcaseVersion_Printer<C>)                                           \
+  STORED(Condition_Platform, api::conditions::IPlatform<C>, conditions::system::CPlatform<C>)      \
+  STORED(Condition_ProductVariant, api::conditions::IProductVariant<C>,                            \
+         conditions::system::CProductVariant<C>)                                                   \
+  STORED(Condition_SupplyFamily, api::conditions::ISupplyFamily<C>,                                \
+         conditions::system::CSupplyFamily<C>)                                                     \
+  STORED(DefaultCondition, typename api::IConditions<C>::IOperator,                                \
+         conditions::CDefaultCondition<C>)                                                         \
+  STORED(VelcaseVersion_Cyan, api::conditions::IVelcaseVersion<C>,                                 \
+         conditions::system::CVelcaseVersion_Cyan<C>)                                              \
+  STORED(VelcaseVersion_Magenta, api::conditions::IVelcaseVersion<C>,                              \
+         conditions::system::CVelcaseVersion_Magenta<C>)                                           \
+  STORED(VelcaseVersion_Yellow, api::conditions::IVelcaseVersion<C>,                               \
+         conditions::system::CVelcaseVersion_Yellow<C>)                                            \
+  STORED(Conditions_Operator_And, typename api::IConditions<C>::IOperator,                         \
+         typename CConditions<C>::COperator_And)                                                   \
+  STORED(Conditions_Operator_Or, typename api::IConditions<C>::IOperator,                          \
+         typename CConditions<C>::COperator_Or)                                                    \
+  STORED(Conditions_Operator_Not, typename api::IConditions<C>::IOperator,                         \
+         typename CConditions<C>::COperator_Not)                                                   \
+  STORED(Channel, api::properties::IChannel<C>, properties::CChannel<C>)                           \
+  STORED(ComponentVersion, api::properties::IComponentVersion<C>,                                  \
+         properties::CComponentVersion<C>)                                                         \
+  STORED(Variant, api::properties::IVariant<C>, properties::CVariant<C>)                           \
+  STORED(Tag_Platform, api::tags::IPlatform<C>, tags::CPlatform<C>)                                \
+  STORED(Tag_ProductVariant, api::tags::IProductVariant<C>, tags::CProductVariant<C>)              \
+  STORED(Tag_SupplyFamily, api::tags::ISupplyFamily<C>, tags::CSupplyFamily<C>)                    \
+  OTHER(Array_Velcase, api::IArray<typename Vocabulary<C>::IVelcase>, CArray_Velcase<C>)           \
+  STORED(Array_Property, api::IArray<api::IProperty<C>>, CArray_Property<C>)                       \
+  STORED(Array_Tag, api::IArray<api::ITag<C>>, CArray_Tag<C>)                                      \
+  OTHER(LinkedList_Conditions_Operator, api::ILinkedList<typename api::IConditions<C>::IOperator>, \
+        CLinkedList_Conditions_Operator<C>)                                                        \
+  OTHER(LinkedList_Recipe_Operator, api::ILinkedList<typename api::IRecipe<C>::IOperator>,         \
+        CLinkedList_Recipe_Operator<C>)
+
+// A row as an operation of the class that makes it.
+#define VELORA_CREATE_OVERRIDE(Name, Interface, Class) Interface* Create##Name() override;
 
 namespace velora::common::core {
 
@@ -59,8 +88,7 @@ template <class C>
 class CSerializerHelper : public plinth::v1::core::CObject, public virtual api::ISerializerHelper {
  public:
   using Configuration = C;
-  CSerializerHelper();
-  ~CSerializerHelper() override;
+  PLINTH_INLINE_CONSTRUCTION(CSerializerHelper);
   plinth::v1::api::ISerializeable* CreateSerializeable(int type) override;
 };
 
@@ -71,9 +99,8 @@ class CFactory : public plinth::v1::core::_factory::CFactory<C>,
                  public virtual api::_factory::IFactory<C> {
  public:
   using Configuration = C;
-  CFactory();
-  ~CFactory() override;
-  VELORA_COMMON_OBJECTS(VELORA_SLOT_OVERRIDE)
+  PLINTH_INLINE_CONSTRUCTION(CFactory);
+  VELORA_COMMON_OBJECTS(VELORA_CREATE_OVERRIDE, VELORA_CREATE_OVERRIDE)
 };
 
 }  // namespace _factory

@@ -8,40 +8,12 @@
 #include "velora/common/core/CVelcaseOf.inl"
 #include "velora/common/core/CVeltune.inl"
 
-// A row of a table of objects in a helper that makes them by type id.
-#define VELORA_ROW(Name, Interface, Class, Id)                   \
-  if (Id != 0 && type == Id) {                                   \
-    return ::velora::common::core::AsSerializeable(              \
-        ::velora::common::core::Create<Configuration, Class>()); \
-  }
-
-// The bodies of VELORA_PIPELINE_FACTORY.
-#define VELORA_PIPELINE_FACTORY_BODIES(OBJECTS)                                       \
-  CSerializerHelper::CSerializerHelper() = default;                                   \
-  CSerializerHelper::~CSerializerHelper() = default;                                  \
-  plinth::v1::api::ISerializeable* CSerializerHelper::CreateSerializeable(int type) { \
-    if (type < 1 || type > 127) {                                                     \
-      PLINTH_RAISE(CException_Parameter_Invalid);                                     \
-    }                                                                                 \
-    CheckThis();                                                                      \
-    OBJECTS(VELORA_ROW)                                                               \
-    return common::core::CSerializerHelper<Configuration>::CreateSerializeable(type); \
-  }                                                                                   \
-  namespace _factory {                                                                \
-  CFactory::CFactory() = default;                                                     \
-  CFactory::~CFactory() = default;                                                    \
-  api::IVeltune* CFactory::CreateVeltune() { return this->Create<core::CVeltune>(); } \
-  api::IVelcase* CFactory::CreateVelcase() { return this->Create<core::CVelcase>(); } \
-  api::IPropertiesHelper* CFactory::CreatePropertiesHelper() {                        \
-    return this->Create<core::CPropertiesHelper>();                                   \
-  }                                                                                   \
-  api::ISerializerHelper* CFactory::CreateSerializerHelper() {                        \
-    return this->Create<core::CSerializerHelper>();                                   \
-  }                                                                                   \
-  OBJECTS(VELORA_PIPELINE_CREATE)                                                     \
-  }
-#define VELORA_PIPELINE_CREATE(Name, Interface, Class, Id) \
-  Interface* CFactory::Create##Name() { return this->Create<Class>(); }
+// A row of a table of objects in the helper that makes them by type id: two rows with one id do not
+// compile.
+#define VELORA_CREATE_CASE(Name, Interface, Class)        \
+  case ::velora::common::TypeIds<Configuration>::k##Name: \
+    return ::velora::common::core::Create<Configuration, Class>();
+#define VELORA_NO_CASE(Name, Interface, Class)
 
 // The flat functions of a pipeline's layer.
 #define VELORA_FLAT_FAMILY(Prefix, Pipeline)                             \
@@ -56,53 +28,37 @@
 
 namespace velora::common::core {
 
-// What a row of a table of objects makes, for those that an image can hold; null for the others.
-template <class Class>
-plinth::v1::api::ISerializeable* AsSerializeable(Class* object) {
-  if constexpr (std::is_base_of_v<plinth::v1::api::ISerializeable, Class>) {
-    return object;
-  } else {
-    return nullptr;
-  }
-}
-
-template <class C>
-CSerializerHelper<C>::CSerializerHelper() = default;
-
-template <class C>
-CSerializerHelper<C>::~CSerializerHelper() = default;
-
 template <class C>
 plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int type) {
   if (type < 1 || type > 127) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
-  if (type == plinth::v1::core::CSerializer<C>::kRecordType) {
-    PLINTH_RAISE(CException_NotImplemented);
+  switch (type) {
+    case plinth::v1::core::CSerializer<C>::kRecordType:
+      PLINTH_RAISE(CException_NotImplemented);
+    case plinth::v1::core::CArray_uint8<C>::kType:
+      return Create<C, plinth::v1::core::CArray_uint8<C>>();
+    case plinth::v1::core::CArray_int32<C>::kType:
+      return Create<C, plinth::v1::core::CArray_int32<C>>();
+    case TypeIds<C>::kArray_Conditions_Operator:
+      return Create<C, CArray_Conditions_Operator<C>>();
+    case TypeIds<C>::kArray_Recipe_Operator:
+      return Create<C, CArray_Recipe_Operator<C>>();
+      VELORA_COMMON_OBJECTS(VELORA_CREATE_CASE, VELORA_NO_CASE)
+    default:
+      PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  VELORA_COMMON_OBJECTS(VELORA_ROW)
-  VELORA_ROW(, , plinth::v1::core::CArray_uint8<C>, 1)
-  VELORA_ROW(, , plinth::v1::core::CArray_int32<C>, 2)
-  VELORA_ROW(, , CArray_Conditions_Operator<C>, Vocabulary<C>::kArray_ConditionsOperator)
-  VELORA_ROW(, , CArray_Recipe_Operator<C>, Vocabulary<C>::kArray_RecipeOperator)
-  PLINTH_RAISE(CException_Parameter_Invalid);
 }
 
 namespace _factory {
 
-template <class C>
-CFactory<C>::CFactory() = default;
-
-template <class C>
-CFactory<C>::~CFactory() = default;
-
-#define VELORA_CREATE(Name, Interface, Class, Id) \
-  template <class C>                              \
-  auto CFactory<C>::Create##Name()->Interface* {  \
-    return this->template Create<Class>();        \
+#define VELORA_CREATE(Name, Interface, Class)    \
+  template <class C>                             \
+  auto CFactory<C>::Create##Name()->Interface* { \
+    return this->template Create<Class>();       \
   }
-VELORA_COMMON_OBJECTS(VELORA_CREATE)
+VELORA_COMMON_OBJECTS(VELORA_CREATE, VELORA_CREATE)
 #undef VELORA_CREATE
 
 }  // namespace _factory

@@ -1,5 +1,5 @@
 // Lists of tags, of properties and of components: an array with a type id of its own around it.
-// Room: velora/common. Holds one reference on the array. Raises as IList tells.
+// Room: velora/common. Holds one reference on the array. Errors: see IList.
 #pragma once
 
 #include "plinth/core/CArray.h"
@@ -14,8 +14,8 @@ class CList : public CElement<Configuration>, public virtual Interface {
   using List = api::IList<Configuration, T>;
   static constexpr int kSerializeableType = kType;
 
-  CList();
-  ~CList() override;
+  [[gnu::always_inline]] CList() : CElement<Configuration>(kType) {}
+  PLINTH_INLINE_DESTRUCTION(CList);
   using Interface::Init;
   void Init() override;
   void Init(Array* newArray) override;
@@ -30,6 +30,8 @@ class CList : public CElement<Configuration>, public virtual Interface {
   void CheckThis() const override;
   void Reset() override;
   void Delete() override;
+  // Of a live list.
+  int Count() const { return array->GetCount(); }
 
  protected:
   Counted<Array> array;
@@ -41,7 +43,14 @@ class CMatchable
     : public CList<Configuration, T, api::IMatchable<Configuration, T>, kType, kArrayType> {
  public:
   using Matchable = api::IMatchable<Configuration, T>;
+  using Base = CList<Configuration, T, Matchable, kType, kArrayType>;
   using Matchable::Init;
+  using typename Base::Array;
+  using typename Base::List;
+  void Append(List* other) override;
+  Array* GetArray() const override;
+  void Sort(bool deduplicate) override;
+  void Reset() override;
   int GetCount_Matching(Matchable* other) const override;
   bool AreCompatibleWith(Matchable* other) const override;
 
@@ -51,13 +60,16 @@ class CMatchable
   void ForEachPair(Matchable* other, Visitor visit) const;
   // The element; null raises `CException_This_Invalid`.
   static T* Present(T* element);
+
+  // Strictly ascending since the last deduplicating sort. Whoever asks for the array may change it.
+  mutable bool sorted = false;
 };
 
 // A list may hold several tags of a type, as alternatives: of each type that both lists have, one
 // must match, and at least one must match in all.
 struct TagsPolicy {
-  bool matched[SharedVocabulary::kTagTypes] = {};
-  bool unmatched[SharedVocabulary::kTagTypes] = {};
+  bool matched[SharedTypeIds::kTagTypes] = {};
+  bool unmatched[SharedTypeIds::kTagTypes] = {};
   bool Judge(int type, bool equal);  // false ends the walk
   bool Verdict() const;
 };
@@ -70,29 +82,38 @@ struct PropertiesPolicy {
 };
 
 template <class C>
-using CTags =
-    CMatchable<C, api::ITag<C>, Vocabulary<C>::kTags, Vocabulary<C>::kArray_Tag, TagsPolicy>;
+using CTags = CMatchable<C, api::ITag<C>, TypeIds<C>::kTags, TypeIds<C>::kArray_Tag, TagsPolicy>;
 template <class C>
-using CProperties = CMatchable<C, api::IProperty<C>, Vocabulary<C>::kProperties,
-                               Vocabulary<C>::kArray_Property, PropertiesPolicy>;
+using CProperties = CMatchable<C, api::IProperty<C>, TypeIds<C>::kProperties,
+                               TypeIds<C>::kArray_Property, PropertiesPolicy>;
 
 // The list of one kind of component, whose interface names its type ids.
 template <class C, class Kind>
-using CComponentList = CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
+class CComponentList
+    : public CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType> {
+ public:
+  using Base = CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
+  using Base::Init;
+  // Each pair of parts is compared once, however many components share them.
+  void Sort(bool deduplicate) override;
+};
 
 template <class Configuration>
 class CPropertiesHelper : public plinth::v1::core::CObject,
                           public virtual api::IPropertiesHelper<Configuration> {
  public:
   using Properties = api::IProperties<Configuration>;
-  CPropertiesHelper();
-  ~CPropertiesHelper() override;
+  PLINTH_INLINE_CONSTRUCTION(CPropertiesHelper);
   typename api::EChannel<Configuration>::Enum GetChannel(Properties* properties) const override;
   typename api::EComponentVersion<Configuration>::Enum GetComponentVersion(
       Properties* properties) const override;
   typename api::EVariant<Configuration>::Enum GetVariant(Properties* properties) const override;
   api::IProperty<Configuration>* GetProperty(Properties* properties, int type,
                                              bool required) const override;
+
+ protected:
+  // The checks of every question, in their order.
+  void CheckAsked(const Properties* properties) const;
 };
 
 // The first property of the type id. Without one null, or for a required one a raise of

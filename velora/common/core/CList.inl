@@ -13,44 +13,30 @@
 
 namespace velora::common::core {
 
-VELORA_LIST VELORA_LIST_OF::CList() : CElement<Configuration>(kType) {}
-
-VELORA_LIST VELORA_LIST_OF::~CList() = default;
-
 VELORA_LIST void VELORA_LIST_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
+  this->BeginInit();
   if (newArray == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   array.Share(newArray);
+  this->valid = true;
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
-  PLINTH_FRAME(Configuration) {
-    if (other == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
     array.Take(Create<Configuration, plinth::v1::core::CArray<Configuration, T>>());
     array->Init(other->GetArray());
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_LIST void VELORA_LIST_OF::Init(int, api::ISerializer* serializer, void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
-      serializer->Deserialize_Serializeable(kArrayType, context)));
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
+        serializer->Deserialize_Serializeable(kArrayType, context)));
+  });
 }
 
 VELORA_LIST void VELORA_LIST_OF::Append(List* other) {
@@ -83,12 +69,14 @@ VELORA_LIST void VELORA_LIST_OF::Serialize(api::ISerializer* serializer, void* c
 
 VELORA_LIST bool VELORA_LIST_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
-  return array->IsEqualTo(right->GetArray());
+  right->CheckThis();
+  return array.Get() == right->array.Get() || array->IsEqualTo(right->array.Get());
 }
 
 VELORA_LIST bool VELORA_LIST_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
-  return array->IsLessThan(right->GetArray());
+  right->CheckThis();
+  return array.Get() != right->array.Get() && array->IsLessThan(right->array.Get());
 }
 
 VELORA_LIST void VELORA_LIST_OF::CheckThis() const {
@@ -111,8 +99,8 @@ VELORA_LIST void VELORA_LIST_OF::Delete() {
 #undef VELORA_LIST_OF
 
 inline bool TagsPolicy::Judge(int type, bool equal) {
-  const int index = type - SharedVocabulary::kFirstTag;
-  if (index >= 0 && index < SharedVocabulary::kTagTypes) {
+  const int index = type - SharedTypeIds::kFirstTag;
+  if (index >= 0 && index < SharedTypeIds::kTagTypes) {
     (equal ? matched : unmatched)[index] = true;
   }
   return true;
@@ -120,7 +108,7 @@ inline bool TagsPolicy::Judge(int type, bool equal) {
 
 inline bool TagsPolicy::Verdict() const {
   bool any = false;
-  for (int i = 0; i < SharedVocabulary::kTagTypes; ++i) {
+  for (int i = 0; i < SharedTypeIds::kTagTypes; ++i) {
     if (unmatched[i] && !matched[i]) {
       return false;
     }
@@ -132,6 +120,33 @@ inline bool TagsPolicy::Verdict() const {
 inline bool PropertiesPolicy::Judge(int, bool equal) { return agreed = equal; }
 
 inline bool PropertiesPolicy::Verdict() const { return agreed; }
+
+// Components share their lists, and each of them sorts its own.
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::Sort(bool deduplicate) {
+  if (!sorted) {
+    Base::Sort(deduplicate);
+    sorted = deduplicate;
+  }
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::Append(List* other) {
+  sorted = false;
+  Base::Append(other);
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+auto CMatchable<Configuration, T, kType, kArrayType, Policy>::GetArray() const -> Array* {
+  sorted = false;
+  return Base::GetArray();
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::Reset() {
+  Base::Reset();
+  sorted = false;
+}
 
 template <class Configuration, class T, int kType, int kArrayType, class Policy>
 template <class Visitor>
@@ -195,29 +210,23 @@ bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
 }
 
 template <class Configuration>
-CPropertiesHelper<Configuration>::CPropertiesHelper() = default;
-
-template <class Configuration>
-CPropertiesHelper<Configuration>::~CPropertiesHelper() = default;
-
-template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetChannel(Properties* properties) const ->
     typename api::EChannel<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CChannel<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetComponentVersion(Properties* properties) const ->
     typename api::EComponentVersion<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CComponentVersion<Configuration>>(properties)->GetValue();
 }
 
 template <class Configuration>
 auto CPropertiesHelper<Configuration>::GetVariant(Properties* properties) const ->
     typename api::EVariant<Configuration>::Enum {
-  this->CheckThis();
+  CheckAsked(properties);
   return RequireProperty<properties::CVariant<Configuration>>(properties)->GetValue();
 }
 
@@ -225,8 +234,16 @@ template <class Configuration>
 api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Properties* properties,
                                                                              int type,
                                                                              bool required) const {
-  this->CheckThis();
+  CheckAsked(properties);
   return FindProperty<Configuration>(properties, type, required);
+}
+
+template <class Configuration>
+void CPropertiesHelper<Configuration>::CheckAsked(const Properties* properties) const {
+  if (properties == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
 }
 
 template <class Configuration>

@@ -21,8 +21,8 @@ class CPrintModeParameters : public plinth::v1::core::CObject,
   using Parameters = typename Interface::Parameters;
   using Pack = typename Interface::Pack;
 
-  CPrintModeParameters();
-  ~CPrintModeParameters() override;
+  [[gnu::always_inline]] CPrintModeParameters() : platform(0), productVariant(0) {}
+  PLINTH_INLINE_DESTRUCTION(CPrintModeParameters);
   using Interface::Init;
   void Init() override;
   void Init(int newPlatform, int newProductVariant, api::IArray<Pack>* newVelcases) override;
@@ -53,8 +53,9 @@ class CPrintModeParametersOf : public CPrintModeParameters<Configuration>,
   using Parameters = typename Base::Parameters;
   using Pack = typename Base::Pack;
 
-  CPrintModeParametersOf();
-  ~CPrintModeParametersOf() override;
+  [[gnu::always_inline]] CPrintModeParametersOf()
+      : m_pPrintModeMappings(nullptr), m_pPrintModeMapping(nullptr) {}
+  PLINTH_INLINE_DESTRUCTION(CPrintModeParametersOf);
   using PipelineInterface::Init;
   void Init(Parameters* other) override;
   void Update(Keys... keys) override;

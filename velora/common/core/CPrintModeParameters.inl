@@ -6,12 +6,6 @@
 namespace velora::common::core {
 
 template <class Configuration>
-CPrintModeParameters<Configuration>::CPrintModeParameters() : platform(0), productVariant(0) {}
-
-template <class Configuration>
-CPrintModeParameters<Configuration>::~CPrintModeParameters() = default;
-
-template <class Configuration>
 void CPrintModeParameters<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
@@ -19,17 +13,19 @@ void CPrintModeParameters<Configuration>::Init() {
 template <class Configuration>
 void CPrintModeParameters<Configuration>::Init(int newPlatform, int newProductVariant,
                                                api::IArray<Pack>* newVelcases) {
+  this->BeginInit();
   if (newVelcases == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   platform = newPlatform;
   productVariant = newProductVariant;
   velcases.Share(newVelcases);
+  valid = true;
 }
 
 template <class Configuration>
 void CPrintModeParameters<Configuration>::Init(Parameters* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -111,15 +107,10 @@ void CPrintModeParameters<Configuration>::Delete() {
 #define VELORA_MODE_OF \
   CPrintModeParametersOf<Configuration, PipelineInterface, Mappings, Mapping, Keys...>
 
-VELORA_MODE VELORA_MODE_OF::CPrintModeParametersOf()
-    : m_pPrintModeMappings(nullptr), m_pPrintModeMapping(nullptr) {}
-
-VELORA_MODE VELORA_MODE_OF::~CPrintModeParametersOf() = default;
-
 VELORA_MODE void VELORA_MODE_OF::InitMode(int platform, int productVariant,
                                           api::IArray<Pack>* velcases, Mappings* mappings,
                                           Keys... keys) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     api::EPlatform<Configuration>::Check(
         static_cast<typename api::EPlatform<Configuration>::Enum>(platform));
     api::EProductVariant<Configuration>::Check(
@@ -130,12 +121,7 @@ VELORA_MODE void VELORA_MODE_OF::InitMode(int platform, int productVariant,
     Base::Init(platform, productVariant, velcases);
     m_pPrintModeMappings = mappings;
     m_pPrintModeMapping = mappings->GetPrintModeMapping(keys...);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_MODE void VELORA_MODE_OF::Init(Parameters* other) {

@@ -1,5 +1,5 @@
-// Recipes: the list of operators and operands, and the bases of what stands on it.
-// Room: velora/common. Holds one reference on its list. Raises as IRecipe tells.
+// Recipes: the list of operators and operands, and the bases of what builds on it.
+// Room: velora/common. Holds one reference on its list. Errors: see IRecipe.
 #pragma once
 
 #include "velora/common/api/IRecipe.h"
@@ -9,8 +9,8 @@ namespace velora::common::core {
 
 template <class Configuration>
 class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
-                                   Vocabulary<Configuration>::kRecipe,
-                                   Vocabulary<Configuration>::kArray_RecipeOperator> {
+                                   TypeIds<Configuration>::kRecipe,
+                                   TypeIds<Configuration>::kArray_Recipe_Operator> {
  public:
   using Interface = api::IRecipe<Configuration>;
   using IOperator = typename Interface::IOperator;
@@ -22,8 +22,8 @@ class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
   // nothing: a concrete operator opens its own entry around it.
   class COperator : public CElement<Configuration>, public virtual IOperator {
    public:
-    explicit COperator(int type);
-    ~COperator() override;
+    [[gnu::always_inline]] explicit COperator(int type) : CElement<Configuration>(type) {}
+    PLINTH_INLINE_DESTRUCTION(COperator);
     using CElement<Configuration>::Init;
     void Init(IOperator* other) override;
     void Init(int type, api::ISerializer* serializer, void* context) override;
@@ -32,19 +32,21 @@ class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
     bool IsOperator() const override;
     bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
     bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+
+    // The data that resolving has made, with a reference for the caller; the operator lets go of
+    // it. Its interface is the `Data` of the components that accept the operator's type id. Null
+    // for an operator that makes none.
+    virtual void* TakeData();
   };
 
   class COperand : public COperator, public virtual IOperand {
    public:
-    explicit COperand(int type);
-    ~COperand() override;
+    [[gnu::always_inline]] explicit COperand(int type) : COperator(type) {}
+    PLINTH_INLINE_DESTRUCTION(COperand);
     using COperator::Init;
     void Init(IOperand* other) override;
     bool IsOperator() const override;
   };
-
-  CRecipe();
-  ~CRecipe() override;
 };
 
 }  // namespace velora::common::core

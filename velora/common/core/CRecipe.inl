@@ -10,22 +10,13 @@ namespace velora::common::core {
 // ---- COperator
 
 template <class Configuration>
-CRecipe<Configuration>::COperator::COperator(int type) : CElement<Configuration>(type) {}
-
-template <class Configuration>
-CRecipe<Configuration>::COperator::~COperator() = default;
-
-template <class Configuration>
 void CRecipe<Configuration>::COperator::Init(IOperator* other) {
   CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
 template <class Configuration>
 void CRecipe<Configuration>::COperator::Init(int, api::ISerializer* serializer, void*) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  plinth::v1::core::CObject::Init();
+  this->InitFrom(serializer, [] {});
 }
 
 template <class Configuration>
@@ -49,13 +40,12 @@ bool CRecipe<Configuration>::COperator::IsLessThan(plinth::v1::api::ISerializeab
   return CompareTypes<Configuration>(this, other) == kLowerType;
 }
 
+template <class Configuration>
+void* CRecipe<Configuration>::COperator::TakeData() {
+  return nullptr;
+}
+
 // ---- COperand
-
-template <class Configuration>
-CRecipe<Configuration>::COperand::COperand(int type) : COperator(type) {}
-
-template <class Configuration>
-CRecipe<Configuration>::COperand::~COperand() = default;
 
 template <class Configuration>
 void CRecipe<Configuration>::COperand::Init(IOperand* other) {
@@ -66,13 +56,5 @@ template <class Configuration>
 bool CRecipe<Configuration>::COperand::IsOperator() const {
   return false;
 }
-
-// ---- CRecipe
-
-template <class Configuration>
-CRecipe<Configuration>::CRecipe() = default;
-
-template <class Configuration>
-CRecipe<Configuration>::~CRecipe() = default;
 
 }  // namespace velora::common::core

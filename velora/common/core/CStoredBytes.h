@@ -18,8 +18,8 @@ class CStoredArray : public Element, public virtual Interface {
   using Base = Element;
   static constexpr int kSerializeableType = kType;
 
-  CStoredArray();
-  ~CStoredArray() override;
+  [[gnu::always_inline]] CStoredArray() : Element(kType) {}
+  PLINTH_INLINE_DESTRUCTION(CStoredArray);
   using Interface::Init;
   void Init() override;
   void Init(api::ISerializeable<Configuration>* other) override;
@@ -51,8 +51,7 @@ class CStoredBytes : public CStoredArray<Configuration, typename CRecipe<Configu
   using Properties = api::IProperties<Configuration>;
   using IVeltune = typename Vocabulary<Configuration>::IVeltune;
 
-  CStoredBytes();
-  ~CStoredBytes() override;
+  PLINTH_INLINE_CONSTRUCTION(CStoredBytes);
   using Base::Init;
   void Init(api::ISerializeable<Configuration>* other) override;
   void Init(typename Interface::IOperator* other) override;
@@ -76,12 +75,11 @@ class CProducer : public Base {
   using Properties = api::IProperties<Configuration>;
   using IVeltune = typename Vocabulary<Configuration>::IVeltune;
 
-  CProducer();
-  ~CProducer() override;
+  PLINTH_INLINE_CONSTRUCTION(CProducer);
   using Base::Init;
   Data* GetData() const override;
   void DestroyData() override;
-  Data* TakeData() override;
+  void* TakeData() override;
   void Reset() override;
   void Delete() override;
 
@@ -98,8 +96,8 @@ class CBare : public CRecipe<Configuration>::COperator, public virtual Interface
  public:
   using Base = typename CRecipe<Configuration>::COperator;
   static constexpr int kSerializeableType = kType;
-  CBare();
-  ~CBare() override;
+  [[gnu::always_inline]] CBare() : Base(kType) {}
+  PLINTH_INLINE_DESTRUCTION(CBare);
   using Base::Init;
   void Init(typename Interface::Copied* other) override;
   void Serialize(api::ISerializer* serializer, void* context) override;

@@ -9,10 +9,6 @@ namespace velora::common::core {
 #define VELORA_ARRAY template <class Configuration, class Element, class Interface, int kType>
 #define VELORA_ARRAY_OF CStoredArray<Configuration, Element, Interface, kType>
 
-VELORA_ARRAY VELORA_ARRAY_OF::CStoredArray() : Element(kType) {}
-
-VELORA_ARRAY VELORA_ARRAY_OF::~CStoredArray() = default;
-
 VELORA_ARRAY void VELORA_ARRAY_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
@@ -25,8 +21,8 @@ VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
 }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(api::ISerializeable<Configuration>* other) {
+  this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != kType) {
-    this->Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   other->CheckThis();
@@ -40,14 +36,11 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Init(typename Interface::Copied* other) {
 }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void* context) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
-  bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
-      serializer->Deserialize_Serializeable(Bytes::kType, context)));
-  this->valid = true;
+  this->InitFrom(serializer, [&] {
+    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
+        serializer->Deserialize_Serializeable(Bytes::kType, context)));
+  });
 }
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void* context) {
@@ -58,8 +51,11 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void*
 }
 
 VELORA_ARRAY bool VELORA_ARRAY_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return CompareTypes<Configuration>(this, other) == kSameType &&
-         bytes->IsEqualTo(static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get());
+  if (CompareTypes<Configuration>(this, other) != kSameType) {
+    return false;
+  }
+  api::IArray_uint8* others = static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get();
+  return bytes.Get() == others || bytes->IsEqualTo(others);
 }
 
 VELORA_ARRAY bool VELORA_ARRAY_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
@@ -95,10 +91,6 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Delete() {
 
 #define VELORA_STORED template <class Configuration, class Interface, int kType>
 #define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
-
-VELORA_STORED VELORA_STORED_OF::CStoredBytes() = default;
-
-VELORA_STORED VELORA_STORED_OF::~CStoredBytes() = default;
 
 VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
                                                api::IArray_uint8* newBytes) {
@@ -140,12 +132,6 @@ VELORA_STORED void VELORA_STORED_OF::Delete() {
 #undef VELORA_STORED_OF
 
 template <class Configuration, class Interface, int kType>
-CBare<Configuration, Interface, kType>::CBare() : Base(kType) {}
-
-template <class Configuration, class Interface, int kType>
-CBare<Configuration, Interface, kType>::~CBare() = default;
-
-template <class Configuration, class Interface, int kType>
 void CBare<Configuration, Interface, kType>::Init(typename Interface::Copied* other) {
   Base::Init(static_cast<typename Base::Interface*>(other));
 }
@@ -157,12 +143,6 @@ void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* seriali
   serializer->Serialization_Start(kType);
   serializer->Serialization_End(kType);
 }
-
-template <class Configuration, class Base>
-CProducer<Configuration, Base>::CProducer() = default;
-
-template <class Configuration, class Base>
-CProducer<Configuration, Base>::~CProducer() = default;
 
 template <class Configuration, class Base>
 void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properties* properties,
@@ -190,7 +170,7 @@ void CProducer<Configuration, Base>::DestroyData() {
 }
 
 template <class Configuration, class Base>
-auto CProducer<Configuration, Base>::TakeData() -> Data* {
+void* CProducer<Configuration, Base>::TakeData() {
   Data* taken = GetData();
   taken->AddRef();
   DestroyData();

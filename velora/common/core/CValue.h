@@ -1,5 +1,5 @@
 // One stored value: the body of every tag, property and operand that has one.
-// Room: velora/common. `Init` checks the range; what is read from an image is stored as it stands.
+// Room: velora/common. `Init` checks the range; what is read from an image is stored unchecked.
 // A concrete class is this template over its base, its interface and its type id.
 #pragma once
 
@@ -15,8 +15,8 @@ class CValue : public Base, public virtual Interface {
   using Copied = typename Interface::Copied;
   static constexpr int kSerializeableType = kType;
 
-  CValue();
-  ~CValue() override;
+  [[gnu::always_inline]] CValue() : Base(kType), value(0) {}
+  PLINTH_INLINE_DESTRUCTION(CValue);
   using Base::Init;
   void Init() override;
   void Init(Enum newValue) override;

@@ -19,12 +19,6 @@ ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
 }
 
 template <class Configuration, class Base, class Interface, int kType>
-CValue<Configuration, Base, Interface, kType>::CValue() : Base(kType), value(0) {}
-
-template <class Configuration, class Base, class Interface, int kType>
-CValue<Configuration, Base, Interface, kType>::~CValue() = default;
-
-template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
@@ -39,8 +33,8 @@ void CValue<Configuration, Base, Interface, kType>::Init(Enum newValue) {
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
+  this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != kType) {
-    this->Delete();
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   other->CheckThis();
@@ -51,12 +45,7 @@ void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(int, api::ISerializer* serializer, void*) {
-  this->BeginInit();
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  value = serializer->Deserialize_uint28();
-  this->valid = true;
+  this->InitFrom(serializer, [&] { value = serializer->Deserialize_uint28(); });
 }
 
 template <class Configuration, class Base, class Interface, int kType>

@@ -28,8 +28,18 @@ class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
   using Version = typename api::EVelcaseVersion<Configuration>::Enum;
   using Endianness = typename api::ISerializer::ETargetEndianness::Enum;
 
-  CVelcase();
-  ~CVelcase() override;
+  [[gnu::always_inline]] CVelcase()
+      : schema(Schema()),
+        family(static_cast<Family>(-1)),
+        channel(-1),
+        version(Version()),
+        compressedSize(0),
+        veloraSchema(Vocabulary<Configuration>::kVeloraSchema),
+        pipeline(0),
+        uncompressedSize(0),
+        sizeBeforeDeserialization(0),
+        checksum(0) {}
+  PLINTH_INLINE_DESTRUCTION(CVelcase);
   using Interface::Init;
   void Init() override;
   void Init(api::ISerializerHelper* helper, Endianness endianness) override;
@@ -65,6 +75,7 @@ class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
   bool IsLessThan(Pack* other) const override;
   // The header's pipeline byte, in the version that has one.
   int GetPipeline() const;
+  void CheckThis() const override;
   void Reset() override;
   void Delete() override;
 
@@ -77,6 +88,8 @@ class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
   static void ZlibMemFree(void* opaque, void* address);
 
  protected:
+  void CheckMembers() const;
+
   Schema schema;
   Family family;
   int channel;
@@ -103,8 +116,8 @@ class CVelcaseOf : public CVelcase<Configuration>, public virtual Interface {
   template <class Kind>
   using ListOf = api::IComponentList<Configuration, Kind>;
 
-  CVelcaseOf();
-  ~CVelcaseOf() override;
+  [[gnu::always_inline]] CVelcaseOf() : fileSize(0), fileBytes(nullptr), initializing(false) {}
+  PLINTH_INLINE_DESTRUCTION(CVelcaseOf);
   using Base::Init;
   // Builds a new pack from its lists, of which it shares each.
   void Init(Schema newSchema, Family newFamily, int newChannel, Version newVersion,
@@ -123,6 +136,8 @@ class CVelcaseOf : public CVelcase<Configuration>, public virtual Interface {
   void Delete() override;
 
  protected:
+  void CheckMembers() const;
+
   template <class Kind>
   ListOf<Kind>* GetList() const {
     CheckThis();

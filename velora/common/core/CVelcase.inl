@@ -6,29 +6,17 @@
 #include <zlib.h>
 
 #include "plinth/core/CSerializer.inl"
+#include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CVelcase.h"
 #include "velora/common/core/create.h"
 #include "velora/common/core/pack.h"
+#include "velora/reason.h"
 
 #define VELORA_PACK template <class Configuration>
 #define VELORA_PACK_OF CVelcase<Configuration>
 
 namespace velora::common::core {
-
-VELORA_PACK VELORA_PACK_OF::CVelcase()
-    : schema(Schema()),
-      family(static_cast<Family>(-1)),
-      channel(-1),
-      version(Version()),
-      compressedSize(0),
-      veloraSchema(Vocabulary<Configuration>::kVeloraSchema),
-      pipeline(0),
-      uncompressedSize(0),
-      sizeBeforeDeserialization(0),
-      checksum(0) {}
-
-VELORA_PACK VELORA_PACK_OF::~CVelcase() = default;
 
 VELORA_PACK void VELORA_PACK_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
@@ -44,6 +32,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness
 VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
                                       Version newVersion, api::ISerializerHelper* helper,
                                       Endianness endianness) {
+  this->BeginInit();
   api::EVelcaseSchema<Configuration>::Check(newSchema);
   api::ESupplyFamily<Configuration>::Check(newFamily);
   if constexpr (Vocabulary<Configuration>::kChecksChannelFirst) {
@@ -60,6 +49,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int ne
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -81,7 +71,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                       Endianness endianness, Family expected,
                                       const char* newPathname) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -94,12 +84,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     pathname->Init(length + 1);
     snprintf(reinterpret_cast<char*>(pathname->GetElements()), static_cast<size_t>(length) + 1,
              "%s", newPathname);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
@@ -111,7 +96,10 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
                                       Endianness endianness, Family expected, unsigned int extent) {
   using Words = Vocabulary<Configuration>;
   using Layout = PackLayout<Configuration>;
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
+    plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+    trace.inImage = false;
+    trace.byte = 0;
     if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
         extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -122,28 +110,36 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     const int readChannel = data[Layout::kChannel];
     const Version readVersion = static_cast<Version>(data[Layout::kVersion]);
     api::EVelcaseSchema<Configuration>::Check(readSchema);
+    trace.byte = Layout::kFamily;
     api::ESupplyFamily<Configuration>::Check(readFamily);
     if (readFamily != expected) {
+      trace.cause = VELORA_REASON_FAMILY;
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    trace.byte = Layout::kChannel;
     if constexpr (Words::kChecksChannelFirst) {
       using EChannel = api::EChannel<Configuration>;
       EChannel::Check(static_cast<typename EChannel::Enum>(readChannel));
     }
+    trace.byte = Layout::kVersion;
     api::EVelcaseVersion<Configuration>::Check(readVersion);
+    trace.byte = Layout::kPayload;
     const int payload = GetBigEndian(data + Layout::kPayload);
     if (payload == 0 || static_cast<unsigned int>(payload) > Words::kMaxPayload) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     const int readPipeline = Words::kHasPipeline ? data[Layout::kPipeline] : 0;
+    trace.byte = Layout::kPipeline;
     if (Words::kHasPipeline && readPipeline == 0) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    trace.byte = Layout::kUncompressed;
     const int imageSize = GetBigEndian(data + Layout::kUncompressed);
     if (imageSize < 1 || imageSize > Words::kMaxUncompressed) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     // A header can lie about the stream's length: never behind the bytes that are there.
+    trace.byte = Layout::kPayload;
     const int declared = payload - Layout::kPayloadExtra;
     const unsigned int present = extent - Layout::kHeaderSize;
     const int streamSize = declared > 0 && static_cast<unsigned int>(declared) > present
@@ -152,6 +148,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     if (streamSize < 1) {
       PLINTH_RAISE(CException_General);
     }
+    trace.byte = Layout::kHeaderSize;
     using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
     api::IArray_uint8* compressed = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     compressed->Init(streamSize, data + Layout::kHeaderSize, false);
@@ -173,12 +170,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     for (int i = 0; i < size; ++i) {
       checksum += data[i];
     }
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
@@ -238,6 +230,16 @@ VELORA_PACK bool VELORA_PACK_OF::IsLessThan(Pack*) const {
   PLINTH_RAISE(CException_NotImplemented);
 }
 
+VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+
+VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+  Base::CheckMembers();
+  if (compressedSize > Vocabulary<Configuration>::kMaxPayload ||
+      uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed) {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
 VELORA_PACK void VELORA_PACK_OF::Reset() {
   Base::Reset();
   schema = Schema();
@@ -288,6 +290,7 @@ VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArr
     inflating->zalloc = &ZlibMemAlloc;
     inflating->zfree = &ZlibMemFree;
     if (inflateInit2(inflating, 15) != Z_OK) {
+      plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
       PLINTH_RAISE(CException_General);
     }
     open = true;
@@ -295,7 +298,11 @@ VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArr
     inflating->avail_in = static_cast<uInt>(in->GetCount());
     inflating->next_out = out->GetElements();
     inflating->avail_out = static_cast<uInt>(out->GetCount());
-    if (inflate(inflating, Z_FINISH) != Z_STREAM_END || inflating->avail_out != 0) {
+    const int result = inflate(inflating, Z_FINISH);
+    if (result != Z_STREAM_END || inflating->avail_out != 0) {
+      plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+      trace.byte += static_cast<int>(inflating->total_in);
+      trace.cause = result == Z_MEM_ERROR ? VELORA_REASON_NO_MEMORY : trace.cause;
       PLINTH_RAISE(CException_General);
     }
   }

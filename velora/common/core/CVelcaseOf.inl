@@ -8,28 +8,18 @@
 
 namespace velora::common::core {
 
-VELORA_PACK VELORA_PACK_OF::CVelcaseOf() : fileSize(0), fileBytes(nullptr), initializing(false) {}
-
-VELORA_PACK VELORA_PACK_OF::~CVelcaseOf() { DropFile(); }
-
 VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
                                       Version newVersion, api::ISerializerHelper* helper,
                                       Endianness endianness, ListOf<Kinds>*... given) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (((given == nullptr) || ...)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    initializing = true;
     Base::Init(newSchema, newFamily, newChannel, newVersion, helper, endianness);
     initializing = true;
     (Slot<Kinds>().Share(given), ...);
     initializing = false;
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 // A layer's packs share their lists with a copy, or have them copied.
@@ -46,30 +36,23 @@ void VELORA_PACK_OF::TakeListOf(Pack* other) {
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
-  PLINTH_FRAME(Configuration) {
-    initializing = true;
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(other);
     initializing = true;
     (TakeListOf<Kinds>(other), ...);
     initializing = false;
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK template <class Kind>
 void VELORA_PACK_OF::ReadList() {
   auto* read = this->Deserialize_Serializeable(Kind::kListType, nullptr);
-  Slot<Kind>().Take(dynamic_cast<ListOf<Kind>*>(read));
+  Slot<Kind>().Take(Nested<Configuration, ListOf<Kind>>(read));
 }
 
 VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                       Endianness endianness, Family expected, unsigned int extent) {
-  PLINTH_FRAME(Configuration) {
-    initializing = true;
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(size, data, helper, endianness, expected, extent);
     initializing = true;
     if constexpr (!Vocabulary<Configuration>::kChecksChannelFirst) {
@@ -79,12 +62,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     (ReadList<Kinds>(), ...);
     this->Delete_States();
     initializing = false;
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
@@ -128,18 +106,16 @@ VELORA_PACK void VELORA_PACK_OF::WriteFile(api::IArray_uint8* compressed, int im
   using Layout = PackLayout<Configuration>;
   using Words = Vocabulary<Configuration>;
   const int streamSize = compressed->GetCount();
-  if (streamSize > Words::kMaxPayload) {
-    PLINTH_RAISE(CException_General);
-  }
   const int size = Layout::kHeaderSize + streamSize;
-  if (size > Layout::kHeaderSize + Words::kMaxPayload) {
+  fileSize = Layout::kHeaderSize;
+  this->compressedSize = streamSize;
+  if (streamSize > Words::kMaxPayload) {
     PLINTH_RAISE(CException_General);
   }
   unsigned char* bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
                               true) unsigned char[static_cast<size_t>(size)];
   fileBytes = bytes;
   fileSize = size;
-  this->compressedSize = streamSize;
   bytes[Layout::kSchema] = static_cast<unsigned char>(this->schema);
   bytes[Layout::kFamily] = static_cast<unsigned char>(this->family);
   bytes[Layout::kChannel] = static_cast<unsigned char>(this->channel);
@@ -164,12 +140,12 @@ VELORA_PACK void VELORA_PACK_OF::DropFile() {
   fileSize = 0;
 }
 
-VELORA_PACK void VELORA_PACK_OF::CheckThis() const {
-  this->CheckMembers();
+VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+
+VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+  Base::CheckMembers();
   const bool complete = initializing || (static_cast<bool>(Slot<Kinds>()) && ...);
-  if (!complete || this->compressedSize > Vocabulary<Configuration>::kMaxPayload ||
-      this->uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed || fileSize < 0 ||
-      (fileBytes != nullptr) != (fileSize > 0)) {
+  if (!complete || fileSize < 0 || (fileBytes != nullptr) != (fileSize > 0)) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }

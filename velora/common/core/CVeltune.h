@@ -1,5 +1,6 @@
 // The lookup: from a reference component and a list to the one component that fits.
-// Room: velora/common. Holds one reference on its parameters. Nothing left after the filters raises
+// Room: velora/common. Holds one reference on its parameters, which a copy shares: an `Update` of
+// either changes the print mode of both. Nothing left after the filters raises
 // `CException_General`; a condition that cannot be evaluated stops the lookup with what it raises.
 // Evaluation writes into the conditions' operators, so a list serves one lookup at a time.
 #pragma once
@@ -8,6 +9,7 @@
 #include "plinth/core/Counted.h"
 #include "velora/common/api/IComponent.h"
 #include "velora/common/api/IVeltune.h"
+#include "velora/common/core/BuildScope.h"
 
 namespace velora::common::core {
 
@@ -21,8 +23,8 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   using Parameters = typename Interface::Parameters;
   using Veltune = typename Interface::Veltune;
 
-  CVeltune();
-  ~CVeltune() override;
+  [[gnu::always_inline]] CVeltune() : buildChain(nullptr) {}
+  PLINTH_INLINE_DESTRUCTION(CVeltune);
   using Interface::Init;
   void Init() override;
   void Init(Parameters* newParameters) override;
@@ -30,34 +32,37 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   Parameters* GetPrintModeParameters() const override;
   void Serialize() override;
   void Deserialize() override;
-  const api::BuildChain* GetBuildChain() const override;
-  void SetBuildChain(const api::BuildChain* chain) override;
   void CheckThis() const override;
   void Reset() override;
   void Delete() override;
+
+  // The concrete veltune of a layer.
+  static CVeltune* Concrete(Veltune* veltune) {
+    return static_cast<CVeltune*>(veltune->GetThis_Concrete());
+  }
+  // The innermost recipe under construction, or null.
+  BuildChain<Configuration>* GetBuildChain() const { return buildChain; }
+  void SetBuildChain(BuildChain<Configuration>* chain) { buildChain = chain; }
 
   // The chosen component of the list, without a new reference.
   template <class Kind>
   static Kind* Locate_FromComponentList(Kind* key, api::IComponentList<Configuration, Kind>* list,
                                         Parameters* parameters);
   // A new component of the concrete class that is a copy of the chosen one. The caller owns it, and
-  // can have it build data without touching the pack. The key's callbacks stand around the search.
+  // can have it build data without touching the pack. The key's callbacks frame the search.
   template <class Class, class Kind>
   Kind* Locate(Kind* key, api::IComponentList<Configuration, Kind>* list, Parameters* parameters);
 
  protected:
+  void CheckMembers() const;
+
   // One sorted pack of the concrete class with the components of all. The caller owns it.
   template <class Class, class Pack>
   static Pack* Init_BuildVelcase_Combined(api::IArray<Pack>* velcases);
 
  private:
-  template <class Kind>
-  static bool IsPreferred(Kind* candidate, Kind* chosen, Kind* key);
-  template <class Kind>
-  static int VersionOf(Kind* component);
-
   Counted<Parameters> parameters;
-  const api::BuildChain* buildChain;
+  BuildChain<Configuration>* buildChain;
 };
 
 }  // namespace velora::common::core

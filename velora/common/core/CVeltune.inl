@@ -1,17 +1,14 @@
 // Bodies of CVeltune.h, for the files that instantiate it.
 #pragma once
 
-#include "velora/common/core/CComponent.inl"
+#include "plinth/runtime/api/Trace.h"
+#include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CVeltune.h"
+#include "velora/common/core/LookupObserver.h"
 #include "velora/common/core/create.h"
+#include "velora/reason.h"
 
 namespace velora::common::core {
-
-template <class Configuration>
-CVeltune<Configuration>::CVeltune() : buildChain(nullptr) {}
-
-template <class Configuration>
-CVeltune<Configuration>::~CVeltune() = default;
 
 template <class Configuration>
 void CVeltune<Configuration>::Init() {
@@ -20,15 +17,17 @@ void CVeltune<Configuration>::Init() {
 
 template <class Configuration>
 void CVeltune<Configuration>::Init(Parameters* newParameters) {
+  this->BeginInit();
   if (newParameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   parameters.Share(newParameters);
+  valid = true;
 }
 
 template <class Configuration>
 void CVeltune<Configuration>::Init(Veltune* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -48,17 +47,12 @@ template <class Configuration>
 void CVeltune<Configuration>::Deserialize() {}
 
 template <class Configuration>
-const api::BuildChain* CVeltune<Configuration>::GetBuildChain() const {
-  return buildChain;
-}
-
-template <class Configuration>
-void CVeltune<Configuration>::SetBuildChain(const api::BuildChain* chain) {
-  buildChain = chain;
-}
-
-template <class Configuration>
 void CVeltune<Configuration>::CheckThis() const {
+  CheckMembers();
+}
+
+template <class Configuration>
+void CVeltune<Configuration>::CheckMembers() const {
   if (!valid || !parameters) {
     PLINTH_RAISE(CException_This_Invalid);
   }
@@ -79,49 +73,6 @@ void CVeltune<Configuration>::Delete() {
 
 // ---- the lookup
 
-// The preferences in their order; the first that differs decides.
-template <class Configuration>
-template <class Kind>
-bool CVeltune<Configuration>::IsPreferred(Kind* candidate, Kind* chosen, Kind* key) {
-  if (const int more = VersionOf(candidate) - VersionOf(chosen); more != 0) {
-    return more > 0;
-  }
-  const auto specificity = [](Kind* component) {
-    auto* operators = component->GetConditions()->GetLinkedList_Operators();
-    int count = operators->GetCount();
-    for (auto* element = operators->GetHead(); element != nullptr; element = element->next) {
-      count -= element->GetValue()->GetSerializeableType() ==
-                       Vocabulary<Configuration>::kDefaultCondition
-                   ? 1
-                   : 0;
-    }
-    return count;
-  };
-  if (const int more = specificity(candidate) - specificity(chosen); more != 0) {
-    return more > 0;
-  }
-  auto* tags = key->GetTags();
-  if (const int more = candidate->GetTags()->GetCount_Matching(tags) -
-                       chosen->GetTags()->GetCount_Matching(tags);
-      more != 0) {
-    return more > 0;
-  }
-  auto* properties = key->GetProperties();
-  return candidate->GetProperties()->GetCount_Matching(properties) >
-         chosen->GetProperties()->GetCount_Matching(properties);
-}
-
-template <class Configuration>
-template <class Kind>
-int CVeltune<Configuration>::VersionOf(Kind* component) {
-  using CComponentVersion = properties::CComponentVersion<Configuration>;
-  return static_cast<CComponentVersion*>(component->GetComponentVersion()->GetThis_Concrete())
-      ->GetValue();
-}
-
-// Filters can reject everything; preferences only choose among what is left. The last tie is
-// decided by the list's order. One walk that keeps the best so far: nothing is made on the way.
-// Neighbours in a sorted list often share their tags and conditions, and then the verdict on them.
 template <class Configuration>
 template <class Kind>
 Kind* CVeltune<Configuration>::Locate_FromComponentList(
@@ -129,40 +80,15 @@ Kind* CVeltune<Configuration>::Locate_FromComponentList(
   if (key == nullptr || list == nullptr || parameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  auto* keyTags = key->GetTags();
-  auto* keyProperties = key->GetProperties();
-  auto* array = list->GetArray();
-  const int count = array->GetCount();
-  api::IConditions<Configuration>* conditions = nullptr;
-  api::ITags<Configuration>* tags = nullptr;
-  bool holds = false, fits = false;
-  Kind* chosen = nullptr;
-  bool several = false;
-  for (int i = 0; i < count; ++i) {
-    Kind* candidate = array->Get(i);
-    if (auto* own = candidate->GetConditions(); own != conditions) {
-      conditions = own;
-      holds = own->Evaluate(parameters);
-    }
-    if (!holds) {
-      continue;
-    }
-    if (auto* own = candidate->GetTags(); own != tags) {
-      tags = own;
-      fits = own->AreCompatibleWith(keyTags);
-    }
-    if (!fits || !candidate->GetProperties()->AreCompatibleWith(keyProperties)) {
-      continue;
-    }
-    several = chosen != nullptr;
-    if (!several || IsPreferred(candidate, chosen, key)) {
-      chosen = candidate;
-    }
+  Kind* volatile found = nullptr;
+  PLINTH_FRAME(Configuration) {
+    auto* finder = Defer(frame, Create<Configuration, Finder<Configuration>>());
+    auto* array = list->GetArray();
+    finder->Init(array, parameters, nullptr);
+    found = array->Get(finder->Find(key));
   }
-  if (chosen == nullptr || (several && VersionOf(chosen) == 0)) {
-    PLINTH_RAISE(CException_General);
-  }
-  return chosen;
+  PLINTH_END
+  return found;
 }
 
 // No frame: the copy of a sound component cannot fail.
@@ -173,15 +99,26 @@ Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configurati
   if (key == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  ObserveSearch<Configuration, Kind>(key, list, parameters);
   key->Call_Callback_Locate();
-  if (buildChain != nullptr && list != nullptr) {
-    *buildChain->work +=
-        list->GetArray()->GetCount() / api::IVeltune<Configuration>::kCandidatesOfAStep;
-    if (*buildChain->work > api::IVeltune<Configuration>::kMaxWork) {
-      PLINTH_RAISE(CException_General);
-    }
+  plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+  trace.cause = VELORA_REASON_NO_COMPONENT;  // as long as nothing is found
+  trace.sought = Kind::kType;
+  Kind* found;
+  const bool observed = LookupObserver<Configuration>::current != nullptr;
+  if (buildChain == nullptr || list == nullptr || parameters == nullptr || observed) {
+    found = Locate_FromComponentList(key, list, parameters);
+  } else {
+    auto* array = list->GetArray();
+    found =
+        array->Get(buildChain->scope->FinderIn(array, parameters, parameters->GetPrintModeMapping())
+                       ->Find(key));
   }
-  Kind* found = Locate_FromComponentList(key, list, parameters);
+  if (observed) {
+    LookupObserver<Configuration>::current->OnFound(found);
+  }
+  trace.cause = 0;
+  ++trace.found;
   found->CheckThis();
   Class* copy = Create<Configuration, Class>();
   CComponent<Configuration>* component = copy;

@@ -1,5 +1,5 @@
 // The byte layout of a pack file: a header of fixed fields, then one zlib stream.
-// Room: velora/common. docs/formats/pack.md tells it in full. Integers of more than one byte are
+// Room: velora/common. docs/formats/pack.md has it in full. Integers of more than one byte are
 // big-endian, whatever the endianness of the image inside.
 #pragma once
 

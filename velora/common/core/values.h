@@ -13,22 +13,21 @@ using CPropertyOf = CValue<Configuration, CProperty<Configuration>, Interface, k
 
 namespace tags {
 template <class C>
-using CPlatform = CTagOf<C, api::tags::IPlatform<C>, Vocabulary<C>::kTag_Platform>;
+using CPlatform = CTagOf<C, api::tags::IPlatform<C>, TypeIds<C>::kTag_Platform>;
 template <class C>
-using CSupplyFamily = CTagOf<C, api::tags::ISupplyFamily<C>, Vocabulary<C>::kTag_SupplyFamily>;
+using CSupplyFamily = CTagOf<C, api::tags::ISupplyFamily<C>, TypeIds<C>::kTag_SupplyFamily>;
 template <class C>
-using CProductVariant =
-    CTagOf<C, api::tags::IProductVariant<C>, Vocabulary<C>::kTag_ProductVariant>;
+using CProductVariant = CTagOf<C, api::tags::IProductVariant<C>, TypeIds<C>::kTag_ProductVariant>;
 }  // namespace tags
 
 namespace properties {
 template <class C>
 using CComponentVersion =
-    CPropertyOf<C, api::properties::IComponentVersion<C>, Vocabulary<C>::kComponentVersion>;
+    CPropertyOf<C, api::properties::IComponentVersion<C>, TypeIds<C>::kComponentVersion>;
 template <class C>
-using CChannel = CPropertyOf<C, api::properties::IChannel<C>, Vocabulary<C>::kChannel>;
+using CChannel = CPropertyOf<C, api::properties::IChannel<C>, TypeIds<C>::kChannel>;
 template <class C>
-using CVariant = CPropertyOf<C, api::properties::IVariant<C>, Vocabulary<C>::kVariant>;
+using CVariant = CPropertyOf<C, api::properties::IVariant<C>, TypeIds<C>::kVariant>;
 }  // namespace properties
 
 }  // namespace velora::common::core

@@ -8,6 +8,7 @@ namespace velora::v2::fenn::api {
 
 class IVelcase : public virtual common::api::IVelcase<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVelcase);
   virtual int GetPipeline() const = 0;
   using common::api::IVelcase<Configuration>::Init;
   // Builds a pack for writing; it shares the lists, none of which may be null.

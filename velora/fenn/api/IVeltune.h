@@ -13,6 +13,7 @@ namespace velora::v2::fenn::api {
 
 class IVeltune : public virtual common::api::IVeltune<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings, ctr_table_type table,

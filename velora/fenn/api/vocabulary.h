@@ -3,15 +3,36 @@
 // `CException_Parameter_Invalid`.
 //
 // Print-mode values come in two numberings. The caller's, the ctr_* enumerations, index the mapping
-// table. The pack's, the enumerations below, stand in tags and conditions.
+// table. The pack's, the enumerations below, are stored in tags and conditions.
 #pragma once
 
 #include "velora/common/api/IFactory.h"
+#include "velora/fenn/api/Vocabulary.h"
 #include "velora/velora.h"
 
 namespace velora::v2::fenn::api {
 
-VELORA_PIPELINE_WORDS
+// The common names, for this pipeline's layer.
+using common::api::IArray;
+using common::api::IArray_int32;
+using common::api::IArray_uint8;
+using common::api::ILinkedList;
+using common::api::ISerializer;
+using common::api::ISerializerHelper;
+using EPlatform = common::api::EPlatform<Configuration>;
+using ESupplyFamily = common::api::ESupplyFamily<Configuration>;
+using EProductVariant = common::api::EProductVariant<Configuration>;
+using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;
+using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>;
+using EChannel = common::api::EChannel<Configuration>;
+using ITag = common::api::ITag<Configuration>;
+using ITags = common::api::ITags<Configuration>;
+using IProperty = common::api::IProperty<Configuration>;
+using IProperties = common::api::IProperties<Configuration>;
+using IConditions = common::api::IConditions<Configuration>;
+using IRecipe = common::api::IRecipe<Configuration>;
+using IComponent = common::api::IComponent<Configuration>;
+using TypeIds = common::TypeIds<Configuration>;
 
 // An enumeration of the toner pipeline alone.
 #define FENN_ENUMERATION(Name, ...) \
@@ -26,24 +47,17 @@ FENN_ENUMERATION(EComponentRole, 1, 2, 1)
 FENN_ENUMERATION(EDimensionality, 1, 7, 1)
 #undef FENN_ENUMERATION
 
-// The classes of print mode: as tags (ids from 51), and as conditions (ids from 69).
-#define FENN_PRINT_MODE(X) X(TableType, 0) X(ThemeType, 1) X(MediaType, 2) X(AxisType, 3)
-
-constexpr int kFirstPrintModeTag = 51;
-constexpr int kFirstPrintModeCondition = 69;
-constexpr int kVelcaseVersion_Drum = 73;
-constexpr int kVelcaseVersion_Fuser = 74;
-constexpr int kComponentRole = 35;
-constexpr int kDimensionality = 36;
+// The classes of print mode, each a tag and a condition.
+#define FENN_PRINT_MODE(X) X(TableType) X(ThemeType) X(MediaType) X(AxisType)
 
 namespace tags {
-#define FENN_TAG(Name, place) VELORA_VALUE_INTERFACE(Name, ITag, E##Name)
+#define FENN_TAG(Name) VELORA_VALUE_INTERFACE(Name, ITag, E##Name)
 FENN_PRINT_MODE(FENN_TAG)
 #undef FENN_TAG
 }  // namespace tags
 
 namespace conditions::print_mode {
-#define FENN_CONDITION(Name, place) VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
+#define FENN_CONDITION(Name) VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
 FENN_PRINT_MODE(FENN_CONDITION)
 #undef FENN_CONDITION
 }  // namespace conditions::print_mode
@@ -78,19 +92,21 @@ class IPrintModeMappings {
 
   virtual void Init() = 0;
   virtual ~IPrintModeMappings();
-  // Ends the table and frees it.
-  virtual void Destroy() = 0;
   // A value out of range raises `CException_Parameter_Invalid`, a blank table
   // `CException_This_Invalid`.
   virtual IPrintModeMapping* GetPrintModeMapping(ctr_table_type table, ctr_theme_type theme,
                                                  ctr_media_type media,
                                                  ctr_axis_type axis) const = 0;
   virtual void Delete() = 0;
+
+  // Ends the table and frees it.
+  virtual void Destroy() = 0;
 };
 
 // Points into the mappings, which it does not own.
 class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, IArray<IVelcase>* velcases, ctr_table_type table,
@@ -106,6 +122,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
 
 class IPropertiesHelper : public virtual common::api::IPropertiesHelper<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
   virtual EComponentRole::Enum GetComponentRole(IProperties* properties) const = 0;
   virtual EDimensionality::Enum GetDimensionality(IProperties* properties) const = 0;
   // 1, 2, 3 for cyan, magenta, yellow; 0 for every other channel.

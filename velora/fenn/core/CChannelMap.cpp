@@ -1,4 +1,3 @@
-#include "velora/fenn/core/components.inl"
 #include "velora/fenn/core/decoding.h"
 #include "velora/frontend/toolkit/arithmetic.h"
 #include "velora/frontend/toolkit/transform.h"
@@ -20,14 +19,16 @@ CChannelMapData::~CChannelMapData() = default;
 void CChannelMapData::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 void CChannelMapData::Init(IArray_uint8* newArray) {
+  BeginInit();
   if (newArray == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   array.Share(newArray);
+  valid = true;
 }
 
 void CChannelMapData::Init(api::IChannelMapData* other) {
+  BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -56,6 +57,8 @@ void CChannelMapData::Delete() {
 }
 
 using CBuild_Plane = CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar;
+
+CBuild_Plane::CBuild_DCT_Residue_DeltaScalar() = default;
 
 // The difference to the printer's plane of this colour. Unlike a curve's, the transform is rounded
 // before the reference is added, the residue is plain bytes, and both come in scan order.

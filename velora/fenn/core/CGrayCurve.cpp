@@ -1,4 +1,3 @@
-#include "velora/fenn/core/components.inl"
 #include "velora/fenn/core/decoding.h"
 #include "velora/frontend/toolkit/RawData.h"
 #include "velora/frontend/toolkit/arithmetic.h"
@@ -8,9 +7,9 @@
 
 namespace velora::v2::fenn::core::components {
 
-template class CTableData<api::IGrayCurveData>;
-
 using CBuild_Curve = CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar;
+
+CBuild_Curve::CBuild_DCT_Residue_CBAT_DeltaScalar() = default;
 
 // The difference to the printer's curve: coefficients times the scalar through the inverse
 // transform, plus the reference, held, plus the residue, held; then the correction, if the digest

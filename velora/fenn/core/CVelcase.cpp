@@ -1,7 +1,5 @@
 #include "velora/fenn/core/CVelcase.h"
 
-#include "velora/common/core/CVelcaseOf.inl"
-
 namespace velora::v2::fenn::core {
 
 CVelcase::CVelcase() = default;

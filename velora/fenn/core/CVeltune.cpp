@@ -2,11 +2,8 @@
 
 #include <string.h>
 
-#include "velora/common/core/CBuilt.inl"
-#include "velora/common/core/CVelcaseOf.inl"
-#include "velora/common/core/CVeltune.inl"
 #include "velora/fenn/core/CVelcase.h"
-#include "velora/fenn/core/components.inl"
+#include "velora/fenn/core/components.h"
 
 namespace velora::v2::fenn::core {
 
@@ -18,7 +15,7 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
                     api::IArray<api::IVelcase>* newVelcases, api::IPrintModeMappings* mappings,
                     ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                     ctr_axis_type axis, RawData* newRawData, CT_PROCESSING* newProcessing) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (newVelcases == nullptr || newRawData == nullptr || newProcessing == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -30,20 +27,17 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     processing = newProcessing;
     rawData = newRawData;
     combined.Take(Init_BuildVelcase_Combined<CVelcase>(newVelcases));
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 void CVeltune::Init(api::IVeltune* other) {
-  Base::Init(other);
-  velcases.Share(other->GetArray_Velcases());
-  rawData = other->GetRawData();
-  processing = other->GetCT_PROCESSING();
-  combined.Share(other->GetVelcase_Combined());
+  InitGuarded([&](volatile plinth::v1::api::Frame&) {
+    Base::Init(other);
+    velcases.Share(other->GetArray_Velcases());
+    rawData = other->GetRawData();
+    processing = other->GetCT_PROCESSING();
+    combined.Share(other->GetVelcase_Combined());
+  });
 }
 
 void CVeltune::Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
@@ -92,7 +86,7 @@ api::ITags* CVeltune::BuildTags_ForLocator(api::IPrintModeParameters* parameters
     const api::IPrintModeMapping* mapping = parameters->GetPrintModeMapping();
     api::IArray<api::ITag>* array = Defer<api::IArray<api::ITag>>(
         frame, Create<Configuration, plinth::v1::core::CArray<Configuration, api::ITag>>());
-    array->Init(common::Vocabulary<Configuration>::kArray_Tag, 6);
+    array->Init(common::TypeIds<Configuration>::kArray_Tag, 6);
     AddTag<common::core::tags::CPlatform<Configuration>>(array, 0, parameters->GetPlatform());
     AddTag<common::core::tags::CSupplyFamily<Configuration>>(array, 1,
                                                              parameters->GetSupplyFamily());
@@ -120,7 +114,7 @@ api::IProperties* CVeltune::BuildProperties_ForLocator(api::IPrintModeParameters
     role->Init(kRole);
     api::IArray<api::IProperty>* array = Defer<api::IArray<api::IProperty>>(
         frame, Create<Configuration, plinth::v1::core::CArray<Configuration, api::IProperty>>());
-    array->Init(common::Vocabulary<Configuration>::kArray_Property, 1);
+    array->Init(common::TypeIds<Configuration>::kArray_Property, 1);
     array->Set(0, role);
     api::IProperties* built = Defer<api::IProperties>(
         frame, Create<Configuration, common::core::CProperties<Configuration>>());
@@ -225,8 +219,10 @@ api::IPrintModeMapping* CVeltune::GetPrintModeMapping(api::IPrintModeParameters*
 FENN_KINDS(FENN_LOCATOR)
 #undef FENN_LOCATOR
 
-void CVeltune::CheckThis() const {
-  Base::CheckThis();
+void CVeltune::CheckThis() const { CheckMembers(); }
+
+void CVeltune::CheckMembers() const {
+  Base::CheckMembers();
   if (!velcases || rawData == nullptr || processing == nullptr || !combined) {
     PLINTH_RAISE(CException_This_Invalid);
   }

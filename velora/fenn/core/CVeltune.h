@@ -1,6 +1,6 @@
 // One table request inside the object world.
 // Room: velora/fenn. Holds one reference each on parameters, packs and combined pack; RawData and
-// CT_PROCESSING are the caller's. Raises as its interface tells; packs of different supply
+// CT_PROCESSING are the caller's. Errors: see its interface; packs of different supply
 // families, or none, `CException_This_Invalid`.
 #pragma once
 
@@ -48,6 +48,9 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   // component carries its tags and the role 1.
   static api::ITags* BuildTags_ForLocator(api::IPrintModeParameters* parameters);
   static api::IProperties* BuildProperties_ForLocator(api::IPrintModeParameters* parameters);
+
+ protected:
+  void CheckMembers() const;
 
  private:
   // Finds the component of a class that fits the print mode and has it build its data, for the

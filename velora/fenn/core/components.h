@@ -31,10 +31,11 @@ class CFromDataOf
  public:
   using Base = common::core::CStoredBytes<Configuration, typename Packet::IOperator::IFromData,
                                           Packet::kFromDataType>;
+  PLINTH_INLINE_CONSTRUCTION(CFromDataOf);
   using Base::Init;
   void Init(IProperties* properties, IArray_uint8* array) override;
   IArray_uint8* GetArray_uint8_Packet() const override;
-  IArray_uint8* TakeData() override;
+  void* TakeData() override;
 };
 
 class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {
@@ -43,7 +44,7 @@ class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {
   void Init(IProperties* properties, unsigned char scalar) override;
 };
 
-// The seven packets are one template; their interfaces tell them apart.
+// The seven packets are one template; their interfaces distinguish them.
 template <class Interface>
 class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
  public:
@@ -67,8 +68,8 @@ using CPacket_Blob = CPacket<api::IPacket_Blob>;
 template <class Interface>
 class CTableData : public plinth::v1::core::CObject, public virtual Interface {
  public:
-  CTableData();
-  ~CTableData() override;
+  [[gnu::always_inline]] CTableData() : size(0), data(nullptr), owned(false) {}
+  PLINTH_INLINE_DESTRUCTION(CTableData);
   using Interface::Init;
   void Init() override;
   void Init(unsigned int newSize, unsigned char* newData, bool isOwned) override;
@@ -133,16 +134,20 @@ class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
  public:
   struct COperator {
     class CBuild_DCT_Residue_CBAT_DeltaScalar;
-    using CBuild_Monolithic = CMonolithic<api::IGrayCurve::IOperator::IBuild_Monolithic, 90,
+    using CBuild_Monolithic = CMonolithic<api::IGrayCurve::IOperator::IBuild_Monolithic,
+                                          api::TypeIds::kGrayCurve_Operator_Build_Monolithic,
                                           IArray_uint8, IArray_uint8, IArray_uint8, IArray_uint8>;
   };
 };
 
 class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
  public:
+  static constexpr bool kBuiltAnew = true;  // a decoder prints its lines in each build
+
   struct COperator {
     class CBuild_DCT_Residue_DeltaScalar;
-    using CBuild_Monolithic = CMonolithic<api::IChannelMap::IOperator::IBuild_Monolithic, 92,
+    using CBuild_Monolithic = CMonolithic<api::IChannelMap::IOperator::IBuild_Monolithic,
+                                          api::TypeIds::kChannelMap_Operator_Build_Monolithic,
                                           IArray_uint8, IArray_uint8, IArray_uint8>;
   };
 };
@@ -152,22 +157,26 @@ class CColorMap : public common::core::CSharedOf<Configuration, CColorMap, api::
   struct COperator {
     template <int kOperatorType, int kPlanes>
     class CBuild;
-    using CBuild_RGBtoCMYK = CBuild<86, 4>;
-    using CBuild_RGBtoRGB = CBuild<87, 3>;
-    using CBuild_RGBtoGrayscale = CBuild<88, 1>;
+    using CBuild_RGBtoCMYK = CBuild<api::TypeIds::kColorMap_Operator_Build_RGBtoCMYK, 4>;
+    using CBuild_RGBtoRGB = CBuild<api::TypeIds::kColorMap_Operator_Build_RGBtoRGB, 3>;
+    using CBuild_RGBtoGrayscale = CBuild<api::TypeIds::kColorMap_Operator_Build_RGBtoGrayscale, 1>;
   };
 };
 
 class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
-    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar, 89> {
+    : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,
+                           api::TypeIds::kGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar> {
  public:
+  CBuild_DCT_Residue_CBAT_DeltaScalar();
   // The recipe reads, from its start: coefficients, residue, residue widths, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
 class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
-    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar, 91> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,
+                           api::TypeIds::kChannelMap_Operator_Build_DCT_Residue_DeltaScalar> {
  public:
+  CBuild_DCT_Residue_DeltaScalar();
   // The recipe reads, from its start: coefficients, residue, scalar, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };

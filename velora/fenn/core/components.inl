@@ -13,6 +13,7 @@ namespace velora::v2::fenn::core::components {
 
 template <class Packet>
 void CFromDataOf<Packet>::Init(IProperties* properties, IArray_uint8* array) {
+  this->BeginInit();
   if (properties == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -25,32 +26,22 @@ IArray_uint8* CFromDataOf<Packet>::GetArray_uint8_Packet() const {
 }
 
 template <class Packet>
-IArray_uint8* CFromDataOf<Packet>::TakeData() {
+void* CFromDataOf<Packet>::TakeData() {
   IArray_uint8* array = this->GetBytes();
   array->AddRef();
   return array;
 }
 
 inline void CFromData_DeltaScalar::Init(IProperties* properties, unsigned char scalar) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
-    IArray_uint8* array = Defer<IArray_uint8>(frame, Create<Configuration, Bytes>());
-    array->Init(1);
+    IArray_uint8* array = Defer<IArray_uint8>(frame, Bytes::New(1));
     array->Set(0, scalar);
     Init(properties, array);
-  }
-  PLINTH_END
+  });
 }
 
 // ---- data
-
-template <class Interface>
-CTableData<Interface>::CTableData() : size(0), data(nullptr), owned(false) {}
-
-template <class Interface>
-CTableData<Interface>::~CTableData() {
-  FreeData();
-}
 
 template <class Interface>
 void CTableData<Interface>::FreeData() {
@@ -66,25 +57,24 @@ void CTableData<Interface>::Init() {
 
 template <class Interface>
 void CTableData<Interface>::Init(unsigned int newSize, unsigned char* newData, bool isOwned) {
+  this->BeginInit();
   if (newSize == 0 || newSize > Interface::kMaxSize || newData == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   size = newSize;
   data = newData;
   owned = isOwned;
+  valid = true;
 }
 
 template <class Interface>
 void CTableData<Interface>::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   const unsigned int newSize = other->GetSize_ReconstructedData();
   const unsigned char* source = other->GetReconstructedData();
-  if (refCount > 1) {  // what the Init below would raise, ahead of the copy
-    PLINTH_RAISE(CException_General);
-  }
   unsigned char* copy =
       new (plinth::v1::api::Slots<Configuration>().platform, true, true) unsigned char[newSize];
   memcpy(copy, source, newSize);

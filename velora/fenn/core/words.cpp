@@ -1,8 +1,5 @@
 #include "velora/fenn/core/words.h"
 
-#include "velora/common/core/CConditions.inl"
-#include "velora/common/core/CList.inl"
-#include "velora/common/core/CPrintModeParameters.inl"
 #include "velora/fenn/api/IVelcase.h"
 
 namespace velora::v2::fenn::core {
@@ -12,13 +9,13 @@ CPropertiesHelper::CPropertiesHelper() = default;
 CPropertiesHelper::~CPropertiesHelper() = default;
 
 api::EComponentRole::Enum CPropertiesHelper::GetComponentRole(api::IProperties* properties) const {
-  CheckThis();
+  CheckAsked(properties);
   return common::core::RequireProperty<properties::CComponentRole>(properties)->GetValue();
 }
 
 api::EDimensionality::Enum CPropertiesHelper::GetDimensionality(
     api::IProperties* properties) const {
-  CheckThis();
+  CheckAsked(properties);
   return common::core::RequireProperty<properties::CDimensionality>(properties)->GetValue();
 }
 

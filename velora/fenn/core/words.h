@@ -1,5 +1,5 @@
 // The toner tags, conditions and properties, and what reads them: parameters and helper.
-// Room: velora/fenn. One line each; raise as their families tell.
+// Room: velora/fenn. Errors: see CValue and COperandOf.
 #pragma once
 
 #include "velora/common/core/CConditions.h"
@@ -18,9 +18,9 @@ using common::core::Defer;
 using common::core::HandOver;
 
 namespace tags {
-#define FENN_TAG(Name, place) \
-  using C##Name =             \
-      common::core::CTagOf<Configuration, api::tags::I##Name, api::kFirstPrintModeTag + place>;
+#define FENN_TAG(Name) \
+  using C##Name =      \
+      common::core::CTagOf<Configuration, api::tags::I##Name, api::TypeIds::kTag_##Name>;
 FENN_PRINT_MODE(FENN_TAG)
 #undef FENN_TAG
 }  // namespace tags
@@ -28,9 +28,9 @@ FENN_PRINT_MODE(FENN_TAG)
 namespace conditions {
 
 namespace print_mode {
-// The stored number and the mapping's are compared as they stand, without translation between the
+// The stored number and the mapping's are compared as they are, without translation between the
 // pack's numbering and the caller's.
-#define FENN_CONDITION(Name, place)                                                             \
+#define FENN_CONDITION(Name)                                                                    \
   struct Name##Test : common::core::conditions::system::Test {                                  \
     template <class Parameters>                                                                 \
     static bool Ask(Parameters* parameters, int value) {                                        \
@@ -39,28 +39,26 @@ namespace print_mode {
   };                                                                                            \
   using C##Name =                                                                               \
       common::core::conditions::COperandOf<Configuration, api::conditions::print_mode::I##Name, \
-                                           api::kFirstPrintModeCondition + place, Name##Test>;
+                                           api::TypeIds::kCondition_##Name, Name##Test>;
 FENN_PRINT_MODE(FENN_CONDITION)
 #undef FENN_CONDITION
 }  // namespace print_mode
 
 namespace system {
-using CVelcaseVersion_Drum =
-    common::core::conditions::system::CVelcaseVersion<Configuration, api::kVelcaseVersion_Drum,
-                                                      common::api::kChannel_Drum>;
-using CVelcaseVersion_Fuser =
-    common::core::conditions::system::CVelcaseVersion<Configuration, api::kVelcaseVersion_Fuser,
-                                                      common::api::kChannel_Fuser>;
+using CVelcaseVersion_Drum = common::core::conditions::system::CVelcaseVersion<
+    Configuration, api::TypeIds::kVelcaseVersion_Drum, common::api::kChannel_Drum>;
+using CVelcaseVersion_Fuser = common::core::conditions::system::CVelcaseVersion<
+    Configuration, api::TypeIds::kVelcaseVersion_Fuser, common::api::kChannel_Fuser>;
 }  // namespace system
 
 }  // namespace conditions
 
 namespace properties {
 using CChannel = common::core::properties::CChannel<Configuration>;
-using CComponentRole =
-    common::core::CPropertyOf<Configuration, api::properties::IComponentRole, api::kComponentRole>;
+using CComponentRole = common::core::CPropertyOf<Configuration, api::properties::IComponentRole,
+                                                 api::TypeIds::kComponentRole>;
 using CDimensionality = common::core::CPropertyOf<Configuration, api::properties::IDimensionality,
-                                                  api::kDimensionality>;
+                                                  api::TypeIds::kDimensionality>;
 }  // namespace properties
 
 class CPropertiesHelper : public common::core::CPropertiesHelper<Configuration>,

@@ -3,6 +3,8 @@
 #include <new>
 
 #include "velora/frontend/door/Velora.h"
+#include "velora/frontend/door/library.h"
+#include "velora/frontend/door/reason.h"
 #include "velora/frontend/toolkit/CT_PROCESSING.h"
 #include "velora/frontend/toolkit/RawData.h"
 #include "velora/frontend/toolkit/memory.h"
@@ -38,6 +40,7 @@ bool CheckArguments(ctr_table_type eTableType, unsigned int nVelcases,
   } else {
     return true;
   }
+  reason::Refuse(VELORA_REASON_ARGUMENT);
   return false;
 }
 
@@ -54,16 +57,23 @@ bool ReadRequest(Request& request, ctr_table_type eTableType, ctr_media_type eMe
   request.pRawData = new RawData(CtrMedium::toChar(eMediaType), CtrAxis::toChar(eAxisType));
   if (request.pRawData == nullptr) {
     Ctr::PrintLine(kName, 72, "Error: Could not allocate memory for pRawData");
+    reason::Refuse(VELORA_REASON_NO_MEMORY);
     return false;
   }
   if (!request.pRawData->readVelcases(nVelcases, apVelcases)) {
     Ctr::PrintLine(kName, 77, "Error: readVelcases failed");
+    int pack = 0;
+    while (apVelcases[pack] != nullptr) {
+      ++pack;
+    }
+    reason::Refuse(VELORA_REASON_ARGUMENT, pack);
     ReleaseRequest(request);
     return false;
   }
   request.pCT = static_cast<CT_PROCESSING*>(Ctr::AllocMem(sizeof(CT_PROCESSING)));
   if (request.pCT == nullptr) {
     Ctr::PrintLine(kName, 81, "Error: Could not allocate memory for pCT_PROCESSING");
+    reason::Refuse(VELORA_REASON_NO_MEMORY);
     ReleaseRequest(request);
     return false;
   }
@@ -73,6 +83,7 @@ bool ReadRequest(Request& request, ctr_table_type eTableType, ctr_media_type eMe
     if (!request.pRawData->readReferenceTable(pReferenceTable, request.pCT, eAxisType,
                                               eMediaType)) {
       Ctr::PrintLine(kName, 106, "Error: Reference table read error");
+      reason::Refuse(VELORA_REASON_REFERENCE);
       ReleaseRequest(request);
       return false;
     }
@@ -112,6 +123,7 @@ bool Choose(Velora* pVelora, ctr_table_type eTableType, ctr_theme_type eThemeTyp
       break;
     default:
       Ctr::PrintLine(kName, 165, "Error: eTableType (%d) invalid", static_cast<int>(eTableType));
+      reason::Refuse(VELORA_REASON_ARGUMENT);
       return false;
   }
   if ((pVelora->*row->method)(cb, ab)) {
@@ -123,12 +135,11 @@ bool Choose(Velora* pVelora, ctr_table_type eTableType, ctr_theme_type eThemeTyp
 
 }  // namespace
 
-int ReconstructTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
-                     ctr_table_type eTableType, ctr_theme_type eThemeType,
-                     ctr_media_type eMediaType, ctr_axis_type eAxisType, unsigned int nVelcases,
-                     const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
-                     const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,
-                     unsigned char* abReconstructedTable) {
+int ServeTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+               ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
+               ctr_axis_type eAxisType, unsigned int nVelcases, const ImagingBlob** apVelcases,
+               const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections,
+               unsigned int cbReconstructedTable, unsigned char* abReconstructedTable) {
   Request request;
   if (!CheckArguments(eTableType, nVelcases, apVelcases, pReferenceTable, cbReconstructedTable,
                       abReconstructedTable) ||
@@ -146,7 +157,22 @@ int ReconstructTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, 
                   abReconstructedTable);
     pVelora->~Velora();
     Ctr::DeallocMem(memory);
+  } else {
+    reason::Refuse(VELORA_REASON_NO_MEMORY);
   }
   ReleaseRequest(request);
   return done ? 1 : 0;
+}
+
+int ReconstructTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+                     ctr_table_type eTableType, ctr_theme_type eThemeType,
+                     ctr_media_type eMediaType, ctr_axis_type eAxisType, unsigned int nVelcases,
+                     const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
+                     const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,
+                     unsigned char* abReconstructedTable) {
+  return reason::Through([&] {
+    return ServeTable(pBootRecord, ePlatform, eSupplyFamily, eProductVariant, eTableType,
+                      eThemeType, eMediaType, eAxisType, nVelcases, apVelcases, pReferenceTable,
+                      pTableCorrections, cbReconstructedTable, abReconstructedTable);
+  });
 }

@@ -2,28 +2,32 @@
 
 #include <string.h>
 
+#include "plinth/runtime/api/frame.h"
 #include "velora/frontend/door/library.h"
+#include "velora/frontend/door/reason.h"
 #include "velora/frontend/toolkit/message.h"
 
 namespace {
 
-using Configuration = plinth::v1::api::FrontEndConfiguration;
 using namespace plinth::v1::api::_exports::common::exception;
 using plinth::v1::api::Defer;
 using plinth::v1::api::Frame;
 namespace fenn = velora::v2::fenn::api;
 
-// Runs a body in the outermost frame. Whatever is raised in it ends here, as a line; what a failing
-// end raises is swallowed.
-template <class Body>
-bool Guard(const char* function, int line, Body body) {
+// Runs a body in the outermost frame. Whatever is raised in it ends here, as a line and a reason;
+// what a failing end raises is swallowed.
+template <class Body, class Refuse>
+bool Guard(const char* function, int line, const Body& body, const Refuse& refuse) {
   volatile bool done = false;
-  PLINTH_FRAME(Configuration) {
-    PLINTH_FRAME(Configuration) {
+  PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
+    PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
       body(frame);
       done = true;
     }
-    PLINTH_CATCH { Ctr::PrintLine(function, line, "Exception"); }
+    PLINTH_CATCH {
+      Ctr::PrintLine(function, line, "Exception");
+      refuse(frame.exception->code);
+    }
     PLINTH_END
   }
   PLINTH_CATCH { done = false; }
@@ -57,14 +61,16 @@ struct Velora::Table {
   void (fenn::IVeltune::*reconstruct)(unsigned int cb, unsigned char* ab);
   const char* function;
   int line;
+  velora_reason_number refusal;  // of a buffer's size
 };
 
 bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab) {
   if (!initLibrary(m_pBootRecord)) {
     return false;
   }
-  const bool done = Guard(table.function, table.line, [&](volatile Frame& frame) {
+  const auto body = [&](volatile Frame& frame) {
     if (cb < table.smallest || ab == nullptr) {
+      reason::Refuse(ab == nullptr ? VELORA_REASON_ARGUMENT : table.refusal);
       PLINTH_RAISE(CException_General);
     }
     fenn::IVeltune* veltune =
@@ -75,33 +81,47 @@ bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab)
     }
     Defer(frame, veltune);
     (veltune->*table.reconstruct)(cb, ab);
+  };
+  const bool done = Guard(table.function, table.line, body, [&](int code) {
+    if (table.refusal == VELORA_REASON_NOT_OFFERED) {
+      reason::Refuse(table.refusal);
+    }
+    refuse(code);
+    if (cb != table.smallest) {
+      reason::Refuse(table.refusal);
+    }
   });
   releaseLibrary();
   return done;
 }
 
+void Velora::refuse(int code) const {
+  RefuseRequest(code, m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eThemeType, m_eMediaType,
+                m_eAxisType, m_nVelcases, m_pRawData);
+}
+
 bool Velora::reconstructColorTable_RGBtoCMYK(unsigned int cb, unsigned char* ab) {
   return reconstruct({VELORA_SIZE_RGB_TO_CMYK, &fenn::IVeltune::ReconstructColorTable_RGBtoCMYK,
-                      "reconstructColorTable_RGBtoCMYK", 448},
+                      "reconstructColorTable_RGBtoCMYK", 448, VELORA_REASON_BUFFER},
                      cb, ab);
 }
 
 bool Velora::reconstructGrayCurve(unsigned int cb, unsigned char* ab) {
-  return reconstruct(
-      {VELORA_SIZE_GRAY_CURVE, &fenn::IVeltune::ReconstructGrayCurve, "reconstructGrayCurve", 518},
-      cb, ab);
+  return reconstruct({VELORA_SIZE_GRAY_CURVE, &fenn::IVeltune::ReconstructGrayCurve,
+                      "reconstructGrayCurve", 518, VELORA_REASON_BUFFER},
+                     cb, ab);
 }
 
 bool Velora::reconstructColorTable_RGBtoRGB(unsigned int cb, unsigned char* ab) {
   return reconstruct({VELORA_SIZE_RGB_TO_RGB, &fenn::IVeltune::ReconstructColorTable_RGBtoRGB,
-                      "reconstructColorTable_RGBtoRGB", 586},
+                      "reconstructColorTable_RGBtoRGB", 586, VELORA_REASON_BUFFER},
                      cb, ab);
 }
 
 // The smallest size here and the exact size behind it exclude each other.
 bool Velora::reconstructColorTable_RGBtoGrayscale(unsigned int cb, unsigned char* ab) {
   return reconstruct({VELORA_SIZE_RGB_TO_RGB, &fenn::IVeltune::ReconstructColorTable_RGBtoGrayscale,
-                      "reconstructColorTable_RGBtoGrayscale", 655},
+                      "reconstructColorTable_RGBtoGrayscale", 655, VELORA_REASON_NOT_OFFERED},
                      cb, ab);
 }
 
@@ -125,7 +145,7 @@ bool Velora::getFuserBlobData(unsigned int cb, unsigned char* ab) {
 
 bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) {
   constexpr char kName[] = "getFuserBlob";
-  return Guard(kName, 747, [&](volatile Frame& frame) {
+  const auto body = [&](volatile Frame& frame) {
     fenn::IVeltune* veltune =
         createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType, m_eThemeType,
                       m_eMediaType, m_eAxisType, m_nVelcases, m_pRawData, m_pCT);
@@ -138,6 +158,7 @@ bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) 
     if (ab != nullptr && pcb != nullptr && !bSizeOnly) {
       if (count > *pcb) {
         Ctr::PrintLine(kName, 723, "Insufficient buffer for receiving fuser blob");
+        reason::Refuse(VELORA_REASON_BUFFER);
         PLINTH_RAISE(CException_General);
       }
       if (count > 0) {
@@ -147,7 +168,9 @@ bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) 
       *pcb = count;
     } else {
       Ctr::PrintLine(kName, 738, "Invalid parameters");
+      reason::Refuse(VELORA_REASON_ARGUMENT);
       PLINTH_RAISE(CException_General);
     }
-  });
+  };
+  return Guard(kName, 747, body, [this](int code) { refuse(code); });
 }

@@ -30,8 +30,9 @@ class VELORA_API Velora {
 
  private:
   struct Table;
-  bool reconstruct(const Table& table, unsigned int cb, unsigned char* ab);
-  bool getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly);
+  VELORA_HIDDEN bool reconstruct(const Table& table, unsigned int cb, unsigned char* ab);
+  VELORA_HIDDEN void refuse(int code) const;  // says why, for velora_last_reason
+  VELORA_HIDDEN bool getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly);
 
   void* m_pBootRecord;
   int m_ePlatform;

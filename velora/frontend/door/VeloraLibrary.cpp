@@ -1,6 +1,8 @@
 #include "plinth/runtime/api/boot.h"
 #include "velora/common/core/create.h"
+#include "velora/common/core/pack.h"
 #include "velora/frontend/door/library.h"
+#include "velora/frontend/door/reason.h"
 #include "velora/frontend/toolkit/RawData.h"
 #include "velora/frontend/toolkit/message.h"
 
@@ -11,60 +13,31 @@ fenn::IPrintModeMappings* g_pPrintModeMappings = nullptr;
 
 namespace {
 
-using Configuration = plinth::v1::api::FrontEndConfiguration;
-using Foundation = plinth::v1::api::Configuration;
-using namespace plinth::v1::api::_exports::common::exception;
-using plinth::v1::api::Boot;
-using plinth::v1::api::BootSlots;
-using plinth::v1::api::CleanupProcess;
-using plinth::v1::api::CleanupThread;
-using plinth::v1::api::FlatConfiguration;
-using plinth::v1::api::FreeBootRecord;
-using plinth::v1::api::Initialize;
-using plinth::v1::api::ShareThread;
-using plinth::v1::api::Slots;
+using namespace plinth::v1::api;
+
+using Layout = velora::common::core::PackLayout<fenn::Configuration>;
 
 constexpr char kInitLibrary[] = "initLibrary";
 
-// This thread was made known to a flat block with another boot than the front end's.
-bool addedToFlatBlock = false;
+// What the library has opened, to be closed when it goes down.
+Visit visit = {};
 
-BootSlots& FrontEnd() { return Slots<Configuration>(); }
-
-// Frames of every layer that a call passes must meet on one stack of environments, also where an
-// earlier call has left a block with another boot: the flat block for the handlers, the
-// foundation's, and the toner layer's.
-bool ShareThreadWithLayers() {
-  BootSlots& flat = Slots<FlatConfiguration>();
-  const bool known =
-      flat.threadContextManager == nullptr || flat.threadContextManager->FindEntry() != nullptr;
-  if (!ShareThread(flat, FrontEnd())) {
+// Fills the front end's block, from the given boot if there is one, and opens the layers.
+bool OpenLayers(BootRecord* given) {
+  BootSlots& frontEnd = Slots<FrontEndConfiguration>();
+  if (given != nullptr &&
+      (!Initialize(frontEnd, given) || !Initialize(Slots<Configuration>(), given))) {
+    Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
+    reason::Refuse(VELORA_REASON_ARGUMENT);
     return false;
   }
-  addedToFlatBlock = !known;
-  return ShareThread(Slots<Foundation>(), FrontEnd()) &&
-         ShareThread(Slots<fenn::Configuration>(), FrontEnd());
-}
-
-void CloseLayers() {
-  _velora_v2_Cleanup_Thread_Posix_Lib();
-  _plinth_v1_Cleanup_Thread_Posix_Lib();
-  if (addedToFlatBlock) {
-    CleanupThread(Slots<FlatConfiguration>());
-    addedToFlatBlock = false;
-  }
-  CleanupThread(FrontEnd());
-  _velora_v2_Cleanup_Process_Posix_Lib();
-  _plinth_v1_Cleanup_Process_Posix_Lib();
-  CleanupProcess(FrontEnd());
-}
-
-bool OpenLayers(BootRecord* record) {
-  const bool open = _plinth_v1_Initialize_Posix_Lib(record) != 0 &&
-                    _velora_v2_Initialize_Posix_Lib(record) != 0 && ShareThreadWithLayers();
-  FreeBootRecord(FrontEnd(), record);
+  BootRecord* record = Boot(frontEnd);
+  const bool open = Initialize(Slots<Configuration>(), record) &&
+                    Initialize(Slots<fenn::Configuration>(), record);
+  FreeBootRecord(record);
   if (!open) {
-    CloseLayers();
+    reason::RefuseBoot();
+    Ctr::PrintLine(kInitLibrary, 186, "Could not initialize Velora library");
   }
   return open;
 }
@@ -73,7 +46,7 @@ bool MakeFactory() {
   fenn::_factory::IFactory* volatile factory = nullptr;
   fenn::IPrintModeMappings* volatile mappings = nullptr;
   volatile bool made = false;
-  PLINTH_FRAME(Configuration) {
+  PLINTH_FRAME(FrontEndConfiguration) {
     factory = static_cast<fenn::_factory::IFactory*>(_velora_v2_CreateFactory_Posix_Lib());
     factory->Init();
     mappings = factory->CreatePrintModeMappings();
@@ -84,6 +57,7 @@ bool MakeFactory() {
   }
   PLINTH_CATCH {
     Ctr::PrintLine(kInitLibrary, 240, "Exception");
+    reason::Refuse(VELORA_REASON_NO_MEMORY);
     if (mappings != nullptr) {
       mappings->Destroy();
     }
@@ -98,19 +72,12 @@ bool MakeFactory() {
 }  // namespace
 
 bool initLibrary(void* pBootRecord) {
-  if (pBootRecord != nullptr) {
-    BootRecord* given = static_cast<BootRecord*>(pBootRecord);
-    if (!Initialize(FrontEnd(), given) || _plinth_v1_Initialize_Posix_Lib(given) == 0) {
-      Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
-      return false;
-    }
+  visit = Enter();
+  if (OpenLayers(static_cast<BootRecord*>(pBootRecord)) && MakeFactory()) {
+    return true;
   }
-  BootRecord* record = Boot(FrontEnd());
-  if (record == nullptr || !OpenLayers(record)) {
-    Ctr::PrintLine(kInitLibrary, 186, "Could not initialize Velora library");
-    return false;
-  }
-  return MakeFactory();
+  Leave(visit);
+  return false;
 }
 
 void releaseLibrary() {
@@ -122,7 +89,37 @@ void releaseLibrary() {
     g_pFactory->Destroy();
     g_pFactory = nullptr;
   }
-  CloseLayers();
+  Leave(visit);
+}
+
+void RefuseRequest(int code, int ePlatform, int eSupplyFamily, int eProductVariant,
+                   ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
+                   unsigned int nVelcases, RawData* pRawData) {
+  // By type id, from reason::kFirstKind on.
+  static constexpr const char* kKinds[] = {
+      "color map",     "gray curve",        "channel map",  "color coefficients",
+      "color residue", "mono coefficients", "mono residue", "mono widths",
+      "scalar",        "fuser blob"};
+  const bool inRange = fenn::EPlatform::kRange.Contains(ePlatform) &&
+                       fenn::ESupplyFamily::kRange.Contains(eSupplyFamily) &&
+                       fenn::EProductVariant::kRange.Contains(eProductVariant) &&
+                       eThemeType <= CTR_THEME_10 && eMediaType <= CTR_MEDIA_H &&
+                       eAxisType <= CTR_AXIS_MONO;
+  if (!inRange) {
+    reason::Refuse(VELORA_REASON_ARGUMENT);
+    return;
+  }
+  bool withPrinter = false;
+  for (unsigned int i = 0; i < nVelcases; ++i) {
+    const BytePacket* packet = pRawData->getVelcase(i);
+    withPrinter =
+        withPrinter || (packet != nullptr && packet->length >= Layout::kPayloadEnd &&
+                        packet->data[Layout::kChannel] == velora::common::api::kChannel_Printer);
+  }
+  if (code != CException_Memory_AllocationFailed::kCode && !withPrinter) {
+    reason::Refuse(VELORA_REASON_NO_PRINTER_PACK);
+  }
+  reason::RefuseTraced(code, kKinds);
 }
 
 fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVariant,
@@ -133,7 +130,8 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
     return nullptr;
   }
   fenn::IVeltune* volatile veltune = nullptr;
-  PLINTH_FRAME(Configuration) {
+  volatile unsigned int reached = 0;  // packs that are read
+  PLINTH_FRAME(FrontEndConfiguration) {
     constexpr int kRecordType = 3;
     constexpr auto kEndianness = fenn::ISerializer::ETargetEndianness::Reversed;
     fenn::ISerializerHelper* helper = Defer(frame, g_pFactory->CreateSerializerHelper());
@@ -150,6 +148,7 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
                  static_cast<fenn::ESupplyFamily::Enum>(eSupplyFamily),
                  pRawData->getVelcaseExtent(i));
       packs->Set(static_cast<int>(i), pack);
+      reached = i + 1;
     }
     veltune = g_pFactory->CreateVeltune();
     veltune->Init(static_cast<fenn::EPlatform::Enum>(ePlatform),
@@ -159,6 +158,13 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
   }
   PLINTH_CATCH {
     Ctr::PrintLine("createVeltune", 376, "Exception");
+    const int code = frame.exception->code;
+    if (fenn::ESupplyFamily::kRange.Contains(eSupplyFamily) && reached < nVelcases) {
+      reason::RefusePack(static_cast<int>(reached), pRawData->getVelcaseExtent(reached), code);
+    }
+    RefuseRequest(code, ePlatform, eSupplyFamily, eProductVariant, eThemeType, eMediaType,
+                  eAxisType, nVelcases, pRawData);
+    reason::Refuse(VELORA_REASON_PACKS_CONFLICT);
     if (veltune != nullptr) {
       veltune->Destroy();
       veltune = nullptr;

@@ -3,10 +3,10 @@
 
 #include "plinth/runtime/api/boot.h"
 #include "velora/frontend/door/ReconstructTable.h"
+#include "velora/frontend/door/library.h"
+#include "velora/frontend/door/reason.h"
 
-using plinth::v1::api::Boot;
-using plinth::v1::api::FlatConfiguration;
-using plinth::v1::api::Slots;
+using namespace plinth::v1::api;
 
 int _velora_v2_ReconstructTable_Moth_Posix_Lib(
     BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
@@ -19,26 +19,32 @@ int _velora_v2_ReconstructTable_Moth_Posix_Lib(
                           pTableCorrections, cbReconstructedTable, abReconstructedTable);
 }
 
-// One whole life. The boot record stays allocated behind the call; the foundation's block is left
-// open by a call that is refused before it reaches the object world.
+// One whole life: what it finds open stays open, what it opens is closed. The boot record stays
+// allocated behind the call.
 int _velora_v2_ReconstructTable_Moth_Posix_So(
     int ePlatform, int eSupplyFamily, int eProductVariant, ctr_table_type eTableType,
     ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
     unsigned int nVelcases, const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
     const TableCorrections* pTableCorrections, unsigned int cbReconstructedTable,
     unsigned char* abReconstructedTable) {
-  BootRecord* record = Boot(Slots<FlatConfiguration>());
-  if (record == nullptr || _velora_v2_Initialize_Posix_So(record) == 0) {
-    return 0;
-  }
-  const int result = _velora_v2_ReconstructTable_Moth_Posix_Lib(
-      record, ePlatform, eSupplyFamily, eProductVariant, eTableType, eThemeType, eMediaType,
-      eAxisType, nVelcases, apVelcases, pReferenceTable, pTableCorrections, cbReconstructedTable,
-      abReconstructedTable);
-  _velora_v2_Cleanup_Thread_Posix_So();
-  _velora_v2_Cleanup_Process_Posix_So();
-  return result;
+  return reason::Through([&] {
+    Visit visit = Enter();
+    BootRecord* record = Boot(Slots<FlatConfiguration>());
+    int result = 0;
+    if (record == nullptr ||
+        !InitializeLayer(Slots<velora::v2::fenn::api::Configuration>(), record)) {
+      reason::RefuseBoot();
+    } else {
+      result = ServeTable(record, ePlatform, eSupplyFamily, eProductVariant, eTableType, eThemeType,
+                          eMediaType, eAxisType, nVelcases, apVelcases, pReferenceTable,
+                          pTableCorrections, cbReconstructedTable, abReconstructedTable);
+    }
+    Leave(visit);
+    return result;
+  });
 }
+
+const char* velora_version(void) { return VELORA_VERSION; }
 
 int _velora_HelloWorld(int n) {
   printf("HelloWorld = %d\n", n);

@@ -11,12 +11,25 @@ struct CT_PROCESSING;
 extern velora::v2::fenn::api::_factory::IFactory* g_pFactory;
 extern velora::v2::fenn::api::IPrintModeMappings* g_pPrintModeMappings;
 
+// The table call behind the door, with ReconstructTable's arguments.
+int ServeTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
+               ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
+               ctr_axis_type eAxisType, unsigned int nVelcases, const ImagingBlob** apVelcases,
+               const ReferenceTable* pReferenceTable, const TableCorrections* pTableCorrections,
+               unsigned int cbReconstructedTable, unsigned char* abReconstructedTable);
+
 // Fills the front end's block, from the given boot or by a boot of its own, and makes factory and
-// mappings. After a failure releaseLibrary puts down what came up.
+// mappings. A failure leaves nothing open that was not.
 bool initLibrary(void* pBootRecord);
 
-// Releases all of that. Harmless when the library is down.
+// Releases all of that, and leaves open what initLibrary found open. Harmless when the library is
+// down.
 void releaseLibrary();
+
+// Says why a request fails with an exception of this code, as far as reasons know nothing yet.
+void RefuseRequest(int code, int ePlatform, int eSupplyFamily, int eProductVariant,
+                   ctr_theme_type eThemeType, ctr_media_type eMediaType, ctr_axis_type eAxisType,
+                   unsigned int nVelcases, RawData* pRawData);
 
 // Reads the packs and makes the object of one request, with a reference for the caller; null, with
 // a line, on any failure.

@@ -92,7 +92,7 @@ int DifferenceColor::ReadResidue(Work* work, int index) {
     unsigned char* bytes =
         Allocate<unsigned char>(86, "AllocMem byteResidue %d (DifferenceColor)", cb);
     if (bytes == nullptr) return Ctr::kOutOfMemory;
-    packet->decompress(bytes, size);
+    if (packet->decompress(bytes, size) == Ctr::kOutOfMemory) return Ctr::kOutOfMemory;
     Ctr::ExpandSignMagnitude(flat, bytes, cb);
     Ctr::PrintLine(kName, 105, "DeallocMem byteResidue (DifferenceColor)");
     Ctr::DeallocMem(bytes);

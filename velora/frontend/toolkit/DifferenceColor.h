@@ -1,7 +1,7 @@
 // One channel of a colour table, decoded directly from a request's PFD packets and reference.
 // Room: velora/frontend/toolkit. The table is built in the constructor and lives in the memory
 // family 'C', which the destructor frees whole: keep one object alive at a time. RawData and
-// CT_PROCESSING are the caller's. Nothing is thrown: the status tells the failure.
+// CT_PROCESSING are the caller's. Nothing is thrown: the status is the failure.
 #pragma once
 
 #include "velora/frontend/toolkit/CT_PROCESSING.h"
@@ -31,8 +31,8 @@ class VELORA_API DifferenceColor {
  private:
   struct Work;
 
-  int Build(Work* work);
-  int ReadResidue(Work* work, int index);
-  int ReadTransform(Work* work, int index);
-  int Combine(Work* work, int index);
+  VELORA_HIDDEN int Build(Work* work);
+  VELORA_HIDDEN int ReadResidue(Work* work, int index);
+  VELORA_HIDDEN int ReadTransform(Work* work, int index);
+  VELORA_HIDDEN int Combine(Work* work, int index);
 };

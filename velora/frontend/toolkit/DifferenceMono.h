@@ -1,7 +1,7 @@
 // The mono curve, decoded directly from a request's PFD packets and reference.
 // Room: velora/frontend/toolkit. The table is built in the constructor and lives in the memory
 // family 'M', which the destructor frees whole: keep one object alive at a time. RawData and
-// CT_PROCESSING are the caller's. Nothing is thrown: the status tells the failure.
+// CT_PROCESSING are the caller's. Nothing is thrown: the status is the failure.
 #pragma once
 
 #include "velora/frontend/toolkit/CT_PROCESSING.h"
@@ -29,5 +29,5 @@ class VELORA_API DifferenceMono {
   CT_PROCESSING* pCT;
 
  private:
-  int Build();
+  VELORA_HIDDEN int Build();
 };

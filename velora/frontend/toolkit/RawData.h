@@ -77,5 +77,5 @@ class VELORA_API RawData {
   unsigned int m_aVelcaseExtents[m_nVelcases_Max];
 
  private:
-  bool readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int cbFile);
+  VELORA_HIDDEN bool readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int cbFile);
 };

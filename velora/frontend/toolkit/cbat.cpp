@@ -2,9 +2,11 @@
 
 #include <cstring>
 
+#include "plinth/runtime/api/Trace.h"
 #include "velora/frontend/toolkit/memory.h"
 #include "velora/frontend/toolkit/message.h"
 #include "velora/frontend/toolkit/result.h"
+#include "velora/reason.h"
 
 namespace Ctr {
 
@@ -22,8 +24,8 @@ struct Shape {
 constexpr Shape kMono = {256, 128, 250, 128, 256};
 constexpr Shape kColor = {4913, 2457, 264, 2464, 270};
 
-// A packet's bytes as they are, or decompressed. A stream that breaks leaves zeros, as many as it
-// states.
+// A packet's bytes as they are, or decompressed. A stream that breaks is not noticed: its bytes up
+// to there, and zeros as far as its stated size. Without memory there are none.
 int Open(BytePacket* packet, int line, const char* format, unsigned char** data,
          unsigned int* cbData) {
   if (!packet->compressed) {
@@ -36,8 +38,7 @@ int Open(BytePacket* packet, int line, const char* format, unsigned char** data,
   *cbData = static_cast<unsigned int>(size);
   *data = AllocArrayWithLine<unsigned char>("CbatReader", line, format, *cbData, kFamily);
   if (*data == nullptr) return kOutOfMemory;
-  packet->decompress(*data, size);
-  return kSuccess;
+  return packet->decompress(*data, size) == kOutOfMemory ? kOutOfMemory : kSuccess;
 }
 
 void ReadFields(const unsigned char* data, unsigned int cbData, const unsigned char* widths,
@@ -83,11 +84,13 @@ int Read(BytePacket* pData, BytePacket* pWidths, unsigned char scalar, short* ou
   unsigned char* widths;
   unsigned int cbOpened;
   result = Open(pWidths, 231, "AllocMem cbatDataPtr %d", &widths, &cbOpened);
+  if (result == kBadSize) plinth::v1::api::CurrentTrace().cause = VELORA_REASON_REFERENCE;
   if (result != kSuccess) return result;
 
   const int cbWidths = pWidths->compressed ? static_cast<int>(cbOpened) : pWidths->length;
   const Shape& shape = pWidths->key.getAxis() == 'M' ? kMono : kColor;
   if (cbWidths < shape.cbLeast) {
+    plinth::v1::api::CurrentTrace().cause = VELORA_REASON_REFERENCE;
     PrintLine("CbatReader", shape.lineTooSmall, "Cbat size %d too small.", cbWidths);
     return kBadSize;
   }

@@ -1,5 +1,6 @@
 // SHA-256 digests of tables, and their text form.
-// Room: velora/frontend/toolkit. All memory is the caller's; a null is reported, not followed.
+// Room: velora/frontend/toolkit. All memory is the caller's. The text forms accept nulls, as they
+// say; ComputeSha256 does not.
 #pragma once
 
 #include "velora/velora.h"

@@ -57,7 +57,7 @@ int DecompressLzma(unsigned char* out, unsigned char* in, unsigned int cbIn, uns
   // No match can lie further back than the output's begin, whatever the header asks for.
   options.dict_size = cbOut;
 
-  // liblzma keeps its state itself. The block stands for it in the tracker, with the size of the
+  // liblzma keeps its state itself. The block represents it in the tracker, with the size of the
   // probabilities, so that a decode has its slot, its lines and its failure there.
   const unsigned int cbWorking = ((768u << (options.lc + options.lp)) + 1846) * 2;
   void* working = AllocMemWithLine("DecompressLzma", 162,

@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 
+#include "plinth/runtime/api/Trace.h"
 #include "velora/frontend/toolkit/message.h"
+#include "velora/reason.h"
 
 namespace Ctr {
 
@@ -30,6 +32,7 @@ void* AllocMem(unsigned int size, char tag) {
   ++g_allocations;
   void* pointer = calloc(size, 1);
   if (pointer == nullptr) {
+    plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
     PrintLine("AllocMem", 61, "ERROR: Failed to allocate %d bytes of memory",
               static_cast<int>(size));
     return nullptr;

@@ -1,27 +1,84 @@
 #include "velora/frontend/toolkit/message.h"
 
+#include <pthread.h>
+#include <string.h>
+
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
+
+#include "velora/reason.h"
+
+namespace {
+
+struct Log {
+  void (*print)(void* context, int level, const char* line);
+  void* context;
+};
+
+void PrintToStandardError(void*, int, const char* line) { fputs(line, stderr); }
+
+constexpr Log kStandardError = {PrintToStandardError, nullptr};
+Log current = kStandardError;
+pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
+
+Log Current() {
+  pthread_mutex_lock(&lock);
+  const Log log = current;
+  pthread_mutex_unlock(&lock);
+  return log;
+}
+
+// How the message of a step starts; any other one says that something is wrong.
+constexpr const char* kSteps[] = {
+    "AllocMem", "DeallocMem",  "DEBUG: ",   "INFO: ",    "CbatReader",           "ENTRY ",
+    "EXIT ",    "Attention: ", "Computed ", "Expected ", "DifferenceColor::dtor"};
+
+int LevelOf(const char* message) {
+  for (const char* step : kSteps) {
+    if (strncmp(message, step, strlen(step)) == 0) {
+      return VELORA_LOG_STEP;
+    }
+  }
+  return VELORA_LOG_FAILURE;
+}
+
+}  // namespace
+
+void velora_set_log(void (*log)(void* context, int level, const char* line), void* context) {
+  pthread_mutex_lock(&lock);
+  current = log == nullptr ? kStandardError : Log{log, context};
+  pthread_mutex_unlock(&lock);
+}
 
 namespace Ctr {
 
 void PrintLine(const char* function, int line, const char* format, ...) {
-  char text[1024];
-  va_list arguments;
+  constexpr char kEnd[] = "\"\n";
+  char room[1152];
+  const auto head =
+      static_cast<size_t>(snprintf(room, sizeof room, "[CTR] %s (line %d): \"", function, line));
+  size_t space = sizeof room - (sizeof kEnd - 1);  // with the message's terminator
+  va_list arguments, again;
   va_start(arguments, format);
-  const int length = vsnprintf(text, sizeof(text), format, arguments);
-  va_end(arguments);
-  if (length < static_cast<int>(sizeof(text))) {
-    fprintf(stderr, "[CTR] %s (line %d): \"%s\"\n", function, line, text);
-    return;
+  va_copy(again, arguments);
+  const auto length = static_cast<size_t>(vsnprintf(room + head, space - head, format, arguments));
+  // A long message needs a block of its own; where there is none, its end is cut off.
+  char* const whole =
+      head + length >= space ? static_cast<char*>(malloc(head + length + sizeof kEnd)) : nullptr;
+  char* text = room;
+  if (whole != nullptr) {
+    text = whole;
+    memcpy(text, room, head);
+    vsnprintf(text + head, length + 1, format, again);
   }
-  flockfile(stderr);
-  fprintf(stderr, "[CTR] %s (line %d): \"", function, line);
-  va_start(arguments, format);
-  vfprintf(stderr, format, arguments);
+  va_end(again);
   va_end(arguments);
-  fputs("\"\n", stderr);
-  funlockfile(stderr);
+  const Log log = Current();
+  const int level = LevelOf(text + head);
+  strcat(text, kEnd);
+  log.print(log.context, level, text);
+  free(whole);
 }
 
 }  // namespace Ctr

@@ -1,5 +1,5 @@
 // The PFD wrapper: one colour's packets in a file, with a table of contents in front.
-// Room: velora/frontend/toolkit. RawData has the operations; here stand the format's places, for
+// Room: velora/frontend/toolkit. RawData has the operations; here are the format's places, for
 // readers and writers alike. Multi-byte fields are little-endian.
 #pragma once
 

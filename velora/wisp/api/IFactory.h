@@ -4,90 +4,78 @@
 
 #include "velora/wisp/api/IVeltune.h"
 
-// What an ink factory makes beyond the common table, in the order of its slots:
-// X(name, interface, class, type id in an image or 0).
-#define WISP_OBJECTS(X)                                                                            \
-  X(PrintModeMappings, api::IPrintModeMappings, CPrintModeMappings, 0)                             \
-  X(AlternateNeutrals, api::IAlternateNeutrals, component_lists::CAlternateNeutrals, 120)          \
-  X(AlternateNeutralChannels, api::IAlternateNeutralChannels,                                      \
-    component_lists::CAlternateNeutralChannels, 119)                                               \
-  X(ChannelMaps, api::IChannelMaps, component_lists::CChannelMaps, 116)                            \
-  X(ColorMaps, api::IColorMaps, component_lists::CColorMaps, 117)                                  \
-  X(GrayCurves, api::IGrayCurves, component_lists::CGrayCurves, 118)                               \
-  X(Nodes_Deltas, api::INodes_Deltas, component_lists::CNodes_Deltas, 114)                         \
-  X(Nodes_Neutrals, api::INodes_Neutrals, component_lists::CNodes_Neutrals, 112)                   \
-  X(Nodes_Seeds, api::INodes_Seeds, component_lists::CNodes_Seeds, 113)                            \
-  X(AlternateNeutral, api::IAlternateNeutral, components::CAlternateNeutral, 28)                   \
-  X(AlternateNeutral_Operator_Build_CMYK, api::IAlternateNeutral::IOperator::IBuild_CMYK,          \
-    components::CAlternateNeutral::COperator::CBuild_CMYK, 95)                                     \
-  X(AlternateNeutralChannel, api::IAlternateNeutralChannel, components::CAlternateNeutralChannel,  \
-    27)                                                                                            \
-  X(AlternateNeutralChannel_Operator_Build_Monolithic,                                             \
-    api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,                                   \
-    components::CAlternateNeutralChannel::COperator::CBuild_Monolithic, 94)                        \
-  X(ChannelMap, api::IChannelMap, components::CChannelMap, 24)                                     \
-  X(ChannelMap_Operator_Build_N_5_9_17, api::IChannelMap::IOperator::IBuild_N_5_9_17,              \
-    components::CChannelMap::COperator::CBuild_N_5_9_17, 90)                                       \
-  X(ChannelMap_Operator_Build_Monolithic, api::IChannelMap::IOperator::IBuild_Monolithic,          \
-    components::CChannelMap::COperator::CBuild_Monolithic, 92)                                     \
-  X(ChannelMap_Operator_Modify_Subtract, api::IChannelMap::IOperator::IModify_Subtract,            \
-    components::CChannelMap::COperator::CModify_Subtract, 96)                                      \
-  X(ColorMap, api::IColorMap, components::CColorMap, 25)                                           \
-  X(ColorMap_Operator_Build_CMYK, api::IColorMap::IOperator::IBuild_CMYK,                          \
-    components::CColorMap::COperator::CBuild_CMYK, 91)                                             \
-  X(GrayCurve, api::IGrayCurve, components::CGrayCurve, 26)                                        \
-  X(GrayCurve_Operator_FromData, api::IGrayCurve::IOperator::IFromData,                            \
-    components::CGrayCurve::COperator::CFromData, 93)                                              \
-  X(Nodes_Complete, api::INodes_Complete, components::CNodes_Complete, 23)                         \
-  X(Nodes_Complete_Operator_FromData, api::INodes_Complete::IOperator::IFromData,                  \
-    components::CNodes_Complete::COperator::CFromData, 89)                                         \
-  X(Nodes_Delta, api::INodes_Delta, components::CNodes_Delta, 22)                                  \
-  X(Nodes_Delta_Operator_FromData, api::INodes_Delta::IOperator::IFromData,                        \
-    components::CNodes_Delta::COperator::CFromData, 88)                                            \
-  X(Nodes_Neutral, api::INodes_Neutral, components::CNodes_Neutral, 20)                            \
-  X(Nodes_Neutral_Operator_FromData, api::INodes_Neutral::IOperator::IFromData,                    \
-    components::CNodes_Neutral::COperator::CFromData, 86)                                          \
-  X(Nodes_Seed, api::INodes_Seed, components::CNodes_Seed, 21)                                     \
-  X(Nodes_Seed_Operator_FromData, api::INodes_Seed::IOperator::IFromData,                          \
-    components::CNodes_Seed::COperator::CFromData, 87)                                             \
-  X(Condition_Colorspace, api::conditions::print_mode::IColorspace,                                \
-    conditions::print_mode::CColorspace, 66)                                                       \
-  X(Condition_MediaSubtype, api::conditions::print_mode::IMediaSubtype,                            \
-    conditions::print_mode::CMediaSubtype, 67)                                                     \
-  X(Condition_MediaType, api::conditions::print_mode::IMediaType,                                  \
-    conditions::print_mode::CMediaType, 68)                                                        \
-  X(Condition_PenSet, api::conditions::print_mode::IPenSet, conditions::print_mode::CPenSet, 69)   \
-  X(Condition_Quality, api::conditions::print_mode::IQuality, conditions::print_mode::CQuality,    \
-    71)                                                                                            \
-  X(ComponentRole, api::properties::IComponentRole, properties::CComponentRole, 33)                \
-  X(DeltaRange, api::properties::IDeltaRange, properties::CDeltaRange, 43)                         \
-  X(DropsPerLevel, api::properties::IDropsPerLevel, properties::CDropsPerLevel, 35)                \
-  X(DropVolumeOffset, api::properties::IDropVolumeOffset, properties::CDropVolumeOffset, 36)       \
-  X(LevelCount, api::properties::ILevelCount, properties::CLevelCount, 37)                         \
-  X(LossyCompressionLevel, api::properties::ILossyCompressionLevel,                                \
-    properties::CLossyCompressionLevel, 38)                                                        \
-  X(NodeCount, api::properties::INodeCount, properties::CNodeCount, 39)                            \
-  X(NominalDropVolume, api::properties::INominalDropVolume, properties::CNominalDropVolume, 40)    \
-  X(Resolution, api::properties::IResolution, properties::CResolution, 41)                         \
-  X(Tag_Colorspace, api::tags::IColorspace, tags::CColorspace, 48)                                 \
-  X(Tag_MediaSubtype, api::tags::IMediaSubtype, tags::CMediaSubtype, 49)                           \
-  X(Tag_MediaType, api::tags::IMediaType, tags::CMediaType, 50)                                    \
-  X(Tag_PenSet, api::tags::IPenSet, tags::CPenSet, 51)                                             \
-  X(Tag_Quality, api::tags::IQuality, tags::CQuality, 53)                                          \
-  X(Array_AlternateNeutral, api::IArray<api::IAlternateNeutral>, CArrayOf<api::IAlternateNeutral>, \
-    16)                                                                                            \
-  X(Array_AlternateNeutralChannel, api::IArray<api::IAlternateNeutralChannel>,                     \
-    CArrayOf<api::IAlternateNeutralChannel>, 15)                                                   \
-  X(Array_ChannelMap, api::IArray<api::IChannelMap>, CArrayOf<api::IChannelMap>, 12)               \
-  X(Array_ColorMap, api::IArray<api::IColorMap>, CArrayOf<api::IColorMap>, 13)                     \
-  X(Array_GrayCurve, api::IArray<api::IGrayCurve>, CArrayOf<api::IGrayCurve>, 14)                  \
-  X(Array_Nodes_Complete, api::IArray<api::INodes_Complete>, CArrayOf<api::INodes_Complete>, 11)   \
-  X(Array_Nodes_Delta, api::IArray<api::INodes_Delta>, CArrayOf<api::INodes_Delta>, 10)            \
-  X(Array_Nodes_Neutral, api::IArray<api::INodes_Neutral>, CArrayOf<api::INodes_Neutral>, 8)       \
-  X(Array_Nodes_Seed, api::IArray<api::INodes_Seed>, CArrayOf<api::INodes_Seed>, 9)
-
 namespace velora::v1::wisp::api {
 
-VELORA_PIPELINE_IFACTORY(WISP_OBJECTS)
+namespace _factory {
+
+class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(IFactory);
+  IVeltune* CreateVeltune() override = 0;
+  IVelcase* CreateVelcase() override = 0;
+  IPropertiesHelper* CreatePropertiesHelper() override = 0;
+  virtual IPrintModeMappings* CreatePrintModeMappings() = 0;
+  virtual IAlternateNeutrals* CreateAlternateNeutrals() = 0;
+  virtual IAlternateNeutralChannels* CreateAlternateNeutralChannels() = 0;
+  virtual IChannelMaps* CreateChannelMaps() = 0;
+  virtual IColorMaps* CreateColorMaps() = 0;
+  virtual IGrayCurves* CreateGrayCurves() = 0;
+  virtual INodes_Deltas* CreateNodes_Deltas() = 0;
+  virtual INodes_Neutrals* CreateNodes_Neutrals() = 0;
+  virtual INodes_Seeds* CreateNodes_Seeds() = 0;
+  virtual IAlternateNeutral* CreateAlternateNeutral() = 0;
+  virtual IAlternateNeutral::IOperator::IBuild_CMYK*
+  CreateAlternateNeutral_Operator_Build_CMYK() = 0;
+  virtual IAlternateNeutralChannel* CreateAlternateNeutralChannel() = 0;
+  virtual IAlternateNeutralChannel::IOperator::IBuild_Monolithic*
+  CreateAlternateNeutralChannel_Operator_Build_Monolithic() = 0;
+  virtual IChannelMap* CreateChannelMap() = 0;
+  virtual IChannelMap::IOperator::IBuild_N_5_9_17* CreateChannelMap_Operator_Build_N_5_9_17() = 0;
+  virtual IChannelMap::IOperator::IBuild_Monolithic*
+  CreateChannelMap_Operator_Build_Monolithic() = 0;
+  virtual IChannelMap::IOperator::IModify_Subtract* CreateChannelMap_Operator_Modify_Subtract() = 0;
+  virtual IColorMap* CreateColorMap() = 0;
+  virtual IColorMap::IOperator::IBuild_CMYK* CreateColorMap_Operator_Build_CMYK() = 0;
+  virtual IGrayCurve* CreateGrayCurve() = 0;
+  virtual IGrayCurve::IOperator::IFromData* CreateGrayCurve_Operator_FromData() = 0;
+  virtual INodes_Complete* CreateNodes_Complete() = 0;
+  virtual INodes_Complete::IOperator::IFromData* CreateNodes_Complete_Operator_FromData() = 0;
+  virtual INodes_Delta* CreateNodes_Delta() = 0;
+  virtual INodes_Delta::IOperator::IFromData* CreateNodes_Delta_Operator_FromData() = 0;
+  virtual INodes_Neutral* CreateNodes_Neutral() = 0;
+  virtual INodes_Neutral::IOperator::IFromData* CreateNodes_Neutral_Operator_FromData() = 0;
+  virtual INodes_Seed* CreateNodes_Seed() = 0;
+  virtual INodes_Seed::IOperator::IFromData* CreateNodes_Seed_Operator_FromData() = 0;
+  virtual conditions::print_mode::IColorspace* CreateCondition_Colorspace() = 0;
+  virtual conditions::print_mode::IMediaSubtype* CreateCondition_MediaSubtype() = 0;
+  virtual conditions::print_mode::IMediaType* CreateCondition_MediaType() = 0;
+  virtual conditions::print_mode::IPenSet* CreateCondition_PenSet() = 0;
+  virtual conditions::print_mode::IQuality* CreateCondition_Quality() = 0;
+  virtual properties::IComponentRole* CreateComponentRole() = 0;
+  virtual properties::IDeltaRange* CreateDeltaRange() = 0;
+  virtual properties::IDropsPerLevel* CreateDropsPerLevel() = 0;
+  virtual properties::IDropVolumeOffset* CreateDropVolumeOffset() = 0;
+  virtual properties::ILevelCount* CreateLevelCount() = 0;
+  virtual properties::ILossyCompressionLevel* CreateLossyCompressionLevel() = 0;
+  virtual properties::INodeCount* CreateNodeCount() = 0;
+  virtual properties::INominalDropVolume* CreateNominalDropVolume() = 0;
+  virtual properties::IResolution* CreateResolution() = 0;
+  virtual tags::IColorspace* CreateTag_Colorspace() = 0;
+  virtual tags::IMediaSubtype* CreateTag_MediaSubtype() = 0;
+  virtual tags::IMediaType* CreateTag_MediaType() = 0;
+  virtual tags::IPenSet* CreateTag_PenSet() = 0;
+  virtual tags::IQuality* CreateTag_Quality() = 0;
+  virtual IArray<IAlternateNeutral>* CreateArray_AlternateNeutral() = 0;
+  virtual IArray<IAlternateNeutralChannel>* CreateArray_AlternateNeutralChannel() = 0;
+  virtual IArray<IChannelMap>* CreateArray_ChannelMap() = 0;
+  virtual IArray<IColorMap>* CreateArray_ColorMap() = 0;
+  virtual IArray<IGrayCurve>* CreateArray_GrayCurve() = 0;
+  virtual IArray<INodes_Complete>* CreateArray_Nodes_Complete() = 0;
+  virtual IArray<INodes_Delta>* CreateArray_Nodes_Delta() = 0;
+  virtual IArray<INodes_Neutral>* CreateArray_Nodes_Neutral() = 0;
+  virtual IArray<INodes_Seed>* CreateArray_Nodes_Seed() = 0;
+};
+
+}  // namespace _factory
 
 }  // namespace velora::v1::wisp::api

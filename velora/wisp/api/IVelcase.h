@@ -8,6 +8,7 @@ namespace velora::v1::wisp::api {
 
 class IVelcase : public virtual common::api::IVelcase<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVelcase);
   using common::api::IVelcase<Configuration>::Init;
   // Builds a pack for writing; it shares the lists, none of which may be null.
   virtual void Init(EVelcaseSchema::Enum schema, ESupplyFamily::Enum family, int channel,

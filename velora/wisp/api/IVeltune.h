@@ -18,11 +18,13 @@ namespace velora::v1::wisp::api {
 template <class Kind>
 class ICache : public virtual plinth::v1::api::ISerializeable {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ICache);
   static constexpr int kMaxIndices = 1000;
 
   // What was built for one print mode. Getters give no new reference.
   class IEntry : public virtual plinth::v1::api::ISerializeable {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IEntry);
     using plinth::v1::api::ISerializeable::Init;
     // Copies the pathname, shares the component. Null, or an empty pathname, raises
     // `CException_Parameter_Invalid`.
@@ -36,6 +38,7 @@ class ICache : public virtual plinth::v1::api::ISerializeable {
   // The entries of one index, newest first. The oldest goes when a new one would be too many.
   class IBucket : public virtual plinth::v1::api::ISerializeable {
    public:
+    PLINTH_INLINE_CONSTRUCTION(IBucket);
     using plinth::v1::api::ISerializeable::Init;
     virtual void Init(int maxEntries) = 0;  // 1 or more
     virtual void Init(IBucket* other) = 0;
@@ -60,6 +63,7 @@ class ICache : public virtual plinth::v1::api::ISerializeable {
 
 class IVeltune : public virtual common::api::IVeltune<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings,

@@ -1,10 +1,10 @@
 // The ink components: what a pack can hold, and the data that comes of it.
 // Room: velora/wisp. Data objects are counted and do not change. `Build...` gives a reference to
-// the caller, `Get...` does not. Failures are raised as the common IBuilt tells.
+// the caller, `Get...` does not. Errors: see the common IBuilt.
 //
 // A grid of n nodes an axis is an array of n * n * n values, the third axis the fastest; its
 // neutral diagonal are the nodes with three equal positions. A channel is a grid of 17, each node
-// in [0..255]. docs/formats/nodes.md tells how it is stored.
+// in [0..255]. docs/formats/nodes.md describes how it is stored.
 #pragma once
 
 #include "velora/wisp/api/vocabulary.h"
@@ -20,6 +20,7 @@ using common::api::Kind;
 template <int kCount>
 class IChannelData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IChannelData);
   static constexpr int kNodes = kCount;
   using plinth::v1::api::IObject::Init;
   // Copies the record and shares the array.
@@ -36,6 +37,7 @@ using IAlternateNeutralChannelData = IChannelData<17>;
 template <class T, int kMin, int kFrom, int kTo>
 class IRecordData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IRecordData);
   using Record = T;
   using Copied = IRecordData;
   static constexpr int kMinSize = kMin;
@@ -53,6 +55,7 @@ class IRecordData : public virtual plinth::v1::api::IObject {
 // All bytes behind the header count, and there must be one.
 class IColorMapData : public virtual IRecordData<WISPColorMap, 425, 424, 0x7FFFFFFF> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IColorMapData);
   int GetSize_WISPColorMap() const { return GetSize(); }
   const WISPColorMap* GetWISPColorMap() const { return GetRecord(); }
 };
@@ -60,12 +63,14 @@ class IColorMapData : public virtual IRecordData<WISPColorMap, 425, 424, 0x7FFFF
 // The node area counts, with the part of it that has no nodes.
 class IAlternateNeutralData : public virtual IRecordData<WISPAlternateNeutral, 1, 340, 852> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralData);
   int GetSize_WISPAlternateNeutral() const { return GetSize(); }
   const WISPAlternateNeutral* GetWISPAlternateNeutral() const { return GetRecord(); }
 };
 
 class IGrayCurveData : public virtual plinth::v1::api::IObject {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IGrayCurveData);
   using plinth::v1::api::IObject::Init;
   virtual void Init(const WISPGrayCurve* curve) = 0;  // copies the record
   virtual void Init(IGrayCurveData* other) = 0;
@@ -76,15 +81,18 @@ class IGrayCurveData : public virtual plinth::v1::api::IObject {
 
 // ---- components
 //
-// The operators of a recipe stand in `IOperator` of the component that they end the recipe of.
+// Each operator is declared in the component whose recipe it ends.
 
 // A part of a channel's pyramid.
 class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(INodes);
   struct IOperator {
     // The bytes, stored.
-    class IFromData : public virtual IRecipe::IProducer<IArray_int32> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IFromData);
+      using Data = IArray_int32;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* encoded) = 0;
@@ -107,27 +115,43 @@ template <int kTypeId, int kListTypeId, int kArrayTypeId, int kFromDataId>
 class INodesOf : public virtual INodes,
                  public Kind<kTypeId, kListTypeId, kArrayTypeId, kListTypeId != 0, kFromDataId> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(INodesOf);
   static constexpr int kFromDataType = kFromDataId;
 };
-using INodes_Neutral = INodesOf<20, 112, 8, 86>;
-using INodes_Seed = INodesOf<21, 113, 9, 87>;
-using INodes_Delta = INodesOf<22, 114, 10, 88>;
-using INodes_Complete = INodesOf<23, 0, 11, 89>;  // no list, so nothing for a reference to find
+using INodes_Neutral =
+    INodesOf<TypeIds::kNodes_Neutral, TypeIds::kNodes_Neutrals, TypeIds::kArray_Nodes_Neutral,
+             TypeIds::kNodes_Neutral_Operator_FromData>;
+using INodes_Seed = INodesOf<TypeIds::kNodes_Seed, TypeIds::kNodes_Seeds,
+                             TypeIds::kArray_Nodes_Seed, TypeIds::kNodes_Seed_Operator_FromData>;
+using INodes_Delta = INodesOf<TypeIds::kNodes_Delta, TypeIds::kNodes_Deltas,
+                              TypeIds::kArray_Nodes_Delta, TypeIds::kNodes_Delta_Operator_FromData>;
+using INodes_Complete =
+    INodesOf<TypeIds::kNodes_Complete, 0, TypeIds::kArray_Nodes_Complete,
+             TypeIds::kNodes_Complete_Operator_FromData>;  // no list, so nothing for a reference to
+                                                           // find
 
-class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
-                    public Kind<24, 116, 12, true, 90, 92, 96> {
+class IChannelMap
+    : public virtual common::api::IBuilt<Configuration, IChannelMapData>,
+      public Kind<TypeIds::kChannelMap, TypeIds::kChannelMaps, TypeIds::kArray_ChannelMap, true,
+                  TypeIds::kChannelMap_Operator_Build_N_5_9_17,
+                  TypeIds::kChannelMap_Operator_Build_Monolithic,
+                  TypeIds::kChannelMap_Operator_Modify_Subtract> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IChannelMap);
   struct IOperator {
     class IBuild : public virtual IRecipe::IBuild<IChannelMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild);
       IChannelMapData* GetChannelMapData() const { return GetData(); }
       void DestroyChannelMapData() { DestroyData(); }
     };
     using IBuild_N_5_9_17 = IBuild;
     using IModify_Subtract = IBuild;
     // A whole channel as one string of bytes.
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IChannelMapData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
+      using Data = IChannelMapData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual IChannelMapData* GetData() const = 0;
@@ -152,14 +176,19 @@ class IChannelMap : public virtual common::api::IBuilt<Configuration, IChannelMa
 template <class Data>
 class ITable : public virtual common::api::IShared<Configuration, Data> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(ITable);
   virtual unsigned int GetChecksum() const = 0;
 };
 
-class IColorMap : public virtual ITable<IColorMapData>, public Kind<25, 117, 13, true, 91> {
+class IColorMap : public virtual ITable<IColorMapData>,
+                  public Kind<TypeIds::kColorMap, TypeIds::kColorMaps, TypeIds::kArray_ColorMap,
+                              true, TypeIds::kColorMap_Operator_Build_CMYK> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IColorMap);
   struct IOperator {
     class IBuild_CMYK : public virtual IRecipe::IBuild<IColorMapData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_CMYK);
       IColorMapData* GetColorMapData() const { return GetData(); }
       void DestroyColorMapData() { DestroyData(); }
     };
@@ -169,11 +198,16 @@ class IColorMap : public virtual ITable<IColorMapData>, public Kind<25, 117, 13,
   IColorMapData* GetColorMapData() const { return GetData(); }
 };
 
-class IGrayCurve : public virtual ITable<IGrayCurveData>, public Kind<26, 118, 14, true, 93> {
+class IGrayCurve : public virtual ITable<IGrayCurveData>,
+                   public Kind<TypeIds::kGrayCurve, TypeIds::kGrayCurves, TypeIds::kArray_GrayCurve,
+                               true, TypeIds::kGrayCurve_Operator_FromData> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IGrayCurve);
   struct IOperator {
-    class IFromData : public virtual IRecipe::IProducer<IGrayCurveData> {
+    class IFromData : public virtual IRecipe::IOperator {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IFromData);
+      using Data = IGrayCurveData;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
@@ -192,11 +226,16 @@ class IGrayCurve : public virtual ITable<IGrayCurveData>, public Kind<26, 118, 1
 
 class IAlternateNeutralChannel
     : public virtual common::api::IBuilt<Configuration, IAlternateNeutralChannelData>,
-      public Kind<27, 119, 15, true, 94> {
+      public Kind<TypeIds::kAlternateNeutralChannel, TypeIds::kAlternateNeutralChannels,
+                  TypeIds::kArray_AlternateNeutralChannel, true,
+                  TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralChannel);
   struct IOperator {
-    class IBuild_Monolithic : public virtual IRecipe::IProducer<IAlternateNeutralChannelData> {
+    class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
+      using Data = IAlternateNeutralChannelData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
@@ -215,11 +254,15 @@ class IAlternateNeutralChannel
 };
 
 class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
-                          public Kind<28, 120, 16, true, 95> {
+                          public Kind<TypeIds::kAlternateNeutral, TypeIds::kAlternateNeutrals,
+                                      TypeIds::kArray_AlternateNeutral, true,
+                                      TypeIds::kAlternateNeutral_Operator_Build_CMYK> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IAlternateNeutral);
   struct IOperator {
     class IBuild_CMYK : public virtual IRecipe::IBuild<IAlternateNeutralData> {
      public:
+      PLINTH_INLINE_CONSTRUCTION(IBuild_CMYK);
       IAlternateNeutralData* GetAlternateNeutralData() const { return GetData(); }
       void DestroyAlternateNeutralData() { DestroyData(); }
     };

@@ -3,16 +3,37 @@
 // `CException_Parameter_Invalid`.
 //
 // Print-mode values come in two numberings. The caller's, the PT_* enumerations, index the mapping
-// table. The pack's, the enumerations below, stand in tags and conditions; a condition translates
-// its number before it compares.
+// table. The pack's, the enumerations below, are stored in tags and conditions; a condition
+// translates its number before it compares.
 #pragma once
 
 #include "velora/common/api/IFactory.h"
+#include "velora/wisp/api/Vocabulary.h"
 #include "velora/wisp_records.h"
 
 namespace velora::v1::wisp::api {
 
-VELORA_PIPELINE_WORDS
+// The common names, for this pipeline's layer.
+using common::api::IArray;
+using common::api::IArray_int32;
+using common::api::IArray_uint8;
+using common::api::ILinkedList;
+using common::api::ISerializer;
+using common::api::ISerializerHelper;
+using EPlatform = common::api::EPlatform<Configuration>;
+using ESupplyFamily = common::api::ESupplyFamily<Configuration>;
+using EProductVariant = common::api::EProductVariant<Configuration>;
+using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;
+using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>;
+using EChannel = common::api::EChannel<Configuration>;
+using ITag = common::api::ITag<Configuration>;
+using ITags = common::api::ITags<Configuration>;
+using IProperty = common::api::IProperty<Configuration>;
+using IProperties = common::api::IProperties<Configuration>;
+using IConditions = common::api::IConditions<Configuration>;
+using IRecipe = common::api::IRecipe<Configuration>;
+using IComponent = common::api::IComponent<Configuration>;
+using TypeIds = common::TypeIds<Configuration>;
 
 // ---- enumerations
 
@@ -60,7 +81,7 @@ struct ENodeCount {
     }
     return (count - 1) / 2 + 1;
   }
-  // How many nodes of a grid stand neither on the coarser grid nor on the diagonal.
+  // How many nodes of a grid are neither on the coarser grid nor on the diagonal.
   static int GetTotalSize_Delta(int count) {
     const int previous = GetAxisSize_Previous(count);
     return count * count * count - previous * previous * previous - (count - previous);
@@ -114,49 +135,41 @@ constexpr int GetColorIndex(int channel) { return common::api::GetColorIndex(cha
 
 // ---- tags, conditions, properties
 
-// The classes of print mode: X(name, type id of the tag, type id of the condition).
-#define WISP_PRINT_MODE(X) \
-  X(Colorspace, 48, 66)    \
-  X(MediaSubtype, 49, 67)  \
-  X(MediaType, 50, 68)     \
-  X(PenSet, 51, 69)        \
-  X(Quality, 53, 71)
+// The classes of print mode, each a tag and a condition.
+#define WISP_PRINT_MODE(X) X(Colorspace) X(MediaSubtype) X(MediaType) X(PenSet) X(Quality)
 
-// The properties with one number: X(name, enumeration, type id).
-#define WISP_PROPERTIES(X)                             \
-  X(ComponentRole, EComponentRole, 33)                 \
-  X(DropVolumeOffset, EAny<int>, 36)                   \
-  X(LevelCount, EAny<unsigned int>, 37)                \
-  X(LossyCompressionLevel, ELossyCompressionLevel, 38) \
-  X(NominalDropVolume, EAny<unsigned int>, 40)         \
-  X(Resolution, EResolution, 41)                       \
-  X(DeltaRange, EDeltaRange, 43)
-
-constexpr int kDropsPerLevel = 35;
-constexpr int kNodeCount = 39;
+// The properties with one number: X(name, enumeration).
+#define WISP_PROPERTIES(X)                         \
+  X(ComponentRole, EComponentRole)                 \
+  X(DropVolumeOffset, EAny<int>)                   \
+  X(LevelCount, EAny<unsigned int>)                \
+  X(LossyCompressionLevel, ELossyCompressionLevel) \
+  X(NominalDropVolume, EAny<unsigned int>)         \
+  X(Resolution, EResolution)                       \
+  X(DeltaRange, EDeltaRange)
 
 namespace tags {
-#define WISP_TAG(Name, tag, condition) VELORA_VALUE_INTERFACE(Name, ITag, E##Name)
+#define WISP_TAG(Name) VELORA_VALUE_INTERFACE(Name, ITag, E##Name)
 WISP_PRINT_MODE(WISP_TAG)
 #undef WISP_TAG
 }  // namespace tags
 
 namespace conditions::print_mode {
-#define WISP_CONDITION(Name, tag, condition) \
-  VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
+#define WISP_CONDITION(Name) VELORA_VALUE_INTERFACE(Name, IConditions::IOperator, E##Name)
 WISP_PRINT_MODE(WISP_CONDITION)
 #undef WISP_CONDITION
 }  // namespace conditions::print_mode
 
 namespace properties {
 
-#define WISP_PROPERTY(Name, Enumeration, Id) VELORA_VALUE_INTERFACE(Name, IProperty, Enumeration)
+#define WISP_PROPERTY(Name, Enumeration) VELORA_VALUE_INTERFACE(Name, IProperty, Enumeration)
 WISP_PROPERTIES(WISP_PROPERTY)
 #undef WISP_PROPERTY
 
 // The only property that changes after its Init.
 class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(INodeCount);
   using ENodeCount = IValue::Enumeration;
   ENodeCount::Enum GetNodeCount() const { return this->GetValue(); }
   virtual void SetNodeCount(ENodeCount::Enum count) = 0;
@@ -165,6 +178,7 @@ class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
 // Drops for each level, one byte a level; a record has room for 16.
 class IDropsPerLevel : public virtual IProperty {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IDropsPerLevel);
   using Copied = IProperty;
   using IProperty::Init;
   virtual void Init(IArray_uint8* drops) = 0;          // shares the array
@@ -177,12 +191,12 @@ class IDropsPerLevel : public virtual IProperty {
 // ---- print mode
 
 // One print mode in the caller's numbering: a canonical object, whose identity is the print mode.
-class IPrintModeMapping {
+class VELORA_API IPrintModeMapping {
  public:
   virtual void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality,
                     unsigned int penSet, PT_data_source source) = 0;
-  virtual ~IPrintModeMapping();
-  // Ends the mapping and frees it.
+  VELORA_HIDDEN virtual ~IPrintModeMapping();
+  // Does nothing: a mapping ends with its table.
   virtual void Destroy() = 0;
   // Raise `CException_This_Invalid` before Init.
   virtual PT_media_t GetMediaType() const = 0;
@@ -194,7 +208,7 @@ class IPrintModeMapping {
 
 // The table of all print modes. Owns its 1620 mappings, which outlive whatever points to them only
 // as long as the table does.
-class IPrintModeMappings {
+class VELORA_API IPrintModeMappings {
  public:
   static constexpr int kMedia = 9;
   static constexpr int kSubtypes = 6;
@@ -204,9 +218,7 @@ class IPrintModeMappings {
   static constexpr int kCount = kMedia * kSubtypes * kQualities * kPenSets * kSources;
 
   virtual void Init() = 0;
-  virtual ~IPrintModeMappings();
-  // Ends the table and frees it.
-  virtual void Destroy() = 0;
+  VELORA_HIDDEN virtual ~IPrintModeMappings();
   // Never refuses a value: an unknown one falls back, each field for itself, to medium 0, subtype
   // 0, quality 0, pen set 1, source 0. A blank table raises `CException_This_Invalid`, a null
   // record `CException_Parameter_Invalid`.
@@ -216,6 +228,8 @@ class IPrintModeMappings {
   virtual IPrintModeMapping* GetPrintModeMapping(const tWISPPrintModeMapping* record) const = 0;
   virtual void Delete() = 0;
 
+  // Ends the table and frees it.
+  virtual void Destroy() = 0;
   // A mapping's place in the table, and back: -1 and null for one that is not in it.
   virtual int FindPlace(const IPrintModeMapping* mapping) const = 0;
   virtual IPrintModeMapping* GetAt(int place) const = 0;
@@ -224,6 +238,7 @@ class IPrintModeMappings {
 // Points into the mappings, which it does not own.
 class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, const tWISPPrintModeMapping* record,
@@ -238,6 +253,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
 // All but GetDeltaRange raise `CException_General` for a property that is not there.
 class IPropertiesHelper : public virtual common::api::IPropertiesHelper<Configuration> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
   virtual EComponentRole::Enum GetComponentRole(IProperties* properties) const = 0;
   // Where there is none, it follows from the role: 1 for any role but 1, otherwise 2.
   virtual EDeltaRange::Enum GetDeltaRange(IProperties* properties) const = 0;

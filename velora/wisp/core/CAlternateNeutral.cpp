@@ -1,22 +1,20 @@
 #include "velora/wisp/core/channel.h"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {
 
-template class CChannelData<api::IAlternateNeutralChannelData>;
-template class CRecordData<api::IAlternateNeutralData>;
-
 using CBuild_Monolithic = CAlternateNeutralChannel::COperator::CBuild_Monolithic;
 
+CBuild_Monolithic::CBuild_Monolithic() = default;
+
 void CBuild_Monolithic::Init(IProperties* newProperties, IArray_int32* nodes) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (nodes == nullptr || nodes->GetCount() != kNeutrals) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     InitBytes(newProperties, Defer(frame, BytesForm::Encode(newProperties, nodes)));
-  }
-  PLINTH_END
+  });
 }
 
 IArray_uint8* CBuild_Monolithic::GetArray_uint8_Nodes_Encoded() const { return GetBytes(); }
@@ -45,6 +43,8 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
 }
 
 using CBuild_CMYK = CAlternateNeutral::COperator::CBuild_CMYK;
+
+CBuild_CMYK::CBuild_CMYK() = default;
 
 Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
   unsigned char* volatile bytes = nullptr;

@@ -1,11 +1,9 @@
 #include "velora/wisp/core/channel.h"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {
-
-template class CChannelData<api::IChannelMapData>;
 
 namespace {
 
@@ -58,6 +56,8 @@ IArray_int32* CBuild_N_5_9_17::BuildArray_int32_Nodes_17Cubed(IArray_int32* neut
   return cube;
 }
 
+CBuild_N_5_9_17::CBuild_N_5_9_17() = default;
+
 Operators* CBuild_N_5_9_17::Resolve(Operators* operators, IProperties* properties,
                                     IVeltune* veltune) {
   PLINTH_FRAME(Configuration) {
@@ -83,18 +83,19 @@ Operators* CBuild_N_5_9_17::Resolve(Operators* operators, IProperties* propertie
 
 using CBuild_Monolithic = CChannelMap::COperator::CBuild_Monolithic;
 
+CBuild_Monolithic::CBuild_Monolithic() = default;
+
 void CBuild_Monolithic::Init(IProperties* newProperties, IArray_int32* nodes) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     InitBytes(newProperties, Defer(frame, BuildArray_uint8_Nodes_Encoded(newProperties, nodes)));
-  }
-  PLINTH_END
+  });
 }
 
 // The subtraction sees what a decoder of the two would see.
 void CBuild_Monolithic::Init_Subtract(IProperties* newProperties, IProperties* propertiesA,
                                       IArray_int32* nodesA, IProperties* propertiesB,
                                       IArray_int32* nodesB) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (nodesA == nullptr || nodesB == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -108,8 +109,7 @@ void CBuild_Monolithic::Init_Subtract(IProperties* newProperties, IProperties* p
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     Init(newProperties, Defer(frame, BuildDifference(a, b)));
-  }
-  PLINTH_END
+  });
 }
 
 IArray_uint8* CBuild_Monolithic::GetArray_uint8_Nodes_Encoded() const { return GetBytes(); }
@@ -206,6 +206,8 @@ IArray_int32* CBuild_Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(IPropert
 }
 
 using CModify_Subtract = CChannelMap::COperator::CModify_Subtract;
+
+CModify_Subtract::CModify_Subtract() = default;
 
 Operators* CModify_Subtract::Resolve(Operators* operators, IProperties* properties,
                                      IVeltune* veltune) {

@@ -1,9 +1,9 @@
-#include "velora/wisp/core/components.inl"
+#include <string.h>
+
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {
-
-template class CRecordData<api::IColorMapData>;
 
 // A record has some 39000 bytes: 32 at a time, in lanes of 16 bits, which take 128 sums of two
 // bytes before they are full.
@@ -53,6 +53,8 @@ void FillPlane(const int* nodes, uint16_t* plane) {
 }  // namespace
 
 using CBuild_CMYK = CColorMap::COperator::CBuild_CMYK;
+
+CBuild_CMYK::CBuild_CMYK() = default;
 
 Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
   unsigned char* volatile bytes = nullptr;

@@ -1,4 +1,4 @@
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora::v1::wisp::core::components {
@@ -37,15 +37,17 @@ CGrayCurveData::~CGrayCurveData() = default;
 void CGrayCurveData::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 void CGrayCurveData::Init(const WISPGrayCurve* curve) {
+  BeginInit();
   if (curve == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   m_WISPGrayCurve = *curve;
   m_nChecksum = SumBytes(m_WISPGrayCurve.curve, 0, kLevels);
+  valid = true;
 }
 
 void CGrayCurveData::Init(api::IGrayCurveData* other) {
+  BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -69,6 +71,8 @@ void CGrayCurveData::Reset() {
 }
 
 using CFromData = CGrayCurve::COperator::CFromData;
+
+CFromData::CFromData() = default;
 
 void CFromData::Init(IArray_uint8* nodes) { InitBytes(nullptr, nodes); }
 

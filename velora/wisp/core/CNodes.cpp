@@ -1,5 +1,7 @@
+#include <string.h>
+
 #include "velora/wisp/core/channel.h"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 
@@ -36,7 +38,7 @@ Tolerance ToleranceOf(api::ELossyCompressionLevel::Enum level, int n) {
 }
 
 // What `take` picks of a complete grid that is resampled to the properties' node count. The sizes
-// are told by `countOf`.
+// come from `countOf`.
 template <class CountOf, class Take>
 IArray_int32* TakeOfResampled(IProperties* properties, IArray_int32* complete, CountOf countOf,
                               Take take) {
@@ -279,10 +281,5 @@ IArray_int32* DeltaForm::Decode(IProperties* properties, IArray_uint8* encoded) 
   }
   PLINTH_RAISE(CException_This_Invalid);
 }
-
-template class CNodes<api::INodes_Neutral>;
-template class CNodes<api::INodes_Seed>;
-template class CNodes<api::INodes_Delta>;
-template class CNodes<api::INodes_Complete>;
 
 }  // namespace velora::v1::wisp::core::components

@@ -76,10 +76,8 @@ void CPrintModeMapping::Init(PT_media_t media, unsigned int subtype, PT_quality_
   m_bInitialized = true;
 }
 
-void CPrintModeMapping::Destroy() {
-  plinth::v1::api::platform::PlacementDelete(plinth::v1::api::Slots<Configuration>().platform,
-                                             this);
-}
+// A mapping ends with its table.
+void CPrintModeMapping::Destroy() {}
 
 void CPrintModeMapping::CheckThis() const {
   if (!m_bInitialized) {

@@ -1,7 +1,5 @@
 #include "velora/wisp/core/CVelcase.h"
 
-#include "velora/common/core/CVelcaseOf.inl"
-
 namespace velora::v1::wisp::core {
 
 CVelcase::CVelcase() = default;

@@ -2,11 +2,8 @@
 
 #include <string.h>
 
-#include "velora/common/core/CBuilt.inl"
-#include "velora/common/core/CVelcaseOf.inl"
-#include "velora/common/core/CVeltune.inl"
 #include "velora/wisp/core/CVelcase.h"
-#include "velora/wisp/core/Cache.inl"
+#include "velora/wisp/core/Cache.h"
 #include "velora/wisp/core/components.h"
 
 namespace velora::v1::wisp::core {
@@ -33,7 +30,7 @@ api::IPrintModeParameters* CVeltune::Init_BuildPrintModeParameters(
 void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum productVariant,
                     api::IArray<api::IVelcase>* newVelcases, api::IPrintModeMappings* mappings,
                     const tWISPPrintModeMapping* record) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (newVelcases == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -47,17 +44,12 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     m_pCache_GrayCurve->Init(kCachedIndices);
     m_pCache_AlternateNeutral.Take(Create<Configuration, Cache<api::IAlternateNeutral>>());
     m_pCache_AlternateNeutral->Init(kCachedIndices);
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 // The caches are copied, what they hold is shared.
 void CVeltune::Init(api::IVeltune* other) {
-  PLINTH_FRAME(Configuration) {
+  InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(other);
     m_pArray_Velcases.Share(other->GetArray_Velcases());
     m_pVelcase_Combined.Share(other->GetVelcase_Combined());
@@ -67,12 +59,7 @@ void CVeltune::Init(api::IVeltune* other) {
     m_pCache_GrayCurve->Init(other->GetCache_GrayCurve());
     m_pCache_AlternateNeutral.Take(Create<Configuration, Cache<api::IAlternateNeutral>>());
     m_pCache_AlternateNeutral->Init(other->GetCache_AlternateNeutral());
-  }
-  PLINTH_CATCH {
-    Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 void CVeltune::Update(const tWISPPrintModeMapping* record) {
@@ -222,7 +209,14 @@ struct Request<WISPAlternateNeutral> {
   static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
     return veltune->LocateAlternateNeutral(index, pathname, bytes);
   }
-  static int Size(api::IAlternateNeutralData*) { return sizeof(WISPAlternateNeutral); }
+  // A record that somebody else has made may be shorter than what is copied out.
+  static int Size(api::IAlternateNeutralData* data) {
+    constexpr int kSize = sizeof(WISPAlternateNeutral);
+    if (data->GetSize_WISPAlternateNeutral() < kSize) {
+      PLINTH_RAISE(CException_General);
+    }
+    return kSize;
+  }
   static const void* Bytes(api::IAlternateNeutralData* data) {
     return data->GetWISPAlternateNeutral();
   }
@@ -389,8 +383,10 @@ api::IPrintModeMapping* CVeltune::GetPrintModeMapping() const {
   return GetPrintModeParameters()->GetPrintModeMapping();
 }
 
-void CVeltune::CheckThis() const {
-  Base::CheckThis();
+void CVeltune::CheckThis() const { CheckMembers(); }
+
+void CVeltune::CheckMembers() const {
+  Base::CheckMembers();
   if (!m_pArray_Velcases || !m_pVelcase_Combined || !m_pCache_ColorMap || !m_pCache_GrayCurve ||
       !m_pCache_AlternateNeutral) {
     PLINTH_RAISE(CException_This_Invalid);

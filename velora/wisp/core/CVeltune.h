@@ -1,6 +1,6 @@
 // The object that answers an ink printer's requests.
 // Room: velora/wisp. Holds one reference each on parameters, packs, combined pack and caches.
-// Raises as its interface tells; packs of different supply families, or none,
+// Errors: see its interface; packs of different supply families, or none,
 // `CException_This_Invalid`.
 #pragma once
 
@@ -68,6 +68,9 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   void CheckThis() const override;
   void Reset() override;
   void Delete() override;
+
+ protected:
+  void CheckMembers() const;
 
  private:
   api::IPrintModeMapping* GetPrintModeMapping() const;

@@ -4,10 +4,6 @@ namespace velora::v1::wisp::core {
 
 using namespace plinth::v1::api::_exports::common::exception;
 
-CNeverStored::CNeverStored() : CSerializeable(kType) {}
-
-CNeverStored::~CNeverStored() = default;
-
 void CNeverStored::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
 void CNeverStored::Init(int, api::ISerializer*, void*) { PLINTH_RAISE(CException_NotImplemented); }

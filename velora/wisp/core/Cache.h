@@ -1,6 +1,6 @@
 // The caches of a CVeltune: buckets by locator index, in each the entries of the print modes.
 // Room: velora/wisp. A cache holds one reference on each bucket, a bucket on each entry, an entry
-// on its pathname and its component; mappings are not owned. Raise as ICache tells; what raises in
+// on its pathname and its component; mappings are not owned. Errors: see ICache; what raises in
 // the middle of a change leaves the entries as they were.
 #pragma once
 
@@ -15,8 +15,8 @@ class CNeverStored : public plinth::v1::core::CSerializeable {
  public:
   static constexpr int kType = -1;  // no image has it
 
-  CNeverStored();
-  ~CNeverStored() override;
+  [[gnu::always_inline]] CNeverStored() : CSerializeable(kType) {}
+  PLINTH_INLINE_DESTRUCTION(CNeverStored);
   using plinth::v1::core::CSerializeable::Init;
   void Init() override;
   void Init(int type, api::ISerializer* serializer, void* context) override;
@@ -38,8 +38,8 @@ class CVeltune::Cache : public CNeverStored, public virtual api::ICache<Kind> {
    public:
     class Entry : public CNeverStored, public virtual IEntry {
      public:
-      Entry();
-      ~Entry() override;
+      [[gnu::always_inline]] Entry() : m_pPrintModeMapping(nullptr) {}
+      PLINTH_INLINE_DESTRUCTION(Entry);
       using CNeverStored::Init;
       void Init(const char* pathname, api::IPrintModeMapping* mapping, Kind* component) override;
       void Init(IEntry* other) override;
@@ -56,8 +56,8 @@ class CVeltune::Cache : public CNeverStored, public virtual api::ICache<Kind> {
       plinth::v1::core::Counted<Kind> m_pComponent;
     };
 
-    Bucket();
-    ~Bucket() override;
+    [[gnu::always_inline]] Bucket() : m_nMaxEntries(0) {}
+    PLINTH_INLINE_DESTRUCTION(Bucket);
     using CNeverStored::Init;
     void Init(int maxEntries) override;
     void Init(IBucket* other) override;
@@ -73,8 +73,7 @@ class CVeltune::Cache : public CNeverStored, public virtual api::ICache<Kind> {
     plinth::v1::core::Counted<api::ILinkedList<IEntry>> m_pList_Entries;
   };
 
-  Cache();
-  ~Cache() override;
+  PLINTH_INLINE_CONSTRUCTION(Cache);
   using CNeverStored::Init;
   void Init(int indices) override;
   void Init(Interface* other) override;
@@ -89,9 +88,7 @@ class CVeltune::Cache : public CNeverStored, public virtual api::ICache<Kind> {
 
  private:
   void InitBlank(int indices);
-  void GrowTo(int index);
-  // Links a bucket in at the head and stands it at its index.
-  void StoreBucket(int index, IBucket* bucket);
+  api::IArray<IBucket>* BuildArray_Grown(int index) const;
 
   plinth::v1::core::Counted<api::IArray<IBucket>> m_pArray_Buckets;      // null: no entries yet
   plinth::v1::core::Counted<api::ILinkedList<IBucket>> m_pList_Buckets;  // of the same, to walk

@@ -18,12 +18,6 @@ using namespace plinth::v1::api::_exports::common::exception;
 // ---- entries
 
 template <class Kind>
-CVeltune::Cache<Kind>::Bucket::Entry::Entry() : m_pPrintModeMapping(nullptr) {}
-
-template <class Kind>
-CVeltune::Cache<Kind>::Bucket::Entry::~Entry() = default;
-
-template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::Entry::Init(const char* pathname,
                                                 api::IPrintModeMapping* mapping, Kind* component) {
   this->BeginInit();
@@ -32,8 +26,7 @@ void CVeltune::Cache<Kind>::Bucket::Entry::Init(const char* pathname,
   }
   const size_t size = strlen(pathname) + 1;
   m_pArray_uint8_Pathname.Take(
-      Create<Configuration, plinth::v1::core::CArray_uint8<Configuration>>());
-  m_pArray_uint8_Pathname->Init(static_cast<int>(size));
+      plinth::v1::core::CArray_uint8<Configuration>::New(static_cast<int>(size)));
   memcpy(m_pArray_uint8_Pathname->GetElements(), pathname, size);
   m_pPrintModeMapping = mapping;
   m_pComponent.Share(component);
@@ -42,6 +35,7 @@ void CVeltune::Cache<Kind>::Bucket::Entry::Init(const char* pathname,
 
 template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::Entry::Init(IEntry* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -91,12 +85,6 @@ void CVeltune::Cache<Kind>::Bucket::Entry::Delete() {
 // ---- buckets
 
 template <class Kind>
-CVeltune::Cache<Kind>::Bucket::Bucket() : m_nMaxEntries(0) {}
-
-template <class Kind>
-CVeltune::Cache<Kind>::Bucket::~Bucket() = default;
-
-template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::Init(int maxEntries) {
   this->BeginInit();
   if (maxEntries < 1) {
@@ -111,26 +99,21 @@ void CVeltune::Cache<Kind>::Bucket::Init(int maxEntries) {
 
 template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::Init(IBucket* other) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (other == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    api::ILinkedList<IEntry>* entries = other->GetLinkedList_Entries();
     Init(other->GetMaxEntries());
+    api::ILinkedList<IEntry>* entries = other->GetLinkedList_Entries();
     for (auto* element = entries->GetHead(); element != nullptr; element = element->next) {
       Entry* entry = Defer(frame, Create<Configuration, Entry>());
       entry->Init(element->GetValue());
       m_pList_Entries->Add(m_pList_Entries->GetTail(), entry);
     }
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
-// First in, first out: a hit does not make an entry newer. The new entry stands before the oldest
+// First in, first out: a hit does not make an entry newer. The new entry comes before the oldest
 // goes, so that a failure loses none.
 template <class Kind>
 void CVeltune::Cache<Kind>::Bucket::AddEntry(const char* pathname, api::IPrintModeMapping* mapping,
@@ -188,33 +171,26 @@ void CVeltune::Cache<Kind>::Bucket::Delete() {
 // ---- the cache
 
 template <class Kind>
-CVeltune::Cache<Kind>::Cache() = default;
-
-template <class Kind>
-CVeltune::Cache<Kind>::~Cache() = default;
-
-template <class Kind>
 void CVeltune::Cache<Kind>::InitBlank(int indices) {
-  this->BeginInit();
   if (indices < 1 || indices > Interface::kMaxIndices) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  m_pArray_Buckets.Take(Create<Configuration, plinth::v1::core::CArray<Configuration, IBucket>>());
-  m_pArray_Buckets->Init(CNeverStored::kType, indices);
+  plinth::v1::core::CObject::Init();
+  using Buckets = plinth::v1::core::CArray<Configuration, IBucket>;
+  m_pArray_Buckets.Take(Buckets::New(CNeverStored::kType, indices));
   m_pList_Buckets.Take(
       Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IBucket>>());
   m_pList_Buckets->Init(CNeverStored::kType);
-  this->valid = true;
 }
 
 template <class Kind>
 void CVeltune::Cache<Kind>::Init(int indices) {
-  InitBlank(indices);
+  this->InitGuarded([&](volatile plinth::v1::api::Frame&) { InitBlank(indices); });
 }
 
 template <class Kind>
 void CVeltune::Cache<Kind>::Init(Interface* other) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (other == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -232,14 +208,10 @@ void CVeltune::Cache<Kind>::Init(Interface* other) {
       }
       Bucket* bucket = Defer(frame, Create<Configuration, Bucket>());
       bucket->Init(element->GetValue());
-      StoreBucket(index, bucket);
+      m_pList_Buckets->Insert(m_pList_Buckets->GetHead(), bucket);
+      m_pArray_Buckets->Set(index, bucket);
     }
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Kind>
@@ -264,57 +236,54 @@ auto CVeltune::Cache<Kind>::FindEntry(int index, api::IPrintModeMapping* mapping
   return nullptr;
 }
 
-// At least ten indices more, as long as there are so many.
+// A copy of the buckets with room for the index: at least ten indices more, as long as there are so
+// many.
 template <class Kind>
-void CVeltune::Cache<Kind>::GrowTo(int index) {
+auto CVeltune::Cache<Kind>::BuildArray_Grown(int index) const -> api::IArray<IBucket>* {
   constexpr int kLeastGrowth = 10;
-  PLINTH_FRAME(Configuration) {
-    const int length = m_pArray_Buckets->GetCount();
-    int growth = index - length + 1;
-    if (index + 1 > Interface::kMaxIndices) {
-      PLINTH_RAISE(CException_General);
-    }
-    if (growth < kLeastGrowth) {
-      const int room = Interface::kMaxIndices - length;
-      growth = room < kLeastGrowth ? room : kLeastGrowth;
-    }
-    using Array = plinth::v1::core::CArray<Configuration, IBucket>;
-    api::IArray<IBucket>* blank =
-        Defer<api::IArray<IBucket>>(frame, Create<Configuration, Array>());
-    blank->Init(CNeverStored::kType, growth);
-    m_pArray_Buckets->Append(blank);
-    if (index >= m_pArray_Buckets->GetCount()) {
-      PLINTH_RAISE(CException_General);
+  const int length = m_pArray_Buckets->GetCount();
+  int growth = index - length + 1;
+  if (growth < kLeastGrowth) {
+    const int room = Interface::kMaxIndices - length;
+    growth = room < kLeastGrowth ? room : kLeastGrowth;
+  }
+  auto* grown =
+      plinth::v1::core::CArray<Configuration, IBucket>::New(CNeverStored::kType, length + growth);
+  IBucket* const* from = m_pArray_Buckets->GetElements();
+  IBucket** to = grown->GetElements();
+  for (int i = 0; i < length; ++i) {
+    if ((to[i] = from[i]) != nullptr) {
+      to[i]->AddRef();
     }
   }
-  PLINTH_END
+  return grown;
 }
 
-template <class Kind>
-void CVeltune::Cache<Kind>::StoreBucket(int index, IBucket* bucket) {
-  m_pList_Buckets->Insert(m_pList_Buckets->GetHead(), bucket);
-  m_pArray_Buckets->Set(index, bucket);
-}
-
+// What can raise comes before what changes the cache; the last that can is a new bucket's place in
+// the list.
 template <class Kind>
 void CVeltune::Cache<Kind>::AddComponent(int index, const char* pathname,
                                          api::IPrintModeMapping* mapping, Kind* component) {
   PLINTH_FRAME(Configuration) {
     CheckThis();
-    if (index < 0 || index >= Interface::kMaxIndices) {
+    if (index < 0 || index >= Interface::kMaxIndices || component == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    if (index >= m_pArray_Buckets->GetCount()) {
-      GrowTo(index);
-    }
-    IBucket* bucket = m_pArray_Buckets->GetElements()[index];
+    component->GetChecksum();  // raises without data
+    const bool fits = index < m_pArray_Buckets->GetCount();
+    IBucket* bucket = fits ? m_pArray_Buckets->GetElements()[index] : nullptr;
     if (bucket != nullptr) {
       bucket->AddEntry(pathname, mapping, component);
     } else {
       bucket = Defer<IBucket>(frame, Create<Configuration, Bucket>());
       bucket->Init(kEntriesOfBucket);
       bucket->AddEntry(pathname, mapping, component);
-      StoreBucket(index, bucket);
+      api::IArray<IBucket>* grown = fits ? nullptr : Defer(frame, BuildArray_Grown(index));
+      m_pList_Buckets->Insert(m_pList_Buckets->GetHead(), bucket);
+      if (grown != nullptr) {
+        m_pArray_Buckets.Take(HandOver(frame, grown));
+      }
+      m_pArray_Buckets->Set(index, bucket);
     }
     DeduplicateComponentData(component);
   }

@@ -2,9 +2,10 @@
 // Room: velora/wisp. Components are the common build protocol over a kind; an operator makes the
 // data that its component keeps, over the bare arithmetic of pyramid.h and delta_code.h. `Build...`
 // of an array gives a reference to the caller. Failures are raised: a null argument and an array of
-// the wrong size `CException_Parameter_Invalid`, a wrong recipe and a stream that fills the wrong
-// number of nodes `CException_This_Invalid`, what is found missing or left over on the way
-// `CException_General`.
+// the wrong size `CException_Parameter_Invalid`; a wrong recipe, an operator without its properties
+// and an array of deltas of another count than theirs `CException_This_Invalid`; parts of the wrong
+// size, and values that cannot be encoded, `CException_General`. A stream of deltas that does not
+// give exactly its nodes raises one of the last two: see `Decode` and `..._Decoded`.
 #pragma once
 
 #include "velora/common/core/CBuilt.h"
@@ -20,6 +21,8 @@ using api::IArray_uint8;
 using api::IProperties;
 using api::IVeltune;
 using Operators = common::core::CRecipe<Configuration>::Operators;
+using CArray_int32 = plinth::v1::core::CArray_int32<Configuration>;
+using CArray_uint8 = plinth::v1::core::CArray_uint8<Configuration>;
 
 // A component of a kind, as the concrete class that the build protocol needs.
 template <class Class, class Interface>
@@ -29,6 +32,7 @@ using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
 template <class Class, class Interface>
 class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
  public:
+  PLINTH_INLINE_CONSTRUCTION(CTable);
   unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
 };
 
@@ -104,7 +108,7 @@ struct NodesForm<api::INodes_Complete> : BytesForm {
   static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
 };
 
-// The four kinds are one template; their interfaces tell them apart.
+// The four kinds are one template; their interfaces distinguish them.
 template <class Interface>
 class CNodes : public CBuiltOf<CNodes<Interface>, Interface> {
  public:
@@ -132,7 +136,7 @@ class CNodes<Interface>::COperator::CFromData
   IArray_int32* BuildArray_int32_Nodes_Decoded() override;
   IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;
   void UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) override;
-  IArray_int32* TakeData() override;
+  void* TakeData() override;
 };
 
 using CNodes_Neutral = CNodes<api::INodes_Neutral>;
@@ -142,11 +146,14 @@ using CNodes_Complete = CNodes<api::INodes_Complete>;
 
 // ---- data
 
+// The sum of the bytes in [from..to) as unsigned ones.
+unsigned int SumBytes(const unsigned char* bytes, int from, int to);
+
 template <class Interface>
 class CChannelData : public plinth::v1::core::CObject, public virtual Interface {
  public:
-  CChannelData();
-  ~CChannelData() override;
+  [[gnu::always_inline]] CChannelData() : m_WISPColorMapChannel() {}
+  PLINTH_INLINE_DESTRUCTION(CChannelData);
   using Interface::Init;
   void Init() override;
   void Init(const WISPColorMapChannel* channel, IArray_int32* nodes) override;
@@ -167,8 +174,9 @@ class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
  public:
   using Record = typename Interface::Record;
 
-  CRecordData();
-  ~CRecordData() override;
+  [[gnu::always_inline]] CRecordData()
+      : m_nSize(0), m_pRecord(nullptr), m_bOwned(false), m_nChecksum(0) {}
+  PLINTH_INLINE_DESTRUCTION(CRecordData);
   using Interface::Init;
   void Init() override;
   void Init(int size, unsigned char* record, bool owned) override;
@@ -202,8 +210,10 @@ class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
 };
 
 class CChannelMap::COperator::CBuild_N_5_9_17
-    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17, 90> {
+    : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17,
+                           api::TypeIds::kChannelMap_Operator_Build_N_5_9_17> {
  public:
+  CBuild_N_5_9_17();
   // The recipe reads, from its start: neutral, seed, deltas of 9, deltas of 17, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
   static IArray_int32* BuildArray_int32_Nodes_17Cubed(IArray_int32* neutrals, IArray_int32* seeds,
@@ -212,9 +222,12 @@ class CChannelMap::COperator::CBuild_N_5_9_17
 };
 
 class CChannelMap::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, 92> {
+    : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic,
+                              api::TypeIds::kChannelMap_Operator_Build_Monolithic> {
  public:
-  using Base = CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic, 92>;
+  using Base = CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic,
+                                api::TypeIds::kChannelMap_Operator_Build_Monolithic>;
+  CBuild_Monolithic();
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   void Init_Subtract(IProperties* properties, IProperties* propertiesA, IArray_int32* nodesA,
@@ -228,8 +241,10 @@ class CChannelMap::COperator::CBuild_Monolithic
 
 // The first map less the second, around 128, with the second one's description of the ink.
 class CChannelMap::COperator::CModify_Subtract
-    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract, 96> {
+    : public CBareProducer<api::IChannelMap::IOperator::IModify_Subtract,
+                           api::TypeIds::kChannelMap_Operator_Modify_Subtract> {
  public:
+  CModify_Subtract();
   // The recipe reads, from its start: a, b, this operator.
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
@@ -246,8 +261,10 @@ class CColorMap : public CTable<CColorMap, api::IColorMap> {
 };
 
 class CColorMap::COperator::CBuild_CMYK
-    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK, 91> {
+    : public CBareProducer<api::IColorMap::IOperator::IBuild_CMYK,
+                           api::TypeIds::kColorMap_Operator_Build_CMYK> {
  public:
+  CBuild_CMYK();
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
@@ -278,9 +295,12 @@ class CGrayCurve::CGrayCurveData : public plinth::v1::core::CObject,
 };
 
 class CGrayCurve::COperator::CFromData
-    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData, 93> {
+    : public CStoringProducer<api::IGrayCurve::IOperator::IFromData,
+                              api::TypeIds::kGrayCurve_Operator_FromData> {
  public:
-  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData, 93>;
+  using Base = CStoringProducer<api::IGrayCurve::IOperator::IFromData,
+                                api::TypeIds::kGrayCurve_Operator_FromData>;
+  CFromData();
   using Base::Init;
   void Init(IArray_uint8* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -299,9 +319,12 @@ class CAlternateNeutralChannel
 };
 
 class CAlternateNeutralChannel::COperator::CBuild_Monolithic
-    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic, 94> {
+    : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
+                              api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic> {
  public:
-  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic, 94>;
+  using Base = CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
+                                api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic>;
+  CBuild_Monolithic();
   using Base::Init;
   void Init(IProperties* properties, IArray_int32* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
@@ -318,8 +341,10 @@ class CAlternateNeutral : public CTable<CAlternateNeutral, api::IAlternateNeutra
 };
 
 class CAlternateNeutral::COperator::CBuild_CMYK
-    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK, 95> {
+    : public CBareProducer<api::IAlternateNeutral::IOperator::IBuild_CMYK,
+                           api::TypeIds::kAlternateNeutral_Operator_Build_CMYK> {
  public:
+  CBuild_CMYK();
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 

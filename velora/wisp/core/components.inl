@@ -9,9 +9,6 @@
 
 namespace velora::v1::wisp::core::components {
 
-using CArray_int32 = plinth::v1::core::CArray_int32<Configuration>;
-using CArray_uint8 = plinth::v1::core::CArray_uint8<Configuration>;
-
 // ---- nodes
 
 template <class Interface>
@@ -22,7 +19,7 @@ void CNodes<Interface>::COperator::CFromData::Init(IArray_uint8* encoded) {
 template <class Interface>
 void CNodes<Interface>::COperator::CFromData::Init(IProperties* newProperties,
                                                    IArray_int32* nodes) {
-  PLINTH_FRAME(Configuration) {
+  this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     if (newProperties == nullptr || nodes == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
@@ -30,12 +27,7 @@ void CNodes<Interface>::COperator::CFromData::Init(IProperties* newProperties,
     plinth::v1::core::CObject::Init();
     this->properties.Share(newProperties);
     UpdateArray_uint8_Nodes_Encoded(taken);
-  }
-  PLINTH_CATCH {
-    this->Delete();
-    PLINTH_RETHROW;
-  }
-  PLINTH_END
+  });
 }
 
 template <class Interface>
@@ -68,17 +60,11 @@ void CNodes<Interface>::COperator::CFromData::UpdateArray_uint8_Nodes_Encoded(IA
 }
 
 template <class Interface>
-IArray_int32* CNodes<Interface>::COperator::CFromData::TakeData() {
+void* CNodes<Interface>::COperator::CFromData::TakeData() {
   return BuildArray_int32_Nodes_Decoded();
 }
 
 // ---- data
-
-template <class Interface>
-CChannelData<Interface>::CChannelData() : m_WISPColorMapChannel() {}
-
-template <class Interface>
-CChannelData<Interface>::~CChannelData() = default;
 
 template <class Interface>
 void CChannelData<Interface>::Init() {
@@ -87,16 +73,18 @@ void CChannelData<Interface>::Init() {
 
 template <class Interface>
 void CChannelData<Interface>::Init(const WISPColorMapChannel* channel, IArray_int32* nodes) {
+  this->BeginInit();
   if (channel == nullptr || nodes == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   m_WISPColorMapChannel = *channel;
   m_pArray_int32_Nodes.Share(nodes);
+  valid = true;
 }
 
 template <class Interface>
 void CChannelData<Interface>::Init(Interface* other) {
+  this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -135,18 +123,6 @@ void CChannelData<Interface>::Delete() {
   plinth::v1::core::CObject::Delete();
 }
 
-// The sum of the bytes in [from..to) as unsigned ones.
-unsigned int SumBytes(const unsigned char* bytes, int from, int to);
-
-template <class Interface>
-CRecordData<Interface>::CRecordData()
-    : m_nSize(0), m_pRecord(nullptr), m_bOwned(false), m_nChecksum(0) {}
-
-template <class Interface>
-CRecordData<Interface>::~CRecordData() {
-  FreeRecord();
-}
-
 template <class Interface>
 void CRecordData<Interface>::FreeRecord() {
   if (m_bOwned && m_pRecord != nullptr) {
@@ -161,32 +137,31 @@ void CRecordData<Interface>::Init() {
 
 template <class Interface>
 void CRecordData<Interface>::Init(int size, unsigned char* record, bool owned) {
+  this->BeginInit();
   if (size < Interface::kMinSize || record == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  plinth::v1::core::CObject::Init();
   m_nSize = size;
   m_pRecord = record;
   m_bOwned = owned;
   m_nChecksum = SumBytes(record, Interface::kChecksumFrom,
                          size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
+  valid = true;
 }
 
 template <class Interface>
 void CRecordData<Interface>::Init(typename Interface::Copied* other) {
-  PLINTH_FRAME(Configuration) {
-    if (other == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    const int size = other->GetSize();
-    unsigned char* copy = Defer(frame, new (plinth::v1::api::Slots<Configuration>().platform, true,
-                                            true) unsigned char[static_cast<size_t>(size)]);
-    memcpy(copy, other->GetRecord(), static_cast<size_t>(size));
-    Init(size, copy, true);
-    HandOver(frame, copy);
-    m_nChecksum = other->GetChecksum();  // of the bytes that the other was made of
+  this->BeginInit();
+  if (other == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
+  const Record* source = other->GetRecord();
+  const int size = other->GetSize();
+  unsigned char* copy = new (plinth::v1::api::Slots<Configuration>().platform, true,
+                             true) unsigned char[static_cast<size_t>(size)];
+  memcpy(copy, source, static_cast<size_t>(size));
+  Init(size, copy, true);
+  m_nChecksum = other->GetChecksum();  // of the bytes that the other was made of
 }
 
 template <class Interface>

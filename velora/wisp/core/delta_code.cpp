@@ -11,7 +11,7 @@ constexpr int kFirstLongRun = 240;
 constexpr int kShortestLongRun = 113;
 constexpr int kLongestRun = 4208;
 
-// What each code of one byte stands for: a delta, or zeros. A table and no branch, since the codes
+// What each code of one byte means: a delta, or zeros. A table and no branch, since the codes
 // of a picture come as they like.
 struct ShortCodes {
   signed char steps[kFirstLongRun];

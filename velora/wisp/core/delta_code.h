@@ -1,6 +1,6 @@
 // The run-length code of quantized deltas, in which most values are 0.
 // Room: velora/wisp. Bare arrays of the caller's; nothing is allocated and nothing raised, a
-// failure is a result. docs/formats/nodes.md tells the code in full:
+// failure is a result. docs/formats/nodes.md has the code in full:
 //
 //   FIRST BYTE   MEANING
 //   0 to 127     one value: step * (64 - byte / 2), negative when the byte is even

@@ -1,5 +1,7 @@
 #include "velora/wisp/core/pyramid.h"
 
+#include <limits.h>
+#include <stdint.h>
 #include <string.h>
 
 namespace velora::v1::wisp::core {
@@ -13,8 +15,13 @@ inline int Refined(int lower, int upper, int delta) {
   return value < 0 ? 0 : value > kTop ? kTop : value;
 }
 
-// Every node of a row has a delta. The last one stands apart: with it the count would be odd, and
-// not one that a compiler turns into few instructions.
+// The encoder computes in 64 bits, since its values are whatever its caller has.
+int Held(int64_t value, int64_t least, int64_t most) {
+  return static_cast<int>(value < least ? least : value > most ? most : value);
+}
+
+// Every node of a row has a delta. The last one is handled apart: with it the count would be odd,
+// and not one that a compiler turns into few instructions.
 template <int kFine>
 void RefineRow(const int* lower, const int* upper, const int* deltas, int* __restrict row) {
   for (int c = 0; c < kFine - 1; ++c) {
@@ -140,7 +147,9 @@ void Interpolate(int n, const int* grid, int* finer) {
       const int* lower = grid + (a / 2 * n + b / 2) * n;
       const int* upper = grid + ((a + 1) / 2 * n + (b + 1) / 2) * n;
       for (int c = 0; c < m; ++c) {
-        *finer++ = ((a | b | c) & 1) == 0 ? lower[c / 2] : (lower[c / 2] + upper[(c + 1) / 2]) / 2;
+        const int64_t below = lower[c / 2];
+        *finer++ =
+            static_cast<int>(((a | b | c) & 1) == 0 ? below : (below + upper[(c + 1) / 2]) / 2);
       }
     }
   }
@@ -188,9 +197,9 @@ int MeasureDeltas(int n, const int* values, const int* predicted, Tolerance tole
   constexpr int kProximity9[] = {128, 256, 256};
   const int* proximity = n == kAxis ? kProximity17 : kProximity9;
   return ForEachDelta(n, [&](int node, int a, int b, int c) {
-    const int value = values[node];
-    int difference = (value - predicted[node]) * 256;
-    int allowed = tolerance.constant * 256 + tolerance.relative * value;
+    const int64_t value = values[node];
+    int64_t difference = (value - predicted[node]) * 256;
+    int64_t allowed = tolerance.constant * 256 + tolerance.relative * value;
     const int distance = Distance(a, b, c);
     if (distance <= 3) {
       allowed = proximity[distance - 1] * allowed / 256;
@@ -200,17 +209,16 @@ int MeasureDeltas(int n, const int* values, const int* predicted, Tolerance tole
                    : difference < -allowed ? difference + allowed
                                            : 0;
     }
-    *differences++ = difference;
+    *differences++ = Held(difference, INT_MIN, INT_MAX);
   });
 }
 
 int AdjustDeltas(int n, int* values, int range, bool update, int* differences) {
   return ForEachDelta(n, [&](int node, int, int, int) {
-    const int kept = (values[node] * 256 - *differences + 128) / 256;
-    const int delta = values[node] - kept;
-    *differences = delta > range ? range : delta < -range ? -range : delta;
+    const int64_t kept = (int64_t{values[node]} * 256 - *differences + 128) / 256;
+    *differences = Held(values[node] - kept, -range, range);
     if (update) {
-      values[node] = *differences + kept;
+      values[node] = Held(*differences + kept, INT_MIN, INT_MAX);
     }
     ++differences;
   });

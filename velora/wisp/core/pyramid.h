@@ -1,6 +1,6 @@
 // The arithmetic of a channel's pyramid: a coarse grid of seeds and neutrals, refined twice by
 // interpolation plus deltas, and the way back.
-// Room: velora/wisp. Bare int arrays of the caller's, of the sizes that each function tells;
+// Room: velora/wisp. Bare int arrays of the caller's, of the sizes that each function documents;
 // nothing is allocated and nothing raised.
 //
 // A grid of n nodes an axis has the node (a, b, c) at (a * n + b) * n + c. Its neutral diagonal are

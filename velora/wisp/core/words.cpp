@@ -1,14 +1,12 @@
 #include "velora/wisp/core/words.h"
 
-#include "velora/common/core/CConditions.inl"
-#include "velora/common/core/CList.inl"
-#include "velora/common/core/CPrintModeParameters.inl"
-#include "velora/common/core/CStoredBytes.inl"
 #include "velora/wisp/api/IVelcase.h"
 
 namespace velora::v1::wisp::core {
 
 namespace properties {
+
+CNodeCount::CNodeCount() = default;
 
 void CNodeCount::SetNodeCount(api::ENodeCount::Enum count) {
   CheckThis();
@@ -55,7 +53,7 @@ CPropertiesHelper::~CPropertiesHelper() = default;
 
 void CPropertiesHelper::SetNodeCount(api::IProperties* properties,
                                      api::ENodeCount::Enum count) const {
-  CheckThis();
+  CheckAsked(properties);
   PropertyValues::SetNodeCount(properties, count);
 }
 
@@ -76,7 +74,7 @@ WISP_VALUE(api::EResolution::Enum, Resolution)
 
 #define WISP_ASK(Type, Name)                                              \
   Type CPropertiesHelper::Get##Name(api::IProperties* properties) const { \
-    CheckThis();                                                          \
+    CheckAsked(properties);                                               \
     return PropertyValues::Get##Name(properties);                         \
   }
 WISP_ASK(api::EComponentRole::Enum, ComponentRole)

@@ -1,5 +1,5 @@
 // The ink tags, conditions and properties, and what reads them: parameters and helper.
-// Room: velora/wisp. One line each; raise as their families tell.
+// Room: velora/wisp. Errors: see CValue and COperandOf.
 #pragma once
 
 #include "velora/common/core/CConditions.h"
@@ -19,8 +19,9 @@ using common::core::Defer;
 using common::core::HandOver;
 
 namespace tags {
-#define WISP_TAG(Name, tag, condition) \
-  using C##Name = common::core::CTagOf<Configuration, api::tags::I##Name, tag>;
+#define WISP_TAG(Name) \
+  using C##Name =      \
+      common::core::CTagOf<Configuration, api::tags::I##Name, api::TypeIds::kTag_##Name>;
 WISP_PRINT_MODE(WISP_TAG)
 #undef WISP_TAG
 }  // namespace tags
@@ -72,10 +73,10 @@ struct PenSetTest : common::core::conditions::system::Test {
   }
 };
 
-#define WISP_CONDITION(Name, tag, condition)                                                    \
+#define WISP_CONDITION(Name)                                                                    \
   using C##Name =                                                                               \
       common::core::conditions::COperandOf<Configuration, api::conditions::print_mode::I##Name, \
-                                           condition, Name##Test>;
+                                           api::TypeIds::kCondition_##Name, Name##Test>;
 WISP_PRINT_MODE(WISP_CONDITION)
 #undef WISP_CONDITION
 
@@ -84,20 +85,23 @@ WISP_PRINT_MODE(WISP_CONDITION)
 namespace properties {
 
 using CChannel = common::core::properties::CChannel<Configuration>;
-#define WISP_PROPERTY(Name, Enumeration, Id) \
-  using C##Name = common::core::CPropertyOf<Configuration, api::properties::I##Name, Id>;
+#define WISP_PROPERTY(Name, Enumeration) \
+  using C##Name =                        \
+      common::core::CPropertyOf<Configuration, api::properties::I##Name, api::TypeIds::k##Name>;
 WISP_PROPERTIES(WISP_PROPERTY)
 #undef WISP_PROPERTY
 
 class CNodeCount : public common::core::CPropertyOf<Configuration, api::properties::INodeCount,
-                                                    api::kNodeCount> {
+                                                    api::TypeIds::kNodeCount> {
  public:
+  CNodeCount();
   void SetNodeCount(api::ENodeCount::Enum count) override;
 };
 
 class CDropsPerLevel
     : public common::core::CStoredArray<Configuration, common::core::CProperty<Configuration>,
-                                        api::properties::IDropsPerLevel, api::kDropsPerLevel> {
+                                        api::properties::IDropsPerLevel,
+                                        api::TypeIds::kDropsPerLevel> {
  public:
   CDropsPerLevel();
   ~CDropsPerLevel() override;

@@ -6,9 +6,10 @@ namespace plinth::v1::api::_exports::common::handler {
 
 class IHandler {
  public:
+  [[gnu::always_inline]] IHandler() = default;
   // Makes a blank handler usable; false for a handler whose `Init` takes an argument.
   virtual bool Init() = 0;
-  virtual ~IHandler();
+  [[gnu::always_inline]] virtual ~IHandler() = default;
   // Runs the destructor and frees the handler through the boot manager it lies in.
   virtual void Destroy() = 0;
   virtual bool IsValid() const = 0;

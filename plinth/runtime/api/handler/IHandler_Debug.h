@@ -1,5 +1,5 @@
 // Debug output and a timer.
-// Room: plinth/runtime. Stands on the file handler, which it does not own. Output must never raise:
+// Room: plinth/runtime. Uses the file handler, which it does not own. Output must never raise:
 // its failures are silent.
 #pragma once
 
@@ -15,7 +15,8 @@ class IHandler_Debug : public virtual IHandler {
  public:
   using IHandler::Init;
 
-  ~IHandler_Debug() override;
+  [[gnu::always_inline]] IHandler_Debug() = default;
+  [[gnu::always_inline]] ~IHandler_Debug() override = default;
   // False, and the handler stays blank, for a null file handler.
   virtual bool Init(IHandler_File* fileHandler) = 0;
   // Prints to standard output, without a newline of its own. A null format prints nothing.

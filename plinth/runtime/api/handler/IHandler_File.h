@@ -19,7 +19,8 @@ class IHandler_File : public virtual IHandler {
   static constexpr int kTruncate = 64;
   static constexpr int kExclusive = 128;
 
-  ~IHandler_File() override;
+  [[gnu::always_inline]] IHandler_File() = default;
+  [[gnu::always_inline]] ~IHandler_File() override = default;
   // A new handle. Raises `CException_Parameter_Invalid` for a null path or two access bits,
   // `CException_File_OpenFailed` when the file cannot be opened.
   virtual void* Open(const char* path, int flags) = 0;

@@ -1,5 +1,5 @@
 // The heap behind the object model.
-// Room: plinth/runtime. Stands on the debug handler, which it does not own. The caller owns what
+// Room: plinth/runtime. Uses the debug handler, which it does not own. The caller owns what
 // `Allocate` answers and gives it back to `Free`.
 #pragma once
 
@@ -13,7 +13,8 @@ class IHandler_Memory : public virtual IHandler {
  public:
   using IHandler::Init;
 
-  ~IHandler_Memory() override;
+  [[gnu::always_inline]] IHandler_Memory() = default;
+  [[gnu::always_inline]] ~IHandler_Memory() override = default;
   // False, and the handler stays blank, for a null debug handler.
   virtual bool Init(IHandler_Debug* debugHandler) = 0;
   // Zero-filled memory of `size` bytes. Raises `CException_Parameter_Invalid` for a size below 1,
@@ -22,7 +23,7 @@ class IHandler_Memory : public virtual IHandler {
   virtual void* Allocate(int size, bool unused, bool raise) = 0;
   // Ignores null. Works on a blank handler too.
   virtual void Free(void* pointer) = 0;
-  // True for any pointer: this heap cannot tell.
+  // True for any pointer: this heap has no way to know.
   virtual bool IsHeapMemory(void* pointer) const = 0;
 };
 

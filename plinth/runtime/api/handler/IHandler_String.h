@@ -12,7 +12,8 @@ namespace plinth::v1::api::_exports::common::handler {
 
 class IHandler_String : public virtual IHandler {
  public:
-  ~IHandler_String() override;
+  [[gnu::always_inline]] IHandler_String() = default;
+  [[gnu::always_inline]] ~IHandler_String() override = default;
   // The bytes that the formatted text takes, its terminator included.
   virtual int Vsnprintf_GetRequiredSize(const char* format, va_list arguments) = 0;
   // Formats into `size` bytes at `target`, all of it or, raising, nothing; answers its length.

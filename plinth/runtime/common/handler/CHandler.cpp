@@ -4,16 +4,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
-IHandler::~IHandler() = default;
-
-CHandler::CHandler() : valid(false) {}
-
-CHandler::~CHandler() = default;
-
 bool CHandler::Init() {
   Delete();
   valid = true;
@@ -23,7 +13,7 @@ bool CHandler::Init() {
 void CHandler::Destroy() {
   void* const memory = dynamic_cast<void*>(this);
   this->~CHandler();
-  operator delete(memory, ResidentBootManager(), false);
+  operator delete(memory, Booted().bootManager, false);
 }
 
 bool CHandler::IsValid() const { return valid; }

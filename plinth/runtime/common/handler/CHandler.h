@@ -9,9 +9,9 @@ namespace plinth::v1::api::_exports::common::handler {
 
 class CHandler : public virtual IHandler {
  public:
-  CHandler();
+  [[gnu::always_inline]] CHandler() : valid(false) {}
   bool Init() override;
-  ~CHandler() override;
+  [[gnu::always_inline]] ~CHandler() override = default;
   void Destroy() override;
   bool IsValid() const override;
   void CheckThis() const override;

@@ -7,16 +7,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
-IHandler_Debug::~IHandler_Debug() = default;
-
-CHandler_Debug::CHandler_Debug() : file(nullptr) {}
-
-CHandler_Debug::~CHandler_Debug() = default;
-
 bool CHandler_Debug::Init() { return false; }
 
 bool CHandler_Debug::Init(IHandler_File* fileHandler) {

@@ -10,8 +10,8 @@ namespace plinth::v1::api::_exports::common::handler {
 
 class CHandler_Debug : public CHandler, public virtual IHandler_Debug {
  public:
-  CHandler_Debug();
-  ~CHandler_Debug() override;
+  [[gnu::always_inline]] CHandler_Debug() : file(nullptr) {}
+  [[gnu::always_inline]] ~CHandler_Debug() override = default;
   bool Init() override;  // false: the form with a file handler serves
   bool Init(IHandler_File* fileHandler) override;
   bool IsValid() const override;

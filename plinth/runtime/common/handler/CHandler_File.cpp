@@ -4,16 +4,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
-IHandler_File::~IHandler_File() = default;
-
-CHandler_File::CHandler_File() = default;
-
-CHandler_File::~CHandler_File() = default;
-
 void* CHandler_File::Open(const char*, int) { PLINTH_RAISE(CException_NotImplemented); }
 
 int CHandler_File::GetSize(void*) { PLINTH_RAISE(CException_NotImplemented); }

@@ -9,8 +9,8 @@ namespace plinth::v1::api::_exports::common::handler {
 
 class CHandler_File : public CHandler, public virtual IHandler_File {
  public:
-  CHandler_File();
-  ~CHandler_File() override;
+  [[gnu::always_inline]] CHandler_File() = default;
+  [[gnu::always_inline]] ~CHandler_File() override = default;
   void* Open(const char* path, int flags) override;
   int GetSize(void* handle) override;
   int Read(void* handle, int size, int count, void* buffer) override;

@@ -6,12 +6,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
-IHandler_Memory::~IHandler_Memory() = default;
-
 CHandler_Memory::CHandler_Memory() : debug(nullptr) {}
 
 CHandler_Memory::~CHandler_Memory() = default;

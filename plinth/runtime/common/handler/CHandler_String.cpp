@@ -6,16 +6,6 @@
 
 namespace plinth::v1::api::_exports::common::handler {
 
-namespace {
-using Configuration = FlatConfiguration;
-}
-
-IHandler_String::~IHandler_String() = default;
-
-CHandler_String::CHandler_String() = default;
-
-CHandler_String::~CHandler_String() = default;
-
 int CHandler_String::Vsnprintf_GetRequiredSize(const char*, va_list) {
   PLINTH_RAISE(CException_NotImplemented);
 }

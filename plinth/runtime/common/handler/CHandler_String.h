@@ -9,8 +9,8 @@ namespace plinth::v1::api::_exports::common::handler {
 
 class CHandler_String : public CHandler, public virtual IHandler_String {
  public:
-  CHandler_String();
-  ~CHandler_String() override;
+  [[gnu::always_inline]] CHandler_String() = default;
+  [[gnu::always_inline]] ~CHandler_String() override = default;
   int Vsnprintf_GetRequiredSize(const char* format, va_list arguments) override;
   int Vsnprintf(char* target, int size, const char* format, va_list arguments) override;
   int Strlen(const char* text) override;

@@ -2,7 +2,7 @@
 
 #include <stdio.h>
 
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 #include "plinth/runtime/api/placement.h"
 #include "plinth/runtime/posix/handler/scratch.h"
 
@@ -16,7 +16,7 @@ int CHandler_Debug_Posix::Vsnprintf_GetRequiredSize(const char* format, va_list 
   if (format == nullptr || !IsValid()) {
     return -1;
   }
-  IBootManager* const bootManager = ResidentBootManager();
+  IBootManager* const bootManager = Booted().bootManager;
   int length = -1;
   for (int size = kScratchStep; length < 0 && size <= kScratchLimit; size += kScratchStep) {
     char* const scratch = new (bootManager, false) char[static_cast<size_t>(size)];
@@ -37,7 +37,7 @@ void CHandler_Debug_Posix::_DbgPrint(const char* format, va_list arguments) {
   if (size < 1) {
     return;
   }
-  IBootManager* const bootManager = ResidentBootManager();
+  IBootManager* const bootManager = Booted().bootManager;
   char* const text = new (bootManager, false) char[static_cast<size_t>(size)];
   if (text == nullptr) {
     return;
@@ -48,7 +48,7 @@ void CHandler_Debug_Posix::_DbgPrint(const char* format, va_list arguments) {
   operator delete[](text, bootManager, false);
 }
 
-void* CHandler_Debug_Posix::StartTimer() { return new (ResidentBootManager(), false) int(0); }
+void* CHandler_Debug_Posix::StartTimer() { return new (Booted().bootManager, false) int(0); }
 
 int CHandler_Debug_Posix::StopTimer(void* timer) {
   if (timer == nullptr) {
@@ -57,8 +57,8 @@ int CHandler_Debug_Posix::StopTimer(void* timer) {
   int* const start = static_cast<int*>(timer);
   int* const now = static_cast<int*>(StartTimer());
   const int elapsed = now == nullptr ? -1 : (*now - *start) / 1000;
-  boot_manager::PlacementDelete(ResidentBootManager(), now);
-  boot_manager::PlacementDelete(ResidentBootManager(), start);
+  boot_manager::PlacementDelete(Booted().bootManager, now);
+  boot_manager::PlacementDelete(Booted().bootManager, start);
   return elapsed;
 }
 

@@ -12,8 +12,6 @@ namespace plinth::v1::api::_exports::posix::handler {
 
 namespace {
 
-using Configuration = FlatConfiguration;
-
 // Every bit of a caller's flags; reading alone is the absence of the other access modes.
 // clang-format off
 constexpr int kOpenFlags[][2] = {
@@ -68,7 +66,7 @@ void* CHandler_File_Posix::Open(const char* path, int flags) {
 
 int CHandler_File_Posix::GetSize(void* handle) {
   volatile int size = 0;
-  PLINTH_FRAME(Configuration) {
+  PLINTH_FRAME(FlatConfiguration) {
     if (Descriptor(handle) < 0) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }

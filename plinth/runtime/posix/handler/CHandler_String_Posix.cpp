@@ -10,8 +10,6 @@ namespace plinth::v1::api::_exports::posix::handler {
 
 namespace {
 
-using Configuration = FlatConfiguration;
-
 bool IsCopy(const char* target, int size, const char* source) {
   return target != nullptr && size >= 1 && source != nullptr;
 }
@@ -34,8 +32,8 @@ CHandler_String_Posix::~CHandler_String_Posix() = default;
 
 int CHandler_String_Posix::Vsnprintf_GetRequiredSize(const char* format, va_list arguments) {
   volatile int required = 0;
-  PLINTH_FRAME(Configuration) {
-    CPlatform* const platform = Slots<Configuration>().platform;
+  PLINTH_FRAME(FlatConfiguration) {
+    CPlatform* const platform = Booted().platform;
     int length = -1;
     for (int size = kScratchStep; format != nullptr && length < 0 && size <= kScratchLimit;
          size += kScratchStep) {

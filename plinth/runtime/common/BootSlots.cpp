@@ -1,8 +1,6 @@
-#include "plinth/runtime/api/BootRecord.h"
+#include "plinth/runtime/api/BootSlots.h"
 
 #include <unistd.h>
-
-#include <initializer_list>
 
 #include "plinth/runtime/api/CPlatform.h"
 #include "plinth/runtime/api/CThreadContextManager.h"
@@ -10,10 +8,9 @@
 
 namespace plinth::v1::api {
 
-namespace {
+BootSlots blocks[kBlocks] = {};
 
-// While a block is being cleaned, what ends with it ends through its boot manager.
-IBootManager* closing = nullptr;
+namespace {
 
 // The claim and ready bytes are written by one thread while others read them: plain bytes that
 // narrow a race and do not close it. `volatile` makes each test read them anew.
@@ -69,15 +66,23 @@ bool FillContext(BootSlots& slots, const BootRecord& record) {
 
 }  // namespace
 
-IBootManager* ResidentBootManager() {
-  for (IBootManager* bootManager :
-       {closing, Slots<FlatConfiguration>().bootManager, Slots<FrontEndConfiguration>().bootManager,
-        Slots<Configuration>().bootManager}) {
-    if (bootManager != nullptr) {
-      return bootManager;
+bool IsFull(const BootSlots& slots) {
+  return slots.bootManager != nullptr && slots.threadContextManager != nullptr &&
+         slots.platform != nullptr;
+}
+
+const BootSlots& Booted() {
+  for (const BootSlots& slots : blocks) {
+    if (IsFull(slots)) {
+      return slots;
     }
   }
-  return nullptr;
+  for (const BootSlots& slots : blocks) {
+    if (slots.bootManager != nullptr) {
+      return slots;
+    }
+  }
+  return blocks[0];
 }
 
 bool Initialize(BootSlots& slots, const BootRecord* record) {
@@ -95,7 +100,6 @@ void CleanupThread(BootSlots& slots) {
 }
 
 void CleanupProcess(BootSlots& slots) {
-  closing = slots.bootManager;
   if (slots.platform != nullptr && --slots.platform->refCount < 1) {
     boot_manager::PlacementDelete(slots.bootManager, slots.platform);
   }
@@ -105,7 +109,6 @@ void CleanupProcess(BootSlots& slots) {
     boot_manager::PlacementDelete(slots.bootManager, slots.threadContextManager);
   }
   slots.threadContextManager = nullptr;
-  closing = nullptr;
   if (slots.bootManager != nullptr) {
     slots.bootManager->Destroy();
   }
