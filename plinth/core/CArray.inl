@@ -313,6 +313,9 @@ bool CArrayBody<Configuration, T>::IsEqualTo(api::ISerializeable* other) const {
   if (right->count != count) {
     return false;
   }
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    return count == 0 || memcmp(elements, right->elements, static_cast<size_t>(count)) == 0;
+  }
   for (int i = 0; i < count; ++i) {
     if constexpr (kScalar) {
       if (elements[i] != right->elements[i]) {
@@ -335,6 +338,9 @@ bool CArrayBody<Configuration, T>::IsLessThan(api::ISerializeable* other) const 
   const auto* right = static_cast<const CArrayBody*>(Comparable(other));
   if (right->count != count) {
     return count < right->count;
+  }
+  if constexpr (std::is_same_v<T, unsigned char>) {
+    return count > 0 && memcmp(elements, right->elements, static_cast<size_t>(count)) < 0;
   }
   for (int i = 0; i < count; ++i) {
     if constexpr (kScalar) {
@@ -487,7 +493,7 @@ bool CArray<Configuration, T, CT, false>::SortMany(const Order& order) {
     }
   }
   PLINTH_CATCH {
-    if (!few) {
+    if (!few || frame.exception->code == CException_Memory_AllocationFailed::kCode) {
       PLINTH_RETHROW;
     }
   }

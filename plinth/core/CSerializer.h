@@ -24,9 +24,13 @@ class CSerializer : public CObject, public virtual api::ISerializer {
     static void Check(Enum value);  // [1..4]
   };
 
-  // More entries than any sound image of this size has: each takes far more memory than its two
-  // bytes in an image that means harm.
-  static constexpr int MostEntries(int imageSize) { return (1 << 16) + imageSize / 16; }
+  // More entries than a writer can put into an image of this size, for each takes far more memory
+  // than its two bytes in an image that means harm. A written entry is unlike all others of its
+  // type and has a holder: two lengths, a byte at least of its own and, behind the 16384th, three
+  // bytes of the reference to it.
+  static constexpr int MostEntries(int imageSize) { return (1 << 16) + imageSize / 6; }
+  // A writer makes one for each type.
+  static constexpr int kMostDictionaries = 1 << 16;
 
   // The type id of lists and arrays of the serializer's own records; no object of an image has it.
   static constexpr int kRecordType = 3;
@@ -77,6 +81,7 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   unsigned char* Serialize() override;
   int GetImageCount_Bytes() const override;
   int GetImageCount_References() const override;
+  api::ISerializeable* GetSerializeable_Twin() const override;
 
   // Factories of the state objects, which a derived class can replace.
   virtual Deduplicated* CreateState_Deduplicated();

@@ -465,6 +465,11 @@ int CSerializer<Configuration>::GetImageCount_References() const {
 }
 
 template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::GetSerializeable_Twin() const {
+  return deduplicated ? deduplicated->GetSerializeable_Twin() : nullptr;
+}
+
+template <class Configuration>
 api::ISerializerHelper* CSerializer<Configuration>::GetSerializerHelper() {
   CheckThis();
   return helper.Get();

@@ -71,18 +71,57 @@ TEST_F(ConditionsTest, OperatorsAnswerForTheParametersTheyWereResolvedWith) {
   }
 }
 
-TEST_F(ConditionsTest, LongExpressionsEnd) {
-  for (int count : {1000, 1001}) {
-    auto* list = Expression("66=1");
-    for (int i = 1; i < count; ++i) {
-      list->Add(list->GetTail(), Expression("82")->GetHead()->GetValue());
+// As long as an image lets an expression be, in both shapes that a tree can have.
+TEST_F(ConditionsTest, LongExpressionsAreAnswered) {
+  constexpr int kCount = 100001;
+  const auto* words = "66=1 66=2 81 82";
+  auto* first = Expression(words)->GetHead();
+  Condition *holds = first->GetValue(), *fails = first->next->GetValue(),
+            *either = first->next->next->GetValue(),
+            *negation = first->next->next->next->GetValue();
+  const struct {
+    const char* name;
+    bool result;
+    Condition* (*at)(int, Condition*, Condition*, Condition*, Condition*);
+  } rows[] = {
+      {"a chain of Not", true,
+       [](int i, Condition* yes, Condition*, Condition*, Condition* no) {
+         return i == 0 ? yes : no;
+       }},
+      {"each Or around all before it", true,
+       [](int i, Condition* yes, Condition* no, Condition* any, Condition*) {
+         return i == 0 ? yes : i % 2 == 1 ? no : any;
+       }},
+      {"each Or around all behind it", false,
+       [](int i, Condition*, Condition* no, Condition* any, Condition*) {
+         return i <= kCount / 2 ? no : any;
+       }},
+      {"one operand too few", false,
+       [](int i, Condition* yes, Condition*, Condition* any, Condition*) {
+         return i < kCount / 2 ? yes : any;
+       }},
+  };
+  for (const auto& row : rows) {
+    auto* list = Keep(factory->CreateLinkedList_Conditions_Operator());
+    list->Init(Ids::kArray_ConditionsOperator);
+    for (int i = 0; i < kCount; ++i) {
+      list->Add(list->GetTail(), row.at(i, holds, fails, either, negation));
     }
     fenn::IConditions* conditions = Keep(factory->CreateConditions());
     conditions->Init(list);
-    volatile bool holds = true;
-    EXPECT_EQ(CodeOf([&] { holds = conditions->Evaluate(parameters); }), count == 1000 ? 0 : 1);
-    EXPECT_EQ(holds, count != 1000);
+    volatile bool result = !row.result;
+    const int code = CodeOf([&] { result = conditions->Evaluate(parameters); });
+    EXPECT_EQ(code, row.at == rows[3].at ? 4000 : 0) << row.name;
+    EXPECT_EQ(result, row.at == rows[3].at ? !row.result : row.result) << row.name;
   }
+  // What an operator took is gone from its list, also where it fails.
+  auto* list = Expression("66=1 80");
+  auto* root = list->GetTail()->GetValue();
+  root->AddRef();
+  list->Remove(list->GetTail());
+  EXPECT_EQ(CodeOf([&] { root->Resolve(list, parameters); }), 4000);
+  EXPECT_EQ(list->GetCount(), 0);
+  root->Destroy();
 }
 
 }  // namespace

@@ -1,4 +1,7 @@
 // The choice of the one component that fits: filters, preferences, and the list's order at last.
+#include <map>
+#include <random>
+
 #include "tests/support/toner_fixture.h"
 #include "velora/common/core/CVeltune.inl"
 #include "velora/fenn/core/words.h"
@@ -95,6 +98,64 @@ TEST_F(LookupTest, Choice) {
     EXPECT_EQ(CodeOf([&] { locate(list); }), row.code) << row.candidates.size();
   }
   EXPECT_EQ(CodeOf([&] { locate(nullptr); }), 3000);
+}
+
+// A finder answers its first keys by asking each list, the others by an index.
+TEST_F(LookupTest, ManyLookupsFindWhatSingleOnesFind) {
+  using velora::common::core::CVeltune;
+  using Finder = velora::common::core::Finder<fenn::Configuration>;
+  std::mt19937 random(1);
+  const auto words = [&random](std::initializer_list<int> types, int values, unsigned most) {
+    std::string text;
+    for (unsigned count = random() % (most + 1); count > 0; --count) {
+      const int type = types.begin()[random() % types.size()];
+      text += std::to_string(type) + '=' + std::to_string(1 + random() % values) + ' ';
+    }
+    return text;
+  };
+  std::map<int, int> places;
+  for (int values : {2, 3, 5, 6}) {
+    std::vector<fenn::ITags*> tags;
+    std::vector<fenn::IProperties*> properties;
+    for (int i = 0; i < 40; ++i) {
+      tags.push_back(Tags(words({48, 49, 52}, values, 5).c_str()));
+      properties.push_back(Properties(words({33, 36, 33}, values, 3).c_str()));
+    }
+    std::vector<fenn::IComponent*> components;
+    for (int i = 0; i < 120; ++i) {
+      const char* conditions[] = {"60", "66=1", "66=2", "66=1 66=1 80"};
+      fenn::IComponent* model = Stored(
+          29, {"48=1", "35=1", conditions[random() % 4], static_cast<int>(1 + random() % 2)}, {});
+      components.push_back(Make<fenn::IComponent>(29));
+      components.back()->Init(model->GetComponentVersion(), model->GetConditions(),
+                              tags[random() % tags.size()], properties[random() % 40],
+                              model->GetRecipe());
+    }
+    fenn::IPackets_Blob* list = ListOf(components);
+    Finder finder;
+    finder.Init(list->GetArray(), parameters, nullptr);
+    for (int i = 0; i < 150; ++i) {
+      fenn::IComponent* component = Make<fenn::IComponent>(29);
+      // Some keys have lists of the components, some a word that no component has.
+      component->Init(i % 3 == 0 ? tags[random() % 40]
+                                 : Tags((words({48, 49, 52}, values + 1, 5) + "54=1").c_str()),
+                      i % 4 == 0 ? properties[random() % 40]
+                                 : Properties((words({33, 36}, values + 1, 2) + "34=1").c_str()));
+      auto* key = dynamic_cast<fenn::IPacket_Blob*>(component);
+      volatile int place = -1;
+      const int code = CodeOf([&] { place = finder.Find(component); });
+      fenn::IPacket_Blob* volatile found = nullptr;
+      EXPECT_EQ(CodeOf([&] {
+                  found = CVeltune<fenn::Configuration>::Locate_FromComponentList(key, list,
+                                                                                  parameters);
+                }),
+                code);
+      ASSERT_EQ(found, code == 0 ? list->GetArray()->Get(place) : nullptr) << values << ' ' << i;
+      ++places[static_cast<int>(place)];
+    }
+  }
+  EXPECT_GT(places.size(), 40u);
+  EXPECT_GT(places[-1], 50);
 }
 
 TEST_F(LookupTest, WhatIsFoundIsACopy) {

@@ -212,5 +212,45 @@ TEST_F(ChannelMapTest, ADifferenceIsTakenAroundTheMiddle) {
   EXPECT_EQ(CodeOf([&] { refused->CheckThis(); }), 4000);
 }
 
+// A map that each level names twice is built once, and counts wherever it stands in a chain: the
+// lowest difference is taken of two chains, of which the first leads into the other.
+TEST_F(ChannelMapTest, WhatIsNamedTwiceIsBuiltOnce) {
+  const struct {
+    int differences, first, second, code;
+  } rows[] = {{40, 1, 1, 0}, {1, 397, 600, 0}, {1, 398, 600, 1}};
+  for (const auto& row : rows) {
+    const auto tags = [](int i) {
+      return "50=" + std::to_string(1 + i / 624) + " 52=" + std::to_string(1 + i % 13) +
+             " 54=" + std::to_string(i / 13 % 8) + " 55=" + std::to_string(i / 104 % 6);
+    };
+    const auto refer = [&](int i) { return Reference(24, tags(i).c_str(), "33=1"); };
+    const int second = row.differences + 1, first = second + row.second, leaf = first + row.first;
+    Components maps;
+    for (int i = 0; i <= leaf; ++i) {
+      const std::string own = tags(i);
+      Operators recipe = {Bytes(92, FlatChannel(7))};
+      if (i < row.differences) {
+        recipe = {refer(i + 1), refer(i + 1), Build(96)};
+      } else if (i == row.differences) {
+        recipe = {refer(first), refer(second), Build(96)};
+      } else if (i < leaf) {
+        recipe = {refer(i + 1 == first ? leaf : i + 1 == leaf ? second : i + 1)};
+      }
+      maps.push_back(Map(kInk, recipe, own.c_str()));
+    }
+    wisp::IVeltune* veltune = Open(maps);
+    auto* key = dynamic_cast<wisp::IChannelMap*>(refer(0));
+    wisp::IChannelMapData* volatile data = nullptr;
+    ASSERT_EQ(CodeOf([&] {
+                data = Keep(Keep(veltune->LocateChannelMap(key))->BuildChannelMapData(veltune));
+              }),
+              row.code)
+        << row.first;
+    if (row.code == 0) {
+      EXPECT_EQ(Content(data->GetArray_int32_Nodes()), Nodes(4913, 128));
+    }
+  }
+}
+
 }  // namespace
 }  // namespace velora_test

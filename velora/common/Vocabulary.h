@@ -50,6 +50,8 @@ struct SharedVocabulary {
   static constexpr int kTags = 107;
   static constexpr int kRecipe = 109;
 
+  static constexpr int kFirstComponent = 20;  // components have 10 ids from here
+  static constexpr int kComponentTypes = 10;
   static constexpr int kFirstTag = 48;  // tags have 12 ids from here
   static constexpr int kTagTypes = 12;
 

@@ -61,6 +61,9 @@ class ISerializer : public virtual IObject {
   // array can have more elements.
   virtual int GetImageCount_Bytes() const = 0;
   virtual int GetImageCount_References() const = 0;
+  // To an object that is about to read its one nested object and has no values: another of its type
+  // that was read around the same nested object. Without a new reference; null where there is none.
+  virtual ISerializeable* GetSerializeable_Twin() const = 0;
 };
 
 }  // namespace plinth::v1::api

@@ -56,9 +56,9 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     api::ISerializeable* object;  // made from this entry, a counted reference; null before
     union {
       Deduplicated* outer;  // under construction: the next object around this one
-      long long reached;    // standing: objects from this one down, shared ones each time
+      Entry* wrapper;       // read: the first entry that was read around this one alone, or null
     };
-    int height;  // standing: levels of objects from this one down
+    int height;  // read: levels of objects from this one down
     int dataLength;
     int cursor;
     int referenceCount;

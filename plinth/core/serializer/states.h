@@ -58,13 +58,10 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   api::ISerializeable* Deserialize_Serializeable(void* context);
   api::ISerializeable* Deserialize_Serializeable(int type, void* context);
   Entry* GetEntry_Deserializing_Current() const;
+  api::ISerializeable* GetSerializeable_Twin() const;
 
   // Deeper than any sound pack nests, and far from a stack's end.
   static constexpr int kMaxDepth = 256;
-  // More than any sound pack's objects come to, each counted as often as it is reached: whoever
-  // walks the objects, to compare, to sort or to evaluate them, does not take longer than this.
-  static constexpr int kMaxReachedBase = 1 << 16;
-  static constexpr int kMaxReachedPerEntry = 16;
 
   api::ISerializer* serializer;
   Counted<api::ISerializerHelper> helper;
@@ -77,9 +74,7 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   int readRoom;
   typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
   int depth;                                   // objects under construction
-  int deepest;            // the level that the innermost one reaches with what it holds so far
-  long long reached;      // objects read so far, each counted as often as it is reached
-  long long reachedMost;  // as many as are let through
+  int deepest;  // the level that the innermost one reaches with what it holds so far
   int byteCount;
   int referenceCount;
 
@@ -90,7 +85,8 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   api::ISerializeable* Read(Entry* entry, void* context);
   api::ISerializeable* CreateSerializeable(Entry* entry, void* context);
   api::ISerializeable* Construct(Entry* entry, void* context);
-  void CountReached(long long objects);
+  // The entry that this one holds, if it holds no other and has no data; or null.
+  Entry* Wrapped(const typename Entry::Deduplicated& form) const;
   // Lets go of objects whose construction failed, out to the given one.
   void Abandon(typename Entry::Deduplicated* last);
 };

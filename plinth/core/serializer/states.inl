@@ -152,8 +152,6 @@ CSerializer<Configuration>::Deduplicated::Deduplicated()
       constructing(nullptr),
       depth(0),
       deepest(0),
-      reached(0),
-      reachedMost(0),
       byteCount(0),
       referenceCount(0) {}
 
@@ -179,8 +177,6 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
     allDictionaries->Get(i)->ToDeduplicated(allEntries);
   }
   const int entryCount = allEntries->GetCount();
-  reached = 0;
-  reachedMost = kMaxReachedBase + static_cast<long long>(kMaxReachedPerEntry) * entryCount;
   byteCount = 0;
   referenceCount = 0;
   for (int i = 0; i < entryCount; ++i) {
@@ -298,7 +294,6 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
   if (shared) {
     // A second referrer: it shares the instance, and the entry's bytes are not read again.
     PopRead();
-    CountReached(form->reached);
     deepest = depth + form->height > deepest ? depth + form->height : deepest;
     form->object->AddRef();
     return form->object;
@@ -320,11 +315,33 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
 }
 
 template <class Configuration>
-void CSerializer<Configuration>::Deduplicated::CountReached(long long objects) {
-  reached += objects;
-  if (reached > reachedMost) {
-    PLINTH_RAISE(CException_General);
+auto CSerializer<Configuration>::Deduplicated::Wrapped(
+    const typename Entry::Deduplicated& form) const -> Entry* {
+  if (form.dataLength > 0 || form.referenceCount != 1) {
+    return nullptr;
   }
+  Entry* held = form.numberBytes > 0
+                    ? entries->GetElements()[VLQ::Decode(form.numberBytes, form.numbers, 0).value]
+                    : form.references[0];
+  return held->state == EState::Deduplicated ? held : nullptr;
+}
+
+template <class Configuration>
+api::ISerializeable* CSerializer<Configuration>::Deduplicated::GetSerializeable_Twin() const {
+  const Entry* entry = readCount == 0 ? nullptr : readStack[readCount - 1];
+  if (entry == nullptr || entry->state != EState::Deduplicated) {
+    return nullptr;
+  }
+  const Entry* wrapped = Wrapped(entry->deduplicated);
+  if (wrapped == nullptr || wrapped->deduplicated.object == nullptr ||
+      wrapped->deduplicated.underConstruction) {
+    return nullptr;
+  }
+  const Entry* twin = wrapped->deduplicated.wrapper;
+  return twin != nullptr && twin->GetDictionary()->GetSerializeableType() ==
+                                entry->GetDictionary()->GetSerializeableType()
+             ? twin->deduplicated.object
+             : nullptr;
 }
 
 // The entry holds its object from the start, and the outermost object's frame lets go of all that
@@ -334,8 +351,6 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
                                                                          void* context) {
   auto* form = &entry->deduplicated;
   const int type = entry->GetDictionary()->GetSerializeableType();
-  const long long reachedBefore = reached;
-  CountReached(1);
   form->object = CreateSerializeable(type);
   form->underConstruction = true;
   form->outer = constructing;
@@ -348,8 +363,14 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
   Abandon(form);
   constructing = form->outer;
   form->underConstruction = false;
+  form->wrapper = nullptr;
   form->height = deepest - level + 1;
-  form->reached = reached - reachedBefore;
+  if (Entry* wrapped = Wrapped(*form)) {
+    auto& inner = wrapped->deduplicated;
+    if (inner.object != nullptr && !inner.underConstruction && inner.wrapper == nullptr) {
+      inner.wrapper = entry;
+    }
+  }
   depth = level - 1;
   deepest = deepestAround > deepest ? deepestAround : deepest;
   form->object->AddRef();
@@ -396,6 +417,9 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   }
   if (place != size || dictionaryCount < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (dictionaryCount > kMostDictionaries) {
+    PLINTH_RAISE(CException_General);
   }
   dictionaries.Take(NewArray_Dictionary(dictionaryCount));
   int entryCount = 0;

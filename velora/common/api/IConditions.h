@@ -1,7 +1,7 @@
 // When a component is valid: a boolean expression in postfix order, as a flat list.
-// Room: velora/common. Evaluation works on a copy of the list, takes elements off its end, and
-// writes into the operators, so it belongs to one thread. A malformed expression raises
-// `CException_This_Invalid` when it is evaluated.
+// Room: velora/common. Evaluation walks the list from its end and writes into the operators, so it
+// belongs to one thread. A malformed expression raises `CException_This_Invalid` when it is
+// evaluated.
 #pragma once
 
 #include "plinth/core/api/ILinkedList.h"
@@ -28,9 +28,6 @@ class IConditions : public virtual ISerializeable<Configuration> {
     virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
     virtual bool IsOperator() const = 0;
   };
-
-  // Longer than any sound expression, and far from a stack's end.
-  static constexpr int kMaxOperators = 1000;
 
   using ISerializeable<Configuration>::Init;
   virtual void Init(ILinkedList<IOperator>* operators) = 0;  // shares the list

@@ -29,14 +29,6 @@ class IPrintModeParameters : public virtual plinth::v1::api::IObject {
   virtual int GetVelcaseVersion(int channel) const = 0;
 };
 
-// The recipes under construction, innermost first; they stand in the frames that build them.
-struct BuildChain {
-  const void* recipe;
-  const BuildChain* outer;
-  int depth;
-  int* work;  // steps within the outermost, see kMaxWork
-};
-
 template <class Configuration>
 class IVeltune : public virtual plinth::v1::api::IObject {
  public:
@@ -45,11 +37,6 @@ class IVeltune : public virtual plinth::v1::api::IObject {
 
   // Longer than any sound chain of references, and far from a stack's end.
   static constexpr int kMaxChain = 1000;
-  // More steps than any sound table takes: its builds, and the candidates of its lookups, this many
-  // a step. What is built for an operand is not kept, so components that each name another one
-  // twice would double the work with every step; and a long chain goes through a long list often.
-  static constexpr int kMaxWork = 4096;
-  static constexpr int kCandidatesOfAStep = 512;
 
   using plinth::v1::api::IObject::Init;
   virtual void Init(Parameters* parameters) = 0;
@@ -57,9 +44,6 @@ class IVeltune : public virtual plinth::v1::api::IObject {
   virtual Parameters* GetPrintModeParameters() const = 0;
   virtual void Serialize() = 0;
   virtual void Deserialize() = 0;
-
-  virtual const BuildChain* GetBuildChain() const = 0;
-  virtual void SetBuildChain(const BuildChain* chain) = 0;
 };
 
 }  // namespace velora::common::api

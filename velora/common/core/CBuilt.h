@@ -13,8 +13,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "velora/common/api/IVeltune.h"
 #include "velora/common/core/CComponent.h"
+#include "velora/common/core/CVeltune.h"
 
 namespace velora::common::core {
 
@@ -62,10 +62,22 @@ class CBuilt : public CComponent<Configuration>, public virtual Interface {
   static constexpr bool HasLeaf(...) {
     return false;
   }
+  // Whether one build can stand for another: not where a decoder may print a line in each.
+  template <class Kind>
+  static constexpr auto IsBuiltAnew(int) -> decltype(Kind::kBuiltAnew) {
+    return Kind::kBuiltAnew;
+  }
+  template <class Kind>
+  static constexpr bool IsBuiltAnew(...) {
+    return false;
+  }
   auto FindLeaf() const;
   template <class Leaf>
   Data* RebuildFromLeaf(Leaf* leaf, IVeltune* veltune);
   Data* Rebuild(IVeltune* veltune);
+  Data* TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune);
+  // The canonical object of the veltune's print mode.
+  static const void* MappingOf(IVeltune* veltune);
   static bool Accepts(int operatorType);
 
   const void* printModeMapping;  // a canonical object of the mappings, not owned

@@ -1,6 +1,7 @@
 // Bodies of CBuilt.h, for the files that instantiate it.
 #pragma once
 
+#include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CBuilt.h"
 #include "velora/common/core/CComponent.inl"
 #include "velora/common/core/create.h"
@@ -48,6 +49,9 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
   auto* last = Defer(frame, operators->PopBack());
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
+  if (auto* chain = CVeltune<Configuration>::Concrete(veltune)->GetBuildChain()) {
+    chain->watched |= step->GetCallbacks() != nullptr;
+  }
   if (step->IsOperator()) {
     using Producer = typename api::IRecipe<Configuration>::template IProducer<Data>;
     auto* producer = dynamic_cast<Producer*>(step);
@@ -118,9 +122,12 @@ VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
 // a copy, and leads nowhere, so the chain does not have it.
 VELORA_BUILT template <class Leaf>
 auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
-  const api::BuildChain* outer = veltune->GetBuildChain();
-  if (outer != nullptr && outer->depth >= api::IVeltune<Configuration>::kMaxChain) {
-    PLINTH_RAISE(CException_General);
+  if (auto* outer = CVeltune<Configuration>::Concrete(veltune)->GetBuildChain()) {
+    if (outer->depth >= api::IVeltune<Configuration>::kMaxChain) {
+      PLINTH_RAISE(CException_General);
+    }
+    outer->Reach(1);
+    outer->watched |= this->callbacks != nullptr || leaf->GetCallbacks() != nullptr;
   }
   this->Call_Callback_Build();
   this->Call_Callback_Resolve();
@@ -133,25 +140,57 @@ auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
   return data.Get();
 }
 
+// What an equal build within the same outermost one has made, or null: a component that is named
+// again and again, at each level of a chain, is built once. It must not stand deeper than a chain
+// may go.
+VELORA_BUILT auto VELORA_BUILT_OF::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune)
+    -> Data* {
+  const auto* built = outer->scope->Find(this->recipe.Get(), this->properties.Get(),
+                                         Interface::kType, MappingOf(veltune));
+  if (built == nullptr) {
+    return nullptr;
+  }
+  if (outer->depth + built->height > api::IVeltune<Configuration>::kMaxChain) {
+    PLINTH_RAISE(CException_General);
+  }
+  outer->Reach(built->height);
+  data.Share(static_cast<Data*>(built->data));
+  UpdatePrintModeMapping(veltune);
+  data->AddRef();
+  return data.Get();
+}
+
 // The stored recipe stays as it is: a temporary consumes a copy of its list, which must then be
 // used up. Components that share a recipe object resolve alike, so a recipe that is met again
 // inside its own construction would never end.
 VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
+  using Scope = BuildScope<Configuration>;
   Data* volatile built = nullptr;
-  const api::BuildChain* outer = veltune->GetBuildChain();
-  int work = 0;
-  const api::BuildChain link = {this->recipe.Get(), outer, outer == nullptr ? 1 : outer->depth + 1,
-                                outer == nullptr ? &work : outer->work};
+  auto* own = CVeltune<Configuration>::Concrete(veltune);
+  BuildChain<Configuration>* const outer = own->GetBuildChain();
+  if (outer != nullptr && this->callbacks == nullptr) {
+    if (Data* taken = TakeBuilt(outer, veltune)) {
+      return taken;
+    }
+  }
+  BuildChain<Configuration> link = {this->recipe.Get(),
+                                    outer,
+                                    outer == nullptr ? nullptr : outer->scope,
+                                    outer == nullptr ? 1 : outer->depth + 1,
+                                    1,
+                                    this->callbacks != nullptr};
   PLINTH_FRAME(Configuration) {
-    bool sound = link.depth <= api::IVeltune<Configuration>::kMaxChain &&
-                 ++*link.work <= api::IVeltune<Configuration>::kMaxWork;
-    for (const api::BuildChain* step = outer; step != nullptr; step = step->outer) {
+    bool sound = link.depth <= api::IVeltune<Configuration>::kMaxChain;
+    for (const auto* step = outer; step != nullptr; step = step->outer) {
       sound = sound && step->recipe != link.recipe;
     }
     if (!sound) {
       PLINTH_RAISE(CException_General);
     }
-    veltune->SetBuildChain(&link);
+    if (outer == nullptr) {
+      link.scope = Defer(frame, Create<Configuration, Scope>());
+    }
+    own->SetBuildChain(&link);
     this->Call_Callback_Build();
     this->Call_Callback_Resolve();
     Class* temporary = Defer(frame, Create<Configuration, Class>());
@@ -165,12 +204,20 @@ VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
     }
     data.Share(temporary->GetData());
     UpdatePrintModeMapping(veltune);
+    if (outer != nullptr) {
+      outer->Reach(link.height);
+      outer->watched |= link.watched;
+      if (!link.watched && !IsBuiltAnew<Class>(0)) {
+        link.scope->Keep(this->recipe.Get(), this->properties.Get(), printModeMapping,
+                         {data.Get(), data.Get(), Interface::kType, link.height});
+      }
+    }
     data->AddRef();
     built = data.Get();
     this->Call_Callback_Resolve_Done();
     this->Call_Callback_Build_Done();
   }
-  PLINTH_TAIL { veltune->SetBuildChain(outer); }
+  PLINTH_TAIL { own->SetBuildChain(outer); }
   PLINTH_END
   return built;
 }
@@ -194,13 +241,16 @@ void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Dat
   }
 }
 
+VELORA_BUILT const void* VELORA_BUILT_OF::MappingOf(IVeltune* veltune) {
+  return veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
+}
+
 VELORA_BUILT bool VELORA_BUILT_OF::IsVeltuneValid(IVeltune* veltune) const {
-  return printModeMapping != nullptr &&
-         printModeMapping == veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
+  return printModeMapping != nullptr && printModeMapping == MappingOf(veltune);
 }
 
 VELORA_BUILT void VELORA_BUILT_OF::UpdatePrintModeMapping(IVeltune* veltune) {
-  printModeMapping = veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
+  printModeMapping = MappingOf(veltune);
 }
 
 VELORA_BUILT void VELORA_BUILT_OF::Reset() {

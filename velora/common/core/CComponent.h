@@ -7,6 +7,7 @@
 #include "velora/common/api/IComponent.h"
 #include "velora/common/core/CList.h"
 #include "velora/common/core/CRecipe.h"
+#include "velora/common/core/Comparison.h"
 
 namespace velora::common::core {
 
@@ -49,6 +50,9 @@ class CComponent : public CRecipe<Configuration>::COperand,
   void Reset() override;
   void Delete() override;
 
+  // Both comparisons at once, with what is known of the parts of components, or null.
+  EOrder Compare(plinth::v1::api::ISerializeable* other, Comparison<Configuration>* known) const;
+
  protected:
   // `valid`, and the parts that the state asks for.
   void CheckMembers() const;
@@ -63,8 +67,6 @@ class CComponent : public CRecipe<Configuration>::COperand,
  private:
   template <class Part>
   static Part* Present(const Counted<Part>& part);
-  template <class Part>
-  static bool AreEqual(const Counted<Part>& a, const Counted<Part>& b);
   template <class Class, class Part>
   static void ReadPart(Counted<Part>& part, int type, api::ISerializer* serializer, void* context);
 };

@@ -5,6 +5,7 @@
 #include "velora/common/core/CConditions.inl"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CRecipe.inl"
+#include "velora/common/core/Comparison.inl"
 
 namespace velora::common::core {
 
@@ -191,57 +192,37 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
   serializer->Serialization_End(this->serializeableType);
 }
 
-// Components of one image share their parts.
-template <class Configuration>
-template <class Part>
-bool CComponent<Configuration>::AreEqual(const Counted<Part>& a, const Counted<Part>& b) {
-  return a.Get() == b.Get() || a->IsEqualTo(b.Get());
-}
-
-// The order of fields differs from that of IsLessThan.
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  const auto* right = static_cast<const CComponent*>(this->Comparable(other));
-  if (componentState != right->componentState) {
-    return false;
-  }
-  if (componentState == api::kComponentState_Resolved) {
-    return true;  // no parts to compare
-  }
-  if (!AreEqual(tags, right->tags) || !AreEqual(properties, right->properties)) {
-    return false;
-  }
-  return componentState == api::kComponentState_Reference ||
-         (AreEqual(version, right->version) && AreEqual(conditions, right->conditions) &&
-          AreEqual(recipe, right->recipe));
+  return Compare(other, nullptr) == kOrder_Equal;
 }
 
 template <class Configuration>
 bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  return Compare(other, nullptr) == kOrder_Less;
+}
+
+// The first part that differs decides; the recipes are compared last.
+template <class Configuration>
+EOrder CComponent<Configuration>::Compare(plinth::v1::api::ISerializeable* other,
+                                          Comparison<Configuration>* known) const {
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
-    return componentState < right->componentState;
+    return componentState < right->componentState ? kOrder_Less : kOrder_Greater;
   }
-  if (componentState == api::kComponentState_Resolved) {
-    return false;
+  EOrder order = kOrder_Equal;
+  const auto decide = [&order, known](const auto& a, const auto& b) {
+    order = a.Get() == b.Get() ? kOrder_Equal
+                               : Comparison<Configuration>::Compare(a.Get(), b.Get(), known);
+    return order != kOrder_Equal;
+  };
+  const bool stored = componentState == api::kComponentState_Stored;
+  if (componentState != api::kComponentState_Resolved &&  // which has no parts to compare
+      !(stored && (decide(version, right->version) || decide(conditions, right->conditions))) &&
+      !decide(tags, right->tags) && !decide(properties, right->properties) && stored) {
+    decide(recipe, right->recipe);
   }
-  // The first part that differs decides.
-  if (componentState == api::kComponentState_Stored) {
-    if (!AreEqual(version, right->version)) {
-      return version->IsLessThan(right->version.Get());
-    }
-    if (!AreEqual(conditions, right->conditions)) {
-      return conditions->IsLessThan(right->conditions.Get());
-    }
-  }
-  if (!AreEqual(tags, right->tags)) {
-    return tags->IsLessThan(right->tags.Get());
-  }
-  if (!AreEqual(properties, right->properties)) {
-    return properties->IsLessThan(right->properties.Get());
-  }
-  return componentState == api::kComponentState_Stored && recipe.Get() != right->recipe.Get() &&
-         recipe->IsLessThan(right->recipe.Get());
+  return order;
 }
 
 template <class Configuration>

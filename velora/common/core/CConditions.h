@@ -37,17 +37,30 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
     void Reset() override;
 
-    // Resolves the element at `rest`, which moves back past all that it takes. The list stays as it
-    // is, so an evaluation needs no copy of it. Null, where elements are missing, raises
-    // `CException_This_Invalid`.
-    static IOperator* ResolveLast(Element** rest, IPrintModeParameters* parameters);
+    // Resolves `top` with all that it takes before `rest`, which moves back past that. `count`
+    // elements at most. The list stays as it is, so an evaluation needs no copy of it. An element
+    // that is missing raises `CException_This_Invalid`.
+    static void ResolveBefore(IOperator* top, Element* volatile* rest, int count,
+                              IPrintModeParameters* parameters);
 
    protected:
-    // `Resolve` with what is taken before `rest`. A leaf takes nothing.
-    virtual void ResolveBefore(Element** rest, IPrintModeParameters* parameters);
+    // How many elements it takes, at most two, and what it makes of their answers: of the one that
+    // was last on the list, then of the other.
+    virtual int CountTaken() const;
+    virtual bool Combine(bool x, bool y) const;
 
     IPrintModeParameters* resolvedWith;  // not owned, only compared
     bool result;
+
+   private:
+    // An operator that waits for elements that it takes.
+    struct Waiting {
+      COperator* taker;
+      IOperator* element;  // the first of them, where it is resolved
+    };
+    // With room for all that can wait.
+    static void ResolveBefore(IOperator* top, Element* volatile* rest, Waiting* waiting,
+                              IPrintModeParameters* parameters);
   };
 
   // A leaf.
@@ -61,7 +74,7 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     void CheckResolvedWith(IPrintModeParameters* parameters) const;
   };
 
-  // An operator that takes elements off the list.
+  // An operator that takes elements off the list, and has taken them where it fails.
   class CTaking : public COperator {
    public:
     using COperator::COperator;
@@ -77,7 +90,8 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     CBinary() : CTaking(kType) {}
 
    protected:
-    void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
+    int CountTaken() const override { return 2; }
+    bool Combine(bool x, bool y) const override { return kCombine(x, y); }
   };
   static bool And(bool x, bool y) { return x && y; }
   static bool Or(bool x, bool y) { return x || y; }
@@ -90,7 +104,8 @@ class CConditions : public CExpression<Configuration, api::IConditions<Configura
     COperator_Not() : CTaking(kSerializeableType) {}
 
    protected:
-    void ResolveBefore(Element** rest, IPrintModeParameters* parameters) override;
+    int CountTaken() const override { return 1; }
+    bool Combine(bool x, bool) const override { return !x; }
   };
 
   CConditions();

@@ -85,22 +85,71 @@ void CConditions<Configuration>::COperator::Reset() {
 }
 
 template <class Configuration>
-auto CConditions<Configuration>::COperator::ResolveLast(Element** rest,
-                                                        IPrintModeParameters* parameters)
-    -> IOperator* {
-  if (*rest == nullptr) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-  IOperator* last = (*rest)->GetValue();
-  *rest = (*rest)->previous;
-  static_cast<COperator*>(last->GetThis_Concrete())->ResolveBefore(rest, parameters);
-  return last;
+int CConditions<Configuration>::COperator::CountTaken() const {
+  return 0;
 }
 
 template <class Configuration>
-void CConditions<Configuration>::COperator::ResolveBefore(Element**,
+bool CConditions<Configuration>::COperator::Combine(bool, bool) const {
+  return result;
+}
+
+// Each operator waits for what it takes in a row of its own and not on the stack, for an expression
+// may be as long as an image lets it. What two operators share is one object: both of an operator's
+// elements are resolved before either is asked.
+template <class Configuration>
+void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Element* volatile* rest,
+                                                          Waiting* waiting,
                                                           IPrintModeParameters* parameters) {
-  COperator::Resolve(nullptr, parameters);
+  int count = 0;
+  IOperator* element = top;
+  do {
+    auto* step = static_cast<COperator*>(element->GetThis_Concrete());
+    step->COperator::Resolve(nullptr, parameters);
+    if (step->CountTaken() > 0) {
+      waiting[count++] = {step, nullptr};
+    } else {
+      while (count > 0) {
+        Waiting& last = waiting[count - 1];
+        const bool two = last.taker->CountTaken() == 2;
+        if (two && last.element == nullptr) {
+          last.element = element;
+          break;
+        }
+        const bool x = (two ? last.element : element)->Evaluate(parameters);
+        const bool y = two && element->Evaluate(parameters);
+        last.taker->result = last.taker->Combine(x, y);
+        element = last.taker;
+        --count;
+      }
+    }
+    if (count > 0) {
+      if (*rest == nullptr) {
+        PLINTH_RAISE(CException_This_Invalid);
+      }
+      element = (*rest)->GetValue();
+      *rest = (*rest)->previous;
+    }
+  } while (count > 0);
+}
+
+template <class Configuration>
+void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Element* volatile* rest,
+                                                          int count,
+                                                          IPrintModeParameters* parameters) {
+  constexpr int kFew = 32;
+  if (count <= kFew) {
+    Waiting waiting[kFew];
+    ResolveBefore(top, rest, waiting, parameters);
+  } else {
+    PLINTH_FRAME(Configuration) {
+      unsigned char* waiting =
+          Defer(frame, new (plinth::v1::api::Slots<Configuration>().platform, false,
+                            true) unsigned char[sizeof(Waiting) * static_cast<size_t>(count)]);
+      ResolveBefore(top, rest, reinterpret_cast<Waiting*>(waiting), parameters);
+    }
+    PLINTH_END
+  }
 }
 
 template <class Configuration>
@@ -109,31 +158,17 @@ auto CConditions<Configuration>::CTaking::Resolve(Operators* operators,
   if (operators == nullptr || parameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  Element* rest = operators->GetTail();
-  this->ResolveBefore(&rest, parameters);
-  while (operators->GetTail() != rest) {
-    operators->Remove(operators->GetTail());
+  Element* volatile rest = operators->GetTail();
+  PLINTH_FRAME(Configuration) {
+    this->ResolveBefore(this, &rest, operators->GetCount() + 1, parameters);
   }
+  PLINTH_TAIL {
+    while (operators->GetTail() != rest) {
+      operators->Remove(operators->GetTail());
+    }
+  }
+  PLINTH_END
   return operators;
-}
-
-template <class Configuration>
-template <int kType, bool (*kCombine)(bool, bool)>
-void CConditions<Configuration>::CBinary<kType, kCombine>::ResolveBefore(
-    Element** rest, IPrintModeParameters* parameters) {
-  COperator::ResolveBefore(rest, parameters);
-  IOperator* x = this->ResolveLast(rest, parameters);
-  IOperator* y = this->ResolveLast(rest, parameters);
-  const bool xHolds = x->Evaluate(parameters);
-  const bool yHolds = y->Evaluate(parameters);
-  this->result = kCombine(xHolds, yHolds);
-}
-
-template <class Configuration>
-void CConditions<Configuration>::COperator_Not::ResolveBefore(Element** rest,
-                                                              IPrintModeParameters* parameters) {
-  COperator::ResolveBefore(rest, parameters);
-  this->result = !this->ResolveLast(rest, parameters)->Evaluate(parameters);
 }
 
 // ---- COperand
@@ -191,11 +226,14 @@ bool CConditions<Configuration>::Evaluate(IPrintModeParameters* parameters) cons
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
-  if (this->operators->GetCount() > Interface::kMaxOperators) {
-    PLINTH_RAISE(CException_General);
+  Element* volatile rest = this->operators->GetTail();
+  if (rest == nullptr) {
+    PLINTH_RAISE(CException_This_Invalid);
   }
-  Element* rest = this->operators->GetTail();
-  return COperator::ResolveLast(&rest, parameters)->Evaluate(parameters);
+  IOperator* top = rest->GetValue();
+  rest = rest->previous;
+  COperator::ResolveBefore(top, &rest, this->operators->GetCount(), parameters);
+  return top->Evaluate(parameters);
 }
 
 }  // namespace velora::common::core

@@ -45,8 +45,16 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(int, api::ISerializer* seriali
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  operators.Take(Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-  operators->Init(kListType, serializer, context);
+  auto* twin = serializer->GetSerializeable_Twin();
+  if (twin != nullptr && twin->GetSerializeableType() == kSerializeableType) {
+    // One list for both: however many share an array, it is made into a list once.
+    serializer->Deserialize_Serializeable(context)->Destroy();
+    operators.Share(static_cast<CExpression*>(twin->GetThis_Concrete())->operators.Get());
+  } else {
+    operators.Take(
+        Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+    operators->Init(kListType, serializer, context);
+  }
   this->valid = true;
 }
 
@@ -69,13 +77,15 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Serialize(api::ISerializer* seriali
 VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsEqualTo(
     plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
-  return operators->IsEqualTo(right->GetLinkedList_Operators());
+  Operators* others = right->GetLinkedList_Operators();
+  return operators.Get() == others || operators->IsEqualTo(others);
 }
 
 VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsLessThan(
     plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
-  return operators->IsLessThan(right->GetLinkedList_Operators());
+  Operators* others = right->GetLinkedList_Operators();
+  return operators.Get() != others && operators->IsLessThan(others);
 }
 
 VELORA_EXPRESSION void VELORA_EXPRESSION_OF::CheckThis() const {

@@ -30,6 +30,8 @@ class CList : public CElement<Configuration>, public virtual Interface {
   void CheckThis() const override;
   void Reset() override;
   void Delete() override;
+  // Of a live list.
+  int Count() const { return array->GetCount(); }
 
  protected:
   Counted<Array> array;
@@ -41,7 +43,14 @@ class CMatchable
     : public CList<Configuration, T, api::IMatchable<Configuration, T>, kType, kArrayType> {
  public:
   using Matchable = api::IMatchable<Configuration, T>;
+  using Base = CList<Configuration, T, Matchable, kType, kArrayType>;
   using Matchable::Init;
+  using typename Base::Array;
+  using typename Base::List;
+  void Append(List* other) override;
+  Array* GetArray() const override;
+  void Sort(bool deduplicate) override;
+  void Reset() override;
   int GetCount_Matching(Matchable* other) const override;
   bool AreCompatibleWith(Matchable* other) const override;
 
@@ -51,6 +60,9 @@ class CMatchable
   void ForEachPair(Matchable* other, Visitor visit) const;
   // The element; null raises `CException_This_Invalid`.
   static T* Present(T* element);
+
+  // Strictly ascending since the last deduplicating sort. Whoever asks for the array may change it.
+  mutable bool sorted = false;
 };
 
 // A list may hold several tags of a type, as alternatives: of each type that both lists have, one
@@ -78,7 +90,14 @@ using CProperties = CMatchable<C, api::IProperty<C>, Vocabulary<C>::kProperties,
 
 // The list of one kind of component, whose interface names its type ids.
 template <class C, class Kind>
-using CComponentList = CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
+class CComponentList
+    : public CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType> {
+ public:
+  using Base = CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
+  using Base::Init;
+  // Each pair of parts is compared once, however many components share them.
+  void Sort(bool deduplicate) override;
+};
 
 template <class Configuration>
 class CPropertiesHelper : public plinth::v1::core::CObject,

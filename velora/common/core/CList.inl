@@ -83,12 +83,14 @@ VELORA_LIST void VELORA_LIST_OF::Serialize(api::ISerializer* serializer, void* c
 
 VELORA_LIST bool VELORA_LIST_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
-  return array->IsEqualTo(right->GetArray());
+  right->CheckThis();
+  return array.Get() == right->array.Get() || array->IsEqualTo(right->array.Get());
 }
 
 VELORA_LIST bool VELORA_LIST_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
-  return array->IsLessThan(right->GetArray());
+  right->CheckThis();
+  return array.Get() != right->array.Get() && array->IsLessThan(right->array.Get());
 }
 
 VELORA_LIST void VELORA_LIST_OF::CheckThis() const {
@@ -132,6 +134,33 @@ inline bool TagsPolicy::Verdict() const {
 inline bool PropertiesPolicy::Judge(int, bool equal) { return agreed = equal; }
 
 inline bool PropertiesPolicy::Verdict() const { return agreed; }
+
+// Components share their lists, and each of them sorts its own.
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::Sort(bool deduplicate) {
+  if (!sorted) {
+    Base::Sort(deduplicate);
+    sorted = deduplicate;
+  }
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::Append(List* other) {
+  sorted = false;
+  Base::Append(other);
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+auto CMatchable<Configuration, T, kType, kArrayType, Policy>::GetArray() const -> Array* {
+  sorted = false;
+  return Base::GetArray();
+}
+
+template <class Configuration, class T, int kType, int kArrayType, class Policy>
+void CMatchable<Configuration, T, kType, kArrayType, Policy>::Reset() {
+  Base::Reset();
+  sorted = false;
+}
 
 template <class Configuration, class T, int kType, int kArrayType, class Policy>
 template <class Visitor>

@@ -58,8 +58,11 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void*
 }
 
 VELORA_ARRAY bool VELORA_ARRAY_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return CompareTypes<Configuration>(this, other) == kSameType &&
-         bytes->IsEqualTo(static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get());
+  if (CompareTypes<Configuration>(this, other) != kSameType) {
+    return false;
+  }
+  api::IArray_uint8* others = static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get();
+  return bytes.Get() == others || bytes->IsEqualTo(others);
 }
 
 VELORA_ARRAY bool VELORA_ARRAY_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {

@@ -8,6 +8,7 @@
 #include "plinth/core/Counted.h"
 #include "velora/common/api/IComponent.h"
 #include "velora/common/api/IVeltune.h"
+#include "velora/common/core/BuildScope.h"
 
 namespace velora::common::core {
 
@@ -30,11 +31,17 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   Parameters* GetPrintModeParameters() const override;
   void Serialize() override;
   void Deserialize() override;
-  const api::BuildChain* GetBuildChain() const override;
-  void SetBuildChain(const api::BuildChain* chain) override;
   void CheckThis() const override;
   void Reset() override;
   void Delete() override;
+
+  // The concrete veltune of a layer.
+  static CVeltune* Concrete(Veltune* veltune) {
+    return static_cast<CVeltune*>(veltune->GetThis_Concrete());
+  }
+  // The innermost recipe under construction, or null.
+  BuildChain<Configuration>* GetBuildChain() const { return buildChain; }
+  void SetBuildChain(BuildChain<Configuration>* chain) { buildChain = chain; }
 
   // The chosen component of the list, without a new reference.
   template <class Kind>
@@ -51,13 +58,8 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   static Pack* Init_BuildVelcase_Combined(api::IArray<Pack>* velcases);
 
  private:
-  template <class Kind>
-  static bool IsPreferred(Kind* candidate, Kind* chosen, Kind* key);
-  template <class Kind>
-  static int VersionOf(Kind* component);
-
   Counted<Parameters> parameters;
-  const api::BuildChain* buildChain;
+  BuildChain<Configuration>* buildChain;
 };
 
 }  // namespace velora::common::core

@@ -140,6 +140,8 @@ class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
 
 class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
  public:
+  static constexpr bool kBuiltAnew = true;  // a decoder prints its lines in each build
+
   struct COperator {
     class CBuild_DCT_Residue_DeltaScalar;
     using CBuild_Monolithic = CMonolithic<api::IChannelMap::IOperator::IBuild_Monolithic, 92,

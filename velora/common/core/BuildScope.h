@@ -1,0 +1,61 @@
+// What the components have in common that are built for one: the lookups in each list, and what is
+// built already.
+// Room: velora/common. A record on the collector of the outermost build; holds a reference
+// on all data that it keeps. Raises what lookups raise.
+#pragma once
+
+#include "velora/common/core/Finder.h"
+
+namespace velora::common::core {
+
+template <class Configuration>
+class BuildScope;
+
+// The recipes under construction, innermost first; they stand in the frames that build them.
+template <class Configuration>
+struct BuildChain {
+  const void* recipe;
+  BuildChain* outer;
+  BuildScope<Configuration>* scope;
+  int depth;
+  int height;    // levels from this one down, so far
+  bool watched;  // something in it has callbacks: each build of it must call them
+
+  // A component within it is that high.
+  void Reach(int levels) { height = levels >= height ? levels + 1 : height; }
+};
+
+template <class Configuration>
+class BuildScope {
+ public:
+  using Parameters = typename Vocabulary<Configuration>::IPrintModeParameters;
+  struct Built {
+    plinth::v1::api::IObject* object;
+    void* data;  // the object as the data of its kind
+    int kind;
+    int height;
+  };
+
+  BuildScope() = default;
+  ~BuildScope();
+  // The finder in a list for a print mode.
+  template <class Kind>
+  Finder<Configuration>* FinderIn(api::IArray<Kind>* array, Parameters* parameters,
+                                  const void* printModeMapping);
+  // What was built of a recipe with its component's properties, or null. A kind's components are
+  // of that type id.
+  const Built* Find(const void* recipe, const void* properties, int kind,
+                    const void* printModeMapping);
+  void Keep(const void* recipe, const void* properties, const void* printModeMapping,
+            const Built& made);
+
+ private:
+  void DropBuilt();
+
+  Block<Configuration, Finder<Configuration>*> finders;
+  Places<Configuration> numbers;
+  Block<Configuration, Built> built;
+  const void* mapping = nullptr;  // that all of them were built for
+};
+
+}  // namespace velora::common::core

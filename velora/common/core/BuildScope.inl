@@ -1,0 +1,69 @@
+// Bodies of BuildScope.h, for the files that instantiate it.
+#pragma once
+
+#include "velora/common/core/BuildScope.h"
+#include "velora/common/core/Finder.inl"
+
+namespace velora::common::core {
+
+template <class Configuration>
+BuildScope<Configuration>::~BuildScope() {
+  for (Finder<Configuration>* finder : finders) {
+    plinth::v1::api::platform::PlacementDelete(plinth::v1::api::Slots<Configuration>().platform,
+                                               finder);
+  }
+  DropBuilt();
+}
+
+template <class Configuration>
+template <class Kind>
+Finder<Configuration>* BuildScope<Configuration>::FinderIn(api::IArray<Kind>* array,
+                                                           Parameters* parameters,
+                                                           const void* printModeMapping) {
+  const int count = array->GetCount();
+  for (Finder<Configuration>* finder : finders) {
+    if (finder->IsFor(array, count, printModeMapping)) {
+      return finder;
+    }
+  }
+  Finder<Configuration>* volatile made = nullptr;
+  PLINTH_FRAME(Configuration) {
+    auto* finder = Defer(frame, Create<Configuration, Finder<Configuration>>());
+    finder->Init(array, parameters, printModeMapping);
+    finders.Add(finder);
+    made = HandOver(frame, finder);
+  }
+  PLINTH_END
+  return made;
+}
+
+template <class Configuration>
+void BuildScope<Configuration>::DropBuilt() {
+  for (Built& one : built) {
+    one.object->Destroy();
+  }
+  built.Release();
+  numbers.Release();
+}
+
+template <class Configuration>
+auto BuildScope<Configuration>::Find(const void* recipe, const void* properties, int kind,
+                                     const void* printModeMapping) -> const Built* {
+  const int number = printModeMapping == mapping ? numbers.Find(recipe, properties) : -1;
+  return number >= 0 && built[number].kind == kind ? &built[number] : nullptr;
+}
+
+template <class Configuration>
+void BuildScope<Configuration>::Keep(const void* recipe, const void* properties,
+                                     const void* printModeMapping, const Built& made) {
+  if (printModeMapping != mapping) {
+    DropBuilt();
+    mapping = printModeMapping;
+  }
+  if (numbers.Number(recipe, properties) == built.Size()) {
+    built.Add(made);
+    made.object->AddRef();
+  }
+}
+
+}  // namespace velora::common::core

@@ -1,0 +1,155 @@
+// Bodies of Comparison.h, for the files that instantiate it.
+#pragma once
+
+#include "plinth/core/CArray.inl"
+#include "velora/common/core/CComponent.h"
+#include "velora/common/core/Comparison.h"
+#include "velora/common/core/create.h"
+
+namespace velora::common::core {
+
+template <class Configuration>
+bool Comparison<Configuration>::IsLong(api::ITags<Configuration>* tags) {
+  return static_cast<CTags<Configuration>*>(tags->GetThis_Concrete())->Count() > kShort;
+}
+
+template <class Configuration>
+bool Comparison<Configuration>::IsLong(api::IProperties<Configuration>* properties) {
+  return static_cast<CProperties<Configuration>*>(properties->GetThis_Concrete())->Count() > kShort;
+}
+
+template <class Configuration>
+bool Comparison<Configuration>::IsLong(api::IConditions<Configuration>* conditions) {
+  return conditions->GetLinkedList_Operators()->GetCount() > kShort;
+}
+
+template <class Configuration>
+int Comparison<Configuration>::ClassOf(int number) {
+  while (classes[number] != number) {
+    classes[number] = classes[classes[number]];
+    number = classes[number];
+  }
+  return number;
+}
+
+template <class Configuration>
+void Comparison<Configuration>::Unite(const void* a, const void* b) {
+  for (const void* part : {a, b}) {
+    if (equals.Find(part) < 0) {
+      classes.Add(classes.Size());  // first, for its number may find no memory
+      equals.Number(part);
+    }
+  }
+  classes[ClassOf(equals.Find(a))] = ClassOf(equals.Find(b));
+}
+
+template <class Configuration>
+template <class Part, class Ask>
+EOrder Comparison<Configuration>::Find(Part* a, Part* b, bool keeps, Ask ask) {
+  if (const int x = equals.Find(a), y = equals.Find(b);
+      x >= 0 && y >= 0 && ClassOf(x) == ClassOf(y)) {
+    return kOrder_Equal;
+  }
+  if (const int number = keeps ? pairs.Find(a, b) : -1; number >= 0) {
+    return answers[number];
+  }
+  const EOrder order = ask();
+  if (order == kOrder_Equal) {
+    Unite(a, b);
+  } else if (keeps) {
+    if (pairs.Count() == kMostAnswers) {
+      pairs.Release();
+      answers.Release();
+    }
+    answers.Resize(pairs.Count() + 1);
+    answers[pairs.Number(a, b)] = order;
+  }
+  return order;
+}
+
+template <class Configuration>
+template <class Part>
+EOrder Comparison<Configuration>::Compare(Part* a, Part* b, Comparison* known) {
+  if (a == b) {
+    return kOrder_Equal;
+  }
+  const auto ask = [a, b] {
+    return a->IsEqualTo(b) ? kOrder_Equal : a->IsLessThan(b) ? kOrder_Less : kOrder_Greater;
+  };
+  return known == nullptr || !IsLong(a) ? ask() : known->Find(a, b, true, ask);
+}
+
+template <class Configuration>
+EOrder Comparison<Configuration>::CompareSteps(Step* a, Step* b, Comparison* known) {
+  const int type = a->GetSerializeableType() - SharedVocabulary::kFirstComponent;
+  if (a == b || type < 0 || type >= SharedVocabulary::kComponentTypes) {
+    return Compare(a, b, known);
+  }
+  const auto* component = static_cast<const Component*>(a->GetThis_Concrete());
+  if (known != nullptr) {
+    const bool keeps = known->level++ % kLevels == 0;
+    const EOrder order =
+        known->Find(a, b, keeps, [component, b, known] { return component->Compare(b, known); });
+    --known->level;
+    return order;
+  }
+  if (component->GetComponentState() != api::kComponentState_Stored) {
+    return component->Compare(b, nullptr);
+  }
+  volatile EOrder order = kOrder_Equal;
+  PLINTH_FRAME(Configuration) {
+    order = CompareSteps(a, b, Defer(frame, Create<Configuration, Comparison>()));
+  }
+  PLINTH_END
+  return order;
+}
+
+// The shorter list first; then the first pair that differs decides.
+template <class Configuration>
+EOrder Comparison<Configuration>::Compare(Recipe* a, Recipe* b, Comparison* known) {
+  auto* steps = a->GetLinkedList_Operators();
+  auto* others = b->GetLinkedList_Operators();
+  if (steps == others) {
+    return kOrder_Equal;
+  }
+  if (a->GetSerializeableType() != b->GetSerializeableType() ||
+      steps->GetSerializeableType() != others->GetSerializeableType()) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  if (const int more = steps->GetCount() - others->GetCount(); more != 0) {
+    return more < 0 ? kOrder_Less : kOrder_Greater;
+  }
+  EOrder order = kOrder_Equal;
+  auto* other = others->GetHead();
+  for (auto* step = steps->GetHead(); step != nullptr && order == kOrder_Equal; step = step->next) {
+    order = CompareSteps(step->GetValue(), other->GetValue(), known);
+    other = other->next;
+  }
+  return order;
+}
+
+template <class C, class Kind>
+void CComponentList<C, Kind>::Sort(bool deduplicate) {
+  using Configuration = C;
+  using Known = Comparison<Configuration>;
+  struct ByParts {
+    Known* known;
+    EOrder Compare(Kind* later, Kind* earlier) const {
+      return static_cast<const CComponent<Configuration>*>(later->GetThis_Concrete())
+          ->Compare(earlier, known);
+    }
+    bool IsLess(Kind* later, Kind* earlier) const { return Compare(later, earlier) == kOrder_Less; }
+    bool IsEqual(Kind* later, Kind* earlier) const {
+      return Compare(later, earlier) == kOrder_Equal;
+    }
+  };
+  PLINTH_FRAME(Configuration) {
+    this->CheckThis();
+    using Array = plinth::v1::core::CArray<Configuration, Kind>;
+    static_cast<Array*>(this->array->GetThis_Concrete())
+        ->SortBy(deduplicate, ByParts{Defer(frame, Create<Configuration, Known>())});
+  }
+  PLINTH_END
+}
+
+}  // namespace velora::common::core
