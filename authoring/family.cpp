@@ -32,7 +32,7 @@ constexpr int kPlanes[] = {common::api::kChannel_Cyan, common::api::kChannel_Mag
 // In the order of an ink record, as planes of a table.
 constexpr int kInkPlanes[] = {3, 0, 1, 2};
 
-// The pack whose version tells groups of print modes apart, and the others.
+// The pack whose version separates groups of print modes, and the others.
 constexpr int kGroupChannel = common::api::kChannel_Cyan;
 constexpr int kMostGroups = 15;
 constexpr int kPlatforms = 13;

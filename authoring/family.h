@@ -33,7 +33,7 @@ struct FamilyShape {
   int links = 0;       // [0..3]
   int own_parts = 0;   // of 100 parts, how many hold bytes of their own
   int decoys = 0;      // of 100 print modes, how many have components that must not be chosen
-  int packs = 1;       // [1..6], besides the one that tells groups of print modes apart
+  int packs = 1;       // [1..6], besides the one that separates groups of print modes
   bool shares = true;  // one list of tags for a print mode; otherwise each component orders it anew
   unsigned seed = 1;
 
@@ -49,7 +49,7 @@ class Family {
 
   const FamilyShape& shape() const { return shape_; }
   int mode_count() const { return static_cast<int>(modes_.size()); }
-  // The files of the packs, the printer's first, without those that tell the groups apart.
+  // The files of the packs, the printer's first, without those that separate the groups.
   const std::vector<Bytes>& files() const { return files_; }
   // Of the packs with components: bytes, their images, components.
   int file_size() const;
@@ -66,7 +66,7 @@ class Family {
   Bytes ExpectedTable(int mode) const;
 
   // Asks for each of the print modes, for a platform and a variant that follow from its number, and
-  // for one that has no table. The message tells the first request that gave another answer than
+  // for one that has no table. The message names the first request that gave another answer than
   // expected; empty: none did.
   std::string Ask(const std::vector<int>& modes) const;
   // The first print mode, the last, and so many spread between them that they are `count`.

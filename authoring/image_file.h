@@ -1,6 +1,6 @@
 // Pictures of 8 bits as PNG and TIFF files.
 //
-// Room: authoring. Values only; a file is its bytes. What is no picture of its format raises
+// Room: authoring. Values only; a file is its bytes. Bytes in another format raise
 // std::runtime_error.
 #pragma once
 

@@ -79,8 +79,8 @@ struct PackMode {
   int media, subtype, quality, pen_set;
 };
 
-// The words of a job's print modes: those that are one for all stand at the colour map, the others
-// at what each mode has for itself.
+// The words of a job's print modes: those that are the same for all belong to the colour map, the
+// others at what each mode has for itself.
 class ModeWords {
  public:
   explicit ModeWords(const std::vector<InkTable>& tables) {
