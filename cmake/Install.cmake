@@ -51,7 +51,7 @@ if(TARGET tool_velora)
   # without it.
   install(TARGETS tool_velora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools OPTIONAL)
   install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
-          COMPONENT tools OPTIONAL FILES_MATCHING PATTERN "*.1")
+          COMPONENT tools OPTIONAL FILES_MATCHING PATTERN "*.1.gz")
   install(FILES ${PROJECT_BINARY_DIR}/pages/velora.bash COMPONENT tools OPTIONAL
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME velora)
 endif()

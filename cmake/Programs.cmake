@@ -13,6 +13,10 @@ foreach(source IN LISTS examples)
   target_link_libraries(example_${name} PRIVATE velora velora_settings velora_outside)
   set_target_properties(example_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
                                                                     ${PROJECT_BINARY_DIR}/examples)
+  # A sanitized library wants the C++ runtime of its sanitizers in the program.
+  if(VELORA_SANITIZE)
+    set_target_properties(example_${name} PROPERTIES LINKER_LANGUAGE CXX)
+  endif()
 endforeach()
 
 # The part of authoring/ that needs no other library: packs, and families of them. Fuzz targets use
@@ -74,8 +78,10 @@ if(VELORA_TOOLS)
         add_dependencies(tool_${name} velora)
         if(name STREQUAL "velora")
           # Manual pages and completion, from the same text as --help.
-          add_custom_command(TARGET tool_velora POST_BUILD COMMAND tool_velora --pages
-                                                                   ${PROJECT_BINARY_DIR}/pages)
+          add_custom_command(
+            TARGET tool_velora POST_BUILD
+            COMMAND tool_velora --pages ${PROJECT_BINARY_DIR}/pages
+            COMMAND sh -c "gzip -9nkf ${PROJECT_BINARY_DIR}/pages/*.1" VERBATIM)
         endif()
       endif()
     endforeach()

@@ -76,6 +76,7 @@ namespace fenn = v2::fenn::core::components;
 using Toner = fenn_api::Configuration;
 
 // The bases of classes with a file of their own.
+template class CPropertiesHelper<Toner>;
 template class CPrintModeParametersOf<
     Toner, fenn_api::IPrintModeParameters, fenn_api::IPrintModeMappings,
     fenn_api::IPrintModeMapping, ctr_table_type, ctr_theme_type, ctr_media_type, ctr_axis_type>;

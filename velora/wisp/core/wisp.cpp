@@ -87,6 +87,7 @@ namespace wisp = v1::wisp::core::components;
 using Ink = wisp_api::Configuration;
 
 // The bases of classes with a file of their own.
+template class CPropertiesHelper<Ink>;
 template class CPrintModeParametersOf<Ink, wisp_api::IPrintModeParameters,
                                       wisp_api::IPrintModeMappings, wisp_api::IPrintModeMapping,
                                       const tWISPPrintModeMapping*>;
