@@ -10,7 +10,7 @@
 #include "tools/velora/pages.h"
 #include "tools/velora/terminal.h"
 #include "tools/velora/verbs.h"
-#include "velora/version.h"
+#include "velora/velora.h"
 
 namespace velora::tools {
 namespace {
