@@ -24,7 +24,7 @@ endforeach()
 file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
 set(outside ${authoring})
 list(FILTER outside INCLUDE REGEX
-     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
+     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|pack_room|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
 if(authoring)
   list(REMOVE_ITEM authoring ${outside})
   add_library(velora_packs STATIC EXCLUDE_FROM_ALL ${authoring})

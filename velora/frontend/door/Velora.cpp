@@ -15,7 +15,7 @@ using plinth::v1::api::Frame;
 namespace fenn = velora::v2::fenn::api;
 
 // Runs a body in the outermost frame. Whatever is raised in it ends here, as a line and a reason;
-// what a failing end raises is swallowed.
+// what a failing end raises is swallowed, but for its reason.
 template <class Body, class Refuse>
 bool Guard(const char* function, int line, const Body& body, const Refuse& refuse) {
   volatile bool done = false;
@@ -30,7 +30,10 @@ bool Guard(const char* function, int line, const Body& body, const Refuse& refus
     }
     PLINTH_END
   }
-  PLINTH_CATCH { done = false; }
+  PLINTH_CATCH {
+    refuse(frame.exception->code);
+    done = false;
+  }
   PLINTH_END
   return done;
 }
