@@ -1,7 +1,6 @@
 // Bodies of CLinkedList.h, for the files that instantiate it.
 #pragma once
 
-#include "plinth/core/CArray.h"
 #include "plinth/core/CLinkedList.h"
 #include "plinth/core/InterfaceOf.h"
 
@@ -103,22 +102,19 @@ void CLinkedList<Configuration, T, CT>::Init(int type, api::ISerializer* seriali
 
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Serialize(api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CheckThis();
-    api::IArray<T>* array =
-        new (api::Slots<Configuration>().platform, false, true) CArray<Configuration, T, CT>;
-    Defer(frame, array);
-    array->Init(serializeableType, count);
-    int index = 0;
-    for (const Element* element = head; element != nullptr; element = element->next) {
-      array->Set(index++, element->GetValue());
-    }
-    array->Serialize(serializer, context);
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
+  CheckThis();
+  for (const Element* element = head; element != nullptr; element = element->next) {
+    element->GetValue();  // a missing value raises before anything is written
+  }
+  serializer->Serialization_Start(serializeableType);
+  serializer->Serialize_uint28(count);
+  for (const Element* element = head; element != nullptr; element = element->next) {
+    element->GetValue()->Serialize(serializer, context);
+  }
+  serializer->Serialization_End(serializeableType);
 }
 
 template <class Configuration, class T, class CT>

@@ -12,7 +12,7 @@ namespace plinth::v1::core {
 
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Init() {
-  data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>);
+  data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8);
   data->Init(0);
   references.Take(NewList_Entry());
   this->initialized = true;
@@ -44,8 +44,7 @@ bool CSerializer<Configuration>::Entry::Working::IsLessThan(const Working* other
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Append(const unsigned char* bytes, int count) {
   PLINTH_FRAME(Configuration) {
-    api::IArray_uint8* added =
-        new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>;
+    api::IArray_uint8* added = new (api::Slots<Configuration>().platform, false, true) CArray_uint8;
     Defer(frame, added);
     added->Init(count, const_cast<unsigned char*>(bytes), false);
     data->Append(added);
@@ -105,8 +104,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
   }
   if (sound > 0) {
     PLINTH_FRAME(Configuration) {
-      api::IArray_uint8* added =
-          api::Defer<api::IArray_uint8>(frame, CArray_uint8<Configuration>::New(length));
+      api::IArray_uint8* added = api::Defer<api::IArray_uint8>(frame, CArray_uint8::New(length));
       unsigned char* to = added->GetElements();
       for (int i = 0; i < sound; ++i) {
         const VLQ encoded = VLQ::Encode(static_cast<unsigned int>(array[offset + i]));

@@ -188,64 +188,35 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
 
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return IsEqualKnowing(other, nullptr);
+  return Compare(other, nullptr) == kOrder_Equal;
 }
 
 template <class Configuration>
 bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
-  return IsLessKnowing(other, nullptr);
+  return Compare(other, nullptr) == kOrder_Less;
 }
 
-// The order of fields differs from that of IsLessKnowing.
+// The first part that differs decides; the recipes are compared last.
 template <class Configuration>
-bool CComponent<Configuration>::IsEqualKnowing(plinth::v1::api::ISerializeable* other,
-                                               Comparison<Configuration>* known) const {
-  using Parts = Comparison<Configuration>;
+EOrder CComponent<Configuration>::Compare(plinth::v1::api::ISerializeable* other,
+                                          Comparison<Configuration>* known) const {
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
-    return false;
+    return componentState < right->componentState ? kOrder_Less : kOrder_Greater;
   }
-  if (componentState == api::kComponentState_Resolved) {
-    return true;  // no parts to compare
+  EOrder order = kOrder_Equal;
+  const auto decide = [&order, known](const auto& a, const auto& b) {
+    order = a.Get() == b.Get() ? kOrder_Equal
+                               : Comparison<Configuration>::Compare(a.Get(), b.Get(), known);
+    return order != kOrder_Equal;
+  };
+  const bool stored = componentState == api::kComponentState_Stored;
+  if (componentState != api::kComponentState_Resolved &&  // which has no parts to compare
+      !(stored && (decide(version, right->version) || decide(conditions, right->conditions))) &&
+      !decide(tags, right->tags) && !decide(properties, right->properties) && stored) {
+    decide(recipe, right->recipe);
   }
-  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known) ||
-      !Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
-    return false;
-  }
-  return componentState == api::kComponentState_Reference ||
-         (Parts::AreEqual(version.Get(), right->version.Get(), known) &&
-          Parts::AreEqual(conditions.Get(), right->conditions.Get(), known) &&
-          Parts::AreEqual(recipe.Get(), right->recipe.Get(), known));
-}
-
-template <class Configuration>
-bool CComponent<Configuration>::IsLessKnowing(plinth::v1::api::ISerializeable* other,
-                                              Comparison<Configuration>* known) const {
-  using Parts = Comparison<Configuration>;
-  const auto* right = static_cast<const CComponent*>(this->Comparable(other));
-  if (componentState != right->componentState) {
-    return componentState < right->componentState;
-  }
-  if (componentState == api::kComponentState_Resolved) {
-    return false;
-  }
-  // The first part that differs decides.
-  if (componentState == api::kComponentState_Stored) {
-    if (!Parts::AreEqual(version.Get(), right->version.Get(), known)) {
-      return Parts::IsLess(version.Get(), right->version.Get(), known);
-    }
-    if (!Parts::AreEqual(conditions.Get(), right->conditions.Get(), known)) {
-      return Parts::IsLess(conditions.Get(), right->conditions.Get(), known);
-    }
-  }
-  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known)) {
-    return Parts::IsLess(tags.Get(), right->tags.Get(), known);
-  }
-  if (!Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
-    return Parts::IsLess(properties.Get(), right->properties.Get(), known);
-  }
-  return componentState == api::kComponentState_Stored && recipe.Get() != right->recipe.Get() &&
-         Parts::IsLess(recipe.Get(), right->recipe.Get(), known);
+  return order;
 }
 
 template <class Configuration>

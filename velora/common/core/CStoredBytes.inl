@@ -37,7 +37,7 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Init(typename Interface::Copied* other) {
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void* context) {
   this->InitFrom(serializer, [&] {
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
         serializer->Deserialize_Serializeable(Bytes::kType, context)));
   });
