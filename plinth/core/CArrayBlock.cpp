@@ -90,6 +90,7 @@ void CArrayBlock::InitBlock(int type, int newCount, void* block, bool isOwned) {
   owned = isOwned;
 }
 
+// The block is complete before the array takes it.
 void CArrayBlock::InitCopy(int type, int newCount, const void* from) {
   const ElementClass& of = Elements();
   void* block = newCount > 0 ? NewBlock(of, newCount) : nullptr;
@@ -135,6 +136,7 @@ int CArrayBlock::ReadCount(api::ISerializer* serializer) {
   return stored;
 }
 
+// Each element opens an entry of its own, nested in the array's.
 void CArrayBlock::Serialize(api::ISerializer* serializer, void* context) {
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -180,6 +182,7 @@ void CArrayBlock::TruncateBlock(int newCount) {
   }
 }
 
+// The new reference is taken first: the old one may be the last on the same object.
 void CArrayBlock::SetReference(int index, void* value) {
   if (index < 0 || index >= count || value == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -264,6 +267,7 @@ bool CArrayBlock::IsEqualTo(api::ISerializeable* other) const {
   return FindDifference(right) < 0;
 }
 
+// The shorter array first; then the first pair that differs decides, an element before a gap.
 bool CArrayBlock::IsLessThan(api::ISerializeable* other) const {
   const auto* right = static_cast<const CArrayBlock*>(Comparable(other));
   if (right->count != count) {

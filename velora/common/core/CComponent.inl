@@ -67,6 +67,7 @@ auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune
   return operators;
 }
 
+// The copy. A component that holds data of its own has nothing but the data, which the kind shares.
 template <class Configuration>
 void CComponent<Configuration>::Init(Interface* other) {
   this->BeginInit();
@@ -88,6 +89,7 @@ void CComponent<Configuration>::Init(Interface* other) {
 }
 
 template <class Configuration>
+// What was read is checked against its class; a recipe that names the wrong kind of object raises.
 template <class Class, class Part>
 void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
                                          api::ISerializer* serializer, void* context) {
@@ -161,6 +163,7 @@ api::IRecipe<Configuration>* CComponent<Configuration>::GetRecipe() const {
   return Present(recipe);
 }
 
+// The lists are shared: components that have them too see them sorted.
 template <class Configuration>
 void CComponent<Configuration>::Sort(bool deduplicate) {
   this->CheckThis();
@@ -168,6 +171,7 @@ void CComponent<Configuration>::Sort(bool deduplicate) {
   Present(properties)->Sort(deduplicate);
 }
 
+// The recipe's operators find the component's properties in the context, as in reading.
 template <class Configuration>
 void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* context) {
   Operand::Serialize(serializer, context);
@@ -219,6 +223,7 @@ EOrder CComponent<Configuration>::Compare(plinth::v1::api::ISerializeable* other
   return order;
 }
 
+// A state of none of the three is a blank object or a damaged one.
 template <class Configuration>
 void CComponent<Configuration>::CheckMembers() const {
   const bool hasReference = tags && properties;

@@ -8,6 +8,7 @@
 
 namespace velora::common::core {
 
+// A short list is compared as soon as an answer about it is found.
 template <class Configuration>
 bool Comparison<Configuration>::IsLong(api::ITags<Configuration>* tags) {
   return static_cast<CTags<Configuration>*>(tags->GetThis_Concrete())->Count() > kShort;
@@ -23,6 +24,7 @@ bool Comparison<Configuration>::IsLong(api::IConditions<Configuration>* conditio
   return conditions->GetLinkedList_Operators()->GetCount() > kShort;
 }
 
+// Halves the way to the class on each walk, so all walks together are nearly linear.
 template <class Configuration>
 int Comparison<Configuration>::ClassOf(int number) {
   while (classes[number] != number) {
@@ -32,6 +34,7 @@ int Comparison<Configuration>::ClassOf(int number) {
   return number;
 }
 
+// Both parts join one class; out of memory leaves the classes as they were.
 template <class Configuration>
 void Comparison<Configuration>::Unite(const void* a, const void* b) {
   for (const void* part : {a, b}) {
@@ -44,6 +47,8 @@ void Comparison<Configuration>::Unite(const void* a, const void* b) {
 }
 
 template <class Configuration>
+// Equal parts are remembered in any case. Of different ones the answer is kept only where `keeps`
+// says so; when there are too many, all are dropped and collected anew.
 template <class Part, class Ask>
 EOrder Comparison<Configuration>::Find(Part* a, Part* b, bool keeps, Ask ask) {
   if (const int x = equals.Find(a), y = equals.Find(b);
@@ -79,6 +84,8 @@ EOrder Comparison<Configuration>::Compare(Part* a, Part* b, Comparison* known) {
   return known == nullptr || !IsLong(a) ? ask() : known->Find(a, b, true, ask);
 }
 
+// Steps that are components go on knowing. Without anything known yet a stored component starts to
+// remember, for the time of this comparison.
 template <class Configuration>
 EOrder Comparison<Configuration>::CompareSteps(Step* a, Step* b, Comparison* known) {
   const int type = a->GetSerializeableType() - SharedTypeIds::kFirstComponent;

@@ -36,6 +36,7 @@ const Side::Form& Finder<Configuration>::FormOf() {
   return kForm;
 }
 
+// Asks each condition once; what does not hold is no candidate.
 template <class Configuration>
 void Finder<Configuration>::Init(const Components<Configuration>& components,
                                  Parameters* parameters, const void* printModeMapping) {
@@ -48,6 +49,7 @@ void Finder<Configuration>::Init(const Components<Configuration>& components,
   }
 }
 
+// An array that was appended to has another count, so its finder is not taken for the new one.
 template <class Configuration>
 bool Finder<Configuration>::IsFor(const Components<Configuration>& components,
                                   const void* printModeMapping) const {
@@ -122,6 +124,7 @@ bool Finder<Configuration>::IsPreferred(Candidate& candidate, Candidate& other, 
   return candidate.place < other.place;
 }
 
+// Keeps the best candidate so far, so one pass over the candidates is enough.
 template <class Configuration>
 void Finder<Configuration>::Consider(int number) {
   Candidate& candidate = candidates[number];
@@ -149,6 +152,7 @@ void Finder<Configuration>::Consider(int number) {
   }
 }
 
+// False, for good, where a list on one of the sides cannot be indexed: the finder goes on asking.
 template <class Configuration>
 bool Finder<Configuration>::Index() {
   const int count = candidates.Size();
@@ -160,6 +164,8 @@ bool Finder<Configuration>::Index() {
   });
 }
 
+// With an index it looks at the candidates of the side that has fewer for the key, otherwise at
+// all.
 template <class Configuration>
 int Finder<Configuration>::Find(Component* sought) {
   auto* keyTags = sought->GetTags();

@@ -25,6 +25,7 @@ void Side::Hold(List* newKey) {
   form.hold(newKey);
 }
 
+// A key that is asked for again keeps its answers.
 bool Side::BeginLookup(List* newKey) {
   if (key == newKey && keyNumber < 0) {
     return false;
@@ -58,6 +59,7 @@ int Side::CountMatching(int number) {
   return list.matching;
 }
 
+// The type of an element as a bit; 0 for a gap and for a type that is not one of the side's.
 unsigned int Side::BitOf(const Element* element) const {
   const int type = element == nullptr ? -1 : element->GetSerializeableType() - form.firstType;
   return type >= 0 && type < form.types ? 1u << type : 0;
@@ -96,6 +98,8 @@ bool Side::NumberValues() {
   return true;
 }
 
+// The number of the element's value, by its place or by n log n comparisons; -1 where no list has
+// it.
 int Side::ValueOf(Element* element) {
   if (const int number = elements.Find(element); number >= 0) {
     return valueOfElement[number];
@@ -107,6 +111,8 @@ int Side::ValueOf(Element* element) {
              : -1;
 }
 
+// Sorts the values of a list and counts each of them once. False, and no feature added, for a list
+// that the index cannot hold.
 bool Side::MakeProfile(List* list, Profile* profile) {
   read.Resize(0);
   form.read(list, &read);
@@ -190,6 +196,7 @@ bool Side::Build(const void* all, int count, ListOf listOf) {
   return true;
 }
 
+// A key is held from then on, so its place stays its own as long as the index lives.
 bool Side::BeginIndexed(List* newKey) {
   const int known = keys.Find(newKey);
   if (known >= 0 && known == keyNumber) {
