@@ -35,12 +35,12 @@ plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int t
   }
   this->CheckThis();
   switch (type) {
-    case plinth::v1::core::CSerializer<C>::kRecordType:
+    case plinth::v1::core::CSerializer<plinth::v1::api::Configuration>::kRecordType:
       PLINTH_RAISE(CException_NotImplemented);
-    case plinth::v1::core::CArray_uint8<C>::kType:
-      return Create<C, plinth::v1::core::CArray_uint8<C>>();
-    case plinth::v1::core::CArray_int32<C>::kType:
-      return Create<C, plinth::v1::core::CArray_int32<C>>();
+    case plinth::v1::core::CArray_uint8::kType:
+      return Create<C, plinth::v1::core::CArray_uint8>();
+    case plinth::v1::core::CArray_int32::kType:
+      return Create<C, plinth::v1::core::CArray_int32>();
     case TypeIds<C>::kArray_Conditions_Operator:
       return Create<C, CArray_Conditions_Operator<C>>();
     case TypeIds<C>::kArray_Recipe_Operator:

@@ -24,6 +24,8 @@ VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
   this->valid = true;
 }
 
+// An array of its own with the same elements: a list can be sorted, or appended to, without the
+// other.
 VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
@@ -79,6 +81,7 @@ VELORA_LIST bool VELORA_LIST_OF::IsLessThan(plinth::v1::api::ISerializeable* oth
   return array.Get() != right->array.Get() && array->IsLessThan(right->array.Get());
 }
 
+// Not the array's own check: it is made by each call on the array.
 VELORA_LIST void VELORA_LIST_OF::CheckThis() const {
   if (!this->valid || !array) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -200,6 +203,7 @@ int CMatchable<Configuration, T, kType, kArrayType, Policy>::GetCount_Matching(
   return count;
 }
 
+// Pairs of types that only one list has say nothing: the policy hears of common types alone.
 template <class Configuration, class T, int kType, int kArrayType, class Policy>
 bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
     Matchable* other) const {

@@ -7,29 +7,41 @@
 
 namespace velora::common::core {
 
+// What does not depend on the enumeration, over the type id of the object.
+template <class Configuration, class Base>
+class CNumber : public Base {
+ public:
+  [[gnu::always_inline]] explicit CNumber(int type) : Base(type), value(0) {}
+  PLINTH_INLINE_DESTRUCTION(CNumber);
+  using Base::Init;
+  void Init() override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  void Reset() override;
+
+ protected:
+  // The copy of one of the same type id.
+  void InitCopy(api::ISerializeable<Configuration>* other);
+
+  int value;
+};
+
 template <class Configuration, class Base, class Interface, int kType>
-class CValue : public Base, public virtual Interface {
+class CValue : public CNumber<Configuration, Base>, public virtual Interface {
  public:
   using Enumeration = typename Interface::Enumeration;
   using Enum = typename Enumeration::Enum;
   using Copied = typename Interface::Copied;
   static constexpr int kSerializeableType = kType;
 
-  [[gnu::always_inline]] CValue() : Base(kType), value(0) {}
+  [[gnu::always_inline]] CValue() : CNumber<Configuration, Base>(kType) {}
   PLINTH_INLINE_DESTRUCTION(CValue);
-  using Base::Init;
-  void Init() override;
+  using CNumber<Configuration, Base>::Init;
   void Init(Enum newValue) override;
   void Init(Copied* other) override;
-  void Init(int type, api::ISerializer* serializer, void* context) override;
-  void Serialize(api::ISerializer* serializer, void* context) override;
-  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
-  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
   Enum GetValue() const override;
-  void Reset() override;
-
- protected:
-  int value;
 };
 
 // An entry of a type id alone, or with data of its own: objects of different types are unequal, a

@@ -17,10 +17,10 @@ using plinth::v1::core::Counted;
 using namespace plinth::v1::api::_exports::common::exception;
 
 template <class Configuration>
-class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
+class CVelcase : public plinth::v1::core::CSerializer<plinth::v1::api::Configuration>,
                  public virtual api::IVelcase<Configuration> {
  public:
-  using Base = plinth::v1::core::CSerializer<Configuration>;
+  using Base = plinth::v1::core::CSerializer<plinth::v1::api::Configuration>;
   using Interface = api::IVelcase<Configuration>;
   using Pack = typename Interface::Pack;
   using Schema = typename api::EVelcaseSchema<Configuration>::Enum;

@@ -89,7 +89,7 @@ VELORA_PACK unsigned char* VELORA_PACK_OF::Serialize() {
   PLINTH_FRAME(Configuration) {
     (Slot<Kinds>()->Serialize(this, nullptr), ...);
     const int imageSize = Base::Base::GetSerializedSize();
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     image->Init(imageSize, Base::Base::Serialize(), false);
     WriteFile(Defer(frame, Base::ZlibCompress(image)), imageSize);

@@ -99,7 +99,7 @@ Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties, 
     unsigned char* referencePlane = NewBuffer<unsigned char>(frame, kRoom);
     Ctr::LoadPlane(referencePlane, reference->data, reference->getExtent());
 
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     IArray_uint8* plane = Defer<IArray_uint8>(frame, Create<Configuration, Bytes>());
     plane->Init(static_cast<int>(kRoom));
     unsigned char* points = plane->GetElements();

@@ -137,7 +137,8 @@ typename Class::Data* CVeltune::BuildFitting() {
     Class* reference = Defer(frame, Create<Configuration, Class>());
     common::core::CComponent<Configuration>* component = reference;
     component->Init(tags, role);
-    auto* found = Defer(frame, Class::Locate(this, reference));
+    api::IVeltune* locator = this;
+    auto* found = Defer(frame, locator->Locate(reference));
     result = found->BuildData(this);
   }
   PLINTH_END

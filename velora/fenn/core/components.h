@@ -19,7 +19,7 @@ using Operators = common::core::CRecipe<Configuration>::Operators;
 
 // A component of a kind, as the concrete class that the build protocol needs.
 template <class Class, class Interface>
-using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
+using CBuilt = common::core::CBuilt<Configuration, Class, Interface>;
 
 // ---- packets
 
@@ -46,7 +46,7 @@ class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {
 
 // The seven packets are one template; their interfaces distinguish them.
 template <class Interface>
-class CPacket : public CBuiltOf<CPacket<Interface>, Interface> {
+class CPacket : public CBuilt<CPacket<Interface>, Interface> {
  public:
   struct COperator {
     using CFromData = std::conditional_t<std::is_same_v<Interface, api::IPacket_DeltaScalar>,
@@ -130,7 +130,7 @@ class CMonolithic : public CStoringProducer<Interface, kType> {
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
 };
 
-class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
+class CGrayCurve : public CBuilt<CGrayCurve, api::IGrayCurve> {
  public:
   struct COperator {
     class CBuild_DCT_Residue_CBAT_DeltaScalar;
@@ -140,7 +140,7 @@ class CGrayCurve : public CBuiltOf<CGrayCurve, api::IGrayCurve> {
   };
 };
 
-class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
+class CChannelMap : public CBuilt<CChannelMap, api::IChannelMap> {
  public:
   static constexpr bool kBuiltAnew = true;  // a decoder prints its lines in each build
 

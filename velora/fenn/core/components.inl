@@ -34,7 +34,7 @@ void* CFromDataOf<Packet>::TakeData() {
 
 inline void CFromData_DeltaScalar::Init(IProperties* properties, unsigned char scalar) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     IArray_uint8* array = Defer<IArray_uint8>(frame, Bytes::New(1));
     array->Set(0, scalar);
     Init(properties, array);

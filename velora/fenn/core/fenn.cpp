@@ -62,7 +62,6 @@ namespace plinth::v1::core {
 
 using Toner = velora::v2::fenn::api::Configuration;
 
-template class CArrayBody<Toner, unsigned char>;
 template class CArrayBody<Toner, velora::common::api::ITag<Toner>>;
 template class CArrayBody<Toner, velora::common::api::IProperty<Toner>>;
 

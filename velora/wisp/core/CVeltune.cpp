@@ -92,7 +92,7 @@ Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const ch
   }
   Kind* volatile built = nullptr;
   PLINTH_FRAME(Configuration) {
-    using Serializer = plinth::v1::core::CSerializer<Configuration>;
+    using Serializer = plinth::v1::core::CSerializer<plinth::v1::api::Configuration>;
     api::ISerializer* serializer =
         Defer<api::ISerializer>(frame, Create<Configuration, Serializer>());
     serializer->Init(m_pVelcase_Combined->GetSerializerHelper(),
@@ -257,7 +257,7 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
   PLINTH_FRAME(Configuration) {
     const int length = static_cast<int>(input->payloadLength);
     api::IArray_uint8* locator =
-        Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8<Configuration>::New(length));
+        Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8::New(length));
     Kind::CopyPayload(input, locator->GetElements(), static_cast<size_t>(length));
     auto* component = Defer(frame, Kind::Locate(this, index, pathname, locator));
     auto* data = Defer(frame, component->BuildData(this));

@@ -21,12 +21,12 @@ using api::IArray_uint8;
 using api::IProperties;
 using api::IVeltune;
 using Operators = common::core::CRecipe<Configuration>::Operators;
-using CArray_int32 = plinth::v1::core::CArray_int32<Configuration>;
-using CArray_uint8 = plinth::v1::core::CArray_uint8<Configuration>;
+using plinth::v1::core::CArray_int32;
+using plinth::v1::core::CArray_uint8;
 
 // A component of a kind, as the concrete class that the build protocol needs.
 template <class Class, class Interface>
-using CBuiltOf = common::core::CBuiltOf<Configuration, Class, Interface>;
+using CBuilt = common::core::CBuilt<Configuration, Class, Interface>;
 
 // One that is a finished table.
 template <class Class, class Interface>
@@ -110,7 +110,7 @@ struct NodesForm<api::INodes_Complete> : BytesForm {
 
 // The four kinds are one template; their interfaces distinguish them.
 template <class Interface>
-class CNodes : public CBuiltOf<CNodes<Interface>, Interface> {
+class CNodes : public CBuilt<CNodes<Interface>, Interface> {
  public:
   struct COperator {
     class CFromData;
@@ -199,7 +199,7 @@ class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
 
 // ---- channel maps
 
-class CChannelMap : public CBuiltOf<CChannelMap, api::IChannelMap> {
+class CChannelMap : public CBuilt<CChannelMap, api::IChannelMap> {
  public:
   using CChannelMapData = CChannelData<api::IChannelMapData>;
   struct COperator {
@@ -310,7 +310,7 @@ class CGrayCurve::COperator::CFromData
 };
 
 class CAlternateNeutralChannel
-    : public CBuiltOf<CAlternateNeutralChannel, api::IAlternateNeutralChannel> {
+    : public CBuilt<CAlternateNeutralChannel, api::IAlternateNeutralChannel> {
  public:
   using CAlternateNeutralChannelData = CChannelData<api::IAlternateNeutralChannelData>;
   struct COperator {

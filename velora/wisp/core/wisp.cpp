@@ -70,15 +70,6 @@ template class CRecordData<api::IAlternateNeutralData>;
 
 VELORA_FLAT_FAMILY(_velora_v1, velora::v1::wisp)
 
-namespace plinth::v1::core {
-
-using Ink = velora::v1::wisp::api::Configuration;
-
-template CArray_uint8<Ink>* CArrayBody<Ink, unsigned char>::NewArray<CArray_uint8<Ink>>(int, int);
-template CArray_int32<Ink>* CArrayBody<Ink, int>::NewArray<CArray_int32<Ink>>(int, int);
-
-}  // namespace plinth::v1::core
-
 namespace velora::common::core {
 
 namespace wisp_api = v1::wisp::api;
