@@ -6,12 +6,13 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/ink_curve.h"
 #include "authoring/ink_search.h"
 #include "authoring/small_packs.h"
-#include "authoring/words.h"
-#include "velora/wisp/api/components.h"
-#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/properties.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::authoring {
 namespace {
@@ -114,7 +115,7 @@ class ModeWords {
 };
 
 Step Operator(int kind, const char* name) {
-  return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
+  return {TypeNames::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
 }
 
 // What a request's locator and the components that answer it have in common.

@@ -4,7 +4,7 @@
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CBuilt.h"
 #include "velora/common/core/CComponent.inl"
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 
 #define VELORA_BUILT template <class Configuration, class Class, class Interface>
 #define VELORA_BUILT_OF CBuilt<Configuration, Class, Interface>

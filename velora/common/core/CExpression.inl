@@ -4,7 +4,7 @@
 #include "plinth/core/CLinkedList.inl"
 #include "velora/common/core/CElement.inl"
 #include "velora/common/core/CExpression.h"
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 
 #define VELORA_EXPRESSION template <class Configuration, class I, int kType, int kListType>
 #define VELORA_EXPRESSION_OF CExpression<Configuration, I, kType, kListType>

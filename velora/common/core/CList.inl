@@ -4,8 +4,8 @@
 #include "plinth/core/CArray.inl"
 #include "velora/common/core/CElement.inl"
 #include "velora/common/core/CList.h"
-#include "velora/common/core/create.h"
-#include "velora/common/core/values.h"
+#include "velora/common/core/CValue.h"
+#include "velora/common/core/Create.h"
 
 #define VELORA_LIST \
   template <class Configuration, class T, class Interface, int kType, int kArrayType>

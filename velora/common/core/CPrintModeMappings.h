@@ -3,7 +3,7 @@
 // `CException_This_Invalid`; out of memory leaves it blank.
 #pragma once
 
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 

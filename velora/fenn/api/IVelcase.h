@@ -2,7 +2,7 @@
 // Room: velora/fenn. Getters give no new reference. Failures are raised as the common pack's.
 #pragma once
 
-#include "velora/fenn/api/components.h"
+#include "velora/fenn/api/component_lists.h"
 
 namespace velora::v2::fenn::api {
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "velora/common/api/IVeltune.h"
+#include "velora/fenn/api/IPrintModeParameters.h"
 #include "velora/fenn/api/IVelcase.h"
 
 class RawData;

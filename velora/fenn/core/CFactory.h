@@ -4,9 +4,18 @@
 
 #include "velora/common/core/CFactory.h"
 #include "velora/fenn/api/IFactory.h"
+#include "velora/fenn/core/CPrintModeMappings.h"
+#include "velora/fenn/core/CPrintModeParameters.h"
 #include "velora/fenn/core/CVelcase.h"
 #include "velora/fenn/core/CVeltune.h"
-#include "velora/fenn/core/components.h"
+#include "velora/fenn/core/component_lists.h"
+#include "velora/fenn/core/components/CChannelMap.h"
+#include "velora/fenn/core/components/CColorMap.h"
+#include "velora/fenn/core/components/CGrayCurve.h"
+#include "velora/fenn/core/components/CPacket.h"
+#include "velora/fenn/core/conditions.h"
+#include "velora/fenn/core/properties.h"
+#include "velora/fenn/core/tags.h"
 
 // The classes that the factory makes beyond the common ones, in the order of its slots:
 // STORED(name, interface, class), or OTHER for what no image holds.

@@ -4,7 +4,8 @@
 #pragma once
 
 #include "velora/common/core/CPrintModeMappings.h"
-#include "velora/fenn/api/vocabulary.h"
+#include "velora/fenn/api/IPrintModeMappings.h"
+#include "velora/fenn/api/layer.h"
 
 namespace velora::v2::fenn::core {
 

@@ -3,7 +3,10 @@
 #include "velora/common/core/CBuilt.inl"
 #include "velora/common/core/CFactory.inl"
 #include "velora/fenn/core/CFactory.h"
-#include "velora/fenn/core/components.inl"
+#include "velora/fenn/core/components/CColorMap.inl"
+#include "velora/fenn/core/components/CMonolithic.inl"
+#include "velora/fenn/core/components/CPacket.inl"
+#include "velora/fenn/core/components/CTableData.inl"
 
 namespace velora::v2::fenn::core {
 

@@ -2,7 +2,7 @@
 // Room: velora/wisp. Getters give no new reference. Failures are raised as the common pack's.
 #pragma once
 
-#include "velora/wisp/api/components.h"
+#include "velora/wisp/api/component_lists.h"
 
 namespace velora::v1::wisp::api {
 

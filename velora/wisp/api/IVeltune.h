@@ -9,6 +9,7 @@
 #pragma once
 
 #include "velora/common/api/IVeltune.h"
+#include "velora/wisp/api/IPrintModeParameters.h"
 #include "velora/wisp/api/IVelcase.h"
 
 namespace velora::v1::wisp::api {

@@ -4,9 +4,19 @@
 
 #include "velora/common/core/CFactory.h"
 #include "velora/wisp/api/IFactory.h"
+#include "velora/wisp/core/CPrintModeMappings.h"
+#include "velora/wisp/core/CPrintModeParameters.h"
 #include "velora/wisp/core/CVelcase.h"
 #include "velora/wisp/core/CVeltune.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/component_lists.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
+#include "velora/wisp/core/components/CNodes.h"
+#include "velora/wisp/core/conditions.h"
+#include "velora/wisp/core/properties.h"
+#include "velora/wisp/core/tags.h"
 
 // The classes that the factory makes beyond the common ones, in the order of its slots:
 // STORED(name, interface, class), or OTHER for what no image holds.

@@ -4,7 +4,8 @@
 #pragma once
 
 #include "velora/common/core/CPrintModeMappings.h"
-#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp/api/IPrintModeMappings.h"
+#include "velora/wisp/api/layer.h"
 
 namespace velora::v1::wisp::core {
 

@@ -2,9 +2,14 @@
 
 #include <string.h>
 
+#include "velora/wisp/core/CPrintModeParameters.h"
 #include "velora/wisp/core/CVelcase.h"
 #include "velora/wisp/core/Cache.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
+#include "velora/wisp/core/components/CNodes.h"
 
 namespace velora::v1::wisp::core {
 

@@ -4,7 +4,9 @@
 #include "velora/common/core/CFactory.inl"
 #include "velora/wisp/core/CFactory.h"
 #include "velora/wisp/core/Cache.inl"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components/CChannelData.inl"
+#include "velora/wisp/core/components/CNodes.inl"
+#include "velora/wisp/core/components/CTable.inl"
 
 namespace velora::v1::wisp::core {
 
