@@ -34,8 +34,7 @@ class CPrintModeMapping : public api::IPrintModeMapping {
 
 // The axis runs fastest, then media, theme, table.
 class CPrintModeMappings
-    : public common::core::CPrintModeMappingsOf<Configuration, api::IPrintModeMappings,
-                                                CPrintModeMapping> {
+    : public common::core::CPrintModeMappingsOf<Configuration, CPrintModeMapping> {
  public:
   CPrintModeMappings();
   ~CPrintModeMappings() override;

@@ -11,8 +11,7 @@ namespace velora::v2::fenn::core {
 
 class CPrintModeParameters
     : public common::core::CPrintModeParametersOf<
-          Configuration, api::IPrintModeParameters, api::IPrintModeMappings, api::IPrintModeMapping,
-          ctr_table_type, ctr_theme_type, ctr_media_type, ctr_axis_type> {
+          Configuration, void(ctr_table_type, ctr_theme_type, ctr_media_type, ctr_axis_type)> {
  public:
   CPrintModeParameters();
   ~CPrintModeParameters() override;

@@ -2,7 +2,7 @@
 // Room: velora/wisp. Names only; see velora/common/api.
 #pragma once
 
-#include "velora/common/api/IFactory.h"
+#include "velora/common/api/layer.h"
 #include "velora/wisp/api/Vocabulary.h"
 
 namespace velora::v1::wisp::api {
@@ -14,19 +14,9 @@ using common::api::IArray_uint8;
 using common::api::ILinkedList;
 using common::api::ISerializer;
 using common::api::ISerializerHelper;
-using EPlatform = common::api::EPlatform<Configuration>;
-using ESupplyFamily = common::api::ESupplyFamily<Configuration>;
-using EProductVariant = common::api::EProductVariant<Configuration>;
-using EVelcaseSchema = common::api::EVelcaseSchema<Configuration>;
-using EVelcaseVersion = common::api::EVelcaseVersion<Configuration>;
-using EChannel = common::api::EChannel<Configuration>;
-using ITag = common::api::ITag<Configuration>;
-using ITags = common::api::ITags<Configuration>;
-using IProperty = common::api::IProperty<Configuration>;
-using IProperties = common::api::IProperties<Configuration>;
-using IConditions = common::api::IConditions<Configuration>;
-using IRecipe = common::api::IRecipe<Configuration>;
-using IComponent = common::api::IComponent<Configuration>;
+#define WISP_NAME(Name) using Name = common::api::Name<Configuration>;
+VELORA_LAYER_NAMES(WISP_NAME)
+#undef WISP_NAME
 using TypeIds = common::TypeIds<Configuration>;
 
 }  // namespace velora::v1::wisp::api

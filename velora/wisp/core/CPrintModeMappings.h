@@ -37,8 +37,7 @@ class CPrintModeMapping : public api::IPrintModeMapping {
 
 // The data source runs fastest, then pen set, quality, subtype, medium.
 class CPrintModeMappings
-    : public common::core::CPrintModeMappingsOf<Configuration, api::IPrintModeMappings,
-                                                CPrintModeMapping> {
+    : public common::core::CPrintModeMappingsOf<Configuration, CPrintModeMapping> {
  public:
   CPrintModeMappings();
   ~CPrintModeMappings() override;

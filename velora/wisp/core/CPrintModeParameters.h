@@ -10,9 +10,8 @@
 namespace velora::v1::wisp::core {
 
 class CPrintModeParameters
-    : public common::core::CPrintModeParametersOf<Configuration, api::IPrintModeParameters,
-                                                  api::IPrintModeMappings, api::IPrintModeMapping,
-                                                  const tWISPPrintModeMapping*> {
+    : public common::core::CPrintModeParametersOf<Configuration,
+                                                  void(const tWISPPrintModeMapping*)> {
  public:
   CPrintModeParameters();
   ~CPrintModeParameters() override;
