@@ -6,12 +6,10 @@
 #include "velora/common/core/CComponent.inl"
 #include "velora/common/core/Create.h"
 
-#define VELORA_BUILT template <class Configuration, class Class, class Interface>
-#define VELORA_BUILT_OF CBuilt<Configuration, Class, Interface>
-
 namespace velora::common::core {
 
-VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::Init(api::IComponent<Configuration>* other) {
   this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != Interface::kType) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -22,11 +20,13 @@ VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
   printModeMapping = source->printModeMapping;
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::Init(typename Interface::Copied* other) {
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::Init(typename Interface::Copied* other) {
   this->Init(static_cast<api::IComponent<Configuration>*>(other));
 }
 
-VELORA_BUILT bool VELORA_BUILT_OF::Accepts(int operatorType) {
+template <class Configuration, class Class, class Interface>
+bool CBuilt<Configuration, Class, Interface>::Accepts(int operatorType) {
   for (const int accepted : Interface::kOperators) {
     if (accepted == operatorType) {
       return true;
@@ -35,9 +35,11 @@ VELORA_BUILT bool VELORA_BUILT_OF::Accepts(int operatorType) {
   return false;
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& frame,
-                                              Operators* operators, Properties* newProperties,
-                                              IVeltune* veltune) {
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::InitWithin(volatile plinth::v1::api::Frame& frame,
+                                                         Operators* operators,
+                                                         Properties* newProperties,
+                                                         IVeltune* veltune) {
   if (operators == nullptr || veltune == nullptr ||
       (!Interface::kMayRefer && newProperties == nullptr)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -70,15 +72,17 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
   }
 }
 
-VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newProperties,
-                                        IVeltune* veltune) -> Operators* {
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::Init(Operators* operators, Properties* newProperties,
+                                                   IVeltune* veltune) -> Operators* {
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     InitWithin(frame, operators, newProperties, veltune);
   });
   return operators;
 }
 
-VELORA_BUILT auto VELORA_BUILT_OF::BuildData(IVeltune* veltune) -> Data* {
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::BuildData(IVeltune* veltune) -> Data* {
   if (veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -100,7 +104,8 @@ VELORA_BUILT auto VELORA_BUILT_OF::BuildData(IVeltune* veltune) -> Data* {
 }
 
 // The recipe's one operator, if it is one with stored bytes.
-VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::FindLeaf() const {
   using Leaf = typename Class::Leaf;
   auto* operators = this->recipe->GetLinkedList_Operators();
   auto* step = operators->GetCount() == 1 ? operators->GetHead()->GetValue() : nullptr;
@@ -111,8 +116,10 @@ VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
 
 // As below, without what a leaf does not need: it takes no operand, so the list stays whole without
 // a copy, and refers to nothing, so it is left out of the chain.
-VELORA_BUILT template <class Leaf>
-auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
+template <class Configuration, class Class, class Interface>
+template <class Leaf>
+auto CBuilt<Configuration, Class, Interface>::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune)
+    -> Data* {
   if (auto* outer = CVeltune<Configuration>::Concrete(veltune)->GetBuildChain()) {
     if (outer->depth >= api::IVeltune<Configuration>::kMaxChain) {
       PLINTH_RAISE(CException_General);
@@ -134,8 +141,9 @@ auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
 // What an equal build within the same outermost one has made, or null: a component that is named
 // again and again, at each level of a chain, is built once. It must not stand deeper than a chain
 // may go.
-VELORA_BUILT auto VELORA_BUILT_OF::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune)
-    -> Data* {
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::TakeBuilt(BuildChain<Configuration>* outer,
+                                                        IVeltune* veltune) -> Data* {
   const auto* built = outer->scope->Find(this->recipe.Get(), this->properties.Get(),
                                          Interface::kType, MappingOf(veltune));
   if (built == nullptr) {
@@ -154,7 +162,8 @@ VELORA_BUILT auto VELORA_BUILT_OF::TakeBuilt(BuildChain<Configuration>* outer, I
 // The stored recipe stays as it is: a temporary consumes a copy of its list, which must then be
 // used up. Components that share a recipe object resolve alike, so a recipe that is met again
 // inside its own construction would never end.
-VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::Rebuild(IVeltune* veltune) -> Data* {
   using Scope = BuildScope<Configuration>;
   Data* volatile built = nullptr;
   auto* own = CVeltune<Configuration>::Concrete(veltune);
@@ -213,7 +222,8 @@ VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
   return built;
 }
 
-VELORA_BUILT auto VELORA_BUILT_OF::GetData() const -> Data* {
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::GetData() const -> Data* {
   this->CheckThis();
   if (!data) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -232,30 +242,32 @@ void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Dat
   }
 }
 
-VELORA_BUILT const void* VELORA_BUILT_OF::MappingOf(IVeltune* veltune) {
+template <class Configuration, class Class, class Interface>
+const void* CBuilt<Configuration, Class, Interface>::MappingOf(IVeltune* veltune) {
   return veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
 }
 
-VELORA_BUILT bool VELORA_BUILT_OF::IsVeltuneValid(IVeltune* veltune) const {
+template <class Configuration, class Class, class Interface>
+bool CBuilt<Configuration, Class, Interface>::IsVeltuneValid(IVeltune* veltune) const {
   return printModeMapping != nullptr && printModeMapping == MappingOf(veltune);
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::UpdatePrintModeMapping(IVeltune* veltune) {
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::UpdatePrintModeMapping(IVeltune* veltune) {
   printModeMapping = MappingOf(veltune);
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::Reset() {
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::Reset() {
   Component::Reset();
   data.Forget();
   printModeMapping = nullptr;
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::Delete() {
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::Delete() {
   data.Drop();
   Component::Delete();
 }
 
 }  // namespace velora::common::core
-
-#undef VELORA_BUILT
-#undef VELORA_BUILT_OF
