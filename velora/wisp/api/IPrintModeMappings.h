@@ -2,6 +2,7 @@
 // Room: velora/wisp. A table owns its mappings.
 #pragma once
 
+#include "velora/export.h"
 #include "velora/wisp_records.h"
 
 namespace velora::v1::wisp::api {
