@@ -4,7 +4,7 @@
 
 #include "tests/support/toner_fixture.h"
 #include "velora/common/core/CVeltune.inl"
-#include "velora/fenn/core/words.h"
+#include "velora/fenn/core/CPrintModeParameters.h"
 
 namespace velora_test {
 namespace {

@@ -4,7 +4,7 @@
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CBuilt.h"
 #include "velora/common/core/CComponent.inl"
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 

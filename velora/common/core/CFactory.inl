@@ -2,7 +2,6 @@
 #pragma once
 
 #include "plinth/core/CFactory.inl"
-#include "plinth/runtime/api/flat.h"
 #include "velora/common/core/CFactory.h"
 #include "velora/common/core/CPrintModeParameters.inl"
 #include "velora/common/core/CVelcaseOf.inl"
@@ -14,17 +13,6 @@
   case ::velora::common::TypeIds<Configuration>::k##Name: \
     return ::velora::common::core::Create<Configuration, Class>();
 #define VELORA_NO_CASE(Name, Interface, Class)
-
-// The flat functions of a pipeline's layer.
-#define VELORA_FLAT_FAMILY(Prefix, Pipeline)                             \
-  PLINTH_FLAT_FAMILY(Prefix, Pipeline::api::Configuration)               \
-  void* Prefix##_CreateFactory_Posix_Lib(void) {                         \
-    plinth::v1::api::CPlatform* platform =                               \
-        plinth::v1::api::Slots<Pipeline::api::Configuration>().platform; \
-    return static_cast<Pipeline::api::_factory::IFactory*>(              \
-        new (platform, false, true) Pipeline::core::_factory::CFactory); \
-  }                                                                      \
-  void* Prefix##_CreateFactory_Posix_So(void) { return Prefix##_CreateFactory_Posix_Lib(); }
 
 namespace velora::common::core {
 

@@ -51,4 +51,35 @@ template <class Configuration>
 ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
                         plinth::v1::api::ISerializeable* other);
 
+// The tags and properties that both pipelines have.
+template <class Configuration, class Interface, int kType>
+using CTagOf = CValue<Configuration, CTag<Configuration>, Interface, kType>;
+template <class Configuration, class Interface, int kType>
+using CPropertyOf = CValue<Configuration, CProperty<Configuration>, Interface, kType>;
+
+namespace tags {
+template <class Configuration>
+using CPlatform = CTagOf<Configuration, api::tags::IPlatform<Configuration>,
+                         TypeIds<Configuration>::kTag_Platform>;
+template <class Configuration>
+using CSupplyFamily = CTagOf<Configuration, api::tags::ISupplyFamily<Configuration>,
+                             TypeIds<Configuration>::kTag_SupplyFamily>;
+template <class Configuration>
+using CProductVariant = CTagOf<Configuration, api::tags::IProductVariant<Configuration>,
+                               TypeIds<Configuration>::kTag_ProductVariant>;
+}  // namespace tags
+
+namespace properties {
+template <class Configuration>
+using CComponentVersion =
+    CPropertyOf<Configuration, api::properties::IComponentVersion<Configuration>,
+                TypeIds<Configuration>::kComponentVersion>;
+template <class Configuration>
+using CChannel = CPropertyOf<Configuration, api::properties::IChannel<Configuration>,
+                             TypeIds<Configuration>::kChannel>;
+template <class Configuration>
+using CVariant = CPropertyOf<Configuration, api::properties::IVariant<Configuration>,
+                             TypeIds<Configuration>::kVariant>;
+}  // namespace properties
+
 }  // namespace velora::common::core

@@ -8,8 +8,8 @@
 #include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CVelcase.h"
-#include "velora/common/core/create.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/Create.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/reason.h"
 
 #define VELORA_PACK template <class Configuration>

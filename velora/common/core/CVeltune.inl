@@ -4,8 +4,8 @@
 #include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CVeltune.h"
+#include "velora/common/core/Create.h"
 #include "velora/common/core/LookupObserver.h"
-#include "velora/common/core/create.h"
 #include "velora/reason.h"
 
 namespace velora::common::core {

@@ -4,7 +4,7 @@
 #include "plinth/core/CArray.inl"
 #include "velora/common/core/CComponent.h"
 #include "velora/common/core/Comparison.h"
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 

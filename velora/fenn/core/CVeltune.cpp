@@ -2,8 +2,14 @@
 
 #include <string.h>
 
+#include "velora/fenn/core/CPrintModeParameters.h"
 #include "velora/fenn/core/CVelcase.h"
-#include "velora/fenn/core/components.h"
+#include "velora/fenn/core/components/CChannelMap.h"
+#include "velora/fenn/core/components/CColorMap.h"
+#include "velora/fenn/core/components/CGrayCurve.h"
+#include "velora/fenn/core/components/CPacket.h"
+#include "velora/fenn/core/properties.h"
+#include "velora/fenn/core/tags.h"
 
 namespace velora::v2::fenn::core {
 

@@ -5,7 +5,7 @@
 
 #include "plinth/core/CArray.inl"
 #include "plinth/core/CLinkedList.inl"
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 #include "velora/wisp/core/Cache.h"
 
 namespace velora::v1::wisp::core {
