@@ -46,9 +46,9 @@ void Comparison<Configuration>::Unite(const void* a, const void* b) {
   classes[ClassOf(equals.Find(a))] = ClassOf(equals.Find(b));
 }
 
-template <class Configuration>
 // Equal parts are remembered in any case. Of different ones the answer is kept only where `keeps`
 // says so; when there are too many, all are dropped and collected anew.
+template <class Configuration>
 template <class Part, class Ask>
 EOrder Comparison<Configuration>::Find(Part* a, Part* b, bool keeps, Ask ask) {
   if (const int x = equals.Find(a), y = equals.Find(b);
