@@ -88,8 +88,8 @@ void CComponent<Configuration>::Init(Interface* other) {
   }
 }
 
-template <class Configuration>
 // What was read is checked against its class; a recipe that names the wrong kind of object raises.
+template <class Configuration>
 template <class Class, class Part>
 void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
                                          api::ISerializer* serializer, void* context) {
