@@ -109,6 +109,7 @@ auto CBuiltBody<Configuration>::FindLeaf() const -> Operator* {
 
 // As below, without what a leaf does not need: it takes no operand, so the list stays whole without
 // a copy, and refers to nothing, so it is left out of the chain.
+// Without this an ink request that is not cached takes 9 % longer or more, a table call 0.4 %.
 template <class Configuration>
 void CBuiltBody<Configuration>::RebuildFromLeaf(Operator* leaf, IVeltune* veltune) {
   if (auto* outer = CVeltune<Configuration>::Concrete(veltune)->buildChain) {
