@@ -7,12 +7,14 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/cbat.h"
 #include "authoring/ink_encoder.h"
-#include "authoring/words.h"
-#include "velora/common/core/pack.h"
-#include "velora/fenn/api/components.h"
-#include "velora/wisp/api/components.h"
+#include "velora/common/core/PackLayout.h"
+#include "velora/fenn/api/IPrintModeMappings.h"
+#include "velora/fenn/api/component_lists.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::authoring {
 namespace {
@@ -520,7 +522,7 @@ class Family::Builder {
   }
 
   Step Operator(int kind, const char* name) const {
-    return {Words::Of(shape_.pipeline).OperatorOf(kind, name), {}, {}, {}};
+    return {TypeNames::Of(shape_.pipeline).OperatorOf(kind, name), {}, {}, {}};
   }
 
   static void AddDescription(Component* map) {

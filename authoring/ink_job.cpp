@@ -6,13 +6,14 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/ink_curve.h"
 #include "authoring/ink_search.h"
 #include "authoring/pack_room.h"
 #include "authoring/small_packs.h"
-#include "authoring/words.h"
-#include "velora/wisp/api/components.h"
-#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/properties.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::authoring {
 namespace {
@@ -115,7 +116,7 @@ class ModeWords {
 };
 
 Step Operator(int kind, const char* name) {
-  return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
+  return {TypeNames::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
 }
 
 // What a request's locator and the components that answer it have in common.

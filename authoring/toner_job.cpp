@@ -5,11 +5,11 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/correction.h"
 #include "authoring/pack_room.h"
 #include "authoring/small_packs.h"
-#include "authoring/words.h"
-#include "velora/fenn/api/components.h"
+#include "velora/fenn/api/component_lists.h"
 
 namespace velora::authoring {
 namespace {
@@ -55,7 +55,7 @@ Key SupplyKey(const PrintMode& mode, const Supply& supply) {
 Step Reference(int kind, const Key& key) { return {kind, {}, key.tags, key.properties}; }
 // The operator at the end of a kind's recipe.
 Step Operator(int kind, const char* name) {
-  return {Words::Of(Pipeline::kToner).OperatorOf(kind, name), {}, {}, {}};
+  return {TypeNames::Of(Pipeline::kToner).OperatorOf(kind, name), {}, {}, {}};
 }
 
 template <class Packet>

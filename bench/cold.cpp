@@ -121,6 +121,7 @@ int main(int argc, char** argv) {
   const Request made = MakeRequest();
   Save(made, request);
   SaveLink(made, request + ".link");
+  sync();  // pages of a file that was just written would count as dirty pages of the processes
 
   std::vector<Kind> kinds{{"empty", {folder + "empty"}, ""}};
   const auto add_library = [&](const std::string& label, const std::string& library) {

@@ -38,6 +38,7 @@ install(FILES ${PROJECT_BINARY_DIR}/include/velora/version.h DESTINATION ${heade
 install(DIRECTORY include/velora DESTINATION ${headers} FILES_MATCHING PATTERN "*.h")
 velora_install_headers(velora/frontend/toolkit)
 velora_install_headers(velora/wisp/api)
+velora_install_headers(velora/wisp/api/components)
 velora_install_headers(velora/common/api)
 velora_install_headers(velora/common)
 velora_install_headers(plinth/core/api)

@@ -2,7 +2,8 @@
 # velora (libvelora.so) and velora_static (the same objects, for tests and tools that look inside).
 #
 # The object world leaves frames by longjmp alone, so it is compiled without exceptions and without
-# unwind tables; scripts/check-unwinding holds it to that. RTTI stays on, dynamic_cast needs it.
+# unwind tables, as the plain code around it is; scripts/check-unwinding holds them to that. RTTI
+# stays on, dynamic_cast needs it.
 #
 # The object world is compiled for size, except for the runtime, which is small and part of every
 # step, and for the files below, in which an ink request spends its time. With -Os GCC makes one body
@@ -12,8 +13,9 @@
 include(CheckLinkerFlag)
 
 set(VELORA_FAST
-    velora/wisp/core/CChannelMap.cpp velora/wisp/core/CColorMap.cpp velora/wisp/core/CNodes.cpp
-    velora/wisp/core/channel.cpp velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
+    velora/wisp/core/components/CChannelData.cpp velora/wisp/core/components/CChannelMap.cpp
+    velora/wisp/core/components/CColorMap.cpp velora/wisp/core/components/CNodes.cpp
+    velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
 
 set(VELORA_ROOMS)
 set(VELORA_OBJECT_WORLD)
@@ -34,6 +36,9 @@ function(velora_room name folder)
   endif()
   add_library(${name} OBJECT ${sources})
   target_link_libraries(${name} PRIVATE velora_settings)
+  if(VELORA_DEVICE)
+    target_compile_options(${name} PRIVATE -flto=auto)
+  endif()
   if(room_OBJECT_WORLD)
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
     if(NOT VELORA_SANITIZE AND NOT room_FAST)
@@ -59,20 +64,25 @@ endif()
 
 velora_room(room_plinth_runtime plinth/runtime OBJECT_WORLD FAST)
 velora_room(room_plinth_core plinth/core OBJECT_WORLD)
-# The grid's transform: our own code, which is written for the vectoriser, or FFTW's.
+# The grid's transform is our own code, which is written for the vectoriser, or FFTW's. The list of
+# solvers is for FFTW's archive alone.
 if(VELORA_FFTW_TRANSFORM)
-  set(other_transform "/grid_transform\\.cpp$")
+  set(left_out "/grid_transform\\.cpp$")
 else()
-  set(other_transform "/grid_transform_fftw\\.cpp$")
+  set(left_out "/grid_transform_fftw\\.cpp$")
 endif()
-velora_room(room_toolkit velora/frontend/toolkit EXCEPT ${other_transform})
-set_source_files_properties(velora/frontend/toolkit/grid_transform.cpp PROPERTIES COMPILE_OPTIONS
-                                                                                  -O3)
+if(NOT VELORA_FFTW_SOLVERS)
+  string(APPEND left_out "|/fftw_solvers\\.cpp$")
+endif()
+velora_room(room_toolkit velora/frontend/toolkit OBJECT_WORLD FAST EXCEPT ${left_out})
+set_source_files_properties(
+  velora/frontend/toolkit/grid_transform.cpp velora/frontend/toolkit/arithmetic.cpp
+  PROPERTIES COMPILE_OPTIONS -O3)
 velora_room(room_common velora/common OBJECT_WORLD)
 velora_room(room_fenn velora/fenn OBJECT_WORLD)
 velora_room(room_wisp velora/wisp OBJECT_WORLD)
 velora_room(room_facade velora/frontend/door OBJECT_WORLD ONLY "Velora*.cpp")
-velora_room(room_door velora/frontend/door EXCEPT "/Velora[^/]*\\.cpp$")
+velora_room(room_door velora/frontend/door OBJECT_WORLD FAST EXCEPT "/Velora[^/]*\\.cpp$")
 
 set(objects)
 foreach(room IN LISTS VELORA_ROOMS)
@@ -85,9 +95,9 @@ endif()
 
 # GCC puts the virtual table of a class and those of its bases under construction in one section
 # group, which the linker keeps or drops as a whole. Nothing refers to the latter; out of their
-# groups, the section garbage collection drops them.
+# groups, the section garbage collection drops them. Link-time optimisation drops them too.
 set(linked ${objects})
-if(NOT VELORA_SANITIZE)
+if(NOT VELORA_SANITIZE AND NOT VELORA_DEVICE)
   set(linked ${PROJECT_BINARY_DIR}/velora.o)
   add_custom_command(
     OUTPUT ${linked}
@@ -126,8 +136,16 @@ if(NOT VELORA_SANITIZE AND NOT VELORA_THREADS)
     endif()
   endif()
 endif()
+if(VELORA_DEVICE)
+  # Nothing that comes from an archive is exported.
+  target_link_options(velora PRIVATE -flto=auto -O2 -static-libstdc++ -static-libgcc
+                      -Wl,--exclude-libs,ALL -Wl,--as-needed)
+endif()
 
 add_library(velora_static STATIC ${objects})
+if(VELORA_DEVICE)
+  set_target_properties(velora_static PROPERTIES EXCLUDE_FROM_ALL ON)
+endif()
 target_link_libraries(velora_static PUBLIC velora_settings velora_system)
 set_target_properties(velora_static PROPERTIES LINKER_LANGUAGE CXX ARCHIVE_OUTPUT_DIRECTORY
                                                                    ${PROJECT_BINARY_DIR})

@@ -18,15 +18,23 @@ target_link_libraries(test_settings INTERFACE velora_settings GTest::gmock GTest
 target_compile_definitions(test_settings
                            INTERFACE VELORA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
 
+# FFTW's shared library, the reference of the library's transforms, however those are linked.
+find_library(VELORA_FFTW_REFERENCE fftw3f)
+mark_as_advanced(VELORA_FFTW_REFERENCE)
+
 # Helpers that know the library from inside; they stay out of the test that must not.
 file(GLOB_RECURSE support CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
-if(support)
+if(support AND NOT VELORA_DEVICE)
   add_library(test_support STATIC ${support})
   target_link_libraries(test_support PUBLIC test_settings velora_static)
 endif()
 
 file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true ${PROJECT_SOURCE_DIR}/tests/*)
 list(FILTER folders EXCLUDE REGEX "/(support|data|install)$")
+if(VELORA_DEVICE)
+  # Only the link is different, so only the library as a caller sees it is tested.
+  list(FILTER folders INCLUDE REGEX "/shared_library$")
+endif()
 foreach(folder IN LISTS folders)
   get_filename_component(name ${folder} NAME)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp)
@@ -41,7 +49,8 @@ foreach(folder IN LISTS folders)
     # The one helper that knows nothing of the library: the heap under watch.
     target_sources(${test} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/process_heap.cpp)
     # zlib too: it makes damaged packs with a sound stream.
-    target_link_libraries(${test} PRIVATE velora velora_outside ${VELORA_ZLIB_LIBRARY})
+    target_link_libraries(${test} PRIVATE velora velora_outside ${VELORA_ZLIB_LIBRARY}
+                                          ${VELORA_FFTW_REFERENCE})
     target_compile_definitions(${test} PRIVATE VELORA_LIBRARY="$<TARGET_FILE:velora>")
   else()
     target_link_libraries(${test} PRIVATE $<TARGET_NAME_IF_EXISTS:test_support> velora_static)

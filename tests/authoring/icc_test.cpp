@@ -14,7 +14,7 @@
 #include "authoring/picture.h"
 #include "authoring/table_call.h"
 #include "authoring/table_error.h"
-#include "tests/support/fftw_grid.h"
+#include "tests/support/fftw_bits.h"
 
 namespace velora::authoring {
 namespace {
@@ -84,7 +84,7 @@ TEST_F(Icc, PlanesAreTransformedToTheBitsOfFftw) {
         for (const double value : ForwardDct3D(difference)) {
           coefficients.push_back(step * static_cast<int>(std::lround(value / step)));
         }
-        different += velora_test::HasBitsOfFftw(coefficients) ? 0 : 1;
+        different += velora_test::GridHasBitsOfFftw(coefficients) ? 0 : 1;
       }
     }
   }

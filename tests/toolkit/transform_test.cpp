@@ -2,9 +2,7 @@
 
 #include <limits>
 #include <numeric>
-#include <random>
 
-#include "tests/support/fftw_grid.h"
 #include "tests/toolkit/support.h"
 #include "velora/frontend/toolkit/arithmetic.h"
 #include "velora/frontend/toolkit/digest.h"
@@ -24,25 +22,6 @@ TEST(Transform, NullsAndWayBack) {
   int in[1];
   EXPECT_FALSE(Ctr::InverseDct1D(nullptr, out));
   EXPECT_FALSE(Ctr::InverseDct3D(in, nullptr));
-}
-
-TEST(Transform, GridsHaveTheBitsOfFftw) {
-  std::mt19937 random(1);
-  std::vector<int> in(4913);
-  int different = 0;
-  Capture([&] {
-    const int count = sizeof(void*) == 8 ? 3000 : 300;  // the emulator takes long
-    for (int i = 0; i < count; ++i) {
-      // Dense to sparse, small to as large as a coefficient gets: 14 bits times a scalar of 255.
-      const unsigned every = 1u << random() % 9, bound = 1u << (1 + random() % 22);
-      for (int& value : in) {
-        const int drawn = static_cast<int>(random() % (2 * bound)) - static_cast<int>(bound);
-        value = random() % every == 0 ? drawn : 0;
-      }
-      different += velora_test::HasBitsOfFftw(in) ? 0 : 1;
-    }
-  });
-  EXPECT_EQ(different, 0);
 }
 
 TEST(Arithmetic, PointsAreRoundedAndHeldInOrder) {

@@ -4,11 +4,11 @@
 #include <map>
 #include <memory>
 
+#include "authoring/TypeNames.h"
 #include "authoring/lookup_trace.h"
 #include "authoring/pack_text.h"
 #include "authoring/picture.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
 #include "tools/velora/pack_io.h"
@@ -273,7 +273,7 @@ class Builder {
       found.pipeline = pipeline;
       found.components.push_back(lookup.components[lookup.found]);
       const std::string text =
-          ComponentText(InCallersNumbers(found).components[0], Words::Of(pipeline));
+          ComponentText(InCallersNumbers(found).components[0], TypeNames::Of(pipeline));
       std::vector<std::string>& users = users_[text];
       if (std::count(users.begin(), users.end(), name) == 0) users.push_back(name);
       for (const Step& step : found.components[0].recipe) {
@@ -290,11 +290,11 @@ class Builder {
   void AddEqualBytes() {
     for (const ReportPack& stored : report_.packs) {
       const Pack pack = InCallersNumbers(stored.file.pack);
-      const Words& words = Words::Of(pack.pipeline);
+      const TypeNames& names = TypeNames::Of(pack.pipeline);
       std::map<Bytes, std::vector<std::string>> users;
       for (const Component& component : pack.components) {
         for (const Step& step : component.recipe) {
-          if (step.bytes.size() > 1) users[step.bytes].push_back(ComponentText(component, words));
+          if (step.bytes.size() > 1) users[step.bytes].push_back(ComponentText(component, names));
         }
       }
       for (const auto& [bytes, components] : users) {

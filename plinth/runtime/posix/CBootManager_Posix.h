@@ -1,7 +1,9 @@
 // The boot manager on the C library's heap.
-// Room: plinth/runtime. Made with the global `new`, the one object of the library that is, because
-// it is the first allocator; ends itself with its last reference.
+// Room: plinth/runtime. Takes its own memory from the C library's heap, because no allocator exists
+// before it; ends itself with its last reference.
 #pragma once
+
+#include <stdlib.h>
 
 #include "plinth/runtime/api/IBootManager.h"
 
@@ -9,6 +11,10 @@ namespace plinth::v1::api::_exports::posix {
 
 class CBootManager_Posix : public IBootManager {
  public:
+  // Null without memory. The global operators would link exceptions into the library.
+  static void* operator new(size_t size) noexcept { return malloc(size); }
+  static void operator delete(void* object) { free(object); }
+
   CBootManager_Posix();
   bool Init() override;
   ~CBootManager_Posix() override;

@@ -1,7 +1,5 @@
 #include "plinth/runtime/api/boot.h"
 
-#include <new>
-
 #include "plinth/runtime/api/CPlatform.h"
 #include "plinth/runtime/api/CThreadContextManager.h"
 #include "plinth/runtime/api/frame.h"
@@ -73,7 +71,7 @@ CPlatform* MakePlatform(IBootManager* bootManager) {
 bool Build(BootSlots& slots) {
   slots.bootClaimed = true;
   slots.contextClaimed = true;  // from the start: a late comer finds no gap between the two
-  slots.bootManager = new (std::nothrow) CBootManager_Posix;
+  slots.bootManager = new CBootManager_Posix;
   slots.bootReady = slots.bootManager != nullptr;
   if (slots.bootReady) {
     slots.threadContextManager = MakeThreadContextManager(slots.bootManager);

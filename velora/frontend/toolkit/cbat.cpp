@@ -1,5 +1,7 @@
 #include "velora/frontend/toolkit/cbat.h"
 
+#include <cstring>
+
 #include "plinth/runtime/api/Trace.h"
 #include "velora/frontend/toolkit/memory.h"
 #include "velora/frontend/toolkit/message.h"
@@ -45,6 +47,13 @@ void ReadFields(const unsigned char* data, unsigned int cbData, const unsigned c
   unsigned int held = 0;  // bits not yet taken, the next one lowest
   unsigned int count = 0;
   for (int n = 0; n < fields; ++n) {
+    // Most high frequencies have no field: skip 16 widths of 0 at a time.
+    static const unsigned char zeros[8] = {};
+    if (n % 2 == 0 && n + 16 <= fields && memcmp(widths + n / 2, zeros, sizeof zeros) == 0) {
+      memset(out + n, 0, 16 * sizeof *out);
+      n += 15;
+      continue;
+    }
     const unsigned int width = n % 2 == 0 ? widths[n / 2] & 15u : widths[n / 2] >> 4;
     if (width == 0) {
       out[n] = 0;

@@ -2,9 +2,14 @@
 
 #include <string.h>
 
+#include "velora/wisp/core/CPrintModeParameters.h"
 #include "velora/wisp/core/CVelcase.h"
 #include "velora/wisp/core/Cache.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
+#include "velora/wisp/core/components/CNodes.h"
 
 namespace velora::v1::wisp::core {
 
@@ -74,8 +79,7 @@ bool CVeltune::IsUpToDate(const tWISPPrintModeMapping* record) const {
 
 // ---- from a locator to a component with its data
 
-// A hit touches neither the pack nor the order of the bucket. On a miss everything that can fail
-// comes before the cache is changed.
+// A hit touches neither the pack nor the order of the bucket.
 template <class Class, class Kind>
 Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const char* pathname,
                                    api::IArray_uint8* locator,
@@ -84,15 +88,23 @@ Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const ch
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
-  api::IPrintModeMapping* mapping = GetPrintModeMapping();
-  if (const auto* entry = cache->FindEntry(index, mapping)) {
+  if (const auto* entry = cache->FindEntry(index, GetPrintModeMapping())) {
     Kind* cached = entry->GetComponent();
     cached->AddRef();
     return cached;
   }
+  return BuildIntoCache<Class>(cache, index, pathname, locator, list);
+}
+
+// Everything that can fail comes before the cache is changed.
+template <class Class, class Kind>
+Kind* CVeltune::BuildIntoCache(api::ICache<Kind>* cache, int index, const char* pathname,
+                               api::IArray_uint8* locator,
+                               common::api::IComponentList<Configuration, Kind>* list) {
+  api::IPrintModeMapping* const mapping = GetPrintModeMapping();
   Kind* volatile built = nullptr;
   PLINTH_FRAME(Configuration) {
-    using Serializer = plinth::v1::core::CSerializer<Configuration>;
+    using Serializer = plinth::v1::core::CSerializer<plinth::v1::api::Configuration>;
     api::ISerializer* serializer =
         Defer<api::ISerializer>(frame, Create<Configuration, Serializer>());
     serializer->Init(m_pVelcase_Combined->GetSerializerHelper(),
@@ -164,41 +176,40 @@ api::IPrintModeMapping* MappingOf(const api::IPrintModeMappings* mappings, uint3
                                                                  : static_cast<int>(field) - 1);
 }
 
-// What is different from record to record: the locator's bytes in the input, who answers it, and
-// the answer.
+// What is different from record to record: the locator's bytes in the input, the component that
+// answers it with its cache and its list, and the answer.
 template <class Record>
 struct Request;
 
 template <>
 struct Request<WISPColorMap> {
+  using Class = components::CColorMap;
   static constexpr uint32_t kMaxPayload = 0xFFFF;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_ColorMap(); }
   static void CopyPayload(const WISPColorMap* input, unsigned char* to, size_t length) {
     memcpy(to, input->data.payload, length);
   }
-  static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
-    return veltune->LocateColorMap(index, pathname, bytes);
-  }
+  static auto List(const api::IVelcase* pack) { return pack->GetColorMaps(); }
   static int Size(api::IColorMapData* data) { return data->GetSize_WISPColorMap(); }
   static const void* Bytes(api::IColorMapData* data) { return data->GetWISPColorMap(); }
 };
 
 template <>
 struct Request<WISPGrayCurve> {
+  using Class = components::CGrayCurve;
   static constexpr uint32_t kMaxPayload = VELORA_WISP_MAX_PAYLOAD;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_GrayCurve(); }
   static void CopyPayload(const WISPGrayCurve* input, unsigned char* to, size_t length) {
     memcpy(to, input->curve, length);
   }
-  static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
-    return veltune->LocateGrayCurve(index, pathname, bytes);
-  }
+  static auto List(const api::IVelcase* pack) { return pack->GetGrayCurves(); }
   static int Size(api::IGrayCurveData*) { return sizeof(WISPGrayCurve); }
   static const void* Bytes(api::IGrayCurveData* data) { return data->GetWISPGrayCurve(); }
 };
 
 template <>
 struct Request<WISPAlternateNeutral> {
+  using Class = components::CAlternateNeutral;
   static constexpr uint32_t kMaxPayload = VELORA_WISP_MAX_PAYLOAD;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_AlternateNeutral(); }
   static void CopyPayload(const WISPAlternateNeutral* input, unsigned char* to, size_t length) {
@@ -206,9 +217,7 @@ struct Request<WISPAlternateNeutral> {
       to[i] = static_cast<unsigned char>(input->nodes[i]);
     }
   }
-  static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
-    return veltune->LocateAlternateNeutral(index, pathname, bytes);
-  }
+  static auto List(const api::IVelcase* pack) { return pack->GetAlternateNeutrals(); }
   // A record that somebody else has made may be shorter than what is copied out.
   static int Size(api::IAlternateNeutralData* data) {
     constexpr int kSize = sizeof(WISPAlternateNeutral);
@@ -257,9 +266,11 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
   PLINTH_FRAME(Configuration) {
     const int length = static_cast<int>(input->payloadLength);
     api::IArray_uint8* locator =
-        Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8<Configuration>::New(length));
+        Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8::New(length));
     Kind::CopyPayload(input, locator->GetElements(), static_cast<size_t>(length));
-    auto* component = Defer(frame, Kind::Locate(this, index, pathname, locator));
+    auto* component = Defer(
+        frame, BuildIntoCache<typename Kind::Class>(Kind::Cache(this), index, pathname, locator,
+                                                    Kind::List(m_pVelcase_Combined.Get())));
     auto* data = Defer(frame, component->BuildData(this));
     written = Write(data, index, capacity, output);
   }
