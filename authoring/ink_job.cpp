@@ -446,7 +446,7 @@ InkProduct AuthorOnce(const InkJob& job) {
                     WritePacks({product.pack}, 15 * job.search.effort)};
   const double size = static_cast<double>(product.file().size());
   if (size > LargestFile(Pipeline::kInk)) {
-    RefuseRoom(RoomOf(job, encoded), std::lround(size), LargestFile(Pipeline::kInk));
+    RefuseRoom(RoomOf(job, encoded), Needed::kThis, std::lround(size), LargestFile(Pipeline::kInk));
   }
   const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, wisp::IColorMap::kType));
   for (std::size_t i = 0; i < job.tables.size(); ++i) {

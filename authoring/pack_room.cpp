@@ -8,7 +8,7 @@ long Sum(const std::vector<ModeRoom>& modes) {
   return sum;
 }
 
-void RefuseRoom(const std::vector<ModeRoom>& modes, long needed, long room) {
+void RefuseRoom(const std::vector<ModeRoom>& modes, Needed how, long needed, long room) {
   // What the modes share counts for each of them by its part.
   const double scale = static_cast<double>(needed) / static_cast<double>(Sum(modes));
   std::size_t fit = 0;
@@ -17,10 +17,11 @@ void RefuseRoom(const std::vector<ModeRoom>& modes, long needed, long room) {
          (sum += scale * static_cast<double>(modes[fit].bytes)) <= static_cast<double>(room)) {
     ++fit;
   }
-  std::string text = "the packs take about " + std::to_string(needed) +
-                     " bytes, and a call takes " + std::to_string(room);
+  std::string text = std::string("the packs take ") + (how == Needed::kAtLeast ? "at least " : "") +
+                     std::to_string(needed) + " bytes, and a call takes " + std::to_string(room);
   if (fit > 0) {
-    text += "; about the first " + std::to_string(fit) + " of " + std::to_string(modes.size()) +
+    text += std::string("; ") + (how == Needed::kAtLeast ? "at most" : "about") + " the first " +
+            std::to_string(fit) + " of " + std::to_string(modes.size()) +
             " print modes would fit, up to " + modes[fit - 1].name;
   }
   throw GoalMissed(text);

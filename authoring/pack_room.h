@@ -22,9 +22,11 @@ struct ModeRoom {
 };
 long Sum(const std::vector<ModeRoom>& modes);
 
-// Raises GoalMissed with the first print modes that would fit `room` bytes. `needed` is what all
-// of them take.
-[[noreturn]] void RefuseRoom(const std::vector<ModeRoom>& modes, long needed, long room);
+// Raises GoalMissed with the first print modes that would fit `room` bytes. `needed` is what all of
+// them take, or the least that they can take.
+enum class Needed { kThis, kAtLeast };
+[[noreturn]] void RefuseRoom(const std::vector<ModeRoom>& modes, Needed how, long needed,
+                             long room);
 
 // Refuses before a search what would not fit behind it either: where the tables' own `raw` bytes
 // do not fit, `quick` has what the modes take by a quick encoding, of which `least` may be left.
@@ -33,7 +35,7 @@ void CheckRoom(long raw, long room, double least, Quick quick) {
   if (raw <= room) return;
   const std::vector<ModeRoom> modes = quick();
   const long needed = std::lround(least * static_cast<double>(Sum(modes)));
-  if (needed > room) RefuseRoom(modes, needed, room);
+  if (needed > room) RefuseRoom(modes, Needed::kAtLeast, needed, room);
 }
 
 // The product of the tightest goal, mean and 99th percentile, whose bytes keep to the job's budget,

@@ -425,7 +425,7 @@ std::vector<NamedPack> WriteSplit(const TonerJob& job, const Encodings& encoding
       further.push_back(std::move(rest));
     }
     if (named.size() + further.size() > kPacksOfACall) {
-      RefuseRoom(RoomOf(job, encodings), whole, RoomOfACall());
+      RefuseRoom(RoomOf(job, encodings), Needed::kThis, whole, RoomOfACall());
     }
     packs = std::move(further);
   }

@@ -178,16 +178,20 @@ TEST(Printer, ReadsLaterPacksWithItsOwnWidths) {
               testing::HasSubstr("do not fit the width tables of the printer"));
 }
 
+Bytes Noise(std::size_t size) {
+  static unsigned noise = 1;
+  Bytes bytes(size);
+  for (unsigned char& byte : bytes) {
+    noise = noise * 1664525 + 1013904223;
+    byte = static_cast<unsigned char>(noise >> 26);
+  }
+  return bytes;
+}
+
 TEST(Printer, APackThatIsTooLargeIsCutIntoFurtherOnes) {
   TonerJob job;
-  unsigned noise = 1;
   for (int blob = 0; blob < 2; ++blob) {
-    Bytes bytes(26000);
-    for (unsigned char& byte : bytes) {
-      noise = noise * 1664525 + 1013904223;
-      byte = static_cast<unsigned char>(noise >> 26);
-    }
-    job.blobs.push_back({{2, blob, 0, 0}, bytes, {}});
+    job.blobs.push_back({{2, blob, 0, 0}, Noise(26000), {}});
   }
   const QuietErrors quiet;
   const TonerProduct product = AuthorToner(job);
@@ -196,6 +200,30 @@ TEST(Printer, APackThatIsTooLargeIsCutIntoFurtherOnes) {
   for (const AuthoredCall& made : product.calls) {
     EXPECT_EQ(Device().Rebuild(made.call).buffer, made.expected);
   }
+}
+
+// Before a search, by what cannot become smaller.
+TEST(Printer, MoreThanACallTakesIsRefusedWithWhatWouldFit) {
+  TonerJob toner;
+  InkJob ink;
+  ink.goal = Goal();
+  toner.reference = Noise(kTableSize);
+  toner.search.report =
+      ink.search.report = [](const Progress&) -> bool { throw std::logic_error("a search"); };
+  for (int i = 0; i < 44; ++i) {
+    toner.tables.push_back({{1, i % 11, i % 4, i % 2}, Noise(kTableSize), {}});
+  }
+  const int media[] = {0, 1, 2, 5, 7, 8};
+  for (int i = 0; i < 60; ++i) {
+    ink.tables.push_back({{media[i % 6], i / 6 % 5 - 2, 0, i / 30 + 1, 0}, Noise(kTableSize)});
+  }
+  const QuietErrors quiet;
+  EXPECT_THAT(
+      MessageOf([&] { AuthorToner(toner); }),
+      testing::ContainsRegex("a call takes 327670; at most the first [123]. of 44 .*, up to "
+                             "cmyk, theme "));
+  EXPECT_THAT(MessageOf([&] { AuthorInk(ink); }),
+              testing::ContainsRegex("a call takes 409608; at most the first [2345]. of 60 "));
 }
 
 }  // namespace

@@ -23,7 +23,9 @@ class IComponent : public virtual IRecipe<Configuration>::IOperand {
   using IOperand = typename IRecipe<Configuration>::IOperand;
   using IOperator = typename IRecipe<Configuration>::IOperator;
   using IOperand::Init;
+  // A reference.
   virtual void Init(ITags<Configuration>* tags, IProperties<Configuration>* properties) = 0;
+  // A stored one.
   virtual void Init(IProperty<Configuration>* version, IConditions<Configuration>* conditions,
                     ITags<Configuration>* tags, IProperties<Configuration>* properties,
                     IRecipe<Configuration>* recipe) = 0;
@@ -31,8 +33,9 @@ class IComponent : public virtual IRecipe<Configuration>::IOperand {
   virtual ILinkedList<IOperator>* Init(ILinkedList<IOperator>* operators,
                                        IProperties<Configuration>* properties,
                                        typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
+  // The copy: shares what the other's state has.
   virtual void Init(IComponent* other) = 0;
-  virtual int GetComponentState() const = 0;
+  virtual int GetComponentState() const = 0;  // an EComponentState
   virtual IProperty<Configuration>* GetComponentVersion() const = 0;
   virtual IConditions<Configuration>* GetConditions() const = 0;
   virtual ITags<Configuration>* GetTags() const = 0;

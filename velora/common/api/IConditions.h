@@ -28,16 +28,21 @@ class IConditions : public virtual ISerializeable<Configuration> {
                                             IPrintModeParameters* parameters) = 0;
     // The result for the parameters that it was resolved with.
     virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
+    // False for an operand.
     virtual bool IsOperator() const = 0;
   };
 
   using ISerializeable<Configuration>::Init;
   virtual void Init(ILinkedList<IOperator>* operators) = 0;  // shares the list
   virtual void Init(IConditions* other) = 0;                 // shares the other's list
+  // Whether the component is valid for these parameters.
   virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
+  // Without a new reference.
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
 
+// The operands that both pipelines have. Each compares its value with that of the parameters:
+// printer, supply family, variant, and the version of a channel's pack.
 namespace conditions {
 
 template <class Configuration>

@@ -15,7 +15,7 @@ class IList : public virtual ISerializeable<Configuration> {
   using ISerializeable<Configuration>::Init;
   virtual void Init(IArray<T>* array) = 0;  // shares the array
   virtual void Init(IList* other) = 0;      // copies it
-  virtual void Append(IList* other) = 0;
+  virtual void Append(IList* other) = 0;    // shares the other's elements
   virtual IArray<T>* GetArray() const = 0;  // without a new reference
 };
 
@@ -26,6 +26,8 @@ class IMatchable : public virtual IList<Configuration, T> {
   PLINTH_INLINE_CONSTRUCTION(IMatchable);
   // How many pairs of this list and the other are equal.
   virtual int GetCount_Matching(IMatchable* other) const = 0;
+  // Whether a component with this list can be what a key with the other asks for. What that means
+  // differs between tags and properties.
   virtual bool AreCompatibleWith(IMatchable* other) const = 0;
 };
 

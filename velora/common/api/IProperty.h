@@ -7,6 +7,7 @@
 
 namespace velora::common::api {
 
+// The base of all properties. Of a list, the first of a type id is the value.
 template <class Configuration>
 class IProperty : public virtual ISerializeable<Configuration> {
  public:
@@ -17,6 +18,8 @@ class IProperty : public virtual ISerializeable<Configuration> {
 template <class Configuration>
 using IProperties = IMatchable<Configuration, IProperty<Configuration>>;
 
+// The properties that both pipelines have. The version decides between components that fit alike;
+// the channel is the ink or toner that the data is for.
 namespace properties {
 
 template <class Configuration>
@@ -51,6 +54,7 @@ template <class Configuration>
 class IPropertiesHelper : public virtual plinth::v1::api::IObject {
  public:
   PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
+  // The value of the property of that name; none raises `CException_General`.
   virtual typename EChannel<Configuration>::Enum GetChannel(
       IProperties<Configuration>* properties) const = 0;
   virtual typename EComponentVersion<Configuration>::Enum GetComponentVersion(

@@ -26,6 +26,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
     virtual ILinkedList<IOperator>* Resolve(ILinkedList<IOperator>* operators,
                                             IProperties<Configuration>* properties,
                                             IVeltune* veltune) = 0;
+    // False for an operand.
     virtual bool IsOperator() const = 0;
   };
 
@@ -47,12 +48,14 @@ class IRecipe : public virtual ISerializeable<Configuration> {
     virtual void Init(IBuild* other) = 0;  // the copy: without the data
     // Without a new reference; none raises `CException_This_Invalid`.
     virtual T* GetData() const = 0;
+    // Lets go of the data.
     virtual void DestroyData() = 0;
   };
 
   using ISerializeable<Configuration>::Init;
-  virtual void Init(ILinkedList<IOperator>* operators) = 0;
-  virtual void Init(IRecipe* other) = 0;
+  virtual void Init(ILinkedList<IOperator>* operators) = 0;  // shares the list
+  virtual void Init(IRecipe* other) = 0;                     // shares the other's list
+  // Without a new reference.
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
 

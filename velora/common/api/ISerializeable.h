@@ -36,8 +36,10 @@ class ISerializeable : public virtual plinth::v1::api::ISerializeable {
 
   using plinth::v1::api::ISerializeable::Init;
   virtual void Init(ISerializeable* other) = 0;  // the copy: takes the callbacks over
+  // The record must outlive the object, or be taken off by a null.
   virtual void SetCallbacks(Callbacks* callbacks) = 0;
   virtual Callbacks* GetCallbacks() const = 0;
+  // Each calls the record's function of that name and returns what it returns; 0 without one.
   virtual int Call_Callback_Locate() = 0;
   virtual int Call_Callback_Locate_Done() = 0;
   virtual int Call_Callback_Build() = 0;

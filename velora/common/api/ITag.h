@@ -7,6 +7,7 @@
 
 namespace velora::common::api {
 
+// The base of all tags. A type id is a kind of tag: values of one type are alternatives.
 template <class Configuration>
 class ITag : public virtual ISerializeable<Configuration> {
  public:
@@ -17,6 +18,7 @@ class ITag : public virtual ISerializeable<Configuration> {
 template <class Configuration>
 using ITags = IMatchable<Configuration, ITag<Configuration>>;
 
+// The tags that both pipelines have: for which printer, which family of supplies, which variant.
 namespace tags {
 
 template <class Configuration>

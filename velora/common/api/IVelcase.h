@@ -27,6 +27,7 @@ class IVelcase : public virtual ISerializer {
                     typename ESupplyFamily<Configuration>::Enum family, int channel,
                     typename EVelcaseVersion<Configuration>::Enum version,
                     ISerializerHelper* helper, ETargetEndianness::Enum endianness) = 0;
+  // The copy: header, pathname and lists, without written bytes.
   virtual void Init(Pack* other) = 0;
   // Reads a pack of a family. `size` enters the checksum; the header rules how much is read.
   virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
@@ -35,17 +36,23 @@ class IVelcase : public virtual ISerializer {
   virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
                     ETargetEndianness::Enum endianness,
                     typename ESupplyFamily<Configuration>::Enum family) = 0;
+  // Adds the other's components behind its own, list by list; the header stays.
   virtual void Append(Pack* other) = 0;
+  // Sorts each list; with `deduplicate`, of equal components one stays.
   virtual void SortComponents(bool deduplicate) = 0;
+  // The header: for which supply, in which version. Channels are in [0..127]: 127 is the printer.
   virtual typename EVelcaseSchema<Configuration>::Enum GetVelcaseSchema() const = 0;
   virtual typename ESupplyFamily<Configuration>::Enum GetSupplyFamily() const = 0;
   virtual int GetChannel() const = 0;
   virtual typename EVelcaseVersion<Configuration>::Enum GetVelcaseVersion() const = 0;
+  // Bytes of the payload in the file, and of the image that it holds.
   virtual int GetPayloadSize_Compressed() const = 0;
   virtual int GetVeloraSchema() const = 0;
   virtual int GetPayloadSize_Uncompressed() const = 0;
+  // Where it was read from, for messages: with its final 0, and "Empty" where no name was given.
   virtual IArray_uint8* GetArray_uint8_Pathname() = 0;
   virtual const char* GetPathname() = 0;
+  // The `size` that it was read with, and the sum of that many bytes; 0 for one that was not read.
   virtual int GetSize_BeforeDeserialization() const = 0;
   virtual unsigned int GetChecksum() const = 0;
   // What a pack has only because its interface is an object's: each raises.

@@ -180,33 +180,39 @@ struct VelcaseVersionTest : Test {
   }
 };
 
-template <class C>
-using CPlatform =
-    COperandOf<C, api::conditions::IPlatform<C>, TypeIds<C>::kCondition_Platform, PlatformTest>;
-template <class C>
-using CSupplyFamily = COperandOf<C, api::conditions::ISupplyFamily<C>,
-                                 TypeIds<C>::kCondition_SupplyFamily, SupplyFamilyTest>;
-template <class C>
-using CProductVariant = COperandOf<C, api::conditions::IProductVariant<C>,
-                                   TypeIds<C>::kCondition_ProductVariant, ProductVariantTest>;
-template <class C, int kType, int kChannel>
-using CVelcaseVersion =
-    COperandOf<C, api::conditions::IVelcaseVersion<C>, kType, VelcaseVersionTest<kChannel>>;
-template <class C>
+template <class Configuration>
+using CPlatform = COperandOf<Configuration, api::conditions::IPlatform<Configuration>,
+                             TypeIds<Configuration>::kCondition_Platform, PlatformTest>;
+template <class Configuration>
+using CSupplyFamily = COperandOf<Configuration, api::conditions::ISupplyFamily<Configuration>,
+                                 TypeIds<Configuration>::kCondition_SupplyFamily, SupplyFamilyTest>;
+template <class Configuration>
+using CProductVariant =
+    COperandOf<Configuration, api::conditions::IProductVariant<Configuration>,
+               TypeIds<Configuration>::kCondition_ProductVariant, ProductVariantTest>;
+template <class Configuration, int kType, int kChannel>
+using CVelcaseVersion = COperandOf<Configuration, api::conditions::IVelcaseVersion<Configuration>,
+                                   kType, VelcaseVersionTest<kChannel>>;
+template <class Configuration>
 using CVelcaseVersion_Cyan =
-    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Cyan, api::kChannel_Cyan>;
-template <class C>
+    CVelcaseVersion<Configuration, TypeIds<Configuration>::kVelcaseVersion_Cyan,
+                    api::kChannel_Cyan>;
+template <class Configuration>
 using CVelcaseVersion_Magenta =
-    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Magenta, api::kChannel_Magenta>;
-template <class C>
+    CVelcaseVersion<Configuration, TypeIds<Configuration>::kVelcaseVersion_Magenta,
+                    api::kChannel_Magenta>;
+template <class Configuration>
 using CVelcaseVersion_Yellow =
-    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Yellow, api::kChannel_Yellow>;
-template <class C>
+    CVelcaseVersion<Configuration, TypeIds<Configuration>::kVelcaseVersion_Yellow,
+                    api::kChannel_Yellow>;
+template <class Configuration>
 using CVelcaseVersion_Black =
-    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Black, api::kChannel_Black>;
-template <class C>
+    CVelcaseVersion<Configuration, TypeIds<Configuration>::kVelcaseVersion_Black,
+                    api::kChannel_Black>;
+template <class Configuration>
 using CVelcaseVersion_Printer =
-    CVelcaseVersion<C, TypeIds<C>::kVelcaseVersion_Printer, api::kChannel_Printer>;
+    CVelcaseVersion<Configuration, TypeIds<Configuration>::kVelcaseVersion_Printer,
+                    api::kChannel_Printer>;
 
 }  // namespace system
 }  // namespace conditions

@@ -16,8 +16,8 @@
 
 namespace velora::common::core {
 
-template <class C>
-plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int type) {
+template <class Configuration>
+plinth::v1::api::ISerializeable* CSerializerHelper<Configuration>::CreateSerializeable(int type) {
   if (type < 1 || type > 127) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -26,13 +26,13 @@ plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int t
     case plinth::v1::core::CSerializer<plinth::v1::api::Configuration>::kRecordType:
       PLINTH_RAISE(CException_NotImplemented);
     case plinth::v1::core::CArray_uint8::kType:
-      return Create<C, plinth::v1::core::CArray_uint8>();
+      return Create<Configuration, plinth::v1::core::CArray_uint8>();
     case plinth::v1::core::CArray_int32::kType:
-      return Create<C, plinth::v1::core::CArray_int32>();
-    case TypeIds<C>::kArray_Conditions_Operator:
-      return Create<C, CArray_Conditions_Operator<C>>();
-    case TypeIds<C>::kArray_Recipe_Operator:
-      return Create<C, CArray_Recipe_Operator<C>>();
+      return Create<Configuration, plinth::v1::core::CArray_int32>();
+    case TypeIds<Configuration>::kArray_Conditions_Operator:
+      return Create<Configuration, CArray_Conditions_Operator<Configuration>>();
+    case TypeIds<Configuration>::kArray_Recipe_Operator:
+      return Create<Configuration, CArray_Recipe_Operator<Configuration>>();
       VELORA_COMMON_OBJECTS(VELORA_CREATE_CASE, VELORA_NO_CASE)
     default:
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -41,10 +41,10 @@ plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int t
 
 namespace _factory {
 
-#define VELORA_CREATE(Name, Interface, Class)    \
-  template <class C>                             \
-  auto CFactory<C>::Create##Name()->Interface* { \
-    return this->template Create<Class>();       \
+#define VELORA_CREATE(Name, Interface, Class)                \
+  template <class Configuration>                             \
+  auto CFactory<Configuration>::Create##Name()->Interface* { \
+    return this->template Create<Class>();                   \
   }
 VELORA_COMMON_OBJECTS(VELORA_CREATE, VELORA_CREATE)
 #undef VELORA_CREATE

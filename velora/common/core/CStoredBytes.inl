@@ -6,12 +6,14 @@
 
 namespace velora::common::core {
 
-#define VELORA_ARRAY template <class Configuration, class Element, class Interface, int kType>
-#define VELORA_ARRAY_OF CStoredArray<Configuration, Element, Interface, kType>
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
 
-VELORA_ARRAY void VELORA_ARRAY_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
-
-VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::InitBytes(
+    api::IArray_uint8* newBytes) {
   this->BeginInit();
   if (newBytes == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -21,7 +23,9 @@ VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
 }
 
 // The copy shares the bytes, which nobody changes.
-VELORA_ARRAY void VELORA_ARRAY_OF::Init(api::ISerializeable<Configuration>* other) {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Init(
+    api::ISerializeable<Configuration>* other) {
   this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != kType) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -32,11 +36,15 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Init(api::ISerializeable<Configuration>* othe
   bytes.Share(source->bytes.Get());
 }
 
-VELORA_ARRAY void VELORA_ARRAY_OF::Init(typename Interface::Copied* other) {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Init(
+    typename Interface::Copied* other) {
   this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
-VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void* context) {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Init(int, api::ISerializer* serializer,
+                                                                  void* context) {
   this->InitFrom(serializer, [&] {
     using Bytes = plinth::v1::core::CArray_uint8;
     bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
@@ -44,7 +52,9 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void*
   });
 }
 
-VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void* context) {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Serialize(api::ISerializer* serializer,
+                                                                       void* context) {
   Element::Serialize(serializer, context);
   serializer->Serialization_Start(kType);
   bytes->Serialize(serializer, context);
@@ -52,7 +62,9 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void*
 }
 
 // Another type id is unequal, whatever the bytes.
-VELORA_ARRAY bool VELORA_ARRAY_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+template <class Configuration, class Element, class Interface, int kType>
+bool CStoredArray<Configuration, Element, Interface, kType>::IsEqualTo(
+    plinth::v1::api::ISerializeable* other) const {
   if (CompareTypes<Configuration>(this, other) != kSameType) {
     return false;
   }
@@ -60,57 +72,62 @@ VELORA_ARRAY bool VELORA_ARRAY_OF::IsEqualTo(plinth::v1::api::ISerializeable* ot
   return bytes.Get() == others || bytes->IsEqualTo(others);
 }
 
-VELORA_ARRAY bool VELORA_ARRAY_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+template <class Configuration, class Element, class Interface, int kType>
+bool CStoredArray<Configuration, Element, Interface, kType>::IsLessThan(
+    plinth::v1::api::ISerializeable* other) const {
   const ETypeOrder order = CompareTypes<Configuration>(this, other);
   return order == kSameType
              ? bytes->IsLessThan(static_cast<CStoredArray*>(other->GetThis_Concrete())->bytes.Get())
              : order == kLowerType;
 }
 
-VELORA_ARRAY void VELORA_ARRAY_OF::CheckThis() const {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::CheckThis() const {
   if (!this->valid || !bytes) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
 
-VELORA_ARRAY api::IArray_uint8* VELORA_ARRAY_OF::GetBytes() const {
+template <class Configuration, class Element, class Interface, int kType>
+api::IArray_uint8* CStoredArray<Configuration, Element, Interface, kType>::GetBytes() const {
   this->CheckThis();
   return bytes.Get();
 }
 
-VELORA_ARRAY void VELORA_ARRAY_OF::Reset() {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Reset() {
   Element::Reset();
   bytes.Forget();
 }
 
-VELORA_ARRAY void VELORA_ARRAY_OF::Delete() {
+template <class Configuration, class Element, class Interface, int kType>
+void CStoredArray<Configuration, Element, Interface, kType>::Delete() {
   bytes.Drop();
   Element::Delete();
 }
 
-#undef VELORA_ARRAY
-#undef VELORA_ARRAY_OF
-
-#define VELORA_STORED template <class Configuration, class Interface, int kType>
-#define VELORA_STORED_OF CStoredBytes<Configuration, Interface, kType>
-
-VELORA_STORED void VELORA_STORED_OF::InitBytes(Properties* newProperties,
-                                               api::IArray_uint8* newBytes) {
+template <class Configuration, class Interface, int kType>
+void CStoredBytes<Configuration, Interface, kType>::InitBytes(Properties* newProperties,
+                                                              api::IArray_uint8* newBytes) {
   Base::InitBytes(newBytes);
   properties.Share(newProperties);
 }
 
-VELORA_STORED void VELORA_STORED_OF::Init(api::ISerializeable<Configuration>* other) {
+template <class Configuration, class Interface, int kType>
+void CStoredBytes<Configuration, Interface, kType>::Init(
+    api::ISerializeable<Configuration>* other) {
   Base::Init(other);
   properties.Share(static_cast<const CStoredBytes*>(other->GetThis_Concrete())->properties.Get());
 }
 
-VELORA_STORED void VELORA_STORED_OF::Init(typename Interface::IOperator* other) {
+template <class Configuration, class Interface, int kType>
+void CStoredBytes<Configuration, Interface, kType>::Init(typename Interface::IOperator* other) {
   this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
-VELORA_STORED auto VELORA_STORED_OF::Resolve(Operators* operators, Properties* given,
-                                             IVeltune* veltune) -> Operators* {
+template <class Configuration, class Interface, int kType>
+auto CStoredBytes<Configuration, Interface, kType>::Resolve(Operators* operators, Properties* given,
+                                                            IVeltune* veltune) -> Operators* {
   if (operators == nullptr || given == nullptr || veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -120,18 +137,17 @@ VELORA_STORED auto VELORA_STORED_OF::Resolve(Operators* operators, Properties* g
   return operators;
 }
 
-VELORA_STORED void VELORA_STORED_OF::Reset() {
+template <class Configuration, class Interface, int kType>
+void CStoredBytes<Configuration, Interface, kType>::Reset() {
   Base::Reset();
   properties.Forget();
 }
 
-VELORA_STORED void VELORA_STORED_OF::Delete() {
+template <class Configuration, class Interface, int kType>
+void CStoredBytes<Configuration, Interface, kType>::Delete() {
   properties.Drop();
   Base::Delete();
 }
-
-#undef VELORA_STORED
-#undef VELORA_STORED_OF
 
 template <class Configuration, class Interface, int kType>
 void CBare<Configuration, Interface, kType>::Init(typename Interface::Copied* other) {

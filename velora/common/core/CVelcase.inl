@@ -12,25 +12,28 @@
 #include "velora/common/core/PackLayout.h"
 #include "velora/reason.h"
 
-#define VELORA_PACK template <class Configuration>
-#define VELORA_PACK_OF CVelcase<Configuration>
-
 namespace velora::common::core {
 
-VELORA_PACK void VELORA_PACK_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+template <class Configuration>
+void CVelcase<Configuration>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
 
-VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness endianness) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(api::ISerializerHelper* helper, Endianness endianness) {
   Base::Init(helper, endianness);
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(api::ISerializerHelper* helper, Endianness endianness,
-                                      int size, unsigned char* data, bool owned) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(api::ISerializerHelper* helper, Endianness endianness, int size,
+                                   unsigned char* data, bool owned) {
   Base::Init(helper, endianness, size, data, owned);
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
-                                      Version newVersion, api::ISerializerHelper* helper,
-                                      Endianness endianness) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newChannel,
+                                   Version newVersion, api::ISerializerHelper* helper,
+                                   Endianness endianness) {
   this->BeginInit();
   api::EVelcaseSchema<Configuration>::Check(newSchema);
   api::ESupplyFamily<Configuration>::Check(newFamily);
@@ -47,7 +50,8 @@ VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int ne
   pipeline = Vocabulary<Configuration>::kHasPipeline ? 1 : 0;
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(Pack* other) {
   this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -67,9 +71,10 @@ VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
   checksum = source->checksum;
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
-                                      Endianness endianness, Family expected,
-                                      const char* newPathname) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                   Endianness endianness, Family expected,
+                                   const char* newPathname) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -86,13 +91,15 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
   });
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
-                                      Endianness endianness, Family expected) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                   Endianness endianness, Family expected) {
   this->Init(size, data, helper, endianness, expected, 0xFFFFFFFFu);
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
-                                      Endianness endianness, Family expected, unsigned int extent) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
+                                   Endianness endianness, Family expected, unsigned int extent) {
   using Words = Vocabulary<Configuration>;
   using Layout = PackLayout<Configuration>;
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
@@ -172,33 +179,79 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
   });
 }
 
-VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
+template <class Configuration>
+void CVelcase<Configuration>::Append(Pack* other) {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
 }
 
-VELORA_PACK void VELORA_PACK_OF::SortComponents(bool) {}
+template <class Configuration>
+void CVelcase<Configuration>::SortComponents(bool) {}
 
-#define VELORA_PACK_GETTER(Type, Name, field)           \
-  VELORA_PACK auto VELORA_PACK_OF::Name() const->Type { \
-    this->CheckThis();                                  \
-    return field;                                       \
-  }
-VELORA_PACK_GETTER(Schema, GetVelcaseSchema, schema)
-VELORA_PACK_GETTER(Family, GetSupplyFamily, family)
-VELORA_PACK_GETTER(int, GetChannel, channel)
-VELORA_PACK_GETTER(Version, GetVelcaseVersion, version)
-VELORA_PACK_GETTER(int, GetPayloadSize_Compressed, compressedSize)
-VELORA_PACK_GETTER(int, GetVeloraSchema, veloraSchema)
-VELORA_PACK_GETTER(int, GetPipeline, pipeline)
-VELORA_PACK_GETTER(int, GetPayloadSize_Uncompressed, uncompressedSize)
-VELORA_PACK_GETTER(int, GetSize_BeforeDeserialization, sizeBeforeDeserialization)
-VELORA_PACK_GETTER(unsigned int, GetChecksum, checksum)
-#undef VELORA_PACK_GETTER
+template <class Configuration>
+auto CVelcase<Configuration>::GetVelcaseSchema() const -> Schema {
+  this->CheckThis();
+  return schema;
+}
 
-VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::GetArray_uint8_Pathname() {
+template <class Configuration>
+auto CVelcase<Configuration>::GetSupplyFamily() const -> Family {
+  this->CheckThis();
+  return family;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetChannel() const -> int {
+  this->CheckThis();
+  return channel;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetVelcaseVersion() const -> Version {
+  this->CheckThis();
+  return version;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetPayloadSize_Compressed() const -> int {
+  this->CheckThis();
+  return compressedSize;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetVeloraSchema() const -> int {
+  this->CheckThis();
+  return veloraSchema;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetPipeline() const -> int {
+  this->CheckThis();
+  return pipeline;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetPayloadSize_Uncompressed() const -> int {
+  this->CheckThis();
+  return uncompressedSize;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetSize_BeforeDeserialization() const -> int {
+  this->CheckThis();
+  return sizeBeforeDeserialization;
+}
+
+template <class Configuration>
+auto CVelcase<Configuration>::GetChecksum() const -> unsigned int {
+  this->CheckThis();
+  return checksum;
+}
+
+template <class Configuration>
+api::IArray_uint8* CVelcase<Configuration>::GetArray_uint8_Pathname() {
   this->CheckThis();
   if (!pathname) {
     constexpr char kNone[] = "Empty";
@@ -209,29 +262,43 @@ VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::GetArray_uint8_Pathname() {
   return pathname.Get();
 }
 
-VELORA_PACK const char* VELORA_PACK_OF::GetPathname() {
+template <class Configuration>
+const char* CVelcase<Configuration>::GetPathname() {
   return reinterpret_cast<const char*>(GetArray_uint8_Pathname()->GetElements());
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int, api::ISerializer*, void*) {
+template <class Configuration>
+void CVelcase<Configuration>::Init(int, api::ISerializer*, void*) {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
-VELORA_PACK void VELORA_PACK_OF::Serialize(api::ISerializer*, void*) {
+template <class Configuration>
+void CVelcase<Configuration>::Serialize(api::ISerializer*, void*) {
   PLINTH_RAISE(CException_NotImplemented);
 }
 
-VELORA_PACK void VELORA_PACK_OF::Sort(bool) { PLINTH_RAISE(CException_NotImplemented); }
-
-VELORA_PACK bool VELORA_PACK_OF::IsEqualTo(Pack*) const { PLINTH_RAISE(CException_NotImplemented); }
-
-VELORA_PACK bool VELORA_PACK_OF::IsLessThan(Pack*) const {
+template <class Configuration>
+void CVelcase<Configuration>::Sort(bool) {
   PLINTH_RAISE(CException_NotImplemented);
 }
 
-VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+template <class Configuration>
+bool CVelcase<Configuration>::IsEqualTo(Pack*) const {
+  PLINTH_RAISE(CException_NotImplemented);
+}
 
-VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+template <class Configuration>
+bool CVelcase<Configuration>::IsLessThan(Pack*) const {
+  PLINTH_RAISE(CException_NotImplemented);
+}
+
+template <class Configuration>
+void CVelcase<Configuration>::CheckThis() const {
+  CheckMembers();
+}
+
+template <class Configuration>
+void CVelcase<Configuration>::CheckMembers() const {
   Base::CheckMembers();
   if (compressedSize > Vocabulary<Configuration>::kMaxPayload ||
       uncompressedSize > Vocabulary<Configuration>::kMaxUncompressed) {
@@ -239,7 +306,8 @@ VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
   }
 }
 
-VELORA_PACK void VELORA_PACK_OF::Reset() {
+template <class Configuration>
+void CVelcase<Configuration>::Reset() {
   Base::Reset();
   schema = Schema();
   family = static_cast<Family>(-1);
@@ -254,14 +322,16 @@ VELORA_PACK void VELORA_PACK_OF::Reset() {
   checksum = 0;
 }
 
-VELORA_PACK void VELORA_PACK_OF::Delete() {
+template <class Configuration>
+void CVelcase<Configuration>::Delete() {
   pathname.Drop();
   Base::Delete();
 }
 
 // ---- compression
 
-VELORA_PACK void* VELORA_PACK_OF::ZlibMemAlloc(void*, unsigned int items, unsigned int size) {
+template <class Configuration>
+void* CVelcase<Configuration>::ZlibMemAlloc(void*, unsigned int items, unsigned int size) {
   const unsigned long long bytes = static_cast<unsigned long long>(items) * size;
   if (bytes == 0 || bytes > 0x7FFFFFFF) {
     return nullptr;
@@ -270,13 +340,15 @@ VELORA_PACK void* VELORA_PACK_OF::ZlibMemAlloc(void*, unsigned int items, unsign
                       false, false);
 }
 
-VELORA_PACK void VELORA_PACK_OF::ZlibMemFree(void*, void* address) {
+template <class Configuration>
+void CVelcase<Configuration>::ZlibMemFree(void*, void* address) {
   if (address != nullptr) {
     operator delete(address, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }
 }
 
-VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArray_uint8* out) {
+template <class Configuration>
+void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_uint8* out) {
   z_stream* volatile stream = nullptr;
   volatile bool open = false;
   PLINTH_FRAME(Configuration) {
@@ -314,7 +386,8 @@ VELORA_PACK void VELORA_PACK_OF::ZlibDecompress(api::IArray_uint8* in, api::IArr
   PLINTH_END
 }
 
-VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::ZlibCompress(api::IArray_uint8* in) {
+template <class Configuration>
+api::IArray_uint8* CVelcase<Configuration>::ZlibCompress(api::IArray_uint8* in) {
   z_stream* volatile stream = nullptr;
   volatile bool open = false;
   api::IArray_uint8* volatile result = nullptr;
@@ -352,8 +425,5 @@ VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::ZlibCompress(api::IArray_uint8* i
   PLINTH_END
   return result;
 }
-
-#undef VELORA_PACK
-#undef VELORA_PACK_OF
 
 }  // namespace velora::common::core

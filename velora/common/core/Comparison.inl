@@ -159,15 +159,16 @@ void Comparison<Configuration>::Sort(plinth::v1::core::CArrayBlock* array, bool 
   PLINTH_END
 }
 
-template <class C, class Kind>
-void CComponentList<C, Kind>::Sort(bool deduplicate) {
-  using Array = plinth::v1::core::CArray<C, Kind>;
+template <class Configuration, class Kind>
+void CComponentList<Configuration, Kind>::Sort(bool deduplicate) {
+  using Array = plinth::v1::core::CArray<Configuration, Kind>;
   this->CheckThis();
-  Comparison<C>::Sort(static_cast<Array*>(this->array->GetThis_Concrete()), deduplicate,
-                      [](void* element) -> CComponent<C>* {
-                        auto* component = static_cast<Kind*>(element);
-                        return static_cast<CComponent<C>*>(component->GetThis_Concrete());
-                      });
+  Comparison<Configuration>::Sort(
+      static_cast<Array*>(this->array->GetThis_Concrete()), deduplicate,
+      [](void* element) -> CComponent<Configuration>* {
+        auto* component = static_cast<Kind*>(element);
+        return static_cast<CComponent<Configuration>*>(component->GetThis_Concrete());
+      });
 }
 
 }  // namespace velora::common::core

@@ -16,10 +16,13 @@ namespace _factory {
 class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IFactory);
+  // In place of the common ones.
   IVeltune* CreateVeltune() override = 0;
   IVelcase* CreateVelcase() override = 0;
   IPropertiesHelper* CreatePropertiesHelper() override = 0;
+  // Not counted: the caller ends it with `Destroy`.
   virtual IPrintModeMappings* CreatePrintModeMappings() = 0;
+  // Lists of components.
   virtual IGrayCurves* CreateGrayCurves() = 0;
   virtual IPackets_Blob* CreatePackets_Blob() = 0;
   virtual IPackets_DeltaScalar* CreatePackets_DeltaScalar() = 0;
@@ -30,6 +33,7 @@ class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
   virtual IColorMaps* CreateColorMaps() = 0;
   virtual IPackets_ColorDCT* CreatePackets_ColorDCT() = 0;
   virtual IPackets_ColorResidue* CreatePackets_ColorResidue() = 0;
+  // Components, each before its operators.
   virtual IGrayCurve* CreateGrayCurve() = 0;
   virtual IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar*
   CreateGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar() = 0;
@@ -61,18 +65,22 @@ class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
   virtual IPacket_ColorResidue* CreatePacket_ColorResidue() = 0;
   virtual IPacket_ColorResidue::IOperator::IFromData*
   CreatePacket_ColorResidue_Operator_FromData() = 0;
+  // Operands of conditions.
   virtual conditions::print_mode::IAxisType* CreateCondition_AxisType() = 0;
   virtual conditions::print_mode::IMediaType* CreateCondition_MediaType() = 0;
   virtual conditions::print_mode::ITableType* CreateCondition_TableType() = 0;
   virtual conditions::print_mode::IThemeType* CreateCondition_ThemeType() = 0;
   virtual IVelcaseVersion* CreateVelcaseVersion_Drum() = 0;
   virtual IVelcaseVersion* CreateVelcaseVersion_Fuser() = 0;
+  // Properties.
   virtual properties::IComponentRole* CreateComponentRole() = 0;
   virtual properties::IDimensionality* CreateDimensionality() = 0;
+  // Tags.
   virtual tags::IAxisType* CreateTag_AxisType() = 0;
   virtual tags::IMediaType* CreateTag_MediaType() = 0;
   virtual tags::ITableType* CreateTag_TableType() = 0;
   virtual tags::IThemeType* CreateTag_ThemeType() = 0;
+  // Arrays, which the lists take.
   virtual IArray<IGrayCurve>* CreateArray_GrayCurve() = 0;
   virtual IArray<IPacket_Blob>* CreateArray_Packet_Blob() = 0;
   virtual IArray<IPacket_DeltaScalar>* CreateArray_Packet_DeltaScalar() = 0;

@@ -29,6 +29,7 @@ class IPrintModeMappings {
   static constexpr int kAxes = 3;
   static constexpr int kCount = kTables * kThemes * kMedia * kAxes;
 
+  // Makes all mappings; out of memory leaves the table blank.
   virtual void Init() = 0;
   virtual ~IPrintModeMappings();
   // A value out of range raises `CException_Parameter_Invalid`, a blank table
@@ -36,6 +37,7 @@ class IPrintModeMappings {
   virtual IPrintModeMapping* GetPrintModeMapping(ctr_table_type table, ctr_theme_type theme,
                                                  ctr_media_type media,
                                                  ctr_axis_type axis) const = 0;
+  // Back to a blank table: the mappings end.
   virtual void Delete() = 0;
 
   // Ends the table and frees it.

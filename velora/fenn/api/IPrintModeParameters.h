@@ -12,14 +12,19 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
  public:
   PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
+  // Shares the packs. A platform or variant out of range, and what the mappings refuse, raise
+  // `CException_Parameter_Invalid`.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, IArray<IVelcase>* velcases, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis) = 0;
   void Init(IPrintModeParameters* other) override = 0;
+  // Changes the print mode; printer and packs stay.
   virtual void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis) = 0;
+  // The table that it was made with, and the print mode's object in it.
   virtual IPrintModeMappings* GetPrintModeMappings() const = 0;
   virtual IPrintModeMapping* GetPrintModeMapping() const = 0;
+  // Whether an `Update` with these would change nothing.
   virtual bool IsUpToDate(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                           ctr_axis_type axis) const = 0;
 };

@@ -6,6 +6,7 @@
 
 namespace velora::v2::fenn::api {
 
+// A request looks for 1.
 struct EComponentRole {
   VELORA_ENUM({1, 2, 1})
 };

@@ -10,6 +10,7 @@
 
 namespace velora::v2::fenn::api {
 
+// A request's tag has the caller's number and 1; a condition compares with the caller's as it is.
 struct ETableType {
   VELORA_ENUM({1, 3, 1})
 };

@@ -1,3 +1,5 @@
+// A place in the table is ((table * themes + theme) * media + medium) * axes + axis. A value out of
+// range is refused: unlike ink, toner has no fallback.
 #include "velora/fenn/core/CPrintModeMappings.h"
 
 namespace velora::v2::fenn {

@@ -1,3 +1,4 @@
+// The body is the common one; this gives it the toner pipeline's order of arguments.
 #include "velora/fenn/core/CPrintModeParameters.h"
 
 #include "velora/fenn/api/IVelcase.h"

@@ -1,3 +1,4 @@
+// The getters of the ten lists, from the table of kinds.
 #include "velora/fenn/core/CVelcase.h"
 
 namespace velora::v2::fenn::core {

@@ -1,3 +1,6 @@
+// A table: the print mode's tags and the role make a reference component, the lookup finds the one
+// that fits, that builds its data, and the data goes to the caller's buffer in one copy. Until that
+// copy every failure leaves the buffer as it was.
 #include "velora/fenn/core/CVeltune.h"
 
 #include <string.h>

@@ -1,3 +1,5 @@
+// The helper reads values as they are stored: those that an image brought are in no checked range,
+// so the switches have a default for whatever they do not know.
 #include "velora/fenn/core/properties.h"
 
 #include "velora/fenn/api/IVelcase.h"

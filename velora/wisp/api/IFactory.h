@@ -14,10 +14,13 @@ namespace _factory {
 class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IFactory);
+  // In place of the common ones.
   IVeltune* CreateVeltune() override = 0;
   IVelcase* CreateVelcase() override = 0;
   IPropertiesHelper* CreatePropertiesHelper() override = 0;
+  // Not counted: the caller ends it with `Destroy`.
   virtual IPrintModeMappings* CreatePrintModeMappings() = 0;
+  // Lists of components.
   virtual IAlternateNeutrals* CreateAlternateNeutrals() = 0;
   virtual IAlternateNeutralChannels* CreateAlternateNeutralChannels() = 0;
   virtual IChannelMaps* CreateChannelMaps() = 0;
@@ -26,6 +29,7 @@ class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
   virtual INodes_Deltas* CreateNodes_Deltas() = 0;
   virtual INodes_Neutrals* CreateNodes_Neutrals() = 0;
   virtual INodes_Seeds* CreateNodes_Seeds() = 0;
+  // Components, each before its operators.
   virtual IAlternateNeutral* CreateAlternateNeutral() = 0;
   virtual IAlternateNeutral::IOperator::IBuild_CMYK*
   CreateAlternateNeutral_Operator_Build_CMYK() = 0;
@@ -49,11 +53,13 @@ class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
   virtual INodes_Neutral::IOperator::IFromData* CreateNodes_Neutral_Operator_FromData() = 0;
   virtual INodes_Seed* CreateNodes_Seed() = 0;
   virtual INodes_Seed::IOperator::IFromData* CreateNodes_Seed_Operator_FromData() = 0;
+  // Operands of conditions.
   virtual conditions::print_mode::IColorspace* CreateCondition_Colorspace() = 0;
   virtual conditions::print_mode::IMediaSubtype* CreateCondition_MediaSubtype() = 0;
   virtual conditions::print_mode::IMediaType* CreateCondition_MediaType() = 0;
   virtual conditions::print_mode::IPenSet* CreateCondition_PenSet() = 0;
   virtual conditions::print_mode::IQuality* CreateCondition_Quality() = 0;
+  // Properties.
   virtual properties::IComponentRole* CreateComponentRole() = 0;
   virtual properties::IDeltaRange* CreateDeltaRange() = 0;
   virtual properties::IDropsPerLevel* CreateDropsPerLevel() = 0;
@@ -63,11 +69,13 @@ class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
   virtual properties::INodeCount* CreateNodeCount() = 0;
   virtual properties::INominalDropVolume* CreateNominalDropVolume() = 0;
   virtual properties::IResolution* CreateResolution() = 0;
+  // Tags.
   virtual tags::IColorspace* CreateTag_Colorspace() = 0;
   virtual tags::IMediaSubtype* CreateTag_MediaSubtype() = 0;
   virtual tags::IMediaType* CreateTag_MediaType() = 0;
   virtual tags::IPenSet* CreateTag_PenSet() = 0;
   virtual tags::IQuality* CreateTag_Quality() = 0;
+  // Arrays, which the lists take.
   virtual IArray<IAlternateNeutral>* CreateArray_AlternateNeutral() = 0;
   virtual IArray<IAlternateNeutralChannel>* CreateArray_AlternateNeutralChannel() = 0;
   virtual IArray<IChannelMap>* CreateArray_ChannelMap() = 0;

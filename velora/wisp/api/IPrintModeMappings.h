@@ -34,6 +34,7 @@ class VELORA_API IPrintModeMappings {
   static constexpr int kSources = 3;
   static constexpr int kCount = kMedia * kSubtypes * kQualities * kPenSets * kSources;
 
+  // Makes all mappings; out of memory leaves the table blank.
   virtual void Init() = 0;
   VELORA_HIDDEN virtual ~IPrintModeMappings();
   // Never refuses a value: an unknown one falls back, each field for itself, to medium 0, subtype
@@ -43,6 +44,7 @@ class VELORA_API IPrintModeMappings {
                                                  PT_quality_t quality, unsigned int penSet,
                                                  PT_data_source source) const = 0;
   virtual IPrintModeMapping* GetPrintModeMapping(const tWISPPrintModeMapping* record) const = 0;
+  // Back to a blank table: the mappings end.
   virtual void Delete() = 0;
 
   // Ends the table and frees it.

@@ -12,13 +12,18 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
  public:
   PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
+  // Shares the packs. A platform or variant out of range, and what the mappings refuse, raise
+  // `CException_Parameter_Invalid`.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, const tWISPPrintModeMapping* record,
                     IArray<IVelcase>* velcases) = 0;
   void Init(IPrintModeParameters* other) override = 0;
+  // The table that it was made with, and the print mode's object in it.
   virtual IPrintModeMappings* GetPrintModeMappings() const = 0;
   virtual IPrintModeMapping* GetPrintModeMapping() const = 0;
+  // Changes the print mode; printer and packs stay.
   virtual void Update(const tWISPPrintModeMapping* record) = 0;
+  // Whether an `Update` with these would change nothing.
   virtual bool IsUpToDate(const tWISPPrintModeMapping* record) const = 0;
 };
 

@@ -1,3 +1,5 @@
+// A place in the table counts medium, subtype, quality, pen set and source, the last the fastest. A
+// value that the table does not have falls back, each field for itself.
 #include "velora/wisp/core/CPrintModeMappings.h"
 
 namespace velora::v1::wisp {

@@ -1,3 +1,4 @@
+// The body is the common one; this gives it the ink pipeline's order of arguments.
 #include "velora/wisp/core/CPrintModeParameters.h"
 
 #include "velora/wisp/api/IVelcase.h"

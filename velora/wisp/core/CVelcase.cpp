@@ -1,3 +1,4 @@
+// The getters of the eight lists, from the table of kinds.
 #include "velora/wisp/core/CVelcase.h"
 
 namespace velora::v1::wisp::core {

@@ -1,3 +1,7 @@
+// A request: the cache is asked by index and print mode; on a miss the locator's bytes become a
+// reference component, the lookup finds the one that fits, that builds its data and goes into the
+// cache; then the record is copied to the caller. Whatever fails before that copy leaves record and
+// caches as they were.
 #include "velora/wisp/core/CVeltune.h"
 
 #include <string.h>

@@ -1,3 +1,5 @@
+// Components ask PropertyValues, which checks nothing but that the property is there; callers ask
+// the helper, which checks itself and its argument first.
 #include "velora/wisp/core/properties.h"
 
 #include "velora/wisp/api/IVelcase.h"

@@ -1,3 +1,4 @@
+// The recipe of a plane, from packets to 4913 values in an array of 4916: see CGrayCurve.cpp.
 #include "velora/fenn/core/components/CChannelMap.h"
 
 #include "velora/fenn/core/components/decoding.h"

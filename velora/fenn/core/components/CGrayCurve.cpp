@@ -1,3 +1,6 @@
+// The recipe of a gray curve, from packets to 256 levels. What decodes is in the toolkit; what is
+// here takes the operands off the recipe, finds the reference in the request, and hands over
+// buffers of the sizes that the decoders ask for.
 #include "velora/fenn/core/components/CGrayCurve.h"
 
 #include "velora/fenn/core/components/decoding.h"

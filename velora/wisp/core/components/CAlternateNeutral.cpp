@@ -1,3 +1,5 @@
+// 17 stored nodes for each of four inks, in the caller's record: node by node, its four inks
+// together.
 #include "velora/wisp/core/components/CAlternateNeutral.h"
 
 #include "velora/wisp/core/components/CNodes.h"

@@ -1,3 +1,4 @@
+// From a component's properties to the description of its ink in the caller's records.
 #include "velora/wisp/core/components/CChannelData.h"
 
 #include <string.h>

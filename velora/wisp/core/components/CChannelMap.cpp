@@ -1,3 +1,5 @@
+// One ink, made in one of three ways: of four components of nodes, of one string that has all four,
+// or as the difference of two other channel maps.
 #include "velora/wisp/core/components/CChannelMap.h"
 
 #include "velora/wisp/core/components/CNodes.h"

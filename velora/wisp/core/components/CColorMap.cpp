@@ -1,3 +1,5 @@
+// Four inks in the caller's record of 39728 bytes: a description and 4913 nodes of 16 bits for
+// each.
 #include "velora/wisp/core/components/CColorMap.h"
 
 #include <string.h>

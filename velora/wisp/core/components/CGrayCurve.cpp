@@ -1,3 +1,4 @@
+// A curve of 17 stored nodes, drawn out to 256 levels.
 #include "velora/wisp/core/components/CGrayCurve.h"
 
 #include "velora/wisp/core/pyramid.h"

@@ -1,3 +1,7 @@
+// What each kind of nodes stores, and how: neutrals, seeds and complete grids one byte a node,
+// deltas by the run-length code. The arithmetic is in pyramid.cpp and delta_code.cpp; here are the
+// arrays, their sizes and the raises. An array that nothing can raise behind is made without a
+// frame.
 #include "velora/wisp/core/components/CNodes.h"
 
 #include <string.h>
