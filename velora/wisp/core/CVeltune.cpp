@@ -74,8 +74,7 @@ bool CVeltune::IsUpToDate(const tWISPPrintModeMapping* record) const {
 
 // ---- from a locator to a component with its data
 
-// A hit touches neither the pack nor the order of the bucket. On a miss everything that can fail
-// comes before the cache is changed.
+// A hit touches neither the pack nor the order of the bucket.
 template <class Class, class Kind>
 Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const char* pathname,
                                    api::IArray_uint8* locator,
@@ -84,12 +83,19 @@ Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const ch
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
-  api::IPrintModeMapping* mapping = GetPrintModeMapping();
-  if (const auto* entry = cache->FindEntry(index, mapping)) {
+  if (const auto* entry = cache->FindEntry(index, GetPrintModeMapping())) {
     Kind* cached = entry->GetComponent();
     cached->AddRef();
     return cached;
   }
+  return LocateAndCache<Class>(cache, index, pathname, locator, list);
+}
+
+// Everything that can fail comes before the cache is changed.
+template <class Class, class Kind>
+Kind* CVeltune::LocateAndCache(api::ICache<Kind>* cache, int index, const char* pathname,
+                               api::IArray_uint8* locator,
+                               common::api::IComponentList<Configuration, Kind>* list) {
   Kind* volatile built = nullptr;
   PLINTH_FRAME(Configuration) {
     using Serializer = plinth::v1::core::CSerializer<Configuration>;
@@ -103,7 +109,7 @@ Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const ch
                          serializer->Deserialize_Serializeable(Kind::kType, nullptr)));
     Kind* component = Defer(frame, Base::Locate<Class>(reference, list, GetPrintModeParameters()));
     Kind::CacheComponentData(this, component);
-    cache->AddComponent(index, pathname, mapping, component);
+    cache->AddComponent(index, pathname, GetPrintModeMapping(), component);
     built = HandOver(frame, component);
   }
   PLINTH_END
@@ -164,20 +170,19 @@ api::IPrintModeMapping* MappingOf(const api::IPrintModeMappings* mappings, uint3
                                                                  : static_cast<int>(field) - 1);
 }
 
-// What is different from record to record: the locator's bytes in the input, who answers it, and
-// the answer.
+// What is different from record to record: the component that answers, its cache and list, the
+// locator's bytes in the input, and the answer.
 template <class Record>
 struct Request;
 
 template <>
 struct Request<WISPColorMap> {
+  using Class = components::CColorMap;
   static constexpr uint32_t kMaxPayload = 0xFFFF;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_ColorMap(); }
+  static auto List(const api::IVelcase* pack) { return pack->GetColorMaps(); }
   static void CopyPayload(const WISPColorMap* input, unsigned char* to, size_t length) {
     memcpy(to, input->data.payload, length);
-  }
-  static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
-    return veltune->LocateColorMap(index, pathname, bytes);
   }
   static int Size(api::IColorMapData* data) { return data->GetSize_WISPColorMap(); }
   static const void* Bytes(api::IColorMapData* data) { return data->GetWISPColorMap(); }
@@ -185,13 +190,12 @@ struct Request<WISPColorMap> {
 
 template <>
 struct Request<WISPGrayCurve> {
+  using Class = components::CGrayCurve;
   static constexpr uint32_t kMaxPayload = VELORA_WISP_MAX_PAYLOAD;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_GrayCurve(); }
+  static auto List(const api::IVelcase* pack) { return pack->GetGrayCurves(); }
   static void CopyPayload(const WISPGrayCurve* input, unsigned char* to, size_t length) {
     memcpy(to, input->curve, length);
-  }
-  static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
-    return veltune->LocateGrayCurve(index, pathname, bytes);
   }
   static int Size(api::IGrayCurveData*) { return sizeof(WISPGrayCurve); }
   static const void* Bytes(api::IGrayCurveData* data) { return data->GetWISPGrayCurve(); }
@@ -199,15 +203,14 @@ struct Request<WISPGrayCurve> {
 
 template <>
 struct Request<WISPAlternateNeutral> {
+  using Class = components::CAlternateNeutral;
   static constexpr uint32_t kMaxPayload = VELORA_WISP_MAX_PAYLOAD;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_AlternateNeutral(); }
+  static auto List(const api::IVelcase* pack) { return pack->GetAlternateNeutrals(); }
   static void CopyPayload(const WISPAlternateNeutral* input, unsigned char* to, size_t length) {
     for (size_t i = 0; i < length; ++i) {
       to[i] = static_cast<unsigned char>(input->nodes[i]);
     }
-  }
-  static auto Locate(CVeltune* veltune, int index, const char* pathname, api::IArray_uint8* bytes) {
-    return veltune->LocateAlternateNeutral(index, pathname, bytes);
   }
   // A record that somebody else has made may be shorter than what is copied out.
   static int Size(api::IAlternateNeutralData* data) {
@@ -247,8 +250,9 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
+  auto* cache = Kind::Cache(this);
   // A hit needs no frame: the component has the data, and goes on holding it.
-  if (const auto* entry = Kind::Cache(this)->FindEntry(index, GetPrintModeMapping())) {
+  if (const auto* entry = cache->FindEntry(index, GetPrintModeMapping())) {
     auto* data = entry->GetComponent()->BuildData(this);
     data->Destroy();
     return Write(data, index, capacity, output);
@@ -259,7 +263,9 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
     api::IArray_uint8* locator =
         Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8<Configuration>::New(length));
     Kind::CopyPayload(input, locator->GetElements(), static_cast<size_t>(length));
-    auto* component = Defer(frame, Kind::Locate(this, index, pathname, locator));
+    auto* component =
+        Defer(frame, LocateAndCache<typename Kind::Class>(cache, index, pathname, locator,
+                                                          Kind::List(m_pVelcase_Combined.Get())));
     auto* data = Defer(frame, component->BuildData(this));
     written = Write(data, index, capacity, output);
   }

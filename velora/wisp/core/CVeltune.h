@@ -83,6 +83,11 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   Kind* Locate_WithCaching(api::ICache<Kind>* cache, int index, const char* pathname,
                            api::IArray_uint8* locator,
                            common::api::IComponentList<Configuration, Kind>* list);
+  // The same for a request that the cache does not hold.
+  template <class Class, class Kind>
+  Kind* LocateAndCache(api::ICache<Kind>* cache, int index, const char* pathname,
+                       api::IArray_uint8* locator,
+                       common::api::IComponentList<Configuration, Kind>* list);
   // The bodies of Populate... and Build... for the three records.
   template <class Record>
   int Populate(int index, const char* pathname, const Record* input, int capacity, Record* output);
