@@ -3,7 +3,7 @@
 #include <cctype>
 #include <stdexcept>
 
-#include "authoring/words.h"
+#include "authoring/TypeNames.h"
 #include "velora/common/Vocabulary.h"
 
 namespace velora::authoring {
@@ -20,7 +20,7 @@ int OperandsOf(int type) { return type == kAnd || type == kOr ? 2 : type == kNot
 // How strongly an element binds: a weaker one stands in brackets.
 int BindingOf(int type) { return type == kOr ? 0 : type == kAnd ? 1 : type == kNot ? 2 : 3; }
 
-std::string TextOf(const Value& value, const Words& words) {
+std::string TextOf(const Value& value, const TypeNames& names) {
   switch (value.type) {
     case kAlways:
       return "always";
@@ -31,14 +31,16 @@ std::string TextOf(const Value& value, const Words& words) {
     case kNot:
       return "not";
     default:
-      return words.NameOf(value.type) + " = " + std::to_string(value.value);
+      return names.NameOf(value.type) + " = " + std::to_string(value.value);
   }
 }
 
 // Reads an expression: or binds weakest, then and, then not.
 class Parser {
  public:
-  Parser(const std::string& text, const Words& words) : text_(text), words_(words) { Advance(); }
+  Parser(const std::string& text, const TypeNames& names) : text_(text), names_(names) {
+    Advance();
+  }
 
   Condition Whole() {
     Condition condition = Either();
@@ -77,7 +79,7 @@ class Parser {
       Fail("a number");
     }
     Advance();
-    return Condition::Is(words_.TypeOf(Role::kCondition, name), std::stoi(number));
+    return Condition::Is(names_.TypeOf(Role::kCondition, name), std::stoi(number));
   }
 
   bool Take(const char* token) {
@@ -104,7 +106,7 @@ class Parser {
   }
 
   const std::string& text_;
-  const Words& words_;
+  const TypeNames& names_;
   std::size_t at_ = 0;
   std::string token_;
 };
@@ -153,10 +155,10 @@ bool Condition::SharesAResult() const {
   return false;
 }
 
-std::string Condition::Text(const Words& words) const {
+std::string Condition::Text(const TypeNames& names) const {
   if (!IsSound()) {
     std::string text = "malformed:";
-    for (const Value& value : postfix_) text += ' ' + TextOf(value, words);
+    for (const Value& value : postfix_) text += ' ' + TextOf(value, names);
     return text;
   }
   struct Part {
@@ -169,7 +171,7 @@ std::string Condition::Text(const Words& words) const {
   std::vector<Part> parts;
   for (const Value& value : postfix_) {
     const int binding = BindingOf(value.type);
-    std::string text = TextOf(value, words);
+    std::string text = TextOf(value, names);
     if (OperandsOf(value.type) >= 1) {
       const Part right = std::move(parts.back());
       parts.pop_back();
@@ -185,8 +187,8 @@ std::string Condition::Text(const Words& words) const {
   return parts.back().text;
 }
 
-Condition Condition::Parse(const std::string& text, const Words& words) {
-  return Parser(text, words).Whole();
+Condition Condition::Parse(const std::string& text, const TypeNames& names) {
+  return Parser(text, names).Whole();
 }
 
 }  // namespace velora::authoring

@@ -11,7 +11,7 @@
 
 namespace velora::authoring {
 
-class Words;
+class TypeNames;
 
 class Condition {
  public:
@@ -37,8 +37,8 @@ class Condition {
 
   // Infix: "Platform = 3 and not (VelcaseVersion_Cyan = 2 or ThemeType = 1)"; "always". A list that
   // is not sound is shown as it is stored, behind the word "malformed:".
-  std::string Text(const Words& words) const;
-  static Condition Parse(const std::string& text, const Words& words);
+  std::string Text(const TypeNames& names) const;
+  static Condition Parse(const std::string& text, const TypeNames& names);
 
  private:
   std::vector<Value> postfix_;

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "authoring/TypeNames.h"
 #include "authoring/pack_text.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
-#include "velora/fenn/api/components.h"
-#include "velora/wisp/api/components.h"
+#include "velora/fenn/api/component_lists.h"
+#include "velora/wisp/api/component_lists.h"
 
 namespace velora::authoring {
 namespace {
@@ -35,9 +35,9 @@ Blame Join(const Blame& a, const Blame& b, bool is_and) {
   return joined;
 }
 
-Blame OperandBlame(const Value& value, const Present& present, const Words& words) {
+Blame OperandBlame(const Value& value, const Present& present, const TypeNames& names) {
   const auto found = present.find(value.type);
-  const std::string wanted = words.NameOf(value.type) + " = " + std::to_string(value.value);
+  const std::string wanted = names.NameOf(value.type) + " = " + std::to_string(value.value);
   if (found == present.end()) {
     return {false, {wanted + " wanted, and the call has no such pack"}};
   }
@@ -46,7 +46,7 @@ Blame OperandBlame(const Value& value, const Present& present, const Words& word
 }
 
 std::vector<std::string> ConditionBlame(const Condition& condition, const Present& present,
-                                        const Words& words) {
+                                        const TypeNames& names) {
   if (!condition.IsSound()) return {"its condition is malformed"};
   std::vector<Blame> parts;
   for (const Value& value : condition.postfix()) {
@@ -69,7 +69,7 @@ std::vector<std::string> ConditionBlame(const Condition& condition, const Presen
         parts.back().value = !parts.back().value;
         break;
       default:
-        parts.push_back(OperandBlame(value, present, words));
+        parts.push_back(OperandBlame(value, present, names));
     }
   }
   return parts.back().operands;
@@ -77,7 +77,7 @@ std::vector<std::string> ConditionBlame(const Condition& condition, const Presen
 
 // Values of the candidate whose type the key has too, with none that agrees.
 std::vector<std::string> ValueBlame(const std::vector<Value>& own, const std::vector<Value>& sought,
-                                    const Words& words) {
+                                    const TypeNames& names) {
   std::vector<std::string> blame;
   bool in_common = false;
   for (const Value& value : own) {
@@ -95,7 +95,7 @@ std::vector<std::string> ValueBlame(const std::vector<Value>& own, const std::ve
           return mine.type == value.type && std::count(sought.begin(), sought.end(), mine) > 0;
         });
     if (!others.empty() && !is_served) {
-      blame.push_back(ValueText(value, words) + " has " + others + " sought");
+      blame.push_back(ValueText(value, names) + " has " + others + " sought");
     }
   }
   if (!in_common) blame.push_back("nothing in common with what is sought");
@@ -148,7 +148,7 @@ std::vector<LookupReason> Explain(const std::vector<LookupTrace>& lookups,
   std::vector<LookupReason> reasons;
   if (packs.empty()) return reasons;
   const Pipeline pipeline = packs[0].pack.pipeline;
-  const Words& words = Words::Of(pipeline);
+  const TypeNames& names = TypeNames::Of(pipeline);
   for (const LookupTrace& lookup : lookups) {
     LookupReason reason;
     Pack readable;
@@ -157,8 +157,8 @@ std::vector<LookupReason> Explain(const std::vector<LookupTrace>& lookups,
     readable.components.push_back(lookup.sought);
     readable = InCallersNumbers(readable);
     const Component& sought = readable.components.back();
-    reason.sought = words.NameOf(sought.kind) + " [" + ValuesText(sought.tags, words) + "; " +
-                    ValuesText(sought.properties, words) + ']';
+    reason.sought = names.NameOf(sought.kind) + " [" + ValuesText(sought.tags, names) + "; " +
+                    ValuesText(sought.properties, names) + ']';
     reason.found = lookup.found;
     int nearest = -1;
     for (std::size_t i = 0; i < lookup.candidates.size(); ++i) {
@@ -169,10 +169,10 @@ std::vector<LookupReason> Explain(const std::vector<LookupTrace>& lookups,
       reason.by_tags += trace.holds && !trace.tags_fit;
       reason.by_properties += trace.holds && trace.tags_fit && !trace.properties_fit;
       reason.fitting += trace.fits();
-      if (!trace.holds) Append(ConditionBlame(component.condition, present, words), &blame);
-      if (!trace.tags_fit) Append(ValueBlame(component.tags, sought.tags, words), &blame);
+      if (!trace.holds) Append(ConditionBlame(component.condition, present, names), &blame);
+      if (!trace.tags_fit) Append(ValueBlame(component.tags, sought.tags, names), &blame);
       if (!trace.properties_fit) {
-        Append(ValueBlame(component.properties, sought.properties, words), &blame);
+        Append(ValueBlame(component.properties, sought.properties, names), &blame);
       }
       const bool is_taken = static_cast<int>(i) == lookup.found;
       const std::string verdict = is_taken       ? "taken"
@@ -180,7 +180,7 @@ std::vector<LookupReason> Explain(const std::vector<LookupTrace>& lookups,
                                   : trace.exception != 0
                                       ? "its condition cannot be asked: " + Listed(blame)
                                       : "left out: " + Listed(blame);
-      reason.candidates.push_back({ComponentText(component, words),
+      reason.candidates.push_back({ComponentText(component, names),
                                    PackOf(lookup.components[i], packs), verdict,
                                    static_cast<int>(blame.size())});
       // A condition that raises ends the lookup, whatever the others are.
@@ -194,10 +194,10 @@ std::vector<LookupReason> Explain(const std::vector<LookupTrace>& lookups,
     if (lookup.found >= 0) {
       reason.preference = PreferenceOf(lookup);
     } else if (nearest < 0) {
-      reason.refusal = "no pack has a " + words.NameOf(sought.kind);
+      reason.refusal = "no pack has a " + names.NameOf(sought.kind);
     } else {
       const CandidateReason& best = reason.candidates[nearest];
-      reason.refusal = "no " + words.NameOf(sought.kind) + " fits; the nearest is " +
+      reason.refusal = "no " + names.NameOf(sought.kind) + " fits; the nearest is " +
                        best.component + (best.pack.empty() ? "" : " of " + best.pack) + ", " +
                        best.verdict;
     }

@@ -7,12 +7,14 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/cbat.h"
 #include "authoring/ink_encoder.h"
-#include "authoring/words.h"
-#include "velora/common/core/pack.h"
-#include "velora/fenn/api/components.h"
-#include "velora/wisp/api/components.h"
+#include "velora/common/core/PackLayout.h"
+#include "velora/fenn/api/IPrintModeMappings.h"
+#include "velora/fenn/api/component_lists.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::authoring {
 namespace {
@@ -43,8 +45,10 @@ constexpr int kPackChannels[] = {common::api::kChannel_Printer,
                                  1,
                                  2};
 
-// The bases' names: channels that no ink has.
+// The names of the bases and their links: channels that no ink has. Where these are too few, a
+// platform and a product variant come to them.
 constexpr int kFirstBase = 30;
+constexpr int kBaseChannels = 128 - kFirstBase;
 
 // Fields of a toner plane's coefficients: the first of them in scan order, all of one width.
 constexpr int kFields = 40;
@@ -219,7 +223,7 @@ class Family::Builder {
     hold(&shape_.platforms, 1, kPlatforms);
     hold(&shape_.variants, 1, 6);
     hold(&shape_.bases, 4, 24);
-    hold(&shape_.links, 0, 3);
+    hold(&shape_.links, 0, 6 * kPlatforms * kBaseChannels / shape_.bases - 1);
     hold(&shape_.packs, 1, static_cast<int>(std::size(kPackChannels)));
     // What a condition must say at the least, and one element more is no expression.
     const int least = is_toner() ? 1 : 9;
@@ -287,12 +291,20 @@ class Family::Builder {
 
   int KindCount() const { return static_cast<int>(ids_.part_kinds.size()); }
 
-  std::vector<Value> BaseTags() const { return {{ids_.family_tag, made_.family_}}; }
+  int BaseNumber(int base, int link) const { return base * (shape_.links + 1) + link; }
+  std::vector<Value> BaseTags(int base, int link) const {
+    std::vector<Value> tags = {{ids_.family_tag, made_.family_}};
+    if (const int rest = BaseNumber(base, link) / kBaseChannels; rest > 0) {
+      tags.push_back({ids_.platform_tag, rest % kPlatforms + 1});
+      tags.push_back({ids_.variant_tag, rest / kPlatforms});
+    }
+    return tags;
+  }
   std::vector<Value> BaseName(int base, int link) const {
-    return {{ids_.channel, kFirstBase + base * (shape_.links + 1) + link}};
+    return {{ids_.channel, kFirstBase + BaseNumber(base, link) % kBaseChannels}};
   }
   Step BaseReference(int base, int link) const {
-    return {made_.parts_[base].kind, {}, BaseTags(), BaseName(base, link)};
+    return {made_.parts_[base].kind, {}, BaseTags(base, link), BaseName(base, link)};
   }
 
   void AddBase(int number) {
@@ -300,12 +312,13 @@ class Family::Builder {
     Component part = MakePart(kind, number / KindCount());
     bases_[kind].push_back(number);
     made_.parts_.push_back(part);
-    part.tags = BaseTags();
+    part.tags = BaseTags(number, 0);
     const std::vector<Value> name = BaseName(number, 0);
     part.properties.insert(part.properties.end(), name.begin(), name.end());
     made_.packs_[0].components.push_back(part);
     for (int link = 1; link <= shape_.links; ++link) {
-      Component linked{part.kind, 1, Condition(), BaseTags(), BaseName(number, link), {}};
+      Component linked{part.kind, 1, Condition(), BaseTags(number, link), BaseName(number, link),
+                       {}};
       linked.recipe = {BaseReference(number, link - 1)};
       made_.packs_[0].components.push_back(std::move(linked));
     }
@@ -509,7 +522,7 @@ class Family::Builder {
   }
 
   Step Operator(int kind, const char* name) const {
-    return {Words::Of(shape_.pipeline).OperatorOf(kind, name), {}, {}, {}};
+    return {TypeNames::Of(shape_.pipeline).OperatorOf(kind, name), {}, {}, {}};
   }
 
   static void AddDescription(Component* map) {

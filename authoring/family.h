@@ -30,7 +30,7 @@ struct FamilyShape {
   int variants = 1;    // [1..6]
   int condition = 9;   // elements of a condition, from 1 up, but not 2; in the ink pipeline from 9
   int bases = 8;       // parts that are shared, [4..24]
-  int links = 0;       // [0..3]
+  int links = 0;       // from 0 up, 7644 / bases - 1 at most; up to 999 are served
   int own_parts = 0;   // of 100 parts, how many hold bytes of their own
   int decoys = 0;      // of 100 print modes, how many have components that must not be chosen
   int packs = 1;       // [1..6], besides the one that separates groups of print modes

@@ -4,7 +4,6 @@
 // Room: authoring. Values only; see each function for what it raises.
 #pragma once
 
-#include <cmath>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -61,33 +60,9 @@ struct Interrupted : std::runtime_error {
   Interrupted() : std::runtime_error("interrupted") {}
 };
 
-// No packs of this kind meet the goal.
+// No packs that a call takes meet the goal.
 struct GoalMissed : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
-
-// The product of the tightest bound, mean and 99th percentile, whose bytes keep to a budget. Bytes
-// fall with the bound, so each step halves what is left of the range.
-template <class Author, class BytesOf>
-auto AuthorForBudget(long budget, int effort, Author author, BytesOf bytes_of) {
-  auto best = author(Goal());
-  if (bytes_of(best) <= budget) return best;
-  double tight = 0.02, loose = 8;
-  for (int step = 0; step < 6 + effort && loose > tight * 1.03; ++step) {
-    Goal goal;
-    goal.mean = step == 0 ? loose : std::sqrt(tight * loose);
-    goal.p99 = 4 * *goal.mean;
-    auto product = author(goal);
-    const bool keeps = bytes_of(product) <= budget;
-    if (step == 0 && !keeps) {
-      throw GoalMissed(std::to_string(budget) +
-                       " bytes are too few: packs with a mean error of 8 " + "take " +
-                       std::to_string(bytes_of(product)));
-    }
-    (keeps ? loose : tight) = *goal.mean;
-    if (keeps) best = std::move(product);
-  }
-  return best;
-}
 
 }  // namespace velora::authoring

@@ -7,7 +7,7 @@
 #include <memory>
 #include <sstream>
 
-#include "authoring/words.h"
+#include "authoring/TypeNames.h"
 #include "velora/common/Vocabulary.h"
 
 namespace velora::authoring {
@@ -18,7 +18,7 @@ constexpr int kLargestEntryText = 24;  // bytes of data that a line shows
 // Reads an image's numbers from the start to the end, and stops at the first byte that is wrong.
 class Walker {
  public:
-  Walker(const Bytes& image, Pipeline pipeline) : image_(image), words_(Words::Of(pipeline)) {}
+  Walker(const Bytes& image, Pipeline pipeline) : image_(image), names_(TypeNames::Of(pipeline)) {}
 
   ImageWalk Walk() {
     if (image_.empty()) Fail(0, "no bytes");
@@ -33,7 +33,7 @@ class Walker {
   std::string Structure() const {
     if (walk_.dictionaries.empty()) return "the image";
     const ImageDictionary& last = walk_.dictionaries.back();
-    return "the image, dictionary of " + words_.NameOf(last.type) + " from byte " +
+    return "the image, dictionary of " + names_.NameOf(last.type) + " from byte " +
            std::to_string(last.place) + ", entry " +
            std::to_string(last.first_entry + static_cast<int>(last.entries.size()));
   }
@@ -126,7 +126,7 @@ class Walker {
   }
 
   const Bytes& image_;
-  const Words& words_;
+  const TypeNames& names_;
   std::size_t at_ = 0;
   int entries_ = 0;
   std::vector<std::size_t> reference_places_;
@@ -242,10 +242,10 @@ PackWalk WalkPack(const Bytes& file) {
 }
 
 std::string ImageText(const ImageWalk& walk, Pipeline pipeline) {
-  const Words& words = Words::Of(pipeline);
+  const TypeNames& names = TypeNames::Of(pipeline);
   std::ostringstream out;
   for (const ImageDictionary& dictionary : walk.dictionaries) {
-    out << "dictionary of " << words.NameOf(dictionary.type) << " (type " << dictionary.type
+    out << "dictionary of " << names.NameOf(dictionary.type) << " (type " << dictionary.type
         << ") from byte " << dictionary.place << ", " << dictionary.entries.size() << " entries\n";
     int number = dictionary.first_entry;
     for (const ImageEntry& entry : dictionary.entries) {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/ink_pack.h"
-#include "authoring/words.h"
-#include "velora/wisp/api/components.h"
-#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/properties.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 
@@ -32,7 +32,7 @@ Part NodesPart(int node_count) {
 std::vector<Part> PartsOf(InkForm form) {
   if (form == InkForm::kString) {
     const int kind = wisp::IChannelMap::kType;
-    const int encoder = Words::Of(Pipeline::kInk).OperatorOf(kind, "Build_Monolithic");
+    const int encoder = TypeNames::Of(Pipeline::kInk).OperatorOf(kind, "Build_Monolithic");
     return {{kind, encoder, core::kAxis}};
   }
   return {

@@ -6,12 +6,14 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/ink_curve.h"
 #include "authoring/ink_search.h"
+#include "authoring/pack_room.h"
 #include "authoring/small_packs.h"
-#include "authoring/words.h"
-#include "velora/wisp/api/components.h"
-#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/properties.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::authoring {
 namespace {
@@ -114,7 +116,7 @@ class ModeWords {
 };
 
 Step Operator(int kind, const char* name) {
-  return {Words::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
+  return {TypeNames::Of(Pipeline::kInk).OperatorOf(kind, name), {}, {}, {}};
 }
 
 // What a request's locator and the components that answer it have in common.
@@ -418,6 +420,23 @@ std::vector<EncodedInks> EncodeAll(const InkJob& job, std::vector<TableErrors>* 
   return encoded;
 }
 
+// What each colour map takes by itself.
+std::vector<ModeRoom> RoomOf(const InkJob& job, const std::vector<EncodedInks>& encoded) {
+  std::vector<ModeRoom> modes;
+  for (std::size_t i = 0; i < job.tables.size(); ++i) {
+    Bytes all;
+    for (const EncodedInk& ink : encoded[i]) {
+      for (const auto* parts : {&ink.parts, &ink.subtracted}) {
+        for (const Component& part : *parts) {
+          all.insert(all.end(), part.recipe[0].bytes.begin(), part.recipe[0].bytes.end());
+        }
+      }
+    }
+    modes.push_back({ModeText(job.tables[i].mode), CompressedSize(all)});
+  }
+  return modes;
+}
+
 InkProduct AuthorOnce(const InkJob& job) {
   InkProduct product;
   const std::vector<EncodedInks> encoded = EncodeAll(job, &product.errors);
@@ -427,9 +446,7 @@ InkProduct AuthorOnce(const InkJob& job) {
                     WritePacks({product.pack}, 15 * job.search.effort)};
   const double size = static_cast<double>(product.file().size());
   if (size > LargestFile(Pipeline::kInk)) {
-    throw std::runtime_error("a pack of " + std::to_string(product.file().size()) +
-                             " bytes: a caller takes at most " +
-                             std::to_string(LargestFile(Pipeline::kInk)));
+    RefuseRoom(RoomOf(job, encoded), std::lround(size), LargestFile(Pipeline::kInk));
   }
   const Bytes locator = WriteReference(Pipeline::kInk, Locator(job, wisp::IColorMap::kType));
   for (std::size_t i = 0; i < job.tables.size(); ++i) {
@@ -448,19 +465,39 @@ InkProduct AuthorOnce(const InkJob& job) {
   return product;
 }
 
+// What a search makes of a quick encoding without loss: 0.9 on real tables, and no less than this.
+constexpr double kLeastOfQuick = 0.75;
+
+// What the tables that shall lose nothing take by a quick encoding; 0 for the others.
+std::vector<ModeRoom> QuickRoom(InkJob job) {
+  std::vector<bool> lossy;
+  for (InkTable& table : job.tables) {
+    lossy.push_back(job.goal ? !table.goal.value_or(*job.goal).is_lossless()
+                             : !job.settings.is_lossless());
+    table.lab = nullptr;
+  }
+  job.goal.reset();
+  job.form = InkForm::kString;
+  job.settings = InkSettings();
+  std::vector<TableErrors> ignored;
+  std::vector<ModeRoom> modes = RoomOf(job, EncodeAll(job, &ignored));
+  for (std::size_t t = 0; t < lossy.size(); ++t) {
+    if (lossy[t]) modes[t].bytes = 0;
+  }
+  return modes;
+}
+
 }  // namespace
 
 InkProduct AuthorInk(const InkJob& job) {
   Check(job);
-  if (job.budget == 0 || job.tables.empty()) return AuthorOnce(job);
-  return AuthorForBudget(
-      job.budget, job.search.effort,
-      [&](const Goal& goal) {
-        InkJob searched = job;
-        searched.goal = goal;
-        return AuthorOnce(searched);
-      },
-      [](const InkProduct& product) { return static_cast<long>(product.file().size()); });
+  if (job.budget > 0 && !job.tables.empty()) {
+    return AuthorForBudget(job, Sum(QuickRoom(job)), kLeastOfQuick, AuthorOnce,
+                           [](const InkProduct& product) { return product.file().size(); });
+  }
+  CheckRoom(static_cast<long>(job.tables.size()) * kTableSize, LargestFile(Pipeline::kInk),
+            kLeastOfQuick, [&] { return QuickRoom(job); });
+  return AuthorOnce(job);
 }
 
 }  // namespace velora::authoring

@@ -5,8 +5,8 @@
 #include <map>
 
 #include "authoring/pack_objects.h"
+#include "velora/wisp/api/component_lists.h"
 #include "velora/wisp/api/door.h"
-#include "velora/wisp/api/vocabulary.h"
 
 namespace velora::authoring {
 namespace {
@@ -157,7 +157,7 @@ Step EncodeNodes(int operator_type, const std::vector<Value>& properties, const 
   WritePlace place;
   place.step = &step;
   const int code = EncodeInFrame(operator_type, properties, cube, &place, &step.bytes);
-  if (code != 0) RaiseRefusal(code, place, InkPipeline().words());
+  if (code != 0) RaiseRefusal(code, place, InkPipeline().names());
   return step;
 }
 

@@ -40,7 +40,7 @@ class LookupWatcher : public common::core::LookupObserver<typename Layer::Config
     Filled<Configuration>([this] { lookups_->back().sought = pack_.components[0]; });
     Filled<Configuration>([this] { pack_.components.clear(); });
     for (int i = 0; i < candidates.count; ++i) {
-      Object* const candidate = candidates.at(candidates.list, i);
+      Object* const candidate = candidates.At(i);
       reader_.ReadComponent(candidate);
       Ask(candidate, key, parameters);
       Filled<Configuration>([&] {

@@ -6,21 +6,22 @@
 
 #include "authoring/pack_pipeline.h"
 #include "authoring/pack_text.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/common/enumeration.h"
 
 namespace velora::authoring {
 namespace {
 
-[[noreturn]] void Refuse(const Component& component, const Words& words, const std::string& why) {
-  throw std::invalid_argument(ComponentText(component, words) + ": " + why);
+[[noreturn]] void Refuse(const Component& component, const TypeNames& names,
+                         const std::string& why) {
+  throw std::invalid_argument(ComponentText(component, names) + ": " + why);
 }
 
-void CheckValues(const Component& component, std::vector<Value> values, const Words& words) {
+void CheckValues(const Component& component, std::vector<Value> values, const TypeNames& names) {
   std::sort(values.begin(), values.end());
   const auto twice = std::adjacent_find(values.begin(), values.end());
   if (twice != values.end()) {
-    Refuse(component, words, ValueText(*twice, words) + " is there twice");
+    Refuse(component, names, ValueText(*twice, names) + " is there twice");
   }
 }
 
@@ -40,20 +41,20 @@ bool operator<(const Step& a, const Step& b) {
 void CheckPacks(const std::vector<Pack>& packs) {
   std::vector<Component> all;
   for (const Pack& pack : packs) {
-    const Words& words = Words::Of(pack.pipeline);
+    const TypeNames& names = TypeNames::Of(pack.pipeline);
     if (pack.pipeline != packs[0].pipeline || pack.family != packs[0].family) {
       throw std::invalid_argument("packs of two pipelines or supply families do not go together");
     }
     for (Component component : pack.components) {
-      CheckValues(component, component.tags, words);
-      CheckValues(component, component.properties, words);
-      if (!component.condition.IsSound()) Refuse(component, words, "its condition is malformed");
+      CheckValues(component, component.tags, names);
+      CheckValues(component, component.properties, names);
+      if (!component.condition.IsSound()) Refuse(component, names, "its condition is malformed");
       if (component.condition.SharesAResult()) {
-        Refuse(component, words,
+        Refuse(component, names,
                "its condition has one kind of operator on both sides of an and or an or; a pack "
                "stores it once, with one result for both");
       }
-      if (component.recipe.empty()) Refuse(component, words, "it has no recipe");
+      if (component.recipe.empty()) Refuse(component, names, "it has no recipe");
       std::sort(component.tags.begin(), component.tags.end());
       std::sort(component.properties.begin(), component.properties.end());
       all.push_back(std::move(component));
@@ -64,7 +65,7 @@ void CheckPacks(const std::vector<Pack>& packs) {
       std::adjacent_find(all.begin(), all.end(),
                          [](const Component& a, const Component& b) { return !ComesBefore(a, b); });
   if (twice != all.end()) {
-    Refuse(*twice, Words::Of(packs[0].pipeline), "this component is there twice");
+    Refuse(*twice, TypeNames::Of(packs[0].pipeline), "this component is there twice");
   }
 }
 
@@ -72,7 +73,7 @@ Bytes WriteAnySize(const Pack& pack) {
   CheckPacks({pack});
   const PackPipeline& pipeline = PipelineOf(pack.pipeline);
   if (const Component* misread = pipeline.find_misread(pack)) {
-    Refuse(*misread, pipeline.words(),
+    Refuse(*misread, pipeline.names(),
            "its bytes are another component's too, with another node count or delta range; a pack "
            "stores them once, to be read one way");
   }
@@ -80,7 +81,7 @@ Bytes WriteAnySize(const Pack& pack) {
   WritePlace place;
   Bytes file;
   if (const int code = pipeline.write(pack, &place, &file)) {
-    RaiseRefusal(code, place, pipeline.words());
+    RaiseRefusal(code, place, pipeline.names());
   }
   return file;
 }
@@ -103,7 +104,7 @@ Bytes WriteReference(Pipeline pipeline, const Step& reference) {
   WritePlace place;
   Bytes image;
   if (const int code = used.write_reference(reference, &place, &image)) {
-    RaiseRefusal(code, place, used.words());
+    RaiseRefusal(code, place, used.names());
   }
   return image;
 }

@@ -5,8 +5,8 @@
 // component in the message; a file that the library refuses, or that it cannot write, raises
 // std::runtime_error. One call at a time in a process, and none beside a table call.
 //
-// Numbers are the pack's own: type ids (see words.h for their names) and the pack's numbering of
-// print modes, which is the caller's plus 1.
+// Numbers are the pack's own: type ids (see TypeNames.h for their names) and the pack's numbering
+// of print modes, which is the caller's plus 1.
 #pragma once
 
 #include <string>

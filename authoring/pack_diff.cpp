@@ -4,9 +4,9 @@
 #include <map>
 #include <tuple>
 
+#include "authoring/TypeNames.h"
 #include "authoring/pack_text.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
 
 namespace velora::authoring {
 namespace {
@@ -58,22 +58,22 @@ std::string Arrow(const std::string& before, const std::string& after) {
 }
 
 std::vector<std::string> Details(const Component& before, const Component& after,
-                                 const Words& words) {
+                                 const TypeNames& names) {
   std::vector<std::string> details;
   if (before.version != after.version) {
     details.push_back(
         Arrow("version " + std::to_string(before.version), std::to_string(after.version)));
   }
   if (!(before.condition.postfix() == after.condition.postfix())) {
-    details.push_back(Arrow("valid " + before.condition.Text(words), after.condition.Text(words)));
+    details.push_back(Arrow("valid " + before.condition.Text(names), after.condition.Text(names)));
   }
   for (std::size_t i = 0; i < std::max(before.recipe.size(), after.recipe.size()); ++i) {
     const Step* old_step = i < before.recipe.size() ? &before.recipe[i] : nullptr;
     const Step* new_step = i < after.recipe.size() ? &after.recipe[i] : nullptr;
     if (old_step != nullptr && new_step != nullptr && IsEqual(*old_step, *new_step)) continue;
     std::string text = "recipe step " + std::to_string(i + 1) + ": " +
-                       Arrow(old_step == nullptr ? "none" : StepText(*old_step, words),
-                             new_step == nullptr ? "none" : StepText(*new_step, words));
+                       Arrow(old_step == nullptr ? "none" : StepText(*old_step, names),
+                             new_step == nullptr ? "none" : StepText(*new_step, names));
     if (old_step != nullptr && new_step != nullptr &&
         old_step->bytes.size() == new_step->bytes.size() && !old_step->bytes.empty()) {
       const ByteDifference difference = CompareBytes(old_step->bytes, new_step->bytes);
@@ -122,8 +122,8 @@ std::vector<PackChange> ComparePacks(const PackFile& before, const PackFile& aft
   std::vector<PackChange> changes;
   CompareHeaders(before, after, &changes);
   const Pack old_pack = InCallersNumbers(before.pack), new_pack = InCallersNumbers(after.pack);
-  const Words& old_words = Words::Of(old_pack.pipeline);
-  const Words& new_words = Words::Of(new_pack.pipeline);
+  const TypeNames& old_names = TypeNames::Of(old_pack.pipeline);
+  const TypeNames& new_names = TypeNames::Of(new_pack.pipeline);
   std::map<Key, Pair> pairs;
   for (const Component& component : old_pack.components) {
     pairs[Key(component)].before.push_back(&component);
@@ -135,15 +135,15 @@ std::vector<PackChange> ComparePacks(const PackFile& before, const PackFile& aft
     DropEqual(&pair);
     const std::size_t both = std::min(pair.before.size(), pair.after.size());
     for (std::size_t i = 0; i < both; ++i) {
-      changes.push_back({PackChange::Kind::kChanged, ComponentText(*pair.before[i], old_words),
-                         Details(*pair.before[i], *pair.after[i], new_words)});
+      changes.push_back({PackChange::Kind::kChanged, ComponentText(*pair.before[i], old_names),
+                         Details(*pair.before[i], *pair.after[i], new_names)});
     }
     for (std::size_t i = both; i < pair.before.size(); ++i) {
       changes.push_back(
-          {PackChange::Kind::kRemoved, ComponentText(*pair.before[i], old_words), {}});
+          {PackChange::Kind::kRemoved, ComponentText(*pair.before[i], old_names), {}});
     }
     for (std::size_t i = both; i < pair.after.size(); ++i) {
-      changes.push_back({PackChange::Kind::kAdded, ComponentText(*pair.after[i], new_words), {}});
+      changes.push_back({PackChange::Kind::kAdded, ComponentText(*pair.after[i], new_names), {}});
     }
   }
   return changes;

@@ -12,15 +12,15 @@
 namespace velora::authoring {
 
 template <class Layer>
-const Words& LayerWords() {
-  static const Words words = [] {
-    std::vector<Words::Word> rows;
+const TypeNames& LayerTypeNames() {
+  static const TypeNames names = [] {
+    std::vector<TypeNames::Entry> rows;
     Layer::ForEachStored([&rows](const char* name, int type, auto) {
       rows.push_back({name, type});
     });
-    return Words(std::move(rows));
+    return TypeNames(std::move(rows));
   }();
-  return words;
+  return names;
 }
 
 template <class Layer>
@@ -106,7 +106,7 @@ int ReadPackFile(const Bytes& bytes, PackFile* file) {
 template <class Layer>
 const PackPipeline& PipelineOver() {
   static const PackPipeline pipeline{
-      LayerWords<Layer>,          Layer::Open,         Layer::Close,       WritePackFile<Layer>,
+      LayerTypeNames<Layer>,      Layer::Open,         Layer::Close,       WritePackFile<Layer>,
       WriteReferenceImage<Layer>, ReadPackFile<Layer>, Layer::FindMisread, Layer::kLargestFile,
       LookupWatcher<Layer>::Watch};
   return pipeline;

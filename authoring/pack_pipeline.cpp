@@ -33,14 +33,14 @@ OpenLibrary::~OpenLibrary() { pipeline_.close(); }
 
 std::string RefusalText(int code) { return "the library refuses it with " + ExceptionName(code); }
 
-void RaiseRefusal(int code, const WritePlace& place, const Words& words) {
+void RaiseRefusal(int code, const WritePlace& place, const TypeNames& names) {
   std::string text = RefusalText(code);
   if (place.component == nullptr && place.step == nullptr) {
     throw std::runtime_error("the pack: " + text);
   }
-  if (place.type != 0) text = ValueText({place.type, place.number}, words) + ": " + text;
-  if (place.step != nullptr) text = words.NameOf(place.step->type) + ": " + text;
-  if (place.component != nullptr) text = ComponentText(*place.component, words) + ": " + text;
+  if (place.type != 0) text = ValueText({place.type, place.number}, names) + ": " + text;
+  if (place.step != nullptr) text = names.NameOf(place.step->type) + ": " + text;
+  if (place.component != nullptr) text = ComponentText(*place.component, names) + ": " + text;
   throw std::invalid_argument(text);
 }
 

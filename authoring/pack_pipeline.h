@@ -5,9 +5,9 @@
 // let no C++ exception out, for it would pass frames.
 #pragma once
 
+#include "authoring/TypeNames.h"
 #include "authoring/lookup_trace.h"
 #include "authoring/pack.h"
-#include "authoring/words.h"
 
 namespace velora::authoring {
 
@@ -20,7 +20,7 @@ struct WritePlace {
 };
 
 struct PackPipeline {
-  const Words& (*words)();
+  const TypeNames& (*names)();
   bool (*open)();
   void (*close)();
   int (*write)(const Pack& pack, WritePlace* place, Bytes* file);
@@ -56,6 +56,6 @@ std::string RefusalText(int code);
 
 // Raises what the library refused, with the place where it did: std::invalid_argument, or
 // std::runtime_error for what is no component's fault.
-[[noreturn]] void RaiseRefusal(int code, const WritePlace& place, const Words& words);
+[[noreturn]] void RaiseRefusal(int code, const WritePlace& place, const TypeNames& names);
 
 }  // namespace velora::authoring

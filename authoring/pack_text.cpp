@@ -5,40 +5,40 @@
 #include <map>
 #include <sstream>
 
+#include "authoring/TypeNames.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
 
 namespace velora::authoring {
 
-std::string ValueText(const Value& value, const Words& words) {
+std::string ValueText(const Value& value, const TypeNames& names) {
   std::string number = std::to_string(value.value);
   for (std::size_t i = 0; i < value.bytes.size(); ++i) {
     number = (i == 0 ? "" : number + '-') + std::to_string(value.bytes[i]);
   }
-  return words.NameOf(value.type) + ' ' + number;
+  return names.NameOf(value.type) + ' ' + number;
 }
 
-std::string ValuesText(const std::vector<Value>& values, const Words& words) {
+std::string ValuesText(const std::vector<Value>& values, const TypeNames& names) {
   std::string text;
   for (const Value& value : values) {
-    text += (text.empty() ? "" : ", ") + ValueText(value, words);
+    text += (text.empty() ? "" : ", ") + ValueText(value, names);
   }
   return text.empty() ? "-" : text;
 }
 
-std::string StepText(const Step& step, const Words& words) {
-  std::string text = words.NameOf(step.type);
+std::string StepText(const Step& step, const TypeNames& names) {
+  std::string text = names.NameOf(step.type);
   if (!step.bytes.empty()) text += " (" + std::to_string(step.bytes.size()) + " bytes)";
   if (!step.tags.empty() || !step.properties.empty()) {
-    text += " [" + ValuesText(step.tags, words) + "; " + ValuesText(step.properties, words) + ']';
+    text += " [" + ValuesText(step.tags, names) + "; " + ValuesText(step.properties, names) + ']';
   }
   return text;
 }
 
-std::string ComponentText(const Component& component, const Words& words) {
-  std::string text = words.NameOf(component.kind) + " (";
-  for (const Value& tag : component.tags) text += ValueText(tag, words) + ", ";
-  for (const Value& property : component.properties) text += ValueText(property, words) + ", ";
+std::string ComponentText(const Component& component, const TypeNames& names) {
+  std::string text = names.NameOf(component.kind) + " (";
+  for (const Value& tag : component.tags) text += ValueText(tag, names) + ", ";
+  for (const Value& property : component.properties) text += ValueText(property, names) + ", ";
   return text + "version " + std::to_string(component.version) + ')';
 }
 
@@ -66,10 +66,10 @@ std::string KindsText(const Pack& pack) {
     ++sum.components;
     for (const Step& step : component.recipe) sum.bytes += step.bytes.size();
   }
-  const Words& words = Words::Of(pack.pipeline);
+  const TypeNames& names = TypeNames::Of(pack.pipeline);
   std::ostringstream out;
   for (const auto& [kind, sum] : kinds) {
-    out << "  " << std::left << std::setw(24) << words.NameOf(kind) << std::right << std::setw(6)
+    out << "  " << std::left << std::setw(24) << names.NameOf(kind) << std::right << std::setw(6)
         << sum.components;
     if (sum.bytes > 0) out << ", " << sum.bytes << " bytes stored";
     out << '\n';
@@ -88,14 +88,14 @@ std::string ModesText(const Pack& pack) {
 
 std::string ComponentsText(const Pack& stored) {
   const Pack pack = InCallersNumbers(stored);
-  const Words& words = Words::Of(pack.pipeline);
+  const TypeNames& names = TypeNames::Of(pack.pipeline);
   std::ostringstream out;
   int kind = 0;
   for (const Component& component : pack.components) {
     if (component.kind != kind) {
       kind = component.kind;
       out << '\n'
-          << words.NameOf(kind) << " ("
+          << names.NameOf(kind) << " ("
           << std::count_if(pack.components.begin(), pack.components.end(),
                            [kind](const Component& other) { return other.kind == kind; })
           << ")\n";
@@ -103,12 +103,12 @@ std::string ComponentsText(const Pack& stored) {
       out << '\n';
     }
     out << "  version        " << component.version << '\n'
-        << "  valid          " << component.condition.Text(words) << '\n'
-        << "  tags           " << ValuesText(component.tags, words) << '\n'
-        << "  properties     " << ValuesText(component.properties, words) << '\n';
+        << "  valid          " << component.condition.Text(names) << '\n'
+        << "  tags           " << ValuesText(component.tags, names) << '\n'
+        << "  properties     " << ValuesText(component.properties, names) << '\n';
     const char* label = "  recipe         ";
     for (const Step& step : component.recipe) {
-      out << label << StepText(step, words) << '\n';
+      out << label << StepText(step, names) << '\n';
       label = "                 ";
     }
   }

@@ -10,16 +10,16 @@
 namespace velora::authoring {
 
 // "Platform 3"; "DropsPerLevel 0-1-2-4".
-std::string ValueText(const Value& value, const Words& words);
+std::string ValueText(const Value& value, const TypeNames& names);
 
 // "Platform 3, SupplyFamily 4"; "-" for no value.
-std::string ValuesText(const std::vector<Value>& values, const Words& words);
+std::string ValuesText(const std::vector<Value>& values, const TypeNames& names);
 
 // "ChannelMap [ThemeType 1; Channel 13]", "FromData (2457 bytes)", "Build_RGBtoCMYK".
-std::string StepText(const Step& step, const Words& words);
+std::string StepText(const Step& step, const TypeNames& names);
 
 // "ChannelMap (ThemeType 1, Channel 13, version 1)".
-std::string ComponentText(const Component& component, const Words& words);
+std::string ComponentText(const Component& component, const TypeNames& names);
 
 // Header and sizes, a line each.
 std::string HeaderText(const PackFile& file);

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <iterator>
 
+#include "authoring/TypeNames.h"
 #include "authoring/pack_text.h"
 #include "authoring/table_call.h"
-#include "authoring/words.h"
-#include "velora/fenn/api/components.h"
-#include "velora/wisp/api/components.h"
+#include "velora/fenn/api/IPrintModeMappings.h"
+#include "velora/fenn/api/component_lists.h"
+#include "velora/wisp/api/component_lists.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::authoring {
 namespace {
@@ -74,11 +76,11 @@ std::string ModeOf(Pipeline pipeline, const std::vector<Value>& tags) {
       others.push_back(tag);
     }
   }
-  const Words& words = Words::Of(pipeline);
+  const TypeNames& names = TypeNames::Of(pipeline);
   const bool is_whole = std::all_of(std::begin(fields), std::end(fields),
                                     [](const int* field) { return *field >= 0; });
-  if (!is_whole) return ValuesText(tags, words);
-  return ModeText(mode) + (others.empty() ? "" : ", " + ValuesText(others, words));
+  if (!is_whole) return ValuesText(tags, names);
+  return ModeText(mode) + (others.empty() ? "" : ", " + ValuesText(others, names));
 }
 
 bool IsServed(Pipeline pipeline, const Component& component) {
@@ -115,12 +117,12 @@ Pack InCallersNumbers(const Pack& pack) {
 }
 
 std::vector<ServedMode> ModesOf(const Pack& pack) {
-  const Words& words = Words::Of(pack.pipeline);
+  const TypeNames& names = TypeNames::Of(pack.pipeline);
   std::vector<ServedMode> modes;
   for (const Component& component : InCallersNumbers(pack).components) {
     if (!IsServed(pack.pipeline, component)) continue;
-    modes.push_back({words.NameOf(component.kind), ModeOf(pack.pipeline, component.tags),
-                     component.condition.Text(words)});
+    modes.push_back({names.NameOf(component.kind), ModeOf(pack.pipeline, component.tags),
+                     component.condition.Text(names)});
   }
   return modes;
 }

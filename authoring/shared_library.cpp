@@ -7,9 +7,18 @@
 
 namespace velora::authoring {
 
+namespace {
+
+// A name without a slash is one of the system's, unless a file of this folder has it.
+std::string PlaceOf(const std::string& path) {
+  return std::filesystem::exists(path) ? std::filesystem::absolute(path).string() : path;
+}
+
+}  // namespace
+
 // Not unloaded while the program runs, so that what watches it can name the library's functions.
 SharedLibrary::SharedLibrary(const std::string& path)
-    : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
+    : path_(path), handle_(dlopen(PlaceOf(path).c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
   if (handle_ == nullptr) throw std::runtime_error(dlerror());
 }
 

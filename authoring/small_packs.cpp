@@ -2,7 +2,7 @@
 
 #include "authoring/deflate.h"
 #include "authoring/parallel.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/fenn/api/Vocabulary.h"
 #include "velora/wisp/api/Vocabulary.h"
 

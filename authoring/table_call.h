@@ -60,11 +60,10 @@ class Device {
   SharedLibrary library_;
 };
 
-// Sends standard error to a file, nowhere by default, as long as it lives: a device tells each
-// step of a decode there.
+// Sends standard error nowhere as long as it lives: a device prints each step of a decode there.
 class QuietErrors {
  public:
-  explicit QuietErrors(const std::string& path = "/dev/null");
+  QuietErrors();
   QuietErrors(const QuietErrors&) = delete;
   ~QuietErrors();
 

@@ -79,6 +79,16 @@ std::vector<std::string> Lines(const Bytes& file) {
   return lines;
 }
 
+// What a line is refused for, with its number, which counts from 1.
+template <class Work>
+void InLine(std::size_t number, Work work) {
+  try {
+    work();
+  } catch (const std::runtime_error& error) {
+    throw std::runtime_error("line " + std::to_string(number) + ": " + error.what());
+  }
+}
+
 // A table from lines of named columns, in any order of lines and columns.
 class Columns {
  public:
@@ -129,6 +139,51 @@ class Columns {
   std::vector<bool> seen_;
 };
 
+// A .cube table: its points an axis, and three values a point; red is the fastest axis.
+struct Cube {
+  int size = 0;
+  std::vector<float> values;
+
+  void Read(const std::string& line) {
+    const std::vector<std::string> words = Words(line, " \t\r");
+    if (words.empty() || words[0][0] == '#' || words[0] == "TITLE") return;
+    if (words[0] == "LUT_3D_SIZE" && words.size() == 2) {
+      const double given = NumberOf(words[1]);
+      if (!(given >= 2 && given <= 256) || given != std::floor(given)) {
+        throw std::runtime_error("LUT_3D_SIZE " + words[1] + "; expected 2 to 256");
+      }
+      size = static_cast<int>(given);
+    } else if (words[0] == "DOMAIN_MIN" || words[0] == "DOMAIN_MAX") {
+      const double expected = words[0] == "DOMAIN_MAX" ? 1 : 0;
+      for (std::size_t i = 1; i < words.size(); ++i) {
+        if (NumberOf(words[i]) != expected) throw std::runtime_error(words[0] + " is not served");
+      }
+    } else if (words.size() == kRgbChannels) {
+      for (const std::string& word : words) values.push_back(static_cast<float>(NumberOf(word)));
+    } else {
+      throw std::runtime_error("no line of a .cube file: " + line.substr(0, 40));
+    }
+  }
+
+  // A channel at a grid point of a table: trilinear between the cube's own.
+  double At(const Point& point, int channel) const {
+    double sum = 0;
+    for (int corner = 0; corner < 8; ++corner) {
+      double weight = 1;
+      std::size_t at = 0;
+      for (int axis = 2; axis >= 0; --axis) {
+        const double place = static_cast<double>(point.axes[axis]) * (size - 1) / kSteps;
+        const int lower = std::min(static_cast<int>(place), size - 2);
+        const int upward = corner >> axis & 1;
+        weight *= upward == 1 ? place - lower : 1 - (place - lower);
+        at = at * size + lower + upward;
+      }
+      if (weight > 0) sum += weight * values[at * kRgbChannels + channel];
+    }
+    return sum;
+  }
+};
+
 const std::vector<std::string> kCgatsInputs = {"RGB_R", "RGB_G", "RGB_B"};
 const std::vector<std::string> kCgatsOutputs = {"CMYK_C", "CMYK_M", "CMYK_Y", "CMYK_K"};
 
@@ -159,10 +214,16 @@ Bytes WriteCgats(const Bytes& table) {
 
 Bytes ReadCgats(const Bytes& file) {
   std::vector<std::string> names;
-  std::vector<std::vector<std::string>> rows;
+  struct Row {
+    std::size_t line;
+    std::vector<std::string> words;
+  };
+  std::vector<Row> rows;
+  std::size_t number = 0;
   enum { kHeader, kFormat, kData } part = kHeader;
   for (const std::string& line : Lines(file)) {
     const std::vector<std::string> words = Words(line, " \t\r");
+    ++number;
     if (words.empty() || words[0][0] == '#') continue;
     if (words[0] == "BEGIN_DATA_FORMAT") {
       part = kFormat;
@@ -173,7 +234,7 @@ Bytes ReadCgats(const Bytes& file) {
     } else if (part == kFormat) {
       names.insert(names.end(), words.begin(), words.end());
     } else if (part == kData) {
-      rows.push_back(words);
+      rows.push_back({number, words});
     }
   }
   if (names.empty() || rows.empty()) throw std::runtime_error("no CGATS data");
@@ -181,14 +242,13 @@ Bytes ReadCgats(const Bytes& file) {
   double largest = 0;
   for (const std::string& input : kCgatsInputs) {
     const auto place = std::find(names.begin(), names.end(), input) - names.begin();
-    for (const auto& row : rows) {
-      if (place < static_cast<std::ptrdiff_t>(row.size())) {
-        largest = std::max(largest, NumberOf(row[place]));
-      }
+    for (const Row& row : rows) {
+      if (place >= static_cast<std::ptrdiff_t>(row.words.size())) continue;
+      InLine(row.line, [&] { largest = std::max(largest, NumberOf(row.words[place])); });
     }
   }
   Columns columns(names, kCgatsInputs, kCgatsOutputs, largest > 101 ? 255 : 100, 100);
-  for (const auto& row : rows) columns.Add(row);
+  for (const Row& row : rows) InLine(row.line, [&] { columns.Add(row.words); });
   return columns.Finish();
 }
 
@@ -218,7 +278,7 @@ Bytes ReadCsv(const Bytes& file) {
                   255, 255);
   for (std::size_t i = 1; i < lines.size(); ++i) {
     const std::vector<std::string> words = Words(lines[i], ",; \t\r");
-    if (!words.empty()) columns.Add(words);
+    if (!words.empty()) InLine(i + 1, [&] { columns.Add(words); });
   }
   return columns.Finish();
 }
@@ -241,33 +301,21 @@ Bytes WriteCube(const Bytes& table) {
 }
 
 Bytes ReadCube(const Bytes& file) {
-  Bytes table(kRgbTableSize);
-  int size = 0, count = 0;
-  for (const std::string& line : Lines(file)) {
-    const std::vector<std::string> words = Words(line, " \t\r");
-    if (words.empty() || words[0][0] == '#' || words[0] == "TITLE") continue;
-    if (words[0] == "LUT_3D_SIZE" && words.size() == 2) {
-      size = static_cast<int>(NumberOf(words[1]));
-      if (size != kGridPoints) {
-        throw std::runtime_error("LUT_3D_SIZE " + words[1] + "; a table has 17");
-      }
-    } else if (words[0] == "DOMAIN_MIN" || words[0] == "DOMAIN_MAX") {
-      const double expected = words[0] == "DOMAIN_MAX" ? 1 : 0;
-      for (std::size_t i = 1; i < words.size(); ++i) {
-        if (NumberOf(words[i]) != expected) throw std::runtime_error(words[0] + " is not served");
-      }
-    } else if (words.size() == 3 && count < kPlaneSize) {
-      const Point bgr(count++);
-      const int at = (bgr.axes[2] * kGridPoints + bgr.axes[1]) * kGridPoints + bgr.axes[0];
-      for (int c = 0; c < kRgbChannels; ++c) {
-        table[c * kPlaneSize + at] = ByteOf(NumberOf(words[c]), 1);
-      }
-    } else {
-      throw std::runtime_error("no line of a .cube file: " + line.substr(0, 40));
-    }
+  Cube cube;
+  std::size_t number = 0;
+  for (const std::string& line : Lines(file)) InLine(++number, [&] { cube.Read(line); });
+  const std::size_t points = cube.values.size() / kRgbChannels;
+  const auto wanted = static_cast<std::size_t>(cube.size) * cube.size * cube.size;
+  if (cube.size == 0) throw std::runtime_error("no line LUT_3D_SIZE");
+  if (points != wanted) {
+    throw std::runtime_error(std::to_string(points) + " points; LUT_3D_SIZE " +
+                             std::to_string(cube.size) + " needs " + std::to_string(wanted));
   }
-  if (size == 0 || count != kPlaneSize) {
-    throw std::runtime_error(std::to_string(count) + " points; a .cube table of 17 has 4913");
+  Bytes table(kRgbTableSize);
+  for (int i = 0; i < kPlaneSize; ++i) {
+    for (int c = 0; c < kRgbChannels; ++c) {
+      table[c * kPlaneSize + i] = ByteOf(cube.At(Point(i), c), 1);
+    }
   }
   return table;
 }

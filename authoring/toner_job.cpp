@@ -5,10 +5,11 @@
 #include <set>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/correction.h"
+#include "authoring/pack_room.h"
 #include "authoring/small_packs.h"
-#include "authoring/words.h"
-#include "velora/fenn/api/components.h"
+#include "velora/fenn/api/component_lists.h"
 
 namespace velora::authoring {
 namespace {
@@ -54,7 +55,7 @@ Key SupplyKey(const PrintMode& mode, const Supply& supply) {
 Step Reference(int kind, const Key& key) { return {kind, {}, key.tags, key.properties}; }
 // The operator at the end of a kind's recipe.
 Step Operator(int kind, const char* name) {
-  return {Words::Of(Pipeline::kToner).OperatorOf(kind, name), {}, {}, {}};
+  return {TypeNames::Of(Pipeline::kToner).OperatorOf(kind, name), {}, {}, {}};
 }
 
 template <class Packet>
@@ -372,13 +373,39 @@ long SizeOf(const std::vector<Bytes>& files) {
   return size;
 }
 
+constexpr std::size_t kPacksOfACall = 10;
+
+long RoomOfACall() { return static_cast<long>(kPacksOfACall) * LargestFile(Pipeline::kToner); }
+
+// What each table takes by itself, in the order of the job.
+std::vector<ModeRoom> RoomOf(const TonerJob& job, const Encodings& encodings) {
+  std::vector<ModeRoom> modes;
+  const auto add = [&](const std::vector<TonerTable>& tables, const EncodedChannel* channels,
+                       int count) {
+    for (std::size_t t = 0; t < tables.size(); ++t) {
+      long bytes = 0;
+      for (int c = 0; c < count; ++c) bytes += SizeOf(channels[c].tables[t]).compressed;
+      modes.push_back({ModeText(tables[t].mode), bytes});
+    }
+  };
+  add(job.tables, encodings.planes, kChannels);
+  add(job.rgb_tables, encodings.rgb, kRgbChannels);
+  add(job.curves, &encodings.curves, 1);
+  for (const TonerTable& blob : job.blobs) {
+    modes.push_back({ModeText(blob.mode), CompressedSize(blob.wanted)});
+  }
+  return modes;
+}
+
 // The files of packs; one that is too large for a caller is cut into further ones of its supply.
-std::vector<NamedPack> WriteSplit(std::vector<Pack> packs, const TonerJob& job) {
-  constexpr std::size_t kPacksOfACall = 10;
+std::vector<NamedPack> WriteSplit(const TonerJob& job, const Encodings& encodings, bool one_pack) {
   const int rounds = 15 * job.search.effort;
+  std::vector<Pack> packs = MakePacks(job, encodings, one_pack, -1);
   std::vector<NamedPack> named;
+  long whole = 0;  // the bytes of the packs before they are cut
   while (!packs.empty()) {
     std::vector<Bytes> files = WritePacks(packs, rounds);
+    if (whole == 0) whole = SizeOf(files);
     std::vector<Pack> further;
     for (std::size_t i = 0; i < packs.size(); ++i) {
       Pack& pack = packs[i];
@@ -398,11 +425,7 @@ std::vector<NamedPack> WriteSplit(std::vector<Pack> packs, const TonerJob& job) 
       further.push_back(std::move(rest));
     }
     if (named.size() + further.size() > kPacksOfACall) {
-      throw std::invalid_argument(
-          "the packs of " + std::to_string(job.tables.size()) + " tables are more than the " +
-          std::to_string(kPacksOfACall) + " of a call; about " +
-          std::to_string(job.tables.size() * kPacksOfACall / (named.size() + further.size())) +
-          " tables would fit");
+      RefuseRoom(RoomOf(job, encodings), whole, RoomOfACall());
     }
     packs = std::move(further);
   }
@@ -498,13 +521,17 @@ void ShareOut(const TonerJob& job, const Encodings& encodings, bool one_pack,
   }
 }
 
+Bytes ReferenceOf(const TonerJob& job) {
+  return job.mean_reference ? MeanReference(Searched(job)) : job.reference;
+}
+
 TonerProduct AuthorOnce(const TonerJob& job) {
   TonerProduct product;
-  product.reference = job.mean_reference ? MeanReference(Searched(job)) : job.reference;
+  product.reference = ReferenceOf(job);
   const Encodings encodings = EncodeAll(job, product.reference);
   const bool one_pack = FitsOnePack(job, encodings);
   job.search.Report({"compress", 1, 0, 0});
-  product.packs = WriteSplit(MakePacks(job, encodings, one_pack, -1), job);
+  product.packs = WriteSplit(job, encodings, one_pack);
   product.errors = encodings.errors;
   TableCall call;
   call.platform = job.platform;
@@ -550,6 +577,29 @@ TonerProduct AuthorOnce(const TonerJob& job) {
   return product;
 }
 
+// What a search makes of a quick encoding without loss: two thirds on real tables, and no less than
+// this.
+constexpr double kLeastOfQuick = 0.6;
+
+// What the tables that shall lose nothing take by a quick encoding; 0 for the others.
+std::vector<ModeRoom> QuickRoom(TonerJob job) {
+  std::vector<bool> lossy;
+  for (TonerTable& table : job.tables) {
+    const bool keeps_all =
+        job.settings ? job.settings->residue : table.goal.value_or(job.goal).is_lossless();
+    lossy.push_back(!keeps_all);
+    table.lab = nullptr;
+  }
+  job.settings.emplace();
+  job.widths = {};
+  job.gray_widths = {};
+  std::vector<ModeRoom> modes = RoomOf(job, EncodeAll(job, ReferenceOf(job)));
+  for (std::size_t t = 0; t < lossy.size(); ++t) {
+    if (lossy[t]) modes[t].bytes = 0;
+  }
+  return modes;
+}
+
 }  // namespace
 
 int TonerProduct::PackBytes() const {
@@ -560,15 +610,16 @@ int TonerProduct::PackBytes() const {
 
 TonerProduct AuthorToner(const TonerJob& job) {
   CheckJob(job);
-  if (job.budget == 0 || job.tables.empty()) return AuthorOnce(job);
-  return AuthorForBudget(
-      job.budget, job.search.effort,
-      [&](const Goal& goal) {
-        TonerJob searched = job;
-        searched.goal = goal;
-        return AuthorOnce(searched);
-      },
-      [](const TonerProduct& product) { return static_cast<long>(product.PackBytes()); });
+  if (job.budget > 0 && !job.tables.empty()) {
+    return AuthorForBudget(job, Sum(QuickRoom(job)), kLeastOfQuick, AuthorOnce,
+                           [](const TonerProduct& product) { return product.PackBytes(); });
+  }
+  long raw = 0;
+  for (const auto* tables : {&job.tables, &job.rgb_tables, &job.curves, &job.blobs}) {
+    for (const TonerTable& table : *tables) raw += static_cast<long>(table.wanted.size());
+  }
+  CheckRoom(raw, RoomOfACall(), kLeastOfQuick, [&] { return QuickRoom(job); });
+  return AuthorOnce(job);
 }
 
 }  // namespace velora::authoring

@@ -16,7 +16,7 @@
 #include "authoring/ink_job.h"
 #include "authoring/table_call.h"
 #include "velora/velora.h"
-#include "velora/wisp/api/components.h"
+#include "velora/wisp/api/component_lists.h"
 #include "velora/wisp/core/delta_code.h"
 #include "velora/wisp/core/pyramid.h"
 

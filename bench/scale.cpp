@@ -14,12 +14,12 @@
 #include <random>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/family.h"
 #include "authoring/pack.h"
 #include "authoring/pack_pipeline.h"
 #include "authoring/table_call.h"
 #include "authoring/toner_job.h"
-#include "authoring/words.h"
 #include "bench/heap.h"
 
 namespace {
@@ -63,16 +63,16 @@ Material MakeMaterial(int count) {
       material.pack.components.back().condition = Condition();
     }
   }
-  const Words& words = Words::Of(Pipeline::kToner);
-  const Condition always_true = Condition::Is(words.TypeOf(Role::kCondition, "Platform"), 1);
-  const int theme = words.TypeOf(Role::kCondition, "ThemeType");
+  const TypeNames& names = TypeNames::Of(Pipeline::kToner);
+  const Condition always_true = Condition::Is(names.TypeOf(Role::kCondition, "Platform"), 1);
+  const int theme = names.TypeOf(Role::kCondition, "ThemeType");
   const Component model = material.pack.components.back();
   for (int i = 0; i < count; ++i) {
     Component component = model;
     component.version = 1 + i % 15;
     component.condition = always_true && Condition::Is(theme, 2 + i % 5);
     for (Value& tag : component.tags) {
-      if (words.NameOf(tag.type) == "ThemeType") tag.value = 2 + i % 5;
+      if (names.NameOf(tag.type) == "ThemeType") tag.value = 2 + i % 5;
     }
     component.recipe.back().bytes = bytes(17 + i % 4);
     material.pack.components.push_back(component);

@@ -21,7 +21,7 @@ using Bytes = std::vector<unsigned char>;
 using Entry = BlobImage::Entry;
 using Entries = std::vector<Entry>;
 
-using Serializer = plinth::v1::core::CSerializer<velora::v2::fenn::api::Configuration>;
+using Serializer = plinth::v1::core::CSerializer<plinth::v1::api::Configuration>;
 
 // A blob's image that grows up to a size, with what its components share.
 struct Growing : BlobImage {

@@ -38,6 +38,7 @@ install(FILES ${PROJECT_BINARY_DIR}/include/velora/version.h DESTINATION ${heade
 install(DIRECTORY include/velora DESTINATION ${headers} FILES_MATCHING PATTERN "*.h")
 velora_install_headers(velora/frontend/toolkit)
 velora_install_headers(velora/wisp/api)
+velora_install_headers(velora/wisp/api/components)
 velora_install_headers(velora/common/api)
 velora_install_headers(velora/common)
 velora_install_headers(plinth/core/api)
@@ -51,7 +52,7 @@ if(TARGET tool_velora)
   # without it.
   install(TARGETS tool_velora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools OPTIONAL)
   install(DIRECTORY ${PROJECT_BINARY_DIR}/pages/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
-          COMPONENT tools OPTIONAL FILES_MATCHING PATTERN "*.1")
+          COMPONENT tools OPTIONAL FILES_MATCHING PATTERN "*.1.gz")
   install(FILES ${PROJECT_BINARY_DIR}/pages/velora.bash COMPONENT tools OPTIONAL
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME velora)
 endif()

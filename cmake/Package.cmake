@@ -1,8 +1,12 @@
 # cpack: a plain tarball, and the Debian packages libvelora1, libvelora-dev and velora-tools, the
 # last for native builds that have the tool. What they depend on is what Debian 12 has.
 
+# No address ends in .invalid: whoever gives packages away names one that is read.
+set(VELORA_MAINTAINER "libvelora developers <developers@libvelora.invalid>" CACHE STRING
+    "Who answers for the packages: a name and a mail address")
+
 set(CPACK_PACKAGE_VENDOR "libvelora developers")
-set(CPACK_PACKAGE_CONTACT "libvelora developers <velora@lists.velora.dev>")
+set(CPACK_PACKAGE_CONTACT "${VELORA_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "reconstruction of printer colour tables")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_GENERATOR TGZ DEB)
@@ -63,4 +67,21 @@ velora_package(
 file(WRITE ${PROJECT_BINARY_DIR}/packaging/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/packaging/triggers)
 
+# cpack takes what is built: without this it would build all tests first, for each machine.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+if(TARGET tool_velora)
+  install(CODE "if(CMAKE_INSTALL_COMPONENT STREQUAL \"tools\" AND
+                   NOT EXISTS \"$<TARGET_FILE:tool_velora>\")
+                  message(FATAL_ERROR \"velora-tools needs the target tool_velora\")
+                endif()" COMPONENT tools)
+endif()
+
 include(CPack)
+
+# All packages of a build, in its folder packages.
+add_custom_target(packages COMMAND ${CMAKE_CPACK_COMMAND} -B packages
+                  WORKING_DIRECTORY ${PROJECT_BINARY_DIR} VERBATIM)
+add_dependencies(packages velora)
+if(TARGET tool_velora)
+  add_dependencies(packages tool_velora)
+endif()

@@ -13,6 +13,10 @@ foreach(source IN LISTS examples)
   target_link_libraries(example_${name} PRIVATE velora velora_settings velora_outside)
   set_target_properties(example_${name} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY
                                                                     ${PROJECT_BINARY_DIR}/examples)
+  # A sanitized library wants the C++ runtime of its sanitizers in the program.
+  if(VELORA_SANITIZE)
+    set_target_properties(example_${name} PROPERTIES LINKER_LANGUAGE CXX)
+  endif()
 endforeach()
 
 # The part of authoring/ that needs no other library: packs, and families of them. Fuzz targets use
@@ -20,7 +24,7 @@ endforeach()
 file(GLOB_RECURSE authoring CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/authoring/*.cpp)
 set(outside ${authoring})
 list(FILTER outside INCLUDE REGEX
-     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
+     "/(icc|lcms|picture|proof|device_link|image_file|table_(error|file|slices|text)|deflate|small_packs|pack_room|goal|[a-z]+_search|[a-z]+_job)\\.cpp$")
 if(authoring)
   list(REMOVE_ITEM authoring ${outside})
   add_library(velora_packs STATIC EXCLUDE_FROM_ALL ${authoring})
@@ -74,8 +78,10 @@ if(VELORA_TOOLS)
         add_dependencies(tool_${name} velora)
         if(name STREQUAL "velora")
           # Manual pages and completion, from the same text as --help.
-          add_custom_command(TARGET tool_velora POST_BUILD COMMAND tool_velora --pages
-                                                                   ${PROJECT_BINARY_DIR}/pages)
+          add_custom_command(
+            TARGET tool_velora POST_BUILD
+            COMMAND tool_velora --pages ${PROJECT_BINARY_DIR}/pages
+            COMMAND sh -c "gzip -9nkf ${PROJECT_BINARY_DIR}/pages/*.1" VERBATIM)
         endif()
       endif()
     endforeach()

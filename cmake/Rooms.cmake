@@ -13,8 +13,9 @@
 include(CheckLinkerFlag)
 
 set(VELORA_FAST
-    velora/wisp/core/CChannelMap.cpp velora/wisp/core/CColorMap.cpp velora/wisp/core/CNodes.cpp
-    velora/wisp/core/channel.cpp velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
+    velora/wisp/core/components/CChannelData.cpp velora/wisp/core/components/CChannelMap.cpp
+    velora/wisp/core/components/CColorMap.cpp velora/wisp/core/components/CNodes.cpp
+    velora/wisp/core/delta_code.cpp velora/wisp/core/pyramid.cpp)
 
 set(VELORA_ROOMS)
 set(VELORA_OBJECT_WORLD)

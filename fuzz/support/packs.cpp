@@ -3,7 +3,7 @@
 #include <zlib.h>
 
 #include "fuzz/support/promise.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/fenn/api/Vocabulary.h"
 #include "velora/velora.h"
 #include "velora/wisp/api/Vocabulary.h"

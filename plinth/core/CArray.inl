@@ -3,96 +3,43 @@
 
 #include <string.h>
 
+#include <algorithm>
+
 #include "plinth/core/CArray.h"
 #include "plinth/core/InterfaceOf.h"
-#include "plinth/core/ordering.h"
 
 namespace plinth::v1::core {
 
 template <class Configuration, class T>
-auto CArrayBody<Configuration, T>::NewBlock(int count) -> Element* {
-  return new (api::Slots<Configuration>().platform, true, true) Element[static_cast<size_t>(count)];
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::CopyElements(Element* to, const Element* from, int count) {
-  if (count > 0) {
-    memcpy(static_cast<void*>(to), from, sizeof(Element) * static_cast<size_t>(count));
-  }
+constexpr ElementClass CArrayBody<Configuration, T>::MakeClass() {
+  ElementClass made;
+  made.slots = &api::Slots<Configuration>();
+  made.type = kType;
+  made.size = sizeof(Element);
   if constexpr (!kScalar) {
-    for (int i = 0; i < count; ++i) {
-      if (to[i] != nullptr) {
-        to[i]->AddRef();
-      }
+    made.share = [](void* element) { static_cast<T*>(element)->AddRef(); };
+    made.drop = [](void* element) { static_cast<T*>(element)->Destroy(); };
+    made.sort = [](void* element, bool deduplicate) {
+      static_cast<T*>(element)->Sort(deduplicate);
+    };
+    made.write = [](void* element, api::ISerializer* serializer, void* context) {
+      static_cast<T*>(element)->Serialize(serializer, context);
+    };
+    made.isLess = [](const void*, void* left, void* right) {
+      return static_cast<T*>(left)->IsLessThan(static_cast<T*>(right));
+    };
+    made.isEqual = [](const void*, void* left, void* right) {
+      return static_cast<T*>(left)->IsEqualTo(static_cast<T*>(right));
+    };
+    if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+      made.read = [](api::ISerializeable* object) -> void* { return InterfaceOf<T>(object); };
     }
   }
+  return made;
 }
 
 template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Delete_Elements(int count, Element* elements) {
-  if (elements == nullptr) {
-    return;
-  }
-  if constexpr (!kScalar) {
-    for (int i = 0; i < count; ++i) {
-      if (elements[i] != nullptr) {
-        elements[i]->Destroy();
-      }
-    }
-  }
-  operator delete[](elements, api::Slots<Configuration>().platform, false, false);
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::ReplaceBlock(Element* block, int newCount) {
-  if (owned) {
-    Delete_Elements(count, elements);
-  }
-  elements = block;
-  count = newCount;
-  owned = true;
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Init() {
-  PLINTH_RAISE(CException_WrongInitMethod);
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::InitBlank(int type, int newCount) {
-  BeginInit();
-  if (newCount < 0) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  if (newCount > 0) {
-    elements = NewBlock(newCount);
-    count = newCount;
-    owned = true;
-  }
-  serializeableType = type;
-  valid = true;
-}
-
-// A refused block stays the caller's, and what the array held before is dropped with it.
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::InitBlock(int type, int newCount, Element* block, bool isOwned) {
-  bool sound = newCount >= 1 && block != nullptr;
-  if constexpr (!kScalar) {
-    for (int i = 0; sound && i < newCount; ++i) {
-      sound = block[i] != nullptr;
-    }
-  }
-  owned = owned && (sound || refCount > 1);
-  BeginInit();
-  if (!sound) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  serializeableType = type;
-  count = newCount;
-  elements = block;
-  owned = isOwned;
-  valid = true;
-}
+constexpr ElementClass CArrayBody<Configuration, T>::kClass = CArrayBody::MakeClass();
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(Interface* other) {
@@ -101,327 +48,133 @@ void CArrayBody<Configuration, T>::Init(Interface* other) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   other->CheckThis();
-  const int newCount = other->GetCount();
-  if (newCount > 0) {
-    elements = NewBlock(newCount);
-    count = newCount;
-    owned = true;
-    CopyElements(elements, other->GetElements(), newCount);
-  }
-  serializeableType = other->GetSerializeableType();
-  valid = true;
+  InitCopy(other->GetSerializeableType(), other->GetCount(), other->GetElements());
 }
 
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Init(int type, api::ISerializer* serializer, void* context) {
-  this->InitFrom(serializer, [&] {
-    const int stored = serializer->Deserialize_uint28();
-    if (stored < 0) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-    if (stored > 0) {
-      CheckStoredCount(serializer, stored);
-      elements = NewBlock(stored);
-      count = stored;
-      owned = true;
-      ReadElements(serializer, context);
-    }
-    serializeableType = type;
-  });
-}
-
-// A count that no image of this size can hold ends before the allocation in what the reading of
-// its elements would end in.
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::CheckStoredCount(api::ISerializer* serializer,
-                                                    int stored) const {
-  if constexpr (kScalar) {
-    // Integers are read round and round, so their image proves nothing about their count.
-    constexpr int kMost = sizeof(T) == 1 ? 0 : kMostIntegers;
-    if (stored > kMost && stored > serializer->GetImageCount_Bytes()) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-  } else {
-    if (stored > serializer->GetImageCount_References()) {
-      PLINTH_RAISE(CException_General);
-    }
-  }
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::ReadElements(api::ISerializer* serializer, void* context) {
-  if constexpr (std::is_same_v<T, unsigned char>) {
-    serializer->Deserialize_Array_uint8(count, elements, 0, count);
-  } else if constexpr (std::is_same_v<T, int>) {
-    serializer->Deserialize_Array_uint28(count, elements, 0, count);
-  } else if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
-    for (int i = 0; i < count; ++i) {
-      api::ISerializeable* read = serializer->Deserialize_Serializeable(context);
-      elements[i] = InterfaceOf<T>(read);
-      if (elements[i] == nullptr) {
-        read->Destroy();
-        PLINTH_RAISE(CException_Parameter_Invalid);
-      }
-    }
-  } else {
-    PLINTH_RAISE(CException_NotImplemented);
-  }
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Serialize(api::ISerializer* serializer, void* context) {
-  if (serializer == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  CheckThis();
-  serializer->Serialization_Start(serializeableType);
-  serializer->Serialize_uint28(count);
-  if constexpr (std::is_same_v<T, unsigned char>) {
-    if (count > 0) {
-      serializer->Serialize_Array_uint8(count, elements, 0, count);
-    }
-  } else if constexpr (std::is_same_v<T, int>) {
-    if (count > 0) {
-      serializer->Serialize_Array_uint28(count, elements, 0, count);
-    }
-  } else {
-    for (int i = 0; i < count; ++i) {
-      if (elements[i] == nullptr) {
-        PLINTH_RAISE(CException_This_Invalid);
-      }
-      elements[i]->Serialize(serializer, context);
-    }
-  }
-  serializer->Serialization_End(serializeableType);
-}
-
-// The changes below need no frame: a new block is the array's before anything can raise.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Append(Interface* other) {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  CheckThis();
+  CheckBlock();
   const int otherCount = other->GetCount();
   if (otherCount > 0) {
-    const Element* added = other->GetElements();
-    Element* block = NewBlock(count + otherCount);
-    CopyElements(block, elements, count);
-    CopyElements(block + count, added, otherCount);
-    ReplaceBlock(block, count + otherCount);
-  }
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Truncate(int newCount) {
-  if (newCount < 0) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  CheckThis();
-  if (newCount == 0) {
-    if (owned) {
-      Delete_Elements(count, elements);
-    }
-    elements = nullptr;
-    count = 0;
-  } else if (newCount < count) {
-    Element* block = NewBlock(newCount);
-    CopyElements(block, elements, newCount);
-    ReplaceBlock(block, newCount);
+    AppendBlock(otherCount, other->GetElements());
   }
 }
 
 template <class Configuration, class T>
 int CArrayBody<Configuration, T>::GetCount() const {
-  CheckThis();
+  CheckBlock();
   return count;
 }
 
 template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Set(int index, Element value) {
-  if (index < 0 || index >= count) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  if constexpr (!kScalar) {
-    if (value == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CheckThis();
-    value->AddRef();
-    if (elements[index] != nullptr) {
-      elements[index]->Destroy();
-    }
-  } else {
-    CheckThis();
-  }
-  elements[index] = value;
-}
-
-template <class Configuration, class T>
-auto CArrayBody<Configuration, T>::Get(int index) const -> Element {
-  if (index < 0 || index >= count) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  CheckThis();
-  if constexpr (!kScalar) {
-    if (elements[index] == nullptr) {
-      PLINTH_RAISE(CException_This_Invalid);
-    }
-  }
-  return elements[index];
-}
-
-template <class Configuration, class T>
 auto CArrayBody<Configuration, T>::GetElements() const -> Element* {
-  CheckThis();
-  return elements;
+  CheckBlock();
+  return static_cast<Element*>(elements);
 }
 
 template <class Configuration, class T>
 bool CArrayBody<Configuration, T>::IsOwned_Elements() const {
-  CheckThis();
+  CheckBlock();
   return owned;
 }
 
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::ClearOwnership_Elements() {
-  CheckThis();
+  CheckBlock();
   owned = false;
-}
-
-template <class Configuration, class T>
-bool CArrayBody<Configuration, T>::IsEqualTo(api::ISerializeable* other) const {
-  const auto* right = static_cast<const CArrayBody*>(Comparable(other));
-  if (right->count != count) {
-    return false;
-  }
-  if constexpr (std::is_same_v<T, unsigned char>) {
-    return count == 0 || memcmp(elements, right->elements, static_cast<size_t>(count)) == 0;
-  }
-  for (int i = 0; i < count; ++i) {
-    if constexpr (kScalar) {
-      if (elements[i] != right->elements[i]) {
-        return false;
-      }
-    } else {
-      if ((elements[i] == nullptr) != (right->elements[i] == nullptr)) {
-        return false;
-      }
-      if (elements[i] != nullptr && !elements[i]->IsEqualTo(right->elements[i])) {
-        return false;
-      }
-    }
-  }
-  return true;
-}
-
-template <class Configuration, class T>
-bool CArrayBody<Configuration, T>::IsLessThan(api::ISerializeable* other) const {
-  const auto* right = static_cast<const CArrayBody*>(Comparable(other));
-  if (right->count != count) {
-    return count < right->count;
-  }
-  if constexpr (std::is_same_v<T, unsigned char>) {
-    return count > 0 && memcmp(elements, right->elements, static_cast<size_t>(count)) < 0;
-  }
-  for (int i = 0; i < count; ++i) {
-    if constexpr (kScalar) {
-      if (elements[i] != right->elements[i]) {
-        return elements[i] < right->elements[i];
-      }
-    } else {
-      if ((elements[i] == nullptr) != (right->elements[i] == nullptr)) {
-        return right->elements[i] == nullptr;
-      }
-      if (elements[i] != nullptr && !elements[i]->IsEqualTo(right->elements[i])) {
-        return elements[i]->IsLessThan(right->elements[i]);
-      }
-    }
-  }
-  return false;
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::CheckThis() const {
-  if (!valid || serializeableType == 0 || count < 0 || (elements == nullptr && count > 0)) {
-    PLINTH_RAISE(CException_This_Invalid);
-  }
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Reset() {
-  CSerializeable::Reset();
-  serializeableType = kType;
-  count = 0;
-  elements = nullptr;
-  owned = false;
-}
-
-template <class Configuration, class T>
-void CArrayBody<Configuration, T>::Delete() {
-  if (owned) {
-    Delete_Elements(count, elements);
-  }
-  CSerializeable::Delete();
 }
 
 template <class Configuration, class T>
 template <class Array>
 Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
-  api::CPlatform* platform = api::Slots<Configuration>().platform;
-  Element* block = newCount > 0 ? NewBlock(newCount) : nullptr;
-  auto* made = new (platform, false, false) Array;
+  void* block = newCount > 0 ? NewBlock(kClass, newCount) : nullptr;
+  auto* made = new (kClass.slots->platform, false, false) Array;
   if (made == nullptr) {
-    Delete_Elements(newCount, block);
+    DeleteBlock(kClass, newCount, block);
     PLINTH_RAISE(CException_Memory_AllocationFailed);
   }
-  CArrayBody* array = made;
-  array->valid = true;
-  array->serializeableType = type;
-  array->count = newCount;
-  array->elements = block;
-  array->owned = block != nullptr;
+  static_cast<CArrayBody*>(made)->InitNew(type, newCount, block);
   return made;
 }
 
-template <class Configuration, class T, class CT>
-void CArray<Configuration, T, CT, false>::Sort(bool deduplicate) {
-  SortBy(deduplicate, Plain());
+// ---- values
+
+template <class Configuration, class T>
+void CArray<Configuration, T, T, true>::Init(int type, api::ISerializer* serializer, void*) {
+  this->InitFrom(serializer, [&] {
+    const int stored = this->ReadCount(serializer);
+    // More bytes than an image has end before the allocation in what their reading would end in.
+    // Integers are read round and round, so their image proves nothing about their count.
+    constexpr int kMost = sizeof(T) == 1 ? 0 : kMostIntegers;
+    if (stored > kMost && stored > serializer->GetImageCount_Bytes()) {
+      PLINTH_RAISE(CException_This_Invalid);
+    }
+    if (stored > 0) {
+      this->elements = this->NewBlock(this->Elements(), stored);
+      this->count = stored;
+      this->owned = true;
+      if constexpr (sizeof(T) == 1) {
+        serializer->Deserialize_Array_uint8(stored, Values(), 0, stored);
+      } else {
+        serializer->Deserialize_Array_uint28(stored, Values(), 0, stored);
+      }
+    }
+    this->serializeableType = type;
+  });
 }
 
-// A deduplicating sort that meets equals ends in a raise, after it has dropped them: the array is
-// rebuilt at its full count or not at all.
-template <class Configuration, class T, class CT>
-template <class Order>
-void CArray<Configuration, T, CT, false>::SortBy(bool deduplicate, const Order& order) {
+template <class Configuration, class T>
+void CArray<Configuration, T, T, true>::Serialize(api::ISerializer* serializer, void*) {
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
   this->CheckThis();
-  if (count < 1) {
-    return;
-  }
-  for (int i = 0; i < count; ++i) {
-    if (elements[i] != nullptr) {
-      elements[i]->Sort(deduplicate);
+  serializer->Serialization_Start(this->serializeableType);
+  const int count = this->count;
+  serializer->Serialize_uint28(count);
+  if (count > 0) {
+    if constexpr (sizeof(T) == 1) {
+      serializer->Serialize_Array_uint8(count, Values(), 0, count);
+    } else {
+      serializer->Serialize_Array_uint28(count, Values(), 0, count);
     }
   }
-  const ElementOrder asked = {&order,
-                              [](const void* of, void* later, void* earlier) {
-                                return static_cast<const Order*>(of)->IsLess(
-                                    static_cast<T*>(later), static_cast<T*>(earlier));
-                              },
-                              [](const void* of, void* later, void* earlier) {
-                                return static_cast<const Order*>(of)->IsEqual(
-                                    static_cast<T*>(later), static_cast<T*>(earlier));
-                              },
-                              [](void* element) { static_cast<T*>(element)->Destroy(); }};
-  SortElements(asked, reinterpret_cast<void**>(elements), count, deduplicate);
-  for (int i = 0; i < count; ++i) {
-    if (deduplicate && elements[i] == nullptr) {
-      PLINTH_RAISE(CException_General);
-    }
+  serializer->Serialization_End(this->serializeableType);
+}
+
+template <class Configuration, class T>
+void CArray<Configuration, T, T, true>::Set(int index, T value) {
+  if (index < 0 || index >= this->count) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  T** block = Body::NewBlock(count);
-  Body::CopyElements(block, elements, count);
-  Body::ReplaceBlock(block, count);
+  this->CheckThis();
+  Values()[index] = value;
+}
+
+template <class Configuration, class T>
+T CArray<Configuration, T, T, true>::Get(int index) const {
+  if (index < 0 || index >= this->count) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  this->CheckThis();
+  return Values()[index];
+}
+
+template <class Configuration, class T>
+bool CArray<Configuration, T, T, true>::IsLessThan(api::ISerializeable* other) const {
+  const auto* right = static_cast<const CArray*>(this->Comparable(other));
+  if (right->count != this->count) {
+    return this->count < right->count;
+  }
+  const T* a = Values();
+  const T* b = right->Values();
+  if constexpr (sizeof(T) == 1) {
+    return this->count > 0 && memcmp(a, b, static_cast<size_t>(this->count)) < 0;
+  }
+  return std::lexicographical_compare(a, a + this->count, b, b + this->count);
 }
 
 template <class Configuration, class T>
@@ -429,7 +182,7 @@ unsigned int CArray<Configuration, T, T, true>::CalculateChecksum() const {
   this->CheckThis();
   unsigned int sum = 0;
   for (int i = 0; i < this->count; ++i) {
-    sum += static_cast<std::make_unsigned_t<T>>(this->elements[i]);
+    sum += static_cast<std::make_unsigned_t<T>>(Values()[i]);
   }
   return sum;
 }

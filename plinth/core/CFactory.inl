@@ -7,17 +7,17 @@ namespace plinth::v1::core::_factory {
 
 template <class Configuration>
 api::ISerializer* CFactory<Configuration>::CreateSerializer() {
-  return this->template Create<CSerializer<Configuration>>();
+  return this->template Create<CSerializer<api::Configuration>>();
 }
 
 template <class Configuration>
 api::IArray_uint8* CFactory<Configuration>::CreateArray_uint8() {
-  return this->template Create<CArray_uint8<Configuration>>();
+  return this->template Create<CArray_uint8>();
 }
 
 template <class Configuration>
 api::IArray_int32* CFactory<Configuration>::CreateArray_int32() {
-  return this->template Create<CArray_int32<Configuration>>();
+  return this->template Create<CArray_int32>();
 }
 
 }  // namespace plinth::v1::core::_factory

@@ -1,7 +1,6 @@
 // Bodies of CLinkedList.h, for the files that instantiate it.
 #pragma once
 
-#include "plinth/core/CArray.h"
 #include "plinth/core/CLinkedList.h"
 #include "plinth/core/InterfaceOf.h"
 
@@ -17,6 +16,7 @@ void CLinkedList<Configuration, T, CT>::FreeElement(Element* element) {
   api::platform::PlacementDelete(api::Slots<Configuration>().platform, element);
 }
 
+// The head moves on first: an element's end can end its value, which must not find the element.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::DeleteElements() {
   while (Element* element = head) {
@@ -101,24 +101,22 @@ void CLinkedList<Configuration, T, CT>::Init(int type, api::ISerializer* seriali
   });
 }
 
+// The image is that of an array of the same type.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Serialize(api::ISerializer* serializer, void* context) {
-  PLINTH_FRAME(Configuration) {
-    if (serializer == nullptr) {
-      PLINTH_RAISE(CException_Parameter_Invalid);
-    }
-    CheckThis();
-    api::IArray<T>* array =
-        new (api::Slots<Configuration>().platform, false, true) CArray<Configuration, T, CT>;
-    Defer(frame, array);
-    array->Init(serializeableType, count);
-    int index = 0;
-    for (const Element* element = head; element != nullptr; element = element->next) {
-      array->Set(index++, element->GetValue());
-    }
-    array->Serialize(serializer, context);
+  if (serializer == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
   }
-  PLINTH_END
+  CheckThis();
+  for (const Element* element = head; element != nullptr; element = element->next) {
+    element->GetValue();  // a missing value raises before anything is written
+  }
+  serializer->Serialization_Start(serializeableType);
+  serializer->Serialize_uint28(count);
+  for (const Element* element = head; element != nullptr; element = element->next) {
+    element->GetValue()->Serialize(serializer, context);
+  }
+  serializer->Serialization_End(serializeableType);
 }
 
 template <class Configuration, class T, class CT>
@@ -175,6 +173,8 @@ auto CLinkedList<Configuration, T, CT>::Remove_GetNext(Element* element) -> Elem
   return next;
 }
 
+// The caller owns the detached element. It is a new one, so that a failed allocation leaves the
+// list as it was.
 template <class Configuration, class T, class CT>
 auto CLinkedList<Configuration, T, CT>::PopBack() -> Element* {
   CheckThis();
@@ -188,6 +188,7 @@ auto CLinkedList<Configuration, T, CT>::PopBack() -> Element* {
   return detached;
 }
 
+// What is linked before an allocation fails stays linked.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Append(Interface* other) {
   if (other == nullptr) {
@@ -232,6 +233,7 @@ bool CLinkedList<Configuration, T, CT>::IsEqualTo(api::ISerializeable* other) co
   return true;
 }
 
+// The shorter list first; then the first pair of values that differs decides.
 template <class Configuration, class T, class CT>
 bool CLinkedList<Configuration, T, CT>::IsLessThan(api::ISerializeable* other) const {
   const auto* right = static_cast<const CLinkedList*>(Comparable(other));

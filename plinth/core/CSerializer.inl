@@ -106,6 +106,7 @@ void CSerializer<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// For writing.
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness) {
@@ -124,6 +125,8 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
   });
 }
 
+// For reading: the image is split into entries here, and an unsound one raises here. With `owned`
+// the bytes are the serializer's from the moment that all of them were found sound.
 template <class Configuration>
 void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
                                       ETargetEndianness::Enum endianness, int size,
@@ -142,6 +145,7 @@ void CSerializer<Configuration>::Init(api::ISerializerHelper* serializerHelper,
   });
 }
 
+// The form of the state must be there. A stripped serializer is live, for its helper.
 template <class Configuration>
 void CSerializer<Configuration>::CheckMembers() const {
   if (!valid || !helper) {
@@ -210,6 +214,7 @@ auto CSerializer<Configuration>::CreateState_Serialized() -> Serialized* {
 
 // ---- transitions
 
+// Forwards, or from an image to what can be read. Nothing leads back to writing.
 template <class Configuration>
 void CSerializer<Configuration>::Transition(typename EState::Enum target) {
   EState::Check(target);
@@ -288,6 +293,8 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
   PLINTH_END
 }
 
+// A transition that fails has moved some records on, so the serializer is stripped: what follows
+// raises cleanly.
 template <class Configuration>
 void CSerializer<Configuration>::Transition_SerializedToDeduplicated() {
   if (state != EState::Serialized || deduplicated) {
@@ -328,6 +335,7 @@ void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
 
 // ---- writing
 
+// Raises unless values can be written.
 template <class Configuration>
 auto CSerializer<Configuration>::Writing() -> Working* {
   Transition(EState::Working);
@@ -404,6 +412,7 @@ api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(int t
   return deduplicated->Deserialize_Serializeable(type, context);
 }
 
+// The entry of the object that is being read.
 template <class Configuration>
 auto CSerializer<Configuration>::Reading() -> Entry* {
   Transition(EState::Deduplicated);
@@ -414,6 +423,7 @@ auto CSerializer<Configuration>::Reading() -> Entry* {
   return entry;
 }
 
+// Any byte but 1 is false.
 template <class Configuration>
 bool CSerializer<Configuration>::Deserialize_bool() {
   return Deserialize_uint8() == 1;

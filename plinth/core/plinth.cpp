@@ -9,6 +9,9 @@ template class CArrayBody<api::Configuration, unsigned char>;
 template class CArrayBody<api::Configuration, int>;
 template class CArray<api::Configuration, unsigned char>;
 template class CArray<api::Configuration, int>;
+template CArray_uint8* CArrayBody<api::Configuration, unsigned char>::NewArray<CArray_uint8>(int,
+                                                                                             int);
+template CArray_int32* CArrayBody<api::Configuration, int>::NewArray<CArray_int32>(int, int);
 template class CSerializer<api::Configuration>;
 template class _factory::CFactory<api::Configuration>;
 

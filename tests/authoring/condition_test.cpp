@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/pack.h"
-#include "authoring/words.h"
 
 namespace velora::authoring {
 namespace {
@@ -14,7 +14,7 @@ namespace {
 constexpr int kAlways = 60, kCyan = 61, kPrinter = 65, kPlatform = 66, kTheme = 70;
 constexpr int kAnd = 80, kOr = 81, kNot = 82;
 
-const Words& Toner() { return Words::Of(Pipeline::kToner); }
+const TypeNames& Toner() { return TypeNames::Of(Pipeline::kToner); }
 
 TEST(Condition, TextBecomesAPostfixListAndComesBack) {
   const struct {
@@ -61,16 +61,16 @@ TEST(Condition, AListThatIsNoExpressionIsShownAsItStands) {
             "malformed: Platform = 1 or " + Toner().NameOf(7) + " = 0");
 }
 
-TEST(Words, NamesAreFoundByTheirRole) {
+TEST(TypeNames, NamesAreFoundByTheirRole) {
   EXPECT_EQ(ChannelName(128), "128");
   EXPECT_EQ(ChannelName(ReadPack(WritePack(Pack())).pack.channel), "printer");
-  const Words& words = Toner();
-  EXPECT_EQ(words.TypeOf(Role::kTag, "Platform"), 48);
-  EXPECT_EQ(words.TypeOf(Role::kCondition, "VelcaseVersion_Fuser"), 74);
-  EXPECT_EQ(words.OperatorOf(words.TypeOf(Role::kKind, "Packet_MonoCBAT"), "FromData"), 97);
-  EXPECT_EQ(words.NameOf(126), "type 126");
-  EXPECT_THROW(words.TypeOf(Role::kTag, "Weather"), std::invalid_argument);
-  EXPECT_THROW(words.OperatorOf(27, "Build_Monolithic"), std::invalid_argument);
+  const TypeNames& names = Toner();
+  EXPECT_EQ(names.TypeOf(Role::kTag, "Platform"), 48);
+  EXPECT_EQ(names.TypeOf(Role::kCondition, "VelcaseVersion_Fuser"), 74);
+  EXPECT_EQ(names.OperatorOf(names.TypeOf(Role::kKind, "Packet_MonoCBAT"), "FromData"), 97);
+  EXPECT_EQ(names.NameOf(126), "type 126");
+  EXPECT_THROW(names.TypeOf(Role::kTag, "Weather"), std::invalid_argument);
+  EXPECT_THROW(names.OperatorOf(27, "Build_Monolithic"), std::invalid_argument);
 }
 
 }  // namespace

@@ -30,8 +30,14 @@ TEST(Family, ARandomOneGivesEachPrintModeItsTable) {
 TEST(Family, ALargeOneGivesEachPrintModeItsTable) {
   constexpr Pipeline kToner = Pipeline::kToner, kInk = Pipeline::kInk;
   const FamilyShape rows[] = {
-      {kToner, 216, 13, 6, 9}, {kToner, 60, 1, 1, 1001}, {kToner, 606, 8, 4, 7, 20, 3, 0, 0, 3},
-      {kInk, 600, 13, 6, 9},   {kInk, 60, 1, 1, 1001},   {kInk, 1365, 8, 4, 17, 20, 3, 0, 0, 3},
+      {kToner, 216, 13, 6, 9},
+      {kToner, 60, 1, 1, 1001},
+      {kToner, 606, 8, 4, 7, 20, 3, 0, 0, 3},
+      {kInk, 600, 13, 6, 9},
+      {kInk, 60, 1, 1, 1001},
+      {kInk, 1365, 8, 4, 17, 20, 3, 0, 0, 3},
+      {kToner, 2, 1, 1, 9, 4, 600},
+      {kInk, 2, 1, 1, 9, 4, 600},
   };
   for (const FamilyShape& shape : rows) {
     EXPECT_EQ(Family(shape).AskSome(4), "") << shape.Text();

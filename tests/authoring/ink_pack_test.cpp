@@ -4,14 +4,14 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/ink_job.h"
-#include "authoring/words.h"
 #include "tests/authoring/message.h"
 
 namespace velora::authoring {
 namespace {
 
-const Words& Ink() { return Words::Of(Pipeline::kInk); }
+const TypeNames& Ink() { return TypeNames::Of(Pipeline::kInk); }
 
 // A table whose planes differ, with flat places, and edges that are higher than a delta reaches.
 Bytes Table(double phase) {
@@ -190,19 +190,19 @@ TEST(InkPack, ConditionsThatWouldShareAResultAreRefused) {
       {"not Platform = 1 or Platform = 3 and not Platform = 2", false},
   };
   for (const Pipeline pipeline : {Pipeline::kInk, Pipeline::kToner}) {
-    const Words& words = Words::Of(pipeline);
-    const int map = words.TypeOf(Role::kKind, "ColorMap");
-    const Value platform{words.TypeOf(Role::kTag, "Platform"), 1};
+    const TypeNames& names = TypeNames::Of(pipeline);
+    const int map = names.TypeOf(Role::kKind, "ColorMap");
+    const Value platform{names.TypeOf(Role::kTag, "Platform"), 1};
     for (const auto& row : rows) {
       Pack pack;
       pack.pipeline = pipeline;
       const char* build = pipeline == Pipeline::kInk ? "Build_CMYK" : "Build_RGBtoCMYK";
       pack.components = {{map,
                           1,
-                          Condition::Parse(row.condition, words),
+                          Condition::Parse(row.condition, names),
                           {platform},
                           {},
-                          {{words.OperatorOf(map, build), {}, {}, {}}}}};
+                          {{names.OperatorOf(map, build), {}, {}, {}}}}};
       EXPECT_THAT(MessageOf([&] { WritePack(pack); }),
                   HasSubstr(row.is_refused ? "one result for both" : "no failure"))
           << row.condition;

@@ -7,9 +7,9 @@
 #include <random>
 #include <stdexcept>
 
+#include "authoring/TypeNames.h"
 #include "authoring/pack_text.h"
 #include "authoring/table_call.h"
-#include "authoring/words.h"
 #include "tests/authoring/message.h"
 #include "tests/support/data.h"
 #include "tests/support/process_heap.h"
@@ -17,7 +17,7 @@
 namespace velora::authoring {
 namespace {
 
-const Words& Toner() { return Words::Of(Pipeline::kToner); }
+const TypeNames& Toner() { return TypeNames::Of(Pipeline::kToner); }
 
 // A colour map and two packets, as small as they can be.
 Pack SmallPack() {

@@ -81,6 +81,13 @@ TEST_F(Refusals, NameTheirPlaceAndWhatIsExpected) {
        "\"output_profile\": "},
       {"author --keep nowhere", R"({"platform": 7})", "nowhere: no folder"},
       {"author --keep .", R"({"platform": 7})", "no width tables of an earlier authoring"},
+      {"author", R"({"platform": 7, "reference": "long.bin", "settings": {}, "tables": [
+                     {"file": "long.bin", "goal": {"ink": 3}}]})",
+       "file.json:2: \"goal\": this job has \"settings\""},
+      {"author", R"({"platform": 7, "pipeline": "ink", "level": 1, "tables": [{"mode": {},
+                     "file": "long.bin", "goal": "lossless"}]})",
+       "file.json:2: \"goal\": this job has \"form\", \"level\" or \"range\""},
+      {"author", R"({"platform": 7})", "file.json: a job without a table"},
       // files
       {"author", R"({"platform": 7, "reference": "."})", "\"reference\": .: Is a directory"},
       {"author", R"({"platform": 7, "reference": "none.bin"})",
@@ -130,7 +137,8 @@ TEST_F(Refusals, NameTheirPlaceAndWhatIsExpected) {
       {{"info " + vector_ + "ink/printer.velcase > /dev/full", "No space left on device"}, 2},
       {{"sample --output no_such_profile", "no_such_profile"}, 2},
       {{"sample", "needs --output"}, 3},
-      {{"", "subcommand is required"}, 3},
+      {{"", "expected a verb: sample, convert, author"}, 3},
+      {{"convrt long.bin", "convrt: no verb; expected sample, convert, "}, 3},
       {{"author", "job is required"}, 3},
       {{"rebuild --repeat 0 file.json", "--repeat"}, 3},
   };

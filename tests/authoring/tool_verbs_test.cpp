@@ -77,6 +77,21 @@ TEST_F(Verbs, FormatsGiveBackEveryByte) {
   std::snprintf(expected, sizeof expected, "%.6f %.6f %.6f", value(289), value(4913 + 289),
                 value(2 * 4913 + 289));
   EXPECT_EQ(line, expected);
+  // Other grids are sampled: here the identity, red above the others.
+  std::ostringstream coarse;
+  coarse << "LUT_3D_SIZE 5\n";
+  for (int i = 0; i < 125; ++i) {
+    coarse << i % 5 / 4.0 << ' ' << i / 5 % 5 / 8.0 << ' ' << i / 25 / 16.0 << '\n';
+  }
+  Write("coarse.cube", coarse.str());
+  Expect({"convert coarse.cube coarse.bin", "RGB to RGB"}, 0);
+  const std::string table = Read("coarse.bin");
+  for (int i = 0; i < kRgbTableSize; ++i) {
+    const int point = i % 4913;
+    const int axes[] = {point / 289, point / 17 % 17, point % 17};
+    const double value = axes[i / 4913] / 16.0 * 255 / (1 << i / 4913);
+    ASSERT_NEAR(static_cast<unsigned char>(table[i]), value, 0.51) << i;
+  }
 }
 
 TEST_F(Verbs, BrokenTablesAreRefused) {
@@ -87,16 +102,16 @@ TEST_F(Verbs, BrokenTablesAreRefused) {
   Write("short.csv", csv.substr(0, end + 1));
   Write("odd.csv", "r,g,b,c,m,y,k\n7,0,0,0,0,0,0\n");
   Write("large.csv", "r,g,b,c,m,y,k\n0,0,0,0,0,0,300\n");
-  Write("big.cube", "LUT_3D_SIZE 33\n");
+  Write("big.cube", "LUT_3D_SIZE 33\n0 0 0\n");
   Write("nonsense.icc", "nonsense");
   Write("nonsense.png", "nonsense");
   Write("nonsense.tif", "nonsense");
   const Row rows[] = {
-      {"convert twice.csv t.bin", "twice.csv: a point is there twice"},
+      {"convert twice.csv t.bin", "twice.csv: line 4915: a point is there twice"},
       {"convert short.csv t.bin", "4912 of the 4913 points are missing"},
-      {"convert odd.csv t.bin", "a point at 7 is on no grid of 17"},
+      {"convert odd.csv t.bin", "odd.csv: line 2: a point at 7 is on no grid of 17"},
       {"convert large.csv t.bin", "a value of 300; expected 0 to 255"},
-      {"convert big.cube t.bin", "LUT_3D_SIZE 33; a table has 17"},
+      {"convert big.cube t.bin", "1 points; LUT_3D_SIZE 33 needs 35937"},
       {"convert nonsense.icc t.bin", "nonsense.icc: device link: not an ICC profile"},
       {"convert nonsense.png t.bin", "nonsense.png: no PNG file"},
       {"convert nonsense.tif t.bin", "nonsense.tif: no TIFF file"},
@@ -164,7 +179,7 @@ TEST_F(Verbs, ComparesTablesAndFolders) {
   Expect({"compare cmyk.bin cmyk.bin", "equal"}, 0);
   Expect({"compare cmyk.bin other.bin -o picture.png", "1 values differ"}, 1);
   Expect({"compare cmyk.bin other.bin", " 1  0 11   "}, 1);
-  Expect({"--json compare cmyk.bin other.bin", "\"largest\": 64.0"}, 1);
+  Expect({"--json compare cmyk.bin other.bin", "\"max\": 64.0"}, 1);
   Expect({"compare cmyk.bin rgb.bin", "19652 and 14739 bytes do not compare"}, 2);
   Expect({"compare old old", "gray-theme4-media0-axis2: equal"}, 0);
   Expect({"compare old new", "gray-theme5-media0-axis2: only in old"}, 1);
@@ -237,8 +252,9 @@ TEST_F(Verbs, ExplainsTenRefusals) {
        "short.velcase: no pack: byte 186 of the stream: it is cut off"},
       {changed("\"black.velcase\"", "\"empty.velcase\""),
        "no pack: byte 4 of the header: payload 0; expected 1 to 409600"},
-      {changed("\"widths\": [", "\"widths\": [], \"note\": ["), "before the first lookup: "},
-      {changed("\"buffer\": 256", "\"buffer\": 100"), "before the first lookup: "},
+      {changed("\"widths\": [", "\"widths\": [], \"note\": ["),
+       "before the first lookup: the reference table or a width table is missing"},
+      {changed("\"buffer\": 256", "\"buffer\": 100"), "the buffer is not of the result's size"},
   };
   for (const auto& row : rows) {
     Write("old/call.json", row.call);

@@ -4,7 +4,7 @@
 
 #include "tests/support/toner_fixture.h"
 #include "velora/common/core/CVeltune.inl"
-#include "velora/fenn/core/words.h"
+#include "velora/fenn/core/CPrintModeParameters.h"
 
 namespace velora_test {
 namespace {
@@ -133,7 +133,8 @@ TEST_F(LookupTest, ManyLookupsFindWhatSingleOnesFind) {
     }
     fenn::IPackets_Blob* list = ListOf(components);
     Finder finder;
-    finder.Init(list->GetArray(), parameters, nullptr);
+    finder.Init(velora::common::core::ComponentsOf<fenn::Configuration, fenn::IPacket_Blob>(list),
+                parameters, nullptr);
     for (int i = 0; i < 150; ++i) {
       fenn::IComponent* component = Make<fenn::IComponent>(29);
       // Some keys have lists of the components, some a word that no component has.

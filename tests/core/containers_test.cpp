@@ -139,7 +139,7 @@ TEST_F(ContainerTest, LinksInAllPlaces) {
 
 TEST_F(ContainerTest, RefusedArguments) {
   Held<IArray<Node>> array = Nodes("a-"), blank(Make<NodeArray>());
-  Held<IArray_int32> ints = Ints({1, 2}), blankInts(Make<CArray_int32<Configuration>>());
+  Held<IArray_int32> ints = Ints({1, 2}), blankInts(Make<CArray_int32>());
   Held<List> list = ListOf("a"), empty = ListOf("");
   Held<Node> node = Leaf(32, 5);
   Held<ISerializer> writer = Writer();

@@ -117,10 +117,16 @@ TEST_F(ImageTest, OwnershipOfTheBytes) {
   }
 }
 
-// Two roots over one leaf without its byte: each time they fail as the first time.
+// 384 roots over one leaf without its byte: all fail as the first one, so a failure keeps none of
+// the 256 levels.
 TEST_F(ImageTest, AFailedObjectIsReadAnew) {
-  Held<ISerializer> reader = Reader(Hex("70 01 01 01 02 01 01 01 02 80 00 20 00 00 80 00"));
-  for (int i = 0; i < 2; ++i) {
+  constexpr int kRoots = 384;  // the leaf's number: 80 03
+  std::string hex = "70";
+  for (int i = 0; i < kRoots; ++i) {
+    hex += " 01 01 02 80 03";
+  }
+  Held<ISerializer> reader = Reader(Hex(hex + " 80 00 20 00 00 80 00"));
+  for (int i = 0; i < kRoots; ++i) {
     EXPECT_EQ(CodeOf([&] { reader->Deserialize_Serializeable(112, nullptr); }), 4000) << i;
   }
 }

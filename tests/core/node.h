@@ -106,10 +106,10 @@ class NodeHelper : public CObject, public virtual ISerializerHelper {
  public:
   ISerializeable* CreateSerializeable(int type) override {
     if (type == 1) {
-      return Make<CArray_uint8<Configuration>>();
+      return Make<CArray_uint8>();
     }
     if (type == 2) {
-      return Make<CArray_int32<Configuration>>();
+      return Make<CArray_int32>();
     }
     if (type == 4) {
       return Make<NodeArray>();
@@ -148,10 +148,10 @@ Held<IArray<Scalar>> ArrayOf(std::initializer_list<Scalar> values) {
   return array;
 }
 inline Held<IArray_uint8> Bytes(std::initializer_list<unsigned char> values) {
-  return ArrayOf<unsigned char, CArray_uint8<Configuration>>(values);
+  return ArrayOf<unsigned char, CArray_uint8>(values);
 }
 inline Held<IArray_int32> Ints(std::initializer_list<int> values) {
-  return ArrayOf<int, CArray_int32<Configuration>>(values);
+  return ArrayOf<int, CArray_int32>(values);
 }
 
 using Image = std::vector<unsigned char>;

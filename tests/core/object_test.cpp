@@ -16,14 +16,14 @@ TEST_F(ObjectTest, CountsDecideWhoMayInitAndWhenItEnds) {
   helper->Destroy();
   EXPECT_EQ(helper->GetRefCount(), 1);
   EXPECT_EQ(CodeOf([&] { helper->Init(); }), 0);
-  Held<IObject> array(Make<CArray_uint8<Configuration>>());
+  Held<IObject> array(Make<CArray_uint8>());
   EXPECT_EQ(CodeOf([&] { array->GetRefCount(); }), 4000);
   EXPECT_EQ(CodeOf([&] { array->Init(); }), 3);
 }
 
 TEST_F(ObjectTest, AFailedInitLeavesALiveObjectBlankAndReusable) {
   static unsigned char bytes[3] = {1, 2, 3};
-  Held<IArray_uint8> array(Make<CArray_uint8<Configuration>>());
+  Held<IArray_uint8> array(Make<CArray_uint8>());
   for (auto init :
        {+[](IArray_uint8* a) { a->Init(-1); }, +[](IArray_uint8* a) { a->Init(0, bytes, false); },
         +[](IArray_uint8* a) { a->Init(2, nullptr, true); },

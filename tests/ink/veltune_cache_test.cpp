@@ -5,7 +5,9 @@
 
 #include "tests/ink/records.h"
 #include "velora/wisp/core/Cache.inl"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
 
 namespace velora_test {
 namespace {

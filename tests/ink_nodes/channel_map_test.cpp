@@ -4,7 +4,7 @@
 #include <string>
 
 #include "tests/support/ink_fixture.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CChannelMap.h"
 #include "velora/wisp/core/pyramid.h"
 
 namespace velora_test {

@@ -5,7 +5,8 @@
 #include <string>
 
 #include "tests/support/ink_fixture.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CNodes.h"
 
 namespace velora_test {
 namespace {

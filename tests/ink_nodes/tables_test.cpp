@@ -2,7 +2,10 @@
 #include <string>
 
 #include "tests/support/ink_fixture.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
 
 namespace velora_test {
 namespace {

@@ -1,5 +1,7 @@
 // What an embedder meets around the tables: reasons, the log, the ink door in C, threads.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <zlib.h>
 
 #include <atomic>
@@ -248,6 +250,8 @@ TEST_F(InkDoor, RefusesWithAReason) {
   platform = InkPrinter::kPlatform;
   EXPECT_EQ(Gray(), 0);
   ExpectReason(VELORA_REASON_ARGUMENT);
+  EXPECT_EQ(velora_ink_open(nullptr, 1, platform, 0, &session), 0);
+  ExpectReason(VELORA_REASON_ARGUMENT);
 
   ASSERT_EQ(Open(pack), 1);
   EXPECT_EQ(velora_ink_mode(session, nullptr), 0);
@@ -265,6 +269,7 @@ TEST_F(InkDoor, RefusesWithAReason) {
       {3, "", locator, sizeof curve, VELORA_REASON_ARGUMENT, ""},
       {3, nullptr, locator, sizeof curve, VELORA_REASON_ARGUMENT, ""},
       {3, "path", Bytes(257), sizeof curve, VELORA_REASON_ARGUMENT, ""},
+      {3, "path", {}, sizeof curve, VELORA_REASON_ARGUMENT, ""},
       {3, "path", locator, sizeof curve - 1, VELORA_REASON_BUFFER, ""},
       {3, "path", {1, 2, 3}, sizeof curve, VELORA_REASON_LOCATOR, ""},
   };
@@ -284,6 +289,17 @@ TEST_F(InkDoor, RefusesWithAReason) {
     EXPECT_EQ(velora_ink_close(session), 1);
     session = first;
   }).join();
+  // A fork's copy, which is not the child's; the child's own is.
+  const pid_t child = fork();
+  if (child == 0) {
+    const bool refused = Gray() == 0 && velora_last_reason(nullptr) == VELORA_REASON_THREAD;
+    const bool served = Open(pack) == 1 && velora_ink_mode(session, &InkPrinter::kMode) == 1 &&
+                        Gray() > 0 && velora_ink_close(session) == 1;
+    _exit(refused && served ? 0 : 1);
+  }
+  int status = -1;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
   // Locators that are damaged, and sound ones of what is not there.
   int unread = 0, unknown = 0;
   for (size_t i = 0; i < locator.size(); ++i) {

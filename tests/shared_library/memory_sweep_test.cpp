@@ -4,6 +4,7 @@
 
 #include "tests/shared_library/ink_printer.h"
 #include "tests/support/process_heap.h"
+#include "velora/ink.h"
 
 namespace {
 
@@ -39,6 +40,8 @@ void SweepTableCall(const TableCall& call, const Bytes& expected) {
   };
   ForEachShortage([&] { return placed.Run() == 1; },
                   [&](int nth, bool succeeded) {
+                    EXPECT_EQ(velora_last_reason(nullptr),
+                              succeeded ? VELORA_REASON_NONE : VELORA_REASON_NO_MEMORY);
                     EXPECT_EQ(placed.content(), succeeded ? expected : untouched);
                     placed.Fill();
                     return (nth > boot ? 1 : 0) + run(next, blobExpected) +
@@ -83,6 +86,34 @@ TEST(InkWithoutMemory, FromTheDoorToAVeltune) {
                     }
                     return 0;
                   });
+}
+
+// The same through the door in C, and a request behind it.
+TEST(InkWithoutMemory, DoorInC) {
+  const Silence silence;
+  const ImagingBlob blob = {static_cast<uint32_t>(InkPack().size()), InkPack().data()};
+  const ImagingBlob* packs[] = {&blob};
+  const Bytes locator = ReadData("vectors/ink/locator-gray.bin");
+  const Bytes expected = ReadData("vectors/ink/expected-gray.bin");
+  WISPGrayCurve curve = {};
+  int reason = -1;
+  const auto serve = [&] {
+    velora_ink_session* session = nullptr;
+    const bool served =
+        velora_ink_open(packs, 1, InkPrinter::kPlatform, 0, &session) == 1 &&
+        velora_ink_mode(session, &InkPrinter::kMode) == 1 &&
+        velora_ink_gray_curve(session, 3, "vector/ink", locator.data(),
+                              static_cast<unsigned int>(locator.size()), &curve, sizeof curve) > 0;
+    reason = velora_last_reason(nullptr);
+    EXPECT_EQ(velora_ink_close(session), 1);
+    return served;
+  };
+  ForEachShortage(serve, [&](int, bool succeeded) {
+    EXPECT_EQ(reason, succeeded ? VELORA_REASON_NONE : VELORA_REASON_NO_MEMORY);
+    EXPECT_EQ(memcmp(&curve, expected.data(), expected.size()) == 0, succeeded);
+    curve = {};
+    return 0;
+  });
 }
 
 // A miss without memory, then the same request with it, on the same printer.

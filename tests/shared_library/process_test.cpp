@@ -129,6 +129,7 @@ TEST(Process, ThreadWithoutAPlaceIsRefused) {
   workers[5]->Do([] {
     Bytes buffer;
     EXPECT_EQ(BlobCall().Run(&buffer), 0);
+    EXPECT_EQ(velora_last_reason(nullptr), VELORA_REASON_THREAD);
     EXPECT_EQ(buffer, Bytes(27, 0xA5));
     EXPECT_EQ(ink::Open(), nullptr);
     EXPECT_EQ(ink::Try([] {}), -1);

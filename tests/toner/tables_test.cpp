@@ -5,7 +5,9 @@
 #include <numeric>
 
 #include "tests/support/toner_fixture.h"
-#include "velora/fenn/core/components.h"
+#include "velora/fenn/core/components/CChannelMap.h"
+#include "velora/fenn/core/components/CColorMap.h"
+#include "velora/fenn/core/components/CGrayCurve.h"
 
 namespace velora_test {
 namespace {

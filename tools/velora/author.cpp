@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tools/velora/author_job.h"
+#include "tools/velora/error_text.h"
 #include "tools/velora/goal_json.h"
 #include "tools/velora/verbs.h"
 
@@ -93,14 +94,19 @@ void PrintPlan(const std::vector<PlanPoint>& points, bool json) {
 void Plan(const Path& path, const AuthorOptions& options, const Shared& shared) {
   const JsonFile file(path);
   JsonObject job(file);
-  PrintPlan(IsInkJob(&job) ? PlanInkJob(job, options) : PlanTonerJob(job, options), shared.json);
+  const bool is_ink = IsInkJob(&job);
+  PrintPlan(
+      OfJob(path, [&] { return is_ink ? PlanInkJob(job, options) : PlanTonerJob(job, options); }),
+      shared.json);
 }
 
 void Run(const Path& path, const Path& folder, const AuthorOptions& options, const Shared& shared) {
   const JsonFile file(path);
   JsonObject job(file);
-  Authored authored =
-      IsInkJob(&job) ? AuthorInkJob(job, folder, options) : AuthorTonerJob(job, folder, options);
+  const bool is_ink = IsInkJob(&job);
+  Authored authored = OfJob(path, [&] {
+    return is_ink ? AuthorInkJob(job, folder, options) : AuthorTonerJob(job, folder, options);
+  });
   authored.files.Commit();
   if (shared.json) {
     PrintJson({{"packs", authored.packs}, {"calls", authored.calls}, {"errors", authored.errors}});

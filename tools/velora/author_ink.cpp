@@ -48,16 +48,19 @@ InkJob ReadInkJob(JsonObject json) {
     used.drop_volume_offset = ink->Number("drop_volume_offset", volumes, used.drop_volume_offset);
     ink->Finish();
   }
+  const bool has_settings = json.Has("form") || json.Has("level") || json.Has("range");
   for (JsonObject& table : json.Objects("tables")) {
     job.tables.push_back({ReadInkMode(&table, true),
                           table.File("file", Numbers::Exactly(kTableSize), "", true),
                           ReadTableGoal(&table), profiles.Read(&table, lab)});
+    if (job.tables.back().goal && has_settings) {
+      table.Refuse("goal", "this job has \"form\", \"level\" or \"range\"");
+    }
     table.Finish();
   }
   job.curves = ReadTables(&json, "curves", Numbers::Exactly(kGridPoints).Or(kCurveSize));
   job.neutrals = ReadTables(&json, "neutrals", Numbers::Exactly(kChannels * kGridPoints));
   const JobGoal goal = ReadGoal(&json);
-  const bool has_settings = json.Has("form") || json.Has("level") || json.Has("range");
   if (goal.goal && has_settings) {
     json.Refuse("goal", "a job has \"goal\", or \"form\", \"level\" and \"range\"");
   }
@@ -101,16 +104,16 @@ std::string WriteCall(const InkAnswer& answer, const InkCaller& caller, const Pa
   return name + ".json";
 }
 
-InkProduct Author(InkJob job, const AuthorOptions& options) {
+}  // namespace
+
+InkProduct Author(InkJob job, int effort) {
   ProgressBar bar;
-  job.search = bar.Options(options.effort);
+  job.search = bar.Options(effort);
   return AuthorInk(job);
 }
 
-}  // namespace
-
 Authored AuthorInkJob(JsonObject json, const Path& folder, const AuthorOptions& options) {
-  const InkProduct product = Author(ReadInkJob(std::move(json)), options);
+  const InkProduct product = Author(ReadInkJob(std::move(json)), options.effort);
   Authored authored;
   authored.packs.push_back({{"file", authored.Put(folder, kPackName, product.file())},
                             {"bytes", product.file().size()},
@@ -135,7 +138,7 @@ std::vector<PlanPoint> PlanInkJob(JsonObject json, const AuthorOptions& options)
   std::vector<PlanPoint> points;
   for (const Goal& goal : PlanGoals()) {
     job.goal = goal;
-    const InkProduct product = Author(job, options);
+    const InkProduct product = Author(job, options.effort);
     points.push_back({goal, static_cast<long>(product.file().size()), Worst(product.errors)});
   }
   return points;

@@ -4,6 +4,7 @@
 // and as authoring does.
 #pragma once
 
+#include <stdexcept>
 #include <vector>
 
 #include "authoring/goal.h"
@@ -52,10 +53,25 @@ bool IsInkJob(JsonObject* job);
 
 authoring::TonerJob ReadTonerJob(JsonObject job, const Path& keep = {});
 authoring::InkJob ReadInkJob(JsonObject job);
+// Authors under a progress bar. What the library prints is not shown.
+authoring::TonerProduct Author(authoring::TonerJob job, int effort = 1);
+authoring::InkProduct Author(authoring::InkJob job, int effort = 1);
 Authored AuthorTonerJob(JsonObject job, const Path& folder, const AuthorOptions& options);
 Authored AuthorInkJob(JsonObject job, const Path& folder, const AuthorOptions& options);
 std::vector<PlanPoint> PlanTonerJob(JsonObject job, const AuthorOptions& options);
 std::vector<PlanPoint> PlanInkJob(JsonObject job, const AuthorOptions& options);
+
+// What authoring refuses names the job.
+template <class Work>
+auto OfJob(const Path& path, Work work) {
+  try {
+    return work();
+  } catch (const std::invalid_argument& error) {
+    throw Refusal(path.string(), error.what());
+  } catch (const authoring::GoalMissed& error) {
+    throw Refusal(path.string(), error.what());
+  }
+}
 
 // A commented job for the profiles of this machine, and the tables that it names, `tables` and the
 // printer's reference.

@@ -11,9 +11,10 @@ namespace {
 
 using namespace authoring;
 
-// Of RGB to CMYK tables only: goals and output profiles. Blobs have no correction.
+// Of RGB to CMYK tables only: goals, where a job has no settings, and output profiles. Blobs have
+// no correction.
 std::vector<TonerTable> ReadTables(JsonObject* job, const char* key, ModeKind kind,
-                                   const Numbers& sizes, Profiles* profiles) {
+                                   const Numbers& sizes, Profiles* profiles, bool has_settings) {
   std::vector<TonerTable> tables;
   std::shared_ptr<const LabMeter> lab;
   if (kind == ModeKind::kTable) lab = profiles->Read(job);
@@ -23,6 +24,7 @@ std::vector<TonerTable> ReadTables(JsonObject* job, const char* key, ModeKind ki
     if (kind != ModeKind::kBlob) table.corrected = item.File("corrected", sizes);
     if (kind == ModeKind::kTable) {
       table.goal = ReadTableGoal(&item);
+      if (table.goal && has_settings) item.Refuse("goal", "this job has \"settings\"");
       table.lab = profiles->Read(&item, lab);
     }
     item.Finish();
@@ -52,10 +54,6 @@ TonerJob ReadTonerJob(JsonObject json, const Path& keep) {
   const Numbers rgb_table = Numbers::Exactly(kRgbTableSize);
   job.rgb_reference = json.File("rgb_reference", rgb_table, "", json.Has("rgb_tables"));
   job.gray_reference = json.File("gray_reference", curve, "", json.Has("curves"));
-  job.tables = ReadTables(&json, "tables", ModeKind::kTable, table, &profiles);
-  job.rgb_tables = ReadTables(&json, "rgb_tables", ModeKind::kRgbTable, rgb_table, &profiles);
-  job.curves = ReadTables(&json, "curves", ModeKind::kCurve, curve, &profiles);
-  job.blobs = ReadTables(&json, "blobs", ModeKind::kBlob, Numbers::Between(1, 32767), &profiles);
   if (std::optional<JsonObject> settings = json.Object("settings")) {
     EncoderSettings& used = job.settings.emplace();
     used.scalar = settings->Number("scalar", Numbers::Between(1, 255), used.scalar);
@@ -63,6 +61,13 @@ TonerJob ReadTonerJob(JsonObject json, const Path& keep) {
     used.economy = settings->Real("economy", 0, 1000, used.economy);
     settings->Finish();
   }
+  const auto read = [&](const char* key, ModeKind kind, const Numbers& sizes) {
+    return ReadTables(&json, key, kind, sizes, &profiles, job.settings.has_value());
+  };
+  job.tables = read("tables", ModeKind::kTable, table);
+  job.rgb_tables = read("rgb_tables", ModeKind::kRgbTable, rgb_table);
+  job.curves = read("curves", ModeKind::kCurve, curve);
+  job.blobs = read("blobs", ModeKind::kBlob, Numbers::Between(1, 32767));
   const JobGoal goal = ReadGoal(&json);
   job.goal = goal.goal.value_or(Goal());
   job.budget = goal.budget;
@@ -148,17 +153,17 @@ void WarnOfField(const TonerProduct& product, const Path& folder) {
   }
 }
 
-TonerProduct Author(TonerJob job, const AuthorOptions& options) {
+}  // namespace
+
+TonerProduct Author(TonerJob job, int effort) {
   ProgressBar bar;
-  job.search = bar.Options(options.effort);
+  job.search = bar.Options(effort);
   const QuietErrors quiet;
   return AuthorToner(job);
 }
 
-}  // namespace
-
 Authored AuthorTonerJob(JsonObject json, const Path& folder, const AuthorOptions& options) {
-  const TonerProduct product = Author(ReadTonerJob(std::move(json), options.keep), options);
+  const TonerProduct product = Author(ReadTonerJob(std::move(json), options.keep), options.effort);
   WarnOfField(product, folder);
   Authored authored;
   std::vector<std::string> packs;
@@ -188,7 +193,7 @@ std::vector<PlanPoint> PlanTonerJob(JsonObject json, const AuthorOptions& option
   std::vector<PlanPoint> points;
   for (const Goal& goal : PlanGoals()) {
     job.goal = goal;
-    const TonerProduct product = Author(job, options);
+    const TonerProduct product = Author(job, options.effort);
     points.push_back({goal, product.PackBytes(), Worst(product.errors)});
   }
   return points;

@@ -1,9 +1,8 @@
 #include "tools/velora/call_explain.h"
 
-#include <unistd.h>
-
 #include "tools/velora/call_json.h"
 #include "tools/velora/pack_io.h"
+#include "velora/reason.h"
 
 namespace velora::tools {
 namespace {
@@ -45,38 +44,7 @@ LoadedPacks Load(const JsonFile& call, const std::vector<Bytes>& files, Pipeline
   return loaded;
 }
 
-// The last line of what the library printed, without its mark.
-std::string LastLine(const std::string& path) {
-  const Bytes bytes = ReadBytes(path);
-  std::string text(bytes.begin(), bytes.end());
-  while (!text.empty() && text.back() == '\n') text.pop_back();
-  const std::size_t start = text.find_last_of('\n');
-  return start == std::string::npos ? text : text.substr(start + 1);
-}
-
-// A file that is there for a while.
-class TemporaryFile {
- public:
-  TemporaryFile() : path_(std::filesystem::temp_directory_path() / "velora-XXXXXX") {
-    std::string name = path_.string();
-    const int file = mkstemp(name.data());
-    if (file < 0) throw Refusal(name, "cannot be made");
-    close(file);
-    path_ = name;
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    std::error_code ignored;
-    std::filesystem::remove(path_, ignored);
-  }
-
-  std::string path() const { return path_.string(); }
-
- private:
-  Path path_;
-};
-
-void Finish(const LoadedPacks& loaded, const std::string& printed, Explained* explained) {
+void Finish(const LoadedPacks& loaded, const std::string& reason, Explained* explained) {
   const std::string start = explained->name + ": ";
   if (explained->success) {
     explained->last = start + "found in " + std::to_string(explained->lookups.size()) + " lookups";
@@ -86,9 +54,9 @@ void Finish(const LoadedPacks& loaded, const std::string& printed, Explained* ex
   if (!explained->lookups.empty() && !explained->lookups.back().refusal.empty()) {
     why = explained->lookups.back().refusal;
   } else if (explained->lookups.empty()) {
-    why = "before the first lookup: " + (loaded.refusal.empty() ? printed : loaded.refusal);
+    why = "before the first lookup: " + (loaded.refusal.empty() ? reason : loaded.refusal);
   } else {
-    why = "all lookups found something; the table could not be built: " + printed;
+    why = "all lookups found something; the table could not be built: " + reason;
   }
   explained->last = start + "refused: " + why;
 }
@@ -97,19 +65,20 @@ Explained ExplainToner(const JsonFile& json) {
   const TableCall call = ReadCall(json).call;
   const LoadedPacks loaded = Load(json, call.packs, Pipeline::kToner, call.family);
   Explained explained{ModeText(call.mode), false, {}, ""};
-  const TemporaryFile lines;
   LookupRecorder recorder(Pipeline::kToner);
   {
-    const QuietErrors quiet(lines.path());
+    const QuietErrors quiet;
     explained.success = Device().Rebuild(call).success;
   }
+  velora_reason reason;
+  velora_last_reason(&reason);
   const CallNumbers numbers{Pipeline::kToner,
                             call.platform,
                             call.family,
                             call.variant,
                             {call.mode.table, call.mode.theme, call.mode.media, call.mode.axis}};
   explained.lookups = Explain(recorder.lookups(), loaded.packs, PresentOf(numbers, loaded.packs));
-  Finish(loaded, LastLine(lines.path()), &explained);
+  Finish(loaded, reason.text, &explained);
   return explained;
 }
 
@@ -121,13 +90,13 @@ std::vector<Explained> ExplainInk(const JsonFile& json) {
     const InkMode& mode = asked.request.mode;
     Explained explained{asked.kind + ", " + ModeText(mode), false, {}, ""};
     LookupRecorder recorder(Pipeline::kInk);
-    std::string printed;
+    std::string reason;
     try {
       const InkResult result = InkDevice().Ask(file.caller, {asked.request})[0];
       explained.success = result.code == 0;
-      printed = "exception " + std::to_string(result.code);
+      reason = "exception " + std::to_string(result.code);
     } catch (const std::runtime_error& error) {
-      printed = error.what();
+      reason = error.what();
     }
     const CallNumbers numbers{Pipeline::kInk,
                               file.caller.platform,
@@ -135,7 +104,7 @@ std::vector<Explained> ExplainInk(const JsonFile& json) {
                               file.caller.variant,
                               {mode.media, mode.subtype, mode.pen_set, mode.quality}};
     explained.lookups = Explain(recorder.lookups(), loaded.packs, PresentOf(numbers, loaded.packs));
-    Finish(loaded, printed, &explained);
+    Finish(loaded, reason, &explained);
     all.push_back(std::move(explained));
   }
   return all;

@@ -1,5 +1,7 @@
 #include "tools/velora/call_json.h"
 
+#include <algorithm>
+
 #include "authoring/pack.h"
 #include "velora/fenn/api/Vocabulary.h"
 #include "velora/velora.h"
@@ -58,6 +60,16 @@ Numbers TableSizes(const PrintMode& mode, int buffer) {
 }
 
 }  // namespace
+
+std::vector<Path> CallsIn(const Path& folder) {
+  std::vector<Path> calls;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() == ".json") calls.push_back(entry.path());
+  }
+  if (calls.empty()) throw Refusal(folder.string(), "no calls (.json files) in this folder");
+  std::sort(calls.begin(), calls.end());
+  return calls;
+}
 
 Printer ReadPrinter(JsonObject* object, Pipeline pipeline) {
   const common::Range families = pipeline == Pipeline::kInk

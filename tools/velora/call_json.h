@@ -22,6 +22,9 @@ struct Printer {
 };
 Printer ReadPrinter(JsonObject* object, authoring::Pipeline pipeline);
 
+// The calls in a folder, its .json files, by name; without one the folder is refused.
+std::vector<Path> CallsIn(const Path& folder);
+
 // ---- toner
 
 // What a print mode is for. Its keys are "theme_type", "media_type" and "axis_type", 0 by default;

@@ -9,6 +9,7 @@
 #include "authoring/picture.h"
 #include "authoring/table_error.h"
 #include "tools/velora/call_run.h"
+#include "tools/velora/error_text.h"
 #include "tools/velora/table_io.h"
 #include "tools/velora/terminal.h"
 #include "tools/velora/verbs.h"
@@ -44,10 +45,7 @@ void AddCall(const Path& path, const std::string& library, Tables* tables) {
 Tables ReadTables(const std::string& path, const std::string& library) {
   Tables tables;
   if (std::filesystem::is_directory(path)) {
-    for (const auto& entry : std::filesystem::directory_iterator(path)) {
-      if (entry.path().extension() == ".json") AddCall(entry.path(), library, &tables);
-    }
-    if (tables.empty()) throw Refusal(path, "no calls (.json files) in this folder");
+    for (const Path& call : CallsIn(path)) AddCall(call, library, &tables);
   } else if (Path(path).extension() == ".json") {
     AddCall(path, library, &tables);
   } else {
@@ -104,13 +102,6 @@ std::string ChannelsText(const Bytes& table, int point) {
   return text;
 }
 
-std::string FiguresText(const char* name, const ErrorFigures& figures) {
-  char text[120];
-  std::snprintf(text, sizeof text, "%s mean %.3f, 95%% %.2f, 99%% %.2f, largest %.2f", name,
-                figures.mean, figures.p95, figures.p99, figures.largest);
-  return text;
-}
-
 void Print(const Comparison& made, bool with_points) {
   std::cout << made.name << ": ";
   if (made.bytes.differing == 0) {
@@ -140,13 +131,6 @@ void Print(const Comparison& made, bool with_points) {
   }
 }
 
-Json FiguresJson(const ErrorFigures& figures) {
-  return {{"mean", figures.mean},
-          {"p95", figures.p95},
-          {"p99", figures.p99},
-          {"largest", figures.largest}};
-}
-
 Json ToJson(const Comparison& made) {
   Json json{{"name", made.name},
             {"equal", made.bytes.differing == 0},
@@ -154,13 +138,8 @@ Json ToJson(const Comparison& made) {
             {"mean_error", made.bytes.mean},
             {"largest_error", made.bytes.largest}};
   if (!made.errors) return json;
-  json["ink"] = FiguresJson(made.errors->ink);
+  json.update(ErrorsJson(*made.errors));
   json["largest_ink"] = made.errors->largest_ink;
-  json["ink_sum"] = made.errors->ink_sum;
-  if (made.errors->has_color) {
-    json["ciede2000"] = FiguresJson(made.errors->cie2000);
-    json["cie76"] = FiguresJson(made.errors->cie76);
-  }
   Json points = Json::array();
   for (const WorstPoint& worst : made.worst) {
     points.push_back({{"rgb",

@@ -16,11 +16,11 @@ Formats, and the endings that stand for them:
   link16   .icc .icm   ICC device link of 16 bits; any link is read, and sampled at 17 points
   cgats    .txt .it8   CGATS text, RGB 0 to 255 and CMYK 0 to 100; RGB to CMYK alone
   csv      .csv        comma-separated values with a line of names, 0 to 255
-  cube     .cube       3D LUT text; RGB to RGB alone
+  cube     .cube       3D LUT text; RGB to RGB alone; any grid is read, and sampled at 17 points
   png      .png        17 slices, CMYK as four gray planes one below the other
   tiff     .tif .tiff  17 slices, CMYK or RGB pixels
 
-All formats but a device link of another shape give back every byte of a table.
+All formats but device links and .cube files of another grid give back every byte of a table.
 )";
 
 struct Options {

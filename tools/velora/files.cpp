@@ -14,14 +14,17 @@ namespace {
 namespace fs = std::filesystem;
 
 [[noreturn]] void RefuseFile(const Path& path, int error) {
-  throw Refusal(path.string(), std::strerror(error));
+  throw Refusal(path.empty() ? "\"\"" : path.string(), std::strerror(error));
 }
 
 // A descriptor that closes itself.
 class Descriptor {
  public:
-  Descriptor(const Path& path, int flags) : path_(path), file_(open(path.c_str(), flags, 0666)) {
-    if (file_ < 0) RefuseFile(path, errno);
+  Descriptor(const Path& path, int flags) : Descriptor(path, path, flags) {}
+  // Refusals name the file `shown`.
+  Descriptor(const Path& path, const Path& shown, int flags)
+      : path_(shown), file_(open(path.c_str(), flags, 0666)) {
+    if (file_ < 0) RefuseFile(path_, errno);
   }
   Descriptor(const Descriptor&) = delete;
   ~Descriptor() {
@@ -129,7 +132,7 @@ void Outputs::Commit() {
     Path written = place;
     written += ".part" + std::to_string(getpid());
     beside.files.push_back({written, place});
-    Descriptor out(beside.files.back().written, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC);
+    Descriptor out(written, file.path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC);
     out.Write(file.bytes);
     out.Close();
   }

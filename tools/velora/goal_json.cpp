@@ -1,6 +1,5 @@
 #include "tools/velora/goal_json.h"
 
-#include <cstdio>
 #include <stdexcept>
 
 namespace velora::tools {
@@ -61,11 +60,6 @@ Bytes ReadIfThere(const Path& path, std::size_t size) {
   return bytes;
 }
 
-Json FiguresJson(const ErrorFigures& figures) {
-  return {
-      {"mean", figures.mean}, {"p95", figures.p95}, {"p99", figures.p99}, {"max", figures.largest}};
-}
-
 }  // namespace
 
 JobGoal ReadGoal(JsonObject* job) {
@@ -114,31 +108,6 @@ FieldPrinter ReadFieldPrinter(JsonObject* job, const Path& keep) {
     throw Refusal(keep.string(), "no width tables of an earlier authoring");
   }
   return printer;
-}
-
-Json ErrorsJson(const TableErrors& errors) {
-  Json json;
-  if (errors.has_color) {
-    json["ciede2000"] = FiguresJson(errors.cie2000);
-    json["cie76"] = FiguresJson(errors.cie76);
-  }
-  json["ink"] = FiguresJson(errors.ink);
-  json["ink_sum"] = errors.ink_sum;
-  return json;
-}
-
-std::string ErrorsText(const TableErrors& errors) {
-  if (errors.ink.largest == 0) return "no loss";
-  const auto text = [](const char* name, const ErrorFigures& figures) {
-    char line[100];
-    std::snprintf(line, sizeof line, "%s mean %.3f, p95 %.2f, p99 %.2f, max %.2f", name,
-                  figures.mean, figures.p95, figures.p99, figures.largest);
-    return std::string(line);
-  };
-  std::string all;
-  if (errors.has_color)
-    all = text("CIEDE2000", errors.cie2000) + "; " + text("CIE76", errors.cie76) + "; ";
-  return all + text("ink", errors.ink) + "; ink sum +" + std::to_string(errors.ink_sum);
 }
 
 }  // namespace velora::tools

@@ -49,8 +49,4 @@ struct FieldPrinter {
 // Of a job, or of the folder that an earlier authoring wrote to. `keep` may be empty.
 FieldPrinter ReadFieldPrinter(JsonObject* job, const Path& keep);
 
-// "ciede2000", "cie76" and "ink", each with mean, p95, p99 and max; "ink_sum".
-Json ErrorsJson(const authoring::TableErrors& errors);
-std::string ErrorsText(const authoring::TableErrors& errors);
-
 }  // namespace velora::tools

@@ -2,10 +2,10 @@
 #include <iostream>
 #include <memory>
 
+#include "authoring/TypeNames.h"
 #include "authoring/image_walk.h"
 #include "authoring/pack_text.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
 #include "tools/velora/pack_io.h"
 #include "tools/velora/verbs.h"
 
@@ -14,10 +14,10 @@ namespace {
 
 using namespace authoring;
 
-Json ToJson(const std::vector<Value>& values, const Words& words) {
+Json ToJson(const std::vector<Value>& values, const TypeNames& names) {
   Json list = Json::array();
   for (const Value& value : values) {
-    Json json{{"name", words.NameOf(value.type)}, {"type", value.type}};
+    Json json{{"name", names.NameOf(value.type)}, {"type", value.type}};
     if (value.bytes.empty()) {
       json["value"] = value.value;
     } else {
@@ -28,22 +28,22 @@ Json ToJson(const std::vector<Value>& values, const Words& words) {
   return list;
 }
 
-Json ToJson(const Step& step, const Words& words) {
-  Json json{{"name", words.NameOf(step.type)}, {"type", step.type}};
+Json ToJson(const Step& step, const TypeNames& names) {
+  Json json{{"name", names.NameOf(step.type)}, {"type", step.type}};
   if (!step.bytes.empty()) {
     json["bytes"] = step.bytes.size();
     json["sha256"] = DigestString(step.bytes);
   }
   if (!step.tags.empty() || !step.properties.empty()) {
-    json["tags"] = ToJson(step.tags, words);
-    json["properties"] = ToJson(step.properties, words);
+    json["tags"] = ToJson(step.tags, names);
+    json["properties"] = ToJson(step.properties, names);
   }
   return json;
 }
 
 Json ToJson(const std::string& path, const PackFile& file) {
   const Pack pack = InCallersNumbers(file.pack);
-  const Words& words = Words::Of(pack.pipeline);
+  const TypeNames& names = TypeNames::Of(pack.pipeline);
   Json modes = Json::array();
   for (const ServedMode& mode : ModesOf(file.pack)) {
     modes.push_back({{"kind", mode.kind}, {"mode", mode.mode}, {"condition", mode.condition}});
@@ -51,13 +51,13 @@ Json ToJson(const std::string& path, const PackFile& file) {
   Json components = Json::array();
   for (const Component& component : pack.components) {
     Json recipe = Json::array();
-    for (const Step& step : component.recipe) recipe.push_back(ToJson(step, words));
-    components.push_back({{"kind", words.NameOf(component.kind)},
+    for (const Step& step : component.recipe) recipe.push_back(ToJson(step, names));
+    components.push_back({{"kind", names.NameOf(component.kind)},
                           {"type", component.kind},
                           {"version", component.version},
-                          {"condition", component.condition.Text(words)},
-                          {"tags", ToJson(component.tags, words)},
-                          {"properties", ToJson(component.properties, words)},
+                          {"condition", component.condition.Text(names)},
+                          {"tags", ToJson(component.tags, names)},
+                          {"properties", ToJson(component.properties, names)},
                           {"recipe", recipe}});
   }
   return {{"file", path},
@@ -106,7 +106,7 @@ void ShowImage(const std::string& path, bool is_first, const Shared& shared, Jso
             {{"byte", entry.place}, {"data", entry.data}, {"references", entry.references}});
       }
       dictionaries.push_back({{"type", dictionary.type},
-                              {"name", Words::Of(walk.pipeline).NameOf(dictionary.type)},
+                              {"name", TypeNames::Of(walk.pipeline).NameOf(dictionary.type)},
                               {"byte", dictionary.place},
                               {"first_entry", dictionary.first_entry},
                               {"entries", entries}});

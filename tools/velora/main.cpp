@@ -1,13 +1,16 @@
 // velora: samples colour tables, authors them into packs, rebuilds them, and shows what is in a
 // pack.
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <utility>
 
 #include "tools/velora/pages.h"
 #include "tools/velora/terminal.h"
 #include "tools/velora/verbs.h"
+#include "velora/velora.h"
 
 namespace velora::tools {
 namespace {
@@ -33,12 +36,26 @@ int Fail(const std::string& text, int status, const Shared& shared, const Refusa
   return status;
 }
 
+// Of a command line without a verb: the word in its place, and the verbs.
+std::string VerbsText(const CLI::App& app, int argc, char** argv) {
+  char** const word =
+      std::find_if(argv + 1, argv + argc, [](const char* text) { return *text != '-'; });
+  std::string text =
+      word == argv + argc ? "expected a verb:" : std::string(*word) + ": no verb; expected";
+  const char* separator = " ";
+  for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; })) {
+    text += std::exchange(separator, ", ") + verb->get_name();
+  }
+  return text;
+}
+
 int Run(CLI::App* app, int argc, char** argv, Shared* shared) {
   try {
     app->parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return app->exit(error);
-    return Fail(error.what(), kWrongUse, *shared, nullptr);
+    const bool has_verb = !app->get_subcommands().empty();
+    return Fail(has_verb ? error.what() : VerbsText(*app, argc, argv), kWrongUse, *shared, nullptr);
   } catch (const WrongUse& error) {
     return Fail(error.what(), kWrongUse, *shared, nullptr);
   } catch (const Refusal& refusal) {
@@ -61,7 +78,7 @@ int main(int argc, char** argv) {
       "Samples colour tables, authors them into packs for a printer, rebuilds them as the\n"
       "printer does, and shows what is in a pack.",
       "velora");
-  app.set_version_flag("--version", "velora 1.0.0");
+  app.set_version_flag("--version", "velora " VELORA_VERSION);
   app.set_help_all_flag("--help-all", "Help of all verbs");
   app.require_subcommand(1);
   app.fallthrough();

@@ -4,11 +4,11 @@
 #include <map>
 #include <memory>
 
+#include "authoring/TypeNames.h"
 #include "authoring/lookup_trace.h"
 #include "authoring/pack_text.h"
 #include "authoring/picture.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
 #include "tools/velora/author_job.h"
 #include "tools/velora/call_json.h"
 #include "tools/velora/pack_io.h"
@@ -54,13 +54,7 @@ class Builder {
 
   void Add(const std::string& input) {
     if (std::filesystem::is_directory(input)) {
-      std::vector<Path> calls;
-      for (const auto& entry : std::filesystem::directory_iterator(input)) {
-        if (entry.path().extension() == ".json") calls.push_back(entry.path());
-      }
-      std::sort(calls.begin(), calls.end());
-      if (calls.empty()) throw Refusal(input, "no calls (.json files) in this folder");
-      for (const Path& call : calls) AddCall(JsonFile(call));
+      for (const Path& call : CallsIn(input)) AddCall(JsonFile(call));
     } else if (Path(input).extension() == ".json") {
       const JsonFile file{Path(input)};
       if (file.json().contains("packs")) {
@@ -91,11 +85,9 @@ class Builder {
 
   void AddJob(const JsonFile& file) {
     JsonObject job(file);
-    if (IsInkJob(&job)) {
-      AddInkJob(ReadInkJob(job));
-    } else {
-      AddTonerJob(ReadTonerJob(job));
-    }
+    const bool is_ink = IsInkJob(&job);
+    OfJob(file.path(),
+          [&] { is_ink ? AddInkJob(ReadInkJob(job)) : AddTonerJob(ReadTonerJob(job)); });
   }
 
   void AddTonerJob(const TonerJob& job) {
@@ -114,7 +106,7 @@ class Builder {
   }
 
   void AddInkJob(const InkJob& job) {
-    const InkProduct product = AuthorInk(job);
+    const InkProduct product = Author(job);
     AddPack("printer.velcase", product.file());
     for (std::size_t i = 0; i < product.answers.size(); ++i) {
       const InkAnswer& answer = product.answers[i];
@@ -224,11 +216,6 @@ class Builder {
 
   // ---- bytes against error
 
-  static TonerProduct Author(const TonerJob& job) {
-    const QuietErrors quiet;
-    return AuthorToner(job);
-  }
-
   double ErrorOf(const Bytes& wanted, const Bytes& rebuilt) const {
     const TableErrors errors = TableMeter(wanted, lab_).Measure(rebuilt);
     return errors.has_color ? errors.cie2000.mean : errors.ink.mean;
@@ -261,7 +248,7 @@ class Builder {
     job.budget = 0;
     for (const int level : {0, 1, 2, 3, 4, 5, 6}) {
       job.settings.level = level;
-      const InkProduct product = AuthorInk(job);
+      const InkProduct product = Author(job);
       for (std::size_t i = 0; i < job.tables.size(); ++i) {
         AddPoint(i, ModeText(job.tables[i].mode), "level " + std::to_string(level),
                  product.answers[i].pack_bytes,
@@ -286,7 +273,7 @@ class Builder {
       found.pipeline = pipeline;
       found.components.push_back(lookup.components[lookup.found]);
       const std::string text =
-          ComponentText(InCallersNumbers(found).components[0], Words::Of(pipeline));
+          ComponentText(InCallersNumbers(found).components[0], TypeNames::Of(pipeline));
       std::vector<std::string>& users = users_[text];
       if (std::count(users.begin(), users.end(), name) == 0) users.push_back(name);
       for (const Step& step : found.components[0].recipe) {
@@ -303,11 +290,11 @@ class Builder {
   void AddEqualBytes() {
     for (const ReportPack& stored : report_.packs) {
       const Pack pack = InCallersNumbers(stored.file.pack);
-      const Words& words = Words::Of(pack.pipeline);
+      const TypeNames& names = TypeNames::Of(pack.pipeline);
       std::map<Bytes, std::vector<std::string>> users;
       for (const Component& component : pack.components) {
         for (const Step& step : component.recipe) {
-          if (step.bytes.size() > 1) users[step.bytes].push_back(ComponentText(component, words));
+          if (step.bytes.size() > 1) users[step.bytes].push_back(ComponentText(component, names));
         }
       }
       for (const auto& [bytes, components] : users) {

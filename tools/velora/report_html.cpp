@@ -6,9 +6,9 @@
 #include <map>
 #include <sstream>
 
+#include "authoring/TypeNames.h"
 #include "authoring/pack_text.h"
 #include "authoring/print_modes.h"
-#include "authoring/words.h"
 
 namespace velora::tools {
 namespace {
@@ -322,10 +322,10 @@ void WriteShared(std::ostream& out, const Report& report) {
   out << "</tbody></table></div>\n";
 }
 
-void WriteComponent(std::ostream& out, const Component& component, const Words& words) {
-  out << "<details><summary>" << Escaped(ComponentText(component, words)) << "</summary><pre>valid "
-      << Escaped(component.condition.Text(words));
-  for (const Step& step : component.recipe) out << '\n' << Escaped(StepText(step, words));
+void WriteComponent(std::ostream& out, const Component& component, const TypeNames& names) {
+  out << "<details><summary>" << Escaped(ComponentText(component, names)) << "</summary><pre>valid "
+      << Escaped(component.condition.Text(names));
+  for (const Step& step : component.recipe) out << '\n' << Escaped(StepText(step, names));
   out << "</pre></details>\n";
 }
 
@@ -335,7 +335,7 @@ void WritePacks(std::ostream& out, const Report& report) {
          "numbers.</p>\n<div id=\"packs\">\n";
   for (const ReportPack& stored : report.packs) {
     const Pack pack = InCallersNumbers(stored.file.pack);
-    const Words& words = Words::Of(pack.pipeline);
+    const TypeNames& names = TypeNames::Of(pack.pipeline);
     out << "<details><summary>" << Escaped(stored.name) << ": " << stored.file.size << " bytes, "
         << pack.components.size() << " components</summary>\n<pre>"
         << Escaped(HeaderText(stored.file)) << "</pre>\n";
@@ -347,9 +347,9 @@ void WritePacks(std::ostream& out, const Report& report) {
     std::map<int, std::vector<const Component*>> kinds;
     for (const Component& component : pack.components) kinds[component.kind].push_back(&component);
     for (const auto& [kind, components] : kinds) {
-      out << "<details><summary>" << Escaped(words.NameOf(kind)) << " (" << components.size()
+      out << "<details><summary>" << Escaped(names.NameOf(kind)) << " (" << components.size()
           << ")</summary>\n";
-      for (const Component* component : components) WriteComponent(out, *component, words);
+      for (const Component* component : components) WriteComponent(out, *component, names);
       out << "</details>\n";
     }
     out << "</details>\n";

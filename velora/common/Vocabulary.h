@@ -35,8 +35,8 @@ struct SharedVocabulary {
   static constexpr int kMaxUncompressed = 0x400000;
 };
 
-// A specialisation names the pipeline's own interfaces (IVeltune, IVelcase, IPrintModeParameters),
-// its range ESupplyFamily, and:
+// A specialisation names the pipeline's own interfaces (IVeltune, IVelcase, IPrintModeMapping,
+// IPrintModeMappings, IPrintModeParameters), its range ESupplyFamily, and:
 //   kVeloraSchema         the version in a pack's header
 //   kHasPipeline          the header has a byte for the pipeline
 //   kChecksChannelFirst   a pack's channel is checked ahead of the payload

@@ -36,6 +36,7 @@ namespace plinth::v1::api {
 
 class VELORA_API IObject {
  public:
+  using Collected = IObject;  // as a frame's collector holds every object
   [[gnu::always_inline]] IObject() = default;
   virtual void Init() = 0;
   [[gnu::always_inline]] virtual ~IObject() = default;

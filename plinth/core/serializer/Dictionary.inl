@@ -9,6 +9,7 @@
 
 namespace plinth::v1::core {
 
+// The block keeps its gaps, without a reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Dictionary::BuildArray(int count, Entry** entries)
     -> IArray_Entry* {
@@ -39,6 +40,7 @@ void CSerializer<Configuration>::Dictionary::Working::Init() {
   this->initialized = true;
 }
 
+// In writing order, which is the order of the entries in the image.
 template <class Configuration>
 auto CSerializer<Configuration>::Dictionary::Working::BuildArray_Entries() const -> IArray_Entry* {
   this->CheckThis();
@@ -109,6 +111,7 @@ CSerializer<Configuration>::Dictionary::Serialized::~Serialized() {
   }
 }
 
+// Two walks: one to count the entries, one to read them. Then the terminator must follow.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes, int size,
                                                               unsigned char* image, int offset) {
@@ -152,6 +155,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   this->initialized = true;
 }
 
+// Type, entries, terminator. Each entry lets go of its own bytes for their place here.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Serialized::Init(int type, int newCount,
                                                               Entry** newEntries,
@@ -224,6 +228,7 @@ int CSerializer<Configuration>::Dictionary::Init(bool reverseBytes, int size, un
   return serialized->length;
 }
 
+// The type is kept once: in the form, or in the first bytes of the image.
 template <class Configuration>
 int CSerializer<Configuration>::Dictionary::GetSerializeableType() const {
   switch (state) {
@@ -266,6 +271,7 @@ auto CSerializer<Configuration>::Dictionary::BuildArray_Entries() const -> IArra
   }
 }
 
+// The entries first, then the dictionary itself, which takes the block of references over.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Transition_WorkingToDeduplicated(
     IArray_Entry* entries) {
@@ -291,6 +297,7 @@ void CSerializer<Configuration>::Dictionary::Transition_WorkingToDeduplicated(
   PLINTH_END
 }
 
+// The entries stay in their block and go on pointing into the image.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Transition_SerializedToDeduplicated(
     IArray_Entry* entries) {

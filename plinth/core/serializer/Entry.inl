@@ -17,6 +17,7 @@ CSerializer<Configuration>::Entry::~Entry() {
   Release();
 }
 
+// Only the form of the state is alive; the others share its memory.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Release() {
   api::CPlatform* platform = api::Slots<Configuration>().platform;
@@ -47,6 +48,7 @@ void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool revers
   this->initialized = true;
 }
 
+// From an image. The answer is the entry's length there.
 template <class Configuration>
 int CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverseBytes, int size,
                                             unsigned char* image, int offset) {
@@ -75,6 +77,8 @@ auto CSerializer<Configuration>::Entry::GetDictionary() const -> Dictionary* {
   }
 }
 
+// Two parts with a length of up to four bytes ahead: the data, then the references. Lengths are
+// added in 64 bits, since they come from the image.
 template <class Configuration>
 int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned char* image,
                                                        int offset) {
@@ -138,6 +142,7 @@ bool CSerializer<Configuration>::Entry::IsLessThan(Entry* other) const {
   return working->IsLessThan(other->working);
 }
 
+// Data and references change hands; the records of writing end.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Transition_WorkingToDeduplicated(IArray_Entry* entries) {
   PLINTH_FRAME(Configuration) {

@@ -12,7 +12,7 @@ namespace plinth::v1::core {
 
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Init() {
-  data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>);
+  data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8);
   data->Init(0);
   references.Take(NewList_Entry());
   this->initialized = true;
@@ -41,11 +41,11 @@ bool CSerializer<Configuration>::Entry::Working::IsLessThan(const Working* other
   return data->IsEqualTo(other->data.Get()) && references->IsLessThan(other->references.Get());
 }
 
+// The bytes are lent to an array, so that nothing is copied but once, to the end of the data.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Append(const unsigned char* bytes, int count) {
   PLINTH_FRAME(Configuration) {
-    api::IArray_uint8* added =
-        new (api::Slots<Configuration>().platform, false, true) CArray_uint8<Configuration>;
+    api::IArray_uint8* added = new (api::Slots<Configuration>().platform, false, true) CArray_uint8;
     Defer(frame, added);
     added->Init(count, const_cast<unsigned char*>(bytes), false);
     data->Append(added);
@@ -67,6 +67,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_uint28(int value) {
   Append(encoded.bytes, encoded.length);
 }
 
+// Four bytes in the machine's order, or against it where the target differs.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Serialize_int32_NoVLQ(int value) {
   unsigned int pattern = static_cast<unsigned int>(value);
@@ -105,8 +106,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
   }
   if (sound > 0) {
     PLINTH_FRAME(Configuration) {
-      api::IArray_uint8* added =
-          api::Defer<api::IArray_uint8>(frame, CArray_uint8<Configuration>::New(length));
+      api::IArray_uint8* added = api::Defer<api::IArray_uint8>(frame, CArray_uint8::New(length));
       unsigned char* to = added->GetElements();
       for (int i = 0; i < sound; ++i) {
         const VLQ encoded = VLQ::Encode(static_cast<unsigned int>(array[offset + i]));
@@ -124,6 +124,8 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
 
 // ---- Entry::Deduplicated
 
+// Numbers of an image are places in `entries`; all were checked when the entry left the image's
+// form.
 template <class Configuration>
 auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry* entries)
     -> Entry* {
@@ -146,6 +148,7 @@ void CSerializer<Configuration>::Entry::Deduplicated::Rewind() {
   }
 }
 
+// Without data there is nothing to start again from: raises `CException_This_Invalid`.
 template <class Configuration>
 unsigned char CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint8() {
   if (data == nullptr) {
@@ -158,6 +161,7 @@ unsigned char CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint8
   return data[cursor++];
 }
 
+// A number that the data's end cuts off reads its missing bytes as 0.
 template <class Configuration>
 int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint28() {
   Rewind();
@@ -166,6 +170,7 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint28() {
   return static_cast<int>(decoded.value);
 }
 
+// The four bytes must be there; they need not be aligned.
 template <class Configuration>
 int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ(bool reverseBytes) {
   Rewind();
@@ -198,6 +203,7 @@ void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint8(in
   cursor += count;
 }
 
+// Starts again at the data's end, in the middle of the array too.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint28(int arraySize,
                                                                                int* array,
@@ -214,6 +220,8 @@ void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint28(i
 
 // ---- Entry::Serialized
 
+// Finds the parts of the entry and counts its references. Each length leaves room for what must
+// follow it; the references must fill their part exactly.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Serialized::Init(int size, unsigned char* image,
                                                          int offset) {

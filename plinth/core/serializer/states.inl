@@ -23,6 +23,7 @@ void CSerializer<Configuration>::Working::Init() {
   this->initialized = true;
 }
 
+// A walk: a writer has one dictionary a type, and types are few.
 template <class Configuration>
 auto CSerializer<Configuration>::Working::FindDictionary(int type) const -> Dictionary* {
   for (auto* element = allDictionaries->GetHead(); element != nullptr; element = element->next) {
@@ -33,6 +34,8 @@ auto CSerializer<Configuration>::Working::FindDictionary(int type) const -> Dict
   return nullptr;
 }
 
+// Opens an entry as the last reference of the entry that is open around it. The first entry of a
+// type makes the type's dictionary. Raises `CException_Parameter_Invalid` for a type below 1.
 template <class Configuration>
 void CSerializer<Configuration>::Working::Serialization_Start(int type) {
   PLINTH_FRAME(Configuration) {
@@ -73,6 +76,7 @@ void CSerializer<Configuration>::Working::Serialization_Start(int type) {
   PLINTH_END
 }
 
+// Only the entry opened last can be closed, with its own type.
 template <class Configuration>
 void CSerializer<Configuration>::Working::Serialization_End(int type) {
   if (type < 1) {
@@ -89,6 +93,9 @@ void CSerializer<Configuration>::Working::Serialization_End(int type) {
   current = entryStack->GetTail();
 }
 
+// A complete entry that equals an earlier one of its type gives way to it: its holder refers to the
+// earlier one, and both lists that end with it drop it. Entries of a root type stay, equal or not.
+// An entry with several holders is not expected, and FinishDeduplication raises for it.
 template <class Configuration>
 void CSerializer<Configuration>::Working::Deduplicate(OpenEntry* open) {
   Entry* entry = open->GetValue();
@@ -111,6 +118,7 @@ void CSerializer<Configuration>::Working::Deduplicate(OpenEntry* open) {
   RemoveLast(allEntries.Get(), entry);
 }
 
+// From behind: the entry is at the end, or next to it.
 template <class Configuration>
 void CSerializer<Configuration>::Working::RemoveLast(IList_Entry* list, const Entry* entry) {
   auto* element = list->GetTail();
@@ -120,6 +128,7 @@ void CSerializer<Configuration>::Working::RemoveLast(IList_Entry* list, const En
   list->Remove(element);
 }
 
+// Entries that were never closed are compared now, innermost first.
 template <class Configuration>
 void CSerializer<Configuration>::Working::FinishDeduplication() {
   for (auto* open = entryStack->GetTail(); open != nullptr; open = open->previous) {
@@ -161,6 +170,8 @@ CSerializer<Configuration>::Deduplicated::~Deduplicated() {
   operator delete[](readStack, api::Slots<Configuration>().platform, false, false);
 }
 
+// Brings all entries into the form that can be read, and counts what the image holds, for the
+// checks of stored counts. A form that is here already is kept.
 template <class Configuration>
 void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, bool reverseBytes,
                                                     IArray_Dictionary* allDictionaries,
@@ -201,6 +212,7 @@ auto CSerializer<Configuration>::Deduplicated::GetEntry_Deserializing_Current() 
   return readStack[readCount - 1];
 }
 
+// The stack doubles, so reading is linear in the image however deep the objects lie.
 template <class Configuration>
 void CSerializer<Configuration>::Deduplicated::PushRead(Entry* entry) {
   if (readCount == readRoom) {
@@ -262,6 +274,8 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Deserialize_Seria
   return Read(entry, context);
 }
 
+// A nested entry comes first. Where none is left the next root of the image does; behind the last
+// one `CException_This_Invalid`.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::Deserialize_Serializeable(
     int type, void* context) {
@@ -278,6 +292,9 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Deserialize_Seria
   return Read(entry, context);
 }
 
+// One object an entry, however many refer to it. An entry that is under construction leads back to
+// itself, and one that would nest deeper than kMaxDepth could exhaust the stack: both raise
+// `CException_General`. The outermost object's frame ends what a failure leaves half made.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeable(Entry* entry,
                                                                                    void* context) {
@@ -315,6 +332,8 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
   return result;
 }
 
+// The one entry that this one holds, if it has no values of its own; null otherwise, and where the
+// held one cannot be read.
 template <class Configuration>
 auto CSerializer<Configuration>::Deduplicated::Wrapped(
     const typename Entry::Deduplicated& form) const -> Entry* {
@@ -378,6 +397,7 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
   return form->object;
 }
 
+// Lets go of the objects under construction, innermost first, down to `last`.
 template <class Configuration>
 void CSerializer<Configuration>::Deduplicated::Abandon(typename Entry::Deduplicated* last) {
   while (constructing != last) {
@@ -403,6 +423,9 @@ CSerializer<Configuration>::Serialized::~Serialized() {
 }
 
 // No frame: each record is held by an array, and each array by this object, before it is filled.
+// Three passes over the bytes: count the dictionaries, read each with its entries, gather the
+// entries of all into one array, in which references are places. Nothing is allocated for a count
+// before the bytes behind it were seen.
 template <class Configuration>
 void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, unsigned char* data,
                                                   bool owned) {
@@ -457,6 +480,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   this->initialized = true;
 }
 
+// Numbers the entries, has each dictionary write itself, and joins what they wrote.
 template <class Configuration>
 void CSerializer<Configuration>::Serialized::Init(bool reverseBytes,
                                                   IArray_Dictionary* allDictionaries,

@@ -22,7 +22,7 @@ extern BootSlots blocks[kBlocks];
 
 // The block of a layer.
 template <class Layer>
-inline BootSlots& Slots() {
+constexpr BootSlots& Slots() {
   return blocks[static_cast<int>(Layer::kBlock)];
 }
 

@@ -13,6 +13,16 @@
 
 namespace plinth::v1::api {
 
+// A `T` as the list holds it: all objects as their root, so that one kind of node serves them.
+template <class T, class = void>
+struct CollectedAs {
+  using Type = T;
+};
+template <class T>
+struct CollectedAs<T, std::void_t<typename T::Collected>> {
+  using Type = typename T::Collected;
+};
+
 template <class T, class = void>
 constexpr bool kHasDestroy = false;
 template <class T>
@@ -67,6 +77,26 @@ struct CGarbageCollector {
   // object is not on the list.
   template <class T>
   bool Add(T* object) {
+    return AddCollected<typename CollectedAs<T>::Type>(object);
+  }
+
+  // Takes the first node with this object off the list; the object lives on. No node, no effect.
+  template <class T>
+  void Remove(T* object) {
+    typename CollectedAs<T>::Type* held = object;
+    Unlink(held);
+  }
+
+  // Releases everything on the list.
+  void Close();
+
+  int refCount = 1;
+  TGarbageBase* head = nullptr;
+  bool closing = false;  // set just before the release; a closing list gives nothing back
+
+ private:
+  template <class T>
+  bool AddCollected(T* object) {
     if (object == nullptr) {
       return true;
     }
@@ -78,21 +108,6 @@ struct CGarbageCollector {
     head = node;
     return true;
   }
-
-  // Takes the first node with this object off the list; the object lives on. No node, no effect.
-  template <class T>
-  void Remove(T* object) {
-    Unlink(object);
-  }
-
-  // Releases everything on the list.
-  void Close();
-
-  int refCount = 1;
-  TGarbageBase* head = nullptr;
-  bool closing = false;  // set just before the release; a closing list gives nothing back
-
- private:
   void Unlink(void* object);
 };
 

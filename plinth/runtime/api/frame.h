@@ -85,13 +85,18 @@ template <class Exception>
   RaiseOn<Exception>(JumpManager());
 }
 
-// Puts an object on the frame's list. Out of memory for that ends the object and raises.
-template <class T>
-T* Defer(volatile Frame& frame, T* object) {
+template <class Collected>
+[[gnu::noinline]] void Collect(volatile Frame& frame, Collected* object) {
   if (!frame.collector->Add(object)) {
     End(object);
     RaiseOn<CException_Memory_AllocationFailed>(frame.jumpManager);
   }
+}
+
+// Puts an object on the frame's list. Out of memory for that ends the object and raises.
+template <class T>
+T* Defer(volatile Frame& frame, T* object) {
+  Collect<typename CollectedAs<T>::Type>(frame, object);
   return object;
 }
 

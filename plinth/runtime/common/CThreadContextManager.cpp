@@ -11,6 +11,7 @@ namespace plinth::v1::api {
 using Bucket = CThreadContextManager::Bucket;
 
 namespace boot_manager {
+// An entry holds the one count of its thread's jump manager.
 template <>
 void PlacementDelete(IBootManager* bootManager, Bucket::Entry* entry) {
   if (entry != nullptr) {
@@ -29,6 +30,8 @@ CThreadContextManager::CThreadContextManager()
       semaphore(nullptr),
       buckets(nullptr) {}
 
+// Takes both managers over, also where it fails. Out of memory is a result: no thread is registered
+// yet that an exception could be raised on.
 bool CThreadContextManager::Init(ISemaphoreManager* semaphores, IThreadManager* threads,
                                  IBootManager* bootManager) {
   Delete(bootManager);
@@ -57,10 +60,12 @@ bool CThreadContextManager::IsUsable() const {
          semaphore != nullptr && buckets != nullptr;
 }
 
+// kBuckets is a power of two; ids of threads that start one after another spread over the buckets.
 Bucket* CThreadContextManager::BucketOf(int threadId) const {
   return buckets[threadId & (kBuckets - 1)];
 }
 
+// Of the calling thread; the caller has the semaphore. Null when it is not registered.
 Bucket::Entry* CThreadContextManager::FindEntry() const {
   if (!IsUsable()) {
     return nullptr;
@@ -80,6 +85,8 @@ Bucket::Entry* CThreadContextManager::FindEntry() const {
   return entry;
 }
 
+// Every frame and every raise asks this once. The jump manager is used without the semaphore: only
+// its own thread does.
 CJumpManager* CThreadContextManager::GetJumpManager() const {
   if (!IsUsable()) {
     return nullptr;
@@ -91,6 +98,8 @@ CJumpManager* CThreadContextManager::GetJumpManager() const {
   return jumpManager;
 }
 
+// True also for a thread that is known. False when the bucket is full or memory ran out; the trace
+// then has the cause, for the caller's reason.
 bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
   if (!IsUsable()) {
     return false;
@@ -123,6 +132,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
   return known;
 }
 
+// The calling thread's entry, with its jump manager. Harmless for a thread that is not known.
 void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   if (!IsUsable()) {
     return;
@@ -144,6 +154,7 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
 
 void CThreadContextManager::Delete() { Delete(Booted().bootManager); }
 
+// Ends all entries, those of threads that never went too, and lets go of both managers.
 void CThreadContextManager::Delete(IBootManager* bootManager) {
   const bool guarded = semaphore != nullptr && semaphoreManager != nullptr;
   if (guarded) {

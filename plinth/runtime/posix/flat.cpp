@@ -30,4 +30,16 @@ int _plinth_v1_Try_Posix_So(void (*body)(void*), void* context) {
   return code;
 }
 
-PLINTH_FLAT_FAMILY(_plinth_v1, ::plinth::v1::api::Configuration)
+using Flat = FlatFamily<Configuration>;
+
+int _plinth_v1_Initialize_Posix_Lib(BootRecord* record) { return Flat::Initialize(record); }
+
+int _plinth_v1_Initialize_Posix_So(BootRecord* record) { return Flat::InitializeLayer(record); }
+
+void _plinth_v1_Cleanup_Thread_Posix_Lib(void) { Flat::CleanupThread(); }
+
+void _plinth_v1_Cleanup_Thread_Posix_So(void) { Flat::CleanupLayerThread(); }
+
+void _plinth_v1_Cleanup_Process_Posix_Lib(void) { Flat::CleanupProcess(); }
+
+void _plinth_v1_Cleanup_Process_Posix_So(void) { Flat::CleanupLayerProcess(); }

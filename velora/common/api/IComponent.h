@@ -6,6 +6,7 @@
 
 #include "velora/common/api/IConditions.h"
 #include "velora/common/api/IRecipe.h"
+#include "velora/common/api/ITag.h"
 
 namespace velora::common::api {
 

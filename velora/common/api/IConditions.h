@@ -5,7 +5,7 @@
 #pragma once
 
 #include "plinth/core/api/ILinkedList.h"
-#include "velora/common/api/elements.h"
+#include "velora/common/api/IValue.h"
 
 namespace velora::common::api {
 
@@ -39,14 +39,43 @@ class IConditions : public virtual ISerializeable<Configuration> {
 };
 
 namespace conditions {
-template <class C>
-VELORA_VALUE_INTERFACE(Platform, typename IConditions<C>::IOperator, EPlatform<C>)
-template <class C>
-VELORA_VALUE_INTERFACE(SupplyFamily, typename IConditions<C>::IOperator, ESupplyFamily<C>)
-template <class C>
-VELORA_VALUE_INTERFACE(ProductVariant, typename IConditions<C>::IOperator, EProductVariant<C>)
-template <class C>
-VELORA_VALUE_INTERFACE(VelcaseVersion, typename IConditions<C>::IOperator, EVelcaseVersion<C>)
+
+template <class Configuration>
+class IPlatform : public virtual IValue<typename IConditions<Configuration>::IOperator,
+                                        api::EPlatform<Configuration>> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(IPlatform);
+  using EPlatform = typename IPlatform::Enumeration;
+  typename EPlatform::Enum GetPlatform() const { return this->GetValue(); }
+};
+
+template <class Configuration>
+class ISupplyFamily : public virtual IValue<typename IConditions<Configuration>::IOperator,
+                                            api::ESupplyFamily<Configuration>> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(ISupplyFamily);
+  using ESupplyFamily = typename ISupplyFamily::Enumeration;
+  typename ESupplyFamily::Enum GetSupplyFamily() const { return this->GetValue(); }
+};
+
+template <class Configuration>
+class IProductVariant : public virtual IValue<typename IConditions<Configuration>::IOperator,
+                                              api::EProductVariant<Configuration>> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(IProductVariant);
+  using EProductVariant = typename IProductVariant::Enumeration;
+  typename EProductVariant::Enum GetProductVariant() const { return this->GetValue(); }
+};
+
+template <class Configuration>
+class IVelcaseVersion : public virtual IValue<typename IConditions<Configuration>::IOperator,
+                                              api::EVelcaseVersion<Configuration>> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(IVelcaseVersion);
+  using EVelcaseVersion = typename IVelcaseVersion::Enumeration;
+  typename EVelcaseVersion::Enum GetVelcaseVersion() const { return this->GetValue(); }
+};
+
 }  // namespace conditions
 
 }  // namespace velora::common::api

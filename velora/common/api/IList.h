@@ -19,4 +19,14 @@ class IList : public virtual ISerializeable<Configuration> {
   virtual IArray<T>* GetArray() const = 0;  // without a new reference
 };
 
+// What a list of tags or of properties says about a key.
+template <class Configuration, class T>
+class IMatchable : public virtual IList<Configuration, T> {
+ public:
+  PLINTH_INLINE_CONSTRUCTION(IMatchable);
+  // How many pairs of this list and the other are equal.
+  virtual int GetCount_Matching(IMatchable* other) const = 0;
+  virtual bool AreCompatibleWith(IMatchable* other) const = 0;
+};
+
 }  // namespace velora::common::api

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "plinth/core/api/ILinkedList.h"
-#include "velora/common/api/elements.h"
+#include "velora/common/api/IProperty.h"
 
 namespace velora::common::api {
 

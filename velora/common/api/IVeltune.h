@@ -37,9 +37,6 @@ class IVeltune : public virtual plinth::v1::api::IObject {
   using Parameters = typename Vocabulary<Configuration>::IPrintModeParameters;
   using Veltune = typename Vocabulary<Configuration>::IVeltune;
 
-  // Longer than any sound chain of references, and far from a stack's end.
-  static constexpr int kMaxChain = 1000;
-
   using plinth::v1::api::IObject::Init;
   virtual void Init(Parameters* parameters) = 0;
   virtual void Init(Veltune* other) = 0;

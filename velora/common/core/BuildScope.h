@@ -14,6 +14,9 @@ class BuildScope;
 // The recipes under construction, innermost first; each lies in the frame that builds it.
 template <class Configuration>
 struct BuildChain {
+  // Longer than any sound chain of references, and far from a stack's end.
+  static constexpr int kMost = 1000;
+
   const void* recipe;
   BuildChain* outer;
   BuildScope<Configuration>* scope;
@@ -38,10 +41,9 @@ class BuildScope {
 
   BuildScope() = default;
   ~BuildScope();
-  // The finder in a list for a print mode.
-  template <class Kind>
-  Finder<Configuration>* FinderIn(api::IArray<Kind>* array, Parameters* parameters,
-                                  const void* printModeMapping);
+  // The finder among components for a print mode.
+  Finder<Configuration>* FinderAmong(const Components<Configuration>& components,
+                                     Parameters* parameters, const void* printModeMapping);
   // What was built of a recipe with its component's properties, or null. A kind's components are
   // of that type id.
   const Built* Find(const void* recipe, const void* properties, int kind,

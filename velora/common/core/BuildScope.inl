@@ -16,20 +16,18 @@ BuildScope<Configuration>::~BuildScope() {
 }
 
 template <class Configuration>
-template <class Kind>
-Finder<Configuration>* BuildScope<Configuration>::FinderIn(api::IArray<Kind>* array,
-                                                           Parameters* parameters,
-                                                           const void* printModeMapping) {
-  const int count = array->GetCount();
+Finder<Configuration>* BuildScope<Configuration>::FinderAmong(
+    const Components<Configuration>& components, Parameters* parameters,
+    const void* printModeMapping) {
   for (Finder<Configuration>* finder : finders) {
-    if (finder->IsFor(array, count, printModeMapping)) {
+    if (finder->IsFor(components, printModeMapping)) {
       return finder;
     }
   }
   Finder<Configuration>* volatile made = nullptr;
   PLINTH_FRAME(Configuration) {
     auto* finder = Defer(frame, Create<Configuration, Finder<Configuration>>());
-    finder->Init(array, parameters, printModeMapping);
+    finder->Init(components, parameters, printModeMapping);
     finders.Add(finder);
     made = HandOver(frame, finder);
   }

@@ -4,49 +4,46 @@
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CBuilt.h"
 #include "velora/common/core/CComponent.inl"
-#include "velora/common/core/create.h"
-
-#define VELORA_BUILT template <class Configuration, class Class, class Interface>
-#define VELORA_BUILT_OF CBuilt<Configuration, Class, Interface>
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 
-VELORA_BUILT void VELORA_BUILT_OF::Init(api::IComponent<Configuration>* other) {
+template <class Configuration>
+void CBuiltBody<Configuration>::Init(api::IComponent<Configuration>* other) {
   this->BeginInit();
-  if (other == nullptr || other->GetSerializeableType() != Interface::kType) {
+  if (other == nullptr || other->GetSerializeableType() != GetKind().type) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Component::Init(other);
-  const auto* source = static_cast<const CBuilt*>(other->GetThis_Concrete());
-  data.Share(source->data.Get());
+  const auto* source = static_cast<const CBuiltBody*>(other->GetThis_Concrete());
+  ShareData(source->data);
   printModeMapping = source->printModeMapping;
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::Init(typename Interface::Copied* other) {
-  this->Init(static_cast<api::IComponent<Configuration>*>(other));
-}
-
-VELORA_BUILT bool VELORA_BUILT_OF::Accepts(int operatorType) {
-  for (const int accepted : Interface::kOperators) {
-    if (accepted == operatorType) {
+template <class Configuration>
+bool CBuiltBody<Configuration>::Accepts(int operatorType) const {
+  const Kind& kind = GetKind();
+  for (int i = 0; i < kind.operatorCount; ++i) {
+    if (kind.operators[i] == operatorType) {
       return true;
     }
   }
   return false;
 }
 
-VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& frame,
-                                              Operators* operators, Properties* newProperties,
-                                              IVeltune* veltune) {
-  if (operators == nullptr || veltune == nullptr ||
-      (!Interface::kMayRefer && newProperties == nullptr)) {
+template <class Configuration>
+void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& frame,
+                                           Operators* operators, Properties* newProperties,
+                                           IVeltune* veltune) {
+  const Kind& kind = GetKind();
+  if (operators == nullptr || veltune == nullptr || (!kind.mayRefer && newProperties == nullptr)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Component::Init(operators, newProperties, veltune);
   auto* last = Defer(frame, operators->PopBack());
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
-  if (auto* chain = CVeltune<Configuration>::Concrete(veltune)->GetBuildChain()) {
+  if (auto* chain = CVeltune<Configuration>::Concrete(veltune)->buildChain) {
     chain->watched |= step->GetCallbacks() != nullptr;
   }
   if (step->IsOperator()) {
@@ -57,64 +54,65 @@ VELORA_BUILT void VELORA_BUILT_OF::InitWithin(volatile plinth::v1::api::Frame& f
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     step->Resolve(operators, newProperties, veltune);
-    using Operator = typename CRecipe<Configuration>::COperator;
-    data.Take(static_cast<Data*>(static_cast<Operator*>(step->GetThis_Concrete())->TakeData()));
+    TakeData(static_cast<Operator*>(step->GetThis_Concrete())->TakeData());
   } else {
-    if (!Interface::kMayRefer || type != Interface::kType) {
+    if (!kind.mayRefer || type != kind.type) {
       PLINTH_RAISE(CException_This_Invalid);
     }
     // An operand of this type id is of this class.
-    Interface* reference = static_cast<CBuilt*>(step->GetThis_Concrete());
-    Interface* found = Defer(frame, Class::Locate(veltune, reference));
-    data.Take(found->BuildData(veltune));
+    auto* reference = static_cast<CBuiltBody*>(step->GetThis_Concrete());
+    CBuiltBody* found = Defer(frame, kind.locate(veltune, reference));
+    TakeData(found->Build(veltune));
   }
 }
 
-VELORA_BUILT auto VELORA_BUILT_OF::Init(Operators* operators, Properties* newProperties,
-                                        IVeltune* veltune) -> Operators* {
+template <class Configuration>
+auto CBuiltBody<Configuration>::Init(Operators* operators, Properties* newProperties,
+                                     IVeltune* veltune) -> Operators* {
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     InitWithin(frame, operators, newProperties, veltune);
   });
   return operators;
 }
 
-VELORA_BUILT auto VELORA_BUILT_OF::BuildData(IVeltune* veltune) -> Data* {
+template <class Configuration>
+void* CBuiltBody<Configuration>::Build(IVeltune* veltune) {
   if (veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
   const bool resolved = this->componentState == api::kComponentState_Resolved;
-  if ((resolved && !data) || (!resolved && this->componentState != api::kComponentState_Stored)) {
+  if ((resolved && !held) || (!resolved && this->componentState != api::kComponentState_Stored)) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  if (!resolved && !(data && IsVeltuneValid(veltune))) {
-    if constexpr (HasLeaf<Class>(0)) {
-      if (auto* leaf = FindLeaf()) {
-        return RebuildFromLeaf(leaf, veltune);
-      }
+  if (!resolved && !(held && IsVeltuneValid(veltune))) {
+    if (Operator* leaf = FindLeaf()) {
+      RebuildFromLeaf(leaf, veltune);
+    } else {
+      Rebuild(veltune);
     }
-    return Rebuild(veltune);
   }
-  data->AddRef();
-  return data.Get();
+  held->AddRef();
+  return data;
 }
 
 // The recipe's one operator, if it is one with stored bytes.
-VELORA_BUILT auto VELORA_BUILT_OF::FindLeaf() const {
-  using Leaf = typename Class::Leaf;
+template <class Configuration>
+auto CBuiltBody<Configuration>::FindLeaf() const -> Operator* {
+  const int leaf = GetKind().leaf;
   auto* operators = this->recipe->GetLinkedList_Operators();
-  auto* step = operators->GetCount() == 1 ? operators->GetHead()->GetValue() : nullptr;
-  return step != nullptr && step->GetSerializeableType() == Leaf::kSerializeableType
-             ? static_cast<Leaf*>(step->GetThis_Concrete())
+  auto* step = leaf != 0 && operators->GetCount() == 1 ? operators->GetHead()->GetValue() : nullptr;
+  return step != nullptr && step->GetSerializeableType() == leaf
+             ? static_cast<Operator*>(step->GetThis_Concrete())
              : nullptr;
 }
 
 // As below, without what a leaf does not need: it takes no operand, so the list stays whole without
 // a copy, and refers to nothing, so it is left out of the chain.
-VELORA_BUILT template <class Leaf>
-auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
-  if (auto* outer = CVeltune<Configuration>::Concrete(veltune)->GetBuildChain()) {
-    if (outer->depth >= api::IVeltune<Configuration>::kMaxChain) {
+template <class Configuration>
+void CBuiltBody<Configuration>::RebuildFromLeaf(Operator* leaf, IVeltune* veltune) {
+  if (auto* outer = CVeltune<Configuration>::Concrete(veltune)->buildChain) {
+    if (outer->depth >= BuildChain<Configuration>::kMost) {
       PLINTH_RAISE(CException_General);
     }
     outer->Reach(1);
@@ -123,46 +121,42 @@ auto VELORA_BUILT_OF::RebuildFromLeaf(Leaf* leaf, IVeltune* veltune) -> Data* {
   this->Call_Callback_Build();
   this->Call_Callback_Resolve();
   leaf->Resolve(this->recipe->GetLinkedList_Operators(), this->properties.Get(), veltune);
-  data.Take(static_cast<Data*>(leaf->TakeData()));
+  TakeData(leaf->TakeData());
   UpdatePrintModeMapping(veltune);
-  data->AddRef();
   this->Call_Callback_Resolve_Done();
   this->Call_Callback_Build_Done();
-  return data.Get();
 }
 
-// What an equal build within the same outermost one has made, or null: a component that is named
+// Whether an equal build within the same outermost one has made the data: a component that is named
 // again and again, at each level of a chain, is built once. It must not stand deeper than a chain
 // may go.
-VELORA_BUILT auto VELORA_BUILT_OF::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune)
-    -> Data* {
-  const auto* built = outer->scope->Find(this->recipe.Get(), this->properties.Get(),
-                                         Interface::kType, MappingOf(veltune));
+template <class Configuration>
+bool CBuiltBody<Configuration>::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune) {
+  const auto* built = outer->scope->Find(this->recipe.Get(), this->properties.Get(), GetKind().type,
+                                         MappingOf(veltune));
   if (built == nullptr) {
-    return nullptr;
+    return false;
   }
-  if (outer->depth + built->height > api::IVeltune<Configuration>::kMaxChain) {
+  if (outer->depth + built->height > BuildChain<Configuration>::kMost) {
     PLINTH_RAISE(CException_General);
   }
   outer->Reach(built->height);
-  data.Share(static_cast<Data*>(built->data));
+  ShareData(built->data);
   UpdatePrintModeMapping(veltune);
-  data->AddRef();
-  return data.Get();
+  return true;
 }
 
 // The stored recipe stays as it is: a temporary consumes a copy of its list, which must then be
 // used up. Components that share a recipe object resolve alike, so a recipe that is met again
 // inside its own construction would never end.
-VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
+template <class Configuration>
+void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
   using Scope = BuildScope<Configuration>;
-  Data* volatile built = nullptr;
+  const Kind& kind = GetKind();
   auto* own = CVeltune<Configuration>::Concrete(veltune);
-  BuildChain<Configuration>* const outer = own->GetBuildChain();
-  if (outer != nullptr && this->callbacks == nullptr) {
-    if (Data* taken = TakeBuilt(outer, veltune)) {
-      return taken;
-    }
+  BuildChain<Configuration>* const outer = own->buildChain;
+  if (outer != nullptr && this->callbacks == nullptr && TakeBuilt(outer, veltune)) {
+    return;
   }
   BuildChain<Configuration> link = {this->recipe.Get(),
                                     outer,
@@ -171,7 +165,7 @@ VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
                                     1,
                                     this->callbacks != nullptr};
   PLINTH_FRAME(Configuration) {
-    bool sound = link.depth <= api::IVeltune<Configuration>::kMaxChain;
+    bool sound = link.depth <= BuildChain<Configuration>::kMost;
     for (const auto* step = outer; step != nullptr; step = step->outer) {
       sound = sound && step->recipe != link.recipe;
     }
@@ -181,10 +175,10 @@ VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
     if (outer == nullptr) {
       link.scope = Defer(frame, Create<Configuration, Scope>());
     }
-    own->SetBuildChain(&link);
+    own->buildChain = &link;
     this->Call_Callback_Build();
     this->Call_Callback_Resolve();
-    Class* temporary = Defer(frame, Create<Configuration, Class>());
+    CBuiltBody* temporary = Defer(frame, kind.create());
     using Rest = plinth::v1::core::CLinkedList<Configuration,
                                                typename api::IRecipe<Configuration>::IOperator>;
     Operators* rest = Defer<Operators>(frame, Create<Configuration, Rest>());
@@ -193,32 +187,122 @@ VELORA_BUILT auto VELORA_BUILT_OF::Rebuild(IVeltune* veltune) -> Data* {
     if (rest->GetCount() != 0) {
       PLINTH_RAISE(CException_This_Invalid);
     }
-    data.Share(temporary->GetData());
+    ShareData(temporary->Built());
     UpdatePrintModeMapping(veltune);
     if (outer != nullptr) {
       outer->Reach(link.height);
       outer->watched |= link.watched;
-      if (!link.watched && !IsBuiltAnew<Class>(0)) {
+      if (!link.watched && !kind.builtAnew) {
         link.scope->Keep(this->recipe.Get(), this->properties.Get(), printModeMapping,
-                         {data.Get(), data.Get(), Interface::kType, link.height});
+                         {held.Get(), data, kind.type, link.height});
       }
     }
-    data->AddRef();
-    built = data.Get();
     this->Call_Callback_Resolve_Done();
     this->Call_Callback_Build_Done();
   }
-  PLINTH_TAIL { own->SetBuildChain(outer); }
+  PLINTH_TAIL { own->buildChain = outer; }
   PLINTH_END
-  return built;
 }
 
-VELORA_BUILT auto VELORA_BUILT_OF::GetData() const -> Data* {
+template <class Configuration>
+void* CBuiltBody<Configuration>::Built() const {
   this->CheckThis();
-  if (!data) {
+  if (!held) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  return data.Get();
+  return data;
+}
+
+template <class Configuration>
+void CBuiltBody<Configuration>::TakeData(void* newData) {
+  held.Take(newData == nullptr ? nullptr : GetKind().object(newData));
+  data = newData;
+}
+
+template <class Configuration>
+void CBuiltBody<Configuration>::ShareData(void* newData) {
+  held.Share(newData == nullptr ? nullptr : GetKind().object(newData));
+  data = newData;
+}
+
+template <class Configuration>
+const void* CBuiltBody<Configuration>::MappingOf(IVeltune* veltune) {
+  return veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
+}
+
+template <class Configuration>
+bool CBuiltBody<Configuration>::IsVeltuneValid(IVeltune* veltune) const {
+  return printModeMapping != nullptr && printModeMapping == MappingOf(veltune);
+}
+
+template <class Configuration>
+void CBuiltBody<Configuration>::UpdatePrintModeMapping(IVeltune* veltune) {
+  printModeMapping = MappingOf(veltune);
+}
+
+template <class Configuration>
+void CBuiltBody<Configuration>::Reset() {
+  Component::Reset();
+  held.Forget();
+  data = nullptr;
+  printModeMapping = nullptr;
+}
+
+template <class Configuration>
+void CBuiltBody<Configuration>::Delete() {
+  held.Drop();
+  Component::Delete();
+}
+
+// ---- a kind
+
+template <class Configuration, class Class, class Interface>
+void CBuilt<Configuration, Class, Interface>::Init(typename Interface::Copied* other) {
+  this->Init(static_cast<api::IComponent<Configuration>*>(other));
+}
+
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::BuildData(IVeltune* veltune) -> Data* {
+  return static_cast<Data*>(this->Build(veltune));
+}
+
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::GetData() const -> Data* {
+  return static_cast<Data*>(this->Built());
+}
+
+template <class Configuration, class Class, class Interface>
+auto CBuilt<Configuration, Class, Interface>::Locate(IVeltune* veltune, Body* reference) -> Body* {
+  if constexpr (Interface::kListType != 0) {
+    Interface* found = veltune->Locate(static_cast<Interface*>(static_cast<CBuilt*>(reference)));
+    return static_cast<Body*>(found->GetThis_Concrete());
+  } else {
+    PLINTH_RAISE(CException_This_Invalid);
+  }
+}
+
+template <class Configuration, class Class, class Interface>
+constexpr int CBuilt<Configuration, Class, Interface>::LeafType() {
+  if constexpr (std::is_void_v<typename Class::Leaf>) {
+    return 0;
+  } else {
+    return Class::Leaf::kSerializeableType;
+  }
+}
+
+template <class Configuration, class Class, class Interface>
+const BuiltKind<Configuration>& CBuilt<Configuration, Class, Interface>::GetKind() const {
+  static constexpr BuiltKind<Configuration> kKind = {
+      Interface::kType,
+      Interface::kOperators,
+      static_cast<int>(sizeof Interface::kOperators / sizeof *Interface::kOperators),
+      LeafType(),
+      Interface::kMayRefer,
+      Class::kBuiltAnew,
+      [](void* made) -> plinth::v1::api::IObject* { return static_cast<Data*>(made); },
+      []() -> Body* { return Create<Configuration, Class>(); },
+      Locate};
+  return kKind;
 }
 
 template <class Configuration, class Class, class Interface>
@@ -227,35 +311,9 @@ void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Dat
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
-  if (this->data.Get() != newData) {
-    this->data.Share(newData);
+  if (this->data != newData) {
+    this->ShareData(newData);
   }
 }
 
-VELORA_BUILT const void* VELORA_BUILT_OF::MappingOf(IVeltune* veltune) {
-  return veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
-}
-
-VELORA_BUILT bool VELORA_BUILT_OF::IsVeltuneValid(IVeltune* veltune) const {
-  return printModeMapping != nullptr && printModeMapping == MappingOf(veltune);
-}
-
-VELORA_BUILT void VELORA_BUILT_OF::UpdatePrintModeMapping(IVeltune* veltune) {
-  printModeMapping = MappingOf(veltune);
-}
-
-VELORA_BUILT void VELORA_BUILT_OF::Reset() {
-  Component::Reset();
-  data.Forget();
-  printModeMapping = nullptr;
-}
-
-VELORA_BUILT void VELORA_BUILT_OF::Delete() {
-  data.Drop();
-  Component::Delete();
-}
-
 }  // namespace velora::common::core
-
-#undef VELORA_BUILT
-#undef VELORA_BUILT_OF

@@ -50,11 +50,8 @@ class CComponent : public CRecipe<Configuration>::COperand,
   void Reset() override;
   void Delete() override;
 
-  // The comparisons, with what is known of the parts of components; or null.
-  bool IsEqualKnowing(plinth::v1::api::ISerializeable* other,
-                      Comparison<Configuration>* known) const;
-  bool IsLessKnowing(plinth::v1::api::ISerializeable* other,
-                     Comparison<Configuration>* known) const;
+  // Both comparisons at once, with what is known of the parts of components, or null.
+  EOrder Compare(plinth::v1::api::ISerializeable* other, Comparison<Configuration>* known) const;
 
  protected:
   // `valid`, and the parts that the state asks for.

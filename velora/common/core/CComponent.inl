@@ -67,6 +67,7 @@ auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune
   return operators;
 }
 
+// The copy. A component that holds data of its own has nothing but the data, which the kind shares.
 template <class Configuration>
 void CComponent<Configuration>::Init(Interface* other) {
   this->BeginInit();
@@ -87,6 +88,7 @@ void CComponent<Configuration>::Init(Interface* other) {
   }
 }
 
+// What was read is checked against its class; a recipe that names the wrong kind of object raises.
 template <class Configuration>
 template <class Class, class Part>
 void CComponent<Configuration>::ReadPart(Counted<Part>& part, int type,
@@ -161,6 +163,7 @@ api::IRecipe<Configuration>* CComponent<Configuration>::GetRecipe() const {
   return Present(recipe);
 }
 
+// The lists are shared: components that have them too see them sorted.
 template <class Configuration>
 void CComponent<Configuration>::Sort(bool deduplicate) {
   this->CheckThis();
@@ -168,6 +171,7 @@ void CComponent<Configuration>::Sort(bool deduplicate) {
   Present(properties)->Sort(deduplicate);
 }
 
+// The recipe's operators find the component's properties in the context, as in reading.
 template <class Configuration>
 void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* context) {
   Operand::Serialize(serializer, context);
@@ -188,66 +192,38 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
 
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
-  return IsEqualKnowing(other, nullptr);
+  return Compare(other, nullptr) == kOrder_Equal;
 }
 
 template <class Configuration>
 bool CComponent<Configuration>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
-  return IsLessKnowing(other, nullptr);
+  return Compare(other, nullptr) == kOrder_Less;
 }
 
-// The order of fields differs from that of IsLessKnowing.
+// The first part that differs decides; the recipes are compared last.
 template <class Configuration>
-bool CComponent<Configuration>::IsEqualKnowing(plinth::v1::api::ISerializeable* other,
-                                               Comparison<Configuration>* known) const {
-  using Parts = Comparison<Configuration>;
+EOrder CComponent<Configuration>::Compare(plinth::v1::api::ISerializeable* other,
+                                          Comparison<Configuration>* known) const {
   const auto* right = static_cast<const CComponent*>(this->Comparable(other));
   if (componentState != right->componentState) {
-    return false;
+    return componentState < right->componentState ? kOrder_Less : kOrder_Greater;
   }
-  if (componentState == api::kComponentState_Resolved) {
-    return true;  // no parts to compare
+  EOrder order = kOrder_Equal;
+  const auto decide = [&order, known](const auto& a, const auto& b) {
+    order = a.Get() == b.Get() ? kOrder_Equal
+                               : Comparison<Configuration>::Compare(a.Get(), b.Get(), known);
+    return order != kOrder_Equal;
+  };
+  const bool stored = componentState == api::kComponentState_Stored;
+  if (componentState != api::kComponentState_Resolved &&  // which has no parts to compare
+      !(stored && (decide(version, right->version) || decide(conditions, right->conditions))) &&
+      !decide(tags, right->tags) && !decide(properties, right->properties) && stored) {
+    decide(recipe, right->recipe);
   }
-  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known) ||
-      !Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
-    return false;
-  }
-  return componentState == api::kComponentState_Reference ||
-         (Parts::AreEqual(version.Get(), right->version.Get(), known) &&
-          Parts::AreEqual(conditions.Get(), right->conditions.Get(), known) &&
-          Parts::AreEqual(recipe.Get(), right->recipe.Get(), known));
+  return order;
 }
 
-template <class Configuration>
-bool CComponent<Configuration>::IsLessKnowing(plinth::v1::api::ISerializeable* other,
-                                              Comparison<Configuration>* known) const {
-  using Parts = Comparison<Configuration>;
-  const auto* right = static_cast<const CComponent*>(this->Comparable(other));
-  if (componentState != right->componentState) {
-    return componentState < right->componentState;
-  }
-  if (componentState == api::kComponentState_Resolved) {
-    return false;
-  }
-  // The first part that differs decides.
-  if (componentState == api::kComponentState_Stored) {
-    if (!Parts::AreEqual(version.Get(), right->version.Get(), known)) {
-      return Parts::IsLess(version.Get(), right->version.Get(), known);
-    }
-    if (!Parts::AreEqual(conditions.Get(), right->conditions.Get(), known)) {
-      return Parts::IsLess(conditions.Get(), right->conditions.Get(), known);
-    }
-  }
-  if (!Parts::AreEqual(tags.Get(), right->tags.Get(), known)) {
-    return Parts::IsLess(tags.Get(), right->tags.Get(), known);
-  }
-  if (!Parts::AreEqual(properties.Get(), right->properties.Get(), known)) {
-    return Parts::IsLess(properties.Get(), right->properties.Get(), known);
-  }
-  return componentState == api::kComponentState_Stored && recipe.Get() != right->recipe.Get() &&
-         Parts::IsLess(recipe.Get(), right->recipe.Get(), known);
-}
-
+// A state of none of the three is a blank object or a damaged one.
 template <class Configuration>
 void CComponent<Configuration>::CheckMembers() const {
   const bool hasReference = tags && properties;

@@ -11,9 +11,14 @@
 namespace velora::common::core {
 
 template <class Configuration>
-class CConditions : public CExpression<Configuration, api::IConditions<Configuration>,
-                                       TypeIds<Configuration>::kConditions,
-                                       TypeIds<Configuration>::kArray_Conditions_Operator> {
+struct ConditionsTraits {
+  using Interface = api::IConditions<Configuration>;
+  static constexpr int kType = TypeIds<Configuration>::kConditions;
+  static constexpr int kArrayType = TypeIds<Configuration>::kArray_Conditions_Operator;
+};
+
+template <class Configuration>
+class CConditions : public CExpression<Configuration, ConditionsTraits<Configuration>> {
  public:
   using Interface = api::IConditions<Configuration>;
   using IOperator = typename Interface::IOperator;

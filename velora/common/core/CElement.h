@@ -5,7 +5,8 @@
 
 #include "plinth/core/CSerializeable.h"
 #include "plinth/core/Counted.h"
-#include "velora/common/api/elements.h"
+#include "velora/common/api/IProperty.h"
+#include "velora/common/api/ITag.h"
 
 namespace velora::common::core {
 

@@ -25,21 +25,43 @@ auto CSerializeable<Configuration>::GetCallbacks() const -> Callbacks* {
   return callbacks;
 }
 
-// What the function of a word returns; 0 where there is none to call.
-#define VELORA_CALL_CALLBACK(Name, word)                      \
-  template <class Configuration>                              \
-  int CSerializeable<Configuration>::Call_Callback_##Name() { \
-    return callbacks == nullptr || callbacks->word == nullptr \
-               ? 0                                            \
-               : callbacks->word(callbacks->context);         \
-  }
-VELORA_CALL_CALLBACK(Locate, locate)
-VELORA_CALL_CALLBACK(Locate_Done, locate)
-VELORA_CALL_CALLBACK(Build, build)
-VELORA_CALL_CALLBACK(Build_Done, buildDone)
-VELORA_CALL_CALLBACK(Resolve, resolve)
-VELORA_CALL_CALLBACK(Resolve_Done, resolveDone)
-#undef VELORA_CALL_CALLBACK
+// What a function of the record returns; 0 where there is none to call.
+template <class Callbacks>
+int CallBack(const Callbacks* callbacks, typename Callbacks::Function Callbacks::*function) {
+  return callbacks == nullptr || callbacks->*function == nullptr
+             ? 0
+             : (callbacks->*function)(callbacks->context);
+}
+
+template <class Configuration>
+int CSerializeable<Configuration>::Call_Callback_Locate() {
+  return CallBack(callbacks, &Callbacks::locate);
+}
+
+template <class Configuration>
+int CSerializeable<Configuration>::Call_Callback_Locate_Done() {
+  return CallBack(callbacks, &Callbacks::locate);
+}
+
+template <class Configuration>
+int CSerializeable<Configuration>::Call_Callback_Build() {
+  return CallBack(callbacks, &Callbacks::build);
+}
+
+template <class Configuration>
+int CSerializeable<Configuration>::Call_Callback_Build_Done() {
+  return CallBack(callbacks, &Callbacks::buildDone);
+}
+
+template <class Configuration>
+int CSerializeable<Configuration>::Call_Callback_Resolve() {
+  return CallBack(callbacks, &Callbacks::resolve);
+}
+
+template <class Configuration>
+int CSerializeable<Configuration>::Call_Callback_Resolve_Done() {
+  return CallBack(callbacks, &Callbacks::resolveDone);
+}
 
 template <class Configuration>
 int CSerializeable<Configuration>::Call_Callback_ReportSize_Encoded(int size) {

@@ -8,13 +8,15 @@
 
 namespace velora::common::core {
 
-template <class Configuration, class I, int kType, int kListType>
-class CExpression : public CSerializeable<Configuration>, public virtual I {
+// `Traits` says which expression it is: its `Interface`, and the type ids of it and of its array,
+// `kType` and `kArrayType`.
+template <class Configuration, class Traits>
+class CExpression : public CSerializeable<Configuration>, public virtual Traits::Interface {
  public:
-  using Interface = I;
+  using Interface = typename Traits::Interface;
   using IOperator = typename Interface::IOperator;
   using Operators = plinth::v1::api::ILinkedList<IOperator>;
-  static constexpr int kSerializeableType = kType;
+  static constexpr int kSerializeableType = Traits::kType;
 
   [[gnu::always_inline]] CExpression() : CSerializeable<Configuration>(kSerializeableType) {}
   PLINTH_INLINE_DESTRUCTION(CExpression);

@@ -4,20 +4,22 @@
 #include "plinth/core/CLinkedList.inl"
 #include "velora/common/core/CElement.inl"
 #include "velora/common/core/CExpression.h"
-#include "velora/common/core/create.h"
-
-#define VELORA_EXPRESSION template <class Configuration, class I, int kType, int kListType>
-#define VELORA_EXPRESSION_OF CExpression<Configuration, I, kType, kListType>
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(api::ISerializeable<Configuration>* other) {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Init(api::ISerializeable<Configuration>* other) {
   Init(dynamic_cast<Interface*>(other));
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Operators* newOperators) {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Init(Operators* newOperators) {
   this->BeginInit();
   if (newOperators == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -26,7 +28,8 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Operators* newOperators) {
   this->valid = true;
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Init(Interface* other) {
   this->BeginInit();
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -36,8 +39,8 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(Interface* other) {
   operators.Share(shared);
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(int, api::ISerializer* serializer,
-                                                  void* context) {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Init(int, api::ISerializer* serializer, void* context) {
   this->InitFrom(serializer, [&] {
     auto* twin = serializer->GetSerializeable_Twin();
     if (twin != nullptr && twin->GetSerializeableType() == kSerializeableType) {
@@ -47,18 +50,19 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Init(int, api::ISerializer* seriali
     } else {
       operators.Take(
           Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
-      operators->Init(kListType, serializer, context);
+      operators->Init(Traits::kArrayType, serializer, context);
     }
   });
 }
 
-VELORA_EXPRESSION auto VELORA_EXPRESSION_OF::GetLinkedList_Operators() -> Operators* {
+template <class Configuration, class Traits>
+auto CExpression<Configuration, Traits>::GetLinkedList_Operators() -> Operators* {
   CheckThis();
   return operators.Get();
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Serialize(api::ISerializer* serializer,
-                                                       void* context) {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Serialize(api::ISerializer* serializer, void* context) {
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -68,37 +72,37 @@ VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Serialize(api::ISerializer* seriali
   serializer->Serialization_End(kSerializeableType);
 }
 
-VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsEqualTo(
-    plinth::v1::api::ISerializeable* other) const {
+template <class Configuration, class Traits>
+bool CExpression<Configuration, Traits>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
   Operators* others = right->GetLinkedList_Operators();
   return operators.Get() == others || operators->IsEqualTo(others);
 }
 
-VELORA_EXPRESSION bool VELORA_EXPRESSION_OF::IsLessThan(
-    plinth::v1::api::ISerializeable* other) const {
+template <class Configuration, class Traits>
+bool CExpression<Configuration, Traits>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
   Operators* others = right->GetLinkedList_Operators();
   return operators.Get() != others && operators->IsLessThan(others);
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::CheckThis() const {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::CheckThis() const {
   if (!this->valid || !operators) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Reset() {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Reset() {
   CSerializeable<Configuration>::Reset();
   operators.Forget();
 }
 
-VELORA_EXPRESSION void VELORA_EXPRESSION_OF::Delete() {
+template <class Configuration, class Traits>
+void CExpression<Configuration, Traits>::Delete() {
   operators.Drop();
   CSerializeable<Configuration>::Delete();
 }
-
-#undef VELORA_EXPRESSION
-#undef VELORA_EXPRESSION_OF
 
 }  // namespace velora::common::core

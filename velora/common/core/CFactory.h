@@ -8,9 +8,9 @@
 #include "velora/common/core/CList.h"
 #include "velora/common/core/CPrintModeParameters.h"
 #include "velora/common/core/CRecipe.h"
+#include "velora/common/core/CValue.h"
 #include "velora/common/core/CVelcase.h"
 #include "velora/common/core/CVeltune.h"
-#include "velora/common/core/values.h"
 
 // The common classes that a factory makes, in the order of its slots, over the layer's tag `C`:
 // STORED(name, interface, class), or OTHER for what no image holds.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "plinth/core/CFactory.inl"
-#include "plinth/runtime/api/flat.h"
 #include "velora/common/core/CFactory.h"
 #include "velora/common/core/CPrintModeParameters.inl"
 #include "velora/common/core/CVelcaseOf.inl"
@@ -15,17 +14,6 @@
     return ::velora::common::core::Create<Configuration, Class>();
 #define VELORA_NO_CASE(Name, Interface, Class)
 
-// The flat functions of a pipeline's layer.
-#define VELORA_FLAT_FAMILY(Prefix, Pipeline)                             \
-  PLINTH_FLAT_FAMILY(Prefix, Pipeline::api::Configuration)               \
-  void* Prefix##_CreateFactory_Posix_Lib(void) {                         \
-    plinth::v1::api::CPlatform* platform =                               \
-        plinth::v1::api::Slots<Pipeline::api::Configuration>().platform; \
-    return static_cast<Pipeline::api::_factory::IFactory*>(              \
-        new (platform, false, true) Pipeline::core::_factory::CFactory); \
-  }                                                                      \
-  void* Prefix##_CreateFactory_Posix_So(void) { return Prefix##_CreateFactory_Posix_Lib(); }
-
 namespace velora::common::core {
 
 template <class C>
@@ -35,12 +23,12 @@ plinth::v1::api::ISerializeable* CSerializerHelper<C>::CreateSerializeable(int t
   }
   this->CheckThis();
   switch (type) {
-    case plinth::v1::core::CSerializer<C>::kRecordType:
+    case plinth::v1::core::CSerializer<plinth::v1::api::Configuration>::kRecordType:
       PLINTH_RAISE(CException_NotImplemented);
-    case plinth::v1::core::CArray_uint8<C>::kType:
-      return Create<C, plinth::v1::core::CArray_uint8<C>>();
-    case plinth::v1::core::CArray_int32<C>::kType:
-      return Create<C, plinth::v1::core::CArray_int32<C>>();
+    case plinth::v1::core::CArray_uint8::kType:
+      return Create<C, plinth::v1::core::CArray_uint8>();
+    case plinth::v1::core::CArray_int32::kType:
+      return Create<C, plinth::v1::core::CArray_int32>();
     case TypeIds<C>::kArray_Conditions_Operator:
       return Create<C, CArray_Conditions_Operator<C>>();
     case TypeIds<C>::kArray_Recipe_Operator:

@@ -3,18 +3,23 @@
 #pragma once
 
 #include "plinth/core/CArray.h"
+#include "velora/common/api/IComponent.h"
 #include "velora/common/core/CElement.h"
 
 namespace velora::common::core {
 
-template <class Configuration, class T, class Interface, int kType, int kArrayType>
-class CList : public CElement<Configuration>, public virtual Interface {
+// `Traits` says which list it is: its `Element`, its `Interface`, and the type ids of it and of its
+// array, `kType` and `kArrayType`.
+template <class Configuration, class Traits>
+class CList : public CElement<Configuration>, public virtual Traits::Interface {
  public:
+  using Interface = typename Traits::Interface;
+  using T = typename Traits::Element;
   using Array = api::IArray<T>;
   using List = api::IList<Configuration, T>;
-  static constexpr int kSerializeableType = kType;
+  static constexpr int kSerializeableType = Traits::kType;
 
-  [[gnu::always_inline]] CList() : CElement<Configuration>(kType) {}
+  [[gnu::always_inline]] CList() : CElement<Configuration>(kSerializeableType) {}
   PLINTH_INLINE_DESTRUCTION(CList);
   using Interface::Init;
   void Init() override;
@@ -37,16 +42,16 @@ class CList : public CElement<Configuration>, public virtual Interface {
   Counted<Array> array;
 };
 
-// Adds the comparison with a key. `Policy` judges compatibility pair by pair.
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-class CMatchable
-    : public CList<Configuration, T, api::IMatchable<Configuration, T>, kType, kArrayType> {
+// Adds the comparison with a key. `Traits::Policy` judges compatibility pair by pair.
+template <class Configuration, class Traits>
+class CMatchable : public CList<Configuration, Traits> {
  public:
-  using Matchable = api::IMatchable<Configuration, T>;
-  using Base = CList<Configuration, T, Matchable, kType, kArrayType>;
+  using Base = CList<Configuration, Traits>;
+  using Matchable = typename Traits::Interface;
   using Matchable::Init;
   using typename Base::Array;
   using typename Base::List;
+  using typename Base::T;
   void Append(List* other) override;
   Array* GetArray() const override;
   void Sort(bool deduplicate) override;
@@ -81,18 +86,40 @@ struct PropertiesPolicy {
   bool Verdict() const;
 };
 
-template <class C>
-using CTags = CMatchable<C, api::ITag<C>, TypeIds<C>::kTags, TypeIds<C>::kArray_Tag, TagsPolicy>;
-template <class C>
-using CProperties = CMatchable<C, api::IProperty<C>, TypeIds<C>::kProperties,
-                               TypeIds<C>::kArray_Property, PropertiesPolicy>;
+template <class Configuration>
+struct TagsTraits {
+  using Element = api::ITag<Configuration>;
+  using Interface = api::ITags<Configuration>;
+  using Policy = TagsPolicy;
+  static constexpr int kType = TypeIds<Configuration>::kTags;
+  static constexpr int kArrayType = TypeIds<Configuration>::kArray_Tag;
+};
+template <class Configuration>
+using CTags = CMatchable<Configuration, TagsTraits<Configuration>>;
+
+template <class Configuration>
+struct PropertiesTraits {
+  using Element = api::IProperty<Configuration>;
+  using Interface = api::IProperties<Configuration>;
+  using Policy = PropertiesPolicy;
+  static constexpr int kType = TypeIds<Configuration>::kProperties;
+  static constexpr int kArrayType = TypeIds<Configuration>::kArray_Property;
+};
+template <class Configuration>
+using CProperties = CMatchable<Configuration, PropertiesTraits<Configuration>>;
 
 // The list of one kind of component, whose interface names its type ids.
-template <class C, class Kind>
-class CComponentList
-    : public CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType> {
+template <class Configuration, class Kind>
+struct ComponentListTraits {
+  using Element = Kind;
+  using Interface = api::IComponentList<Configuration, Kind>;
+  static constexpr int kType = Kind::kListType;
+  static constexpr int kArrayType = Kind::kArrayType;
+};
+template <class Configuration, class Kind>
+class CComponentList : public CList<Configuration, ComponentListTraits<Configuration, Kind>> {
  public:
-  using Base = CList<C, Kind, api::IList<C, Kind>, Kind::kListType, Kind::kArrayType>;
+  using Base = CList<Configuration, ComponentListTraits<Configuration, Kind>>;
   using Base::Init;
   // Each pair of parts is compared once, however many components share them.
   void Sort(bool deduplicate) override;

@@ -4,18 +4,18 @@
 #include "plinth/core/CArray.inl"
 #include "velora/common/core/CElement.inl"
 #include "velora/common/core/CList.h"
-#include "velora/common/core/create.h"
-#include "velora/common/core/values.h"
-
-#define VELORA_LIST \
-  template <class Configuration, class T, class Interface, int kType, int kArrayType>
-#define VELORA_LIST_OF CList<Configuration, T, Interface, kType, kArrayType>
+#include "velora/common/core/CValue.h"
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 
-VELORA_LIST void VELORA_LIST_OF::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Init() {
+  PLINTH_RAISE(CException_WrongInitMethod);
+}
 
-VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Init(Array* newArray) {
   this->BeginInit();
   if (newArray == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -24,7 +24,10 @@ VELORA_LIST void VELORA_LIST_OF::Init(Array* newArray) {
   this->valid = true;
 }
 
-VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
+// An array of its own with the same elements: a list can be sorted, or appended to, without the
+// other.
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Init(List* other) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     CElement<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
     array.Take(Create<Configuration, plinth::v1::core::CArray<Configuration, T>>());
@@ -32,14 +35,16 @@ VELORA_LIST void VELORA_LIST_OF::Init(List* other) {
   });
 }
 
-VELORA_LIST void VELORA_LIST_OF::Init(int, api::ISerializer* serializer, void* context) {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Init(int, api::ISerializer* serializer, void* context) {
   this->InitFrom(serializer, [&] {
     array.Take(Nested<Configuration, Array, plinth::v1::core::CArray<Configuration, T>>(
-        serializer->Deserialize_Serializeable(kArrayType, context)));
+        serializer->Deserialize_Serializeable(Traits::kArrayType, context)));
   });
 }
 
-VELORA_LIST void VELORA_LIST_OF::Append(List* other) {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Append(List* other) {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -47,56 +52,62 @@ VELORA_LIST void VELORA_LIST_OF::Append(List* other) {
   array->Append(other->GetArray());
 }
 
-VELORA_LIST auto VELORA_LIST_OF::GetArray() const -> Array* {
+template <class Configuration, class Traits>
+auto CList<Configuration, Traits>::GetArray() const -> Array* {
   CheckThis();
   return array.Get();
 }
 
-VELORA_LIST void VELORA_LIST_OF::Sort(bool deduplicate) {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Sort(bool deduplicate) {
   CheckThis();
   array->Sort(deduplicate);
 }
 
-VELORA_LIST void VELORA_LIST_OF::Serialize(api::ISerializer* serializer, void* context) {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Serialize(api::ISerializer* serializer, void* context) {
   if (serializer == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
-  serializer->Serialization_Start(kType);
+  serializer->Serialization_Start(kSerializeableType);
   array->Serialize(serializer, context);
-  serializer->Serialization_End(kType);
+  serializer->Serialization_End(kSerializeableType);
 }
 
-VELORA_LIST bool VELORA_LIST_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+template <class Configuration, class Traits>
+bool CList<Configuration, Traits>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
   right->CheckThis();
   return array.Get() == right->array.Get() || array->IsEqualTo(right->array.Get());
 }
 
-VELORA_LIST bool VELORA_LIST_OF::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+template <class Configuration, class Traits>
+bool CList<Configuration, Traits>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
   right->CheckThis();
   return array.Get() != right->array.Get() && array->IsLessThan(right->array.Get());
 }
 
-VELORA_LIST void VELORA_LIST_OF::CheckThis() const {
+// Not the array's own check: it is made by each call on the array.
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::CheckThis() const {
   if (!this->valid || !array) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
 
-VELORA_LIST void VELORA_LIST_OF::Reset() {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Reset() {
   CElement<Configuration>::Reset();
   array.Forget();
 }
 
-VELORA_LIST void VELORA_LIST_OF::Delete() {
+template <class Configuration, class Traits>
+void CList<Configuration, Traits>::Delete() {
   array.Drop();
   CElement<Configuration>::Delete();
 }
-
-#undef VELORA_LIST
-#undef VELORA_LIST_OF
 
 inline bool TagsPolicy::Judge(int type, bool equal) {
   const int index = type - SharedTypeIds::kFirstTag;
@@ -122,36 +133,35 @@ inline bool PropertiesPolicy::Judge(int, bool equal) { return agreed = equal; }
 inline bool PropertiesPolicy::Verdict() const { return agreed; }
 
 // Components share their lists, and each of them sorts its own.
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-void CMatchable<Configuration, T, kType, kArrayType, Policy>::Sort(bool deduplicate) {
+template <class Configuration, class Traits>
+void CMatchable<Configuration, Traits>::Sort(bool deduplicate) {
   if (!sorted) {
     Base::Sort(deduplicate);
     sorted = deduplicate;
   }
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-void CMatchable<Configuration, T, kType, kArrayType, Policy>::Append(List* other) {
+template <class Configuration, class Traits>
+void CMatchable<Configuration, Traits>::Append(List* other) {
   sorted = false;
   Base::Append(other);
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-auto CMatchable<Configuration, T, kType, kArrayType, Policy>::GetArray() const -> Array* {
+template <class Configuration, class Traits>
+auto CMatchable<Configuration, Traits>::GetArray() const -> Array* {
   sorted = false;
   return Base::GetArray();
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-void CMatchable<Configuration, T, kType, kArrayType, Policy>::Reset() {
+template <class Configuration, class Traits>
+void CMatchable<Configuration, Traits>::Reset() {
   Base::Reset();
   sorted = false;
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
+template <class Configuration, class Traits>
 template <class Visitor>
-void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matchable* other,
-                                                                          Visitor visit) const {
+void CMatchable<Configuration, Traits>::ForEachPair(Matchable* other, Visitor visit) const {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -181,17 +191,16 @@ void CMatchable<Configuration, T, kType, kArrayType, Policy>::ForEachPair(Matcha
   }
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-T* CMatchable<Configuration, T, kType, kArrayType, Policy>::Present(T* element) {
+template <class Configuration, class Traits>
+auto CMatchable<Configuration, Traits>::Present(T* element) -> T* {
   if (element == nullptr) {
     PLINTH_RAISE(CException_This_Invalid);
   }
   return element;
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-int CMatchable<Configuration, T, kType, kArrayType, Policy>::GetCount_Matching(
-    Matchable* other) const {
+template <class Configuration, class Traits>
+int CMatchable<Configuration, Traits>::GetCount_Matching(Matchable* other) const {
   int count = 0;
   ForEachPair(other, [&count](int, T* a, T* b) {
     count += a->IsEqualTo(b) ? 1 : 0;
@@ -200,10 +209,10 @@ int CMatchable<Configuration, T, kType, kArrayType, Policy>::GetCount_Matching(
   return count;
 }
 
-template <class Configuration, class T, int kType, int kArrayType, class Policy>
-bool CMatchable<Configuration, T, kType, kArrayType, Policy>::AreCompatibleWith(
-    Matchable* other) const {
-  Policy policy;
+// Pairs of types that only one list has say nothing: the policy hears of common types alone.
+template <class Configuration, class Traits>
+bool CMatchable<Configuration, Traits>::AreCompatibleWith(Matchable* other) const {
+  typename Traits::Policy policy;
   ForEachPair(other,
               [&policy](int type, T* a, T* b) { return policy.Judge(type, a->IsEqualTo(b)); });
   return policy.Verdict();

@@ -3,16 +3,19 @@
 // `CException_This_Invalid`; out of memory leaves it blank.
 #pragma once
 
-#include "velora/common/core/create.h"
+#include "velora/common/Vocabulary.h"
+#include "velora/common/core/Create.h"
 
 namespace velora::common::core {
 
 using namespace plinth::v1::api::_exports::common::exception;
 
-// `Interface` has the count, `Interface::kCount`; `Mapping` is the concrete class.
-template <class Configuration, class Interface, class Mapping>
-class CPrintModeMappingsOf : public Interface {
+// `Mapping` is the pipeline's concrete class; its interface of the table has the count, `kCount`.
+template <class Configuration, class Mapping>
+class CPrintModeMappingsOf : public Vocabulary<Configuration>::IPrintModeMappings {
  public:
+  using Interface = typename Vocabulary<Configuration>::IPrintModeMappings;
+
   CPrintModeMappingsOf() : m_aMappings(nullptr), m_bInitialized(false) {}
   ~CPrintModeMappingsOf() override { CPrintModeMappingsOf::Delete(); }
 

@@ -43,20 +43,26 @@ class CPrintModeParameters : public plinth::v1::core::CObject,
   Counted<api::IArray<Pack>> velcases;
 };
 
-// Adds the print mode: a mapping out of the pipeline's table, by `Keys`. Neither is owned.
-template <class Configuration, class PipelineInterface, class Mappings, class Mapping,
-          class... Keys>
-class CPrintModeParametersOf : public CPrintModeParameters<Configuration>,
-                               public virtual PipelineInterface {
+// Adds the print mode: a mapping out of the pipeline's table. Neither is owned. `Mode` is the type
+// of the pipeline's Update: what a caller says a print mode with.
+template <class Configuration, class Mode>
+class CPrintModeParametersOf;
+
+template <class Configuration, class... Keys>
+class CPrintModeParametersOf<Configuration, void(Keys...)>
+    : public CPrintModeParameters<Configuration>,
+      public virtual Vocabulary<Configuration>::IPrintModeParameters {
  public:
   using Base = CPrintModeParameters<Configuration>;
   using Parameters = typename Base::Parameters;
   using Pack = typename Base::Pack;
+  using Mapping = typename Vocabulary<Configuration>::IPrintModeMapping;
+  using Mappings = typename Vocabulary<Configuration>::IPrintModeMappings;
 
   [[gnu::always_inline]] CPrintModeParametersOf()
       : m_pPrintModeMappings(nullptr), m_pPrintModeMapping(nullptr) {}
   PLINTH_INLINE_DESTRUCTION(CPrintModeParametersOf);
-  using PipelineInterface::Init;
+  using Vocabulary<Configuration>::IPrintModeParameters::Init;
   void Init(Parameters* other) override;
   void Update(Keys... keys) override;
   Mappings* GetPrintModeMappings() const override;

@@ -101,15 +101,12 @@ void CPrintModeParameters<Configuration>::Delete() {
 
 // ---- with the print mode
 
-#define VELORA_MODE                                                                      \
-  template <class Configuration, class PipelineInterface, class Mappings, class Mapping, \
-            class... Keys>
-#define VELORA_MODE_OF \
-  CPrintModeParametersOf<Configuration, PipelineInterface, Mappings, Mapping, Keys...>
-
-VELORA_MODE void VELORA_MODE_OF::InitMode(int platform, int productVariant,
-                                          api::IArray<Pack>* velcases, Mappings* mappings,
-                                          Keys... keys) {
+template <class Configuration, class... Keys>
+void CPrintModeParametersOf<Configuration, void(Keys...)>::InitMode(int platform,
+                                                                    int productVariant,
+                                                                    api::IArray<Pack>* velcases,
+                                                                    Mappings* mappings,
+                                                                    Keys... keys) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     api::EPlatform<Configuration>::Check(
         static_cast<typename api::EPlatform<Configuration>::Enum>(platform));
@@ -124,46 +121,51 @@ VELORA_MODE void VELORA_MODE_OF::InitMode(int platform, int productVariant,
   });
 }
 
-VELORA_MODE void VELORA_MODE_OF::Init(Parameters* other) {
+template <class Configuration, class... Keys>
+void CPrintModeParametersOf<Configuration, void(Keys...)>::Init(Parameters* other) {
   Base::Init(other);
   m_pPrintModeMappings = other->GetPrintModeMappings();
   m_pPrintModeMapping = other->GetPrintModeMapping();
 }
 
-VELORA_MODE void VELORA_MODE_OF::Update(Keys... keys) {
+template <class Configuration, class... Keys>
+void CPrintModeParametersOf<Configuration, void(Keys...)>::Update(Keys... keys) {
   CheckThis();
   m_pPrintModeMapping = m_pPrintModeMappings->GetPrintModeMapping(keys...);
 }
 
-VELORA_MODE Mappings* VELORA_MODE_OF::GetPrintModeMappings() const {
+template <class Configuration, class... Keys>
+auto CPrintModeParametersOf<Configuration, void(Keys...)>::GetPrintModeMappings() const
+    -> Mappings* {
   CheckThis();
   return m_pPrintModeMappings;
 }
 
-VELORA_MODE Mapping* VELORA_MODE_OF::GetPrintModeMapping() const {
+template <class Configuration, class... Keys>
+auto CPrintModeParametersOf<Configuration, void(Keys...)>::GetPrintModeMapping() const -> Mapping* {
   CheckThis();
   return m_pPrintModeMapping;
 }
 
-VELORA_MODE bool VELORA_MODE_OF::IsUpToDate(Keys... keys) const {
+template <class Configuration, class... Keys>
+bool CPrintModeParametersOf<Configuration, void(Keys...)>::IsUpToDate(Keys... keys) const {
   CheckThis();
   return m_pPrintModeMappings->GetPrintModeMapping(keys...) == m_pPrintModeMapping;
 }
 
-VELORA_MODE void VELORA_MODE_OF::CheckThis() const {
+template <class Configuration, class... Keys>
+void CPrintModeParametersOf<Configuration, void(Keys...)>::CheckThis() const {
   Base::CheckThis();
   if (m_pPrintModeMappings == nullptr || m_pPrintModeMapping == nullptr) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
 
-VELORA_MODE void VELORA_MODE_OF::Reset() {
+template <class Configuration, class... Keys>
+void CPrintModeParametersOf<Configuration, void(Keys...)>::Reset() {
   Base::Reset();
   m_pPrintModeMappings = nullptr;
   m_pPrintModeMapping = nullptr;
 }
-
-#undef VELORA_MODE
-#undef VELORA_MODE_OF
 
 }  // namespace velora::common::core

@@ -8,9 +8,14 @@
 namespace velora::common::core {
 
 template <class Configuration>
-class CRecipe : public CExpression<Configuration, api::IRecipe<Configuration>,
-                                   TypeIds<Configuration>::kRecipe,
-                                   TypeIds<Configuration>::kArray_Recipe_Operator> {
+struct RecipeTraits {
+  using Interface = api::IRecipe<Configuration>;
+  static constexpr int kType = TypeIds<Configuration>::kRecipe;
+  static constexpr int kArrayType = TypeIds<Configuration>::kArray_Recipe_Operator;
+};
+
+template <class Configuration>
+class CRecipe : public CExpression<Configuration, RecipeTraits<Configuration>> {
  public:
   using Interface = api::IRecipe<Configuration>;
   using IOperator = typename Interface::IOperator;

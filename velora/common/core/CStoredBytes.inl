@@ -20,6 +20,7 @@ VELORA_ARRAY void VELORA_ARRAY_OF::InitBytes(api::IArray_uint8* newBytes) {
   this->valid = true;
 }
 
+// The copy shares the bytes, which nobody changes.
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(api::ISerializeable<Configuration>* other) {
   this->BeginInit();
   if (other == nullptr || other->GetSerializeableType() != kType) {
@@ -37,7 +38,7 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Init(typename Interface::Copied* other) {
 
 VELORA_ARRAY void VELORA_ARRAY_OF::Init(int, api::ISerializer* serializer, void* context) {
   this->InitFrom(serializer, [&] {
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     bytes.Take(Nested<Configuration, api::IArray_uint8, Bytes>(
         serializer->Deserialize_Serializeable(Bytes::kType, context)));
   });
@@ -50,6 +51,7 @@ VELORA_ARRAY void VELORA_ARRAY_OF::Serialize(api::ISerializer* serializer, void*
   serializer->Serialization_End(kType);
 }
 
+// Another type id is unequal, whatever the bytes.
 VELORA_ARRAY bool VELORA_ARRAY_OF::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   if (CompareTypes<Configuration>(this, other) != kSameType) {
     return false;
@@ -164,11 +166,13 @@ auto CProducer<Configuration, Base>::GetData() const -> Data* {
   return data.Get();
 }
 
+// Data that somebody else holds lives on.
 template <class Configuration, class Base>
 void CProducer<Configuration, Base>::DestroyData() {
   data.Drop();
 }
 
+// Raises `CException_This_Invalid` before `Resolve` has made any.
 template <class Configuration, class Base>
 void* CProducer<Configuration, Base>::TakeData() {
   Data* taken = GetData();
@@ -189,6 +193,8 @@ void CProducer<Configuration, Base>::Delete() {
   Base::Delete();
 }
 
+// The last element must be a component of the class, or a reference to one, and is taken off the
+// list.
 template <class Configuration, class Class>
 Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
                       typename CRecipe<Configuration>::Operators* operators,

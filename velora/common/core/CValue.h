@@ -7,29 +7,41 @@
 
 namespace velora::common::core {
 
+// What does not depend on the enumeration, over the type id of the object.
+template <class Configuration, class Base>
+class CNumber : public Base {
+ public:
+  [[gnu::always_inline]] explicit CNumber(int type) : Base(type), value(0) {}
+  PLINTH_INLINE_DESTRUCTION(CNumber);
+  using Base::Init;
+  void Init() override;
+  void Init(int type, api::ISerializer* serializer, void* context) override;
+  void Serialize(api::ISerializer* serializer, void* context) override;
+  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
+  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
+  void Reset() override;
+
+ protected:
+  // The copy of one of the same type id.
+  void InitCopy(api::ISerializeable<Configuration>* other);
+
+  int value;
+};
+
 template <class Configuration, class Base, class Interface, int kType>
-class CValue : public Base, public virtual Interface {
+class CValue : public CNumber<Configuration, Base>, public virtual Interface {
  public:
   using Enumeration = typename Interface::Enumeration;
   using Enum = typename Enumeration::Enum;
   using Copied = typename Interface::Copied;
   static constexpr int kSerializeableType = kType;
 
-  [[gnu::always_inline]] CValue() : Base(kType), value(0) {}
+  [[gnu::always_inline]] CValue() : CNumber<Configuration, Base>(kType) {}
   PLINTH_INLINE_DESTRUCTION(CValue);
-  using Base::Init;
-  void Init() override;
+  using CNumber<Configuration, Base>::Init;
   void Init(Enum newValue) override;
   void Init(Copied* other) override;
-  void Init(int type, api::ISerializer* serializer, void* context) override;
-  void Serialize(api::ISerializer* serializer, void* context) override;
-  bool IsEqualTo(plinth::v1::api::ISerializeable* other) const override;
-  bool IsLessThan(plinth::v1::api::ISerializeable* other) const override;
   Enum GetValue() const override;
-  void Reset() override;
-
- protected:
-  int value;
 };
 
 // An entry of a type id alone, or with data of its own: objects of different types are unequal, a
@@ -38,5 +50,36 @@ enum ETypeOrder { kLowerType, kSameType, kHigherType };
 template <class Configuration>
 ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
                         plinth::v1::api::ISerializeable* other);
+
+// The tags and properties that both pipelines have.
+template <class Configuration, class Interface, int kType>
+using CTagOf = CValue<Configuration, CTag<Configuration>, Interface, kType>;
+template <class Configuration, class Interface, int kType>
+using CPropertyOf = CValue<Configuration, CProperty<Configuration>, Interface, kType>;
+
+namespace tags {
+template <class Configuration>
+using CPlatform = CTagOf<Configuration, api::tags::IPlatform<Configuration>,
+                         TypeIds<Configuration>::kTag_Platform>;
+template <class Configuration>
+using CSupplyFamily = CTagOf<Configuration, api::tags::ISupplyFamily<Configuration>,
+                             TypeIds<Configuration>::kTag_SupplyFamily>;
+template <class Configuration>
+using CProductVariant = CTagOf<Configuration, api::tags::IProductVariant<Configuration>,
+                               TypeIds<Configuration>::kTag_ProductVariant>;
+}  // namespace tags
+
+namespace properties {
+template <class Configuration>
+using CComponentVersion =
+    CPropertyOf<Configuration, api::properties::IComponentVersion<Configuration>,
+                TypeIds<Configuration>::kComponentVersion>;
+template <class Configuration>
+using CChannel = CPropertyOf<Configuration, api::properties::IChannel<Configuration>,
+                             TypeIds<Configuration>::kChannel>;
+template <class Configuration>
+using CVariant = CPropertyOf<Configuration, api::properties::IVariant<Configuration>,
+                             TypeIds<Configuration>::kVariant>;
+}  // namespace properties
 
 }  // namespace velora::common::core

@@ -18,71 +18,73 @@ ETypeOrder CompareTypes(const plinth::v1::core::CSerializeable* one,
   return type < otherType ? kLowerType : type == otherType ? kSameType : kHigherType;
 }
 
-template <class Configuration, class Base, class Interface, int kType>
-void CValue<Configuration, Base, Interface, kType>::Init() {
+template <class Configuration, class Base>
+void CNumber<Configuration, Base>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
+}
+
+template <class Configuration, class Base>
+void CNumber<Configuration, Base>::InitCopy(api::ISerializeable<Configuration>* other) {
+  this->BeginInit();
+  if (other == nullptr || other->GetSerializeableType() != this->serializeableType) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  other->CheckThis();
+  const int copied = static_cast<CNumber*>(other->GetThis_Concrete())->value;
+  Base::Init(other);
+  value = copied;
+}
+
+template <class Configuration, class Base>
+void CNumber<Configuration, Base>::Init(int, api::ISerializer* serializer, void*) {
+  this->InitFrom(serializer, [&] { value = serializer->Deserialize_uint28(); });
+}
+
+template <class Configuration, class Base>
+void CNumber<Configuration, Base>::Serialize(api::ISerializer* serializer, void* context) {
+  // Not the base's: an operator without a value writes an entry of its own there.
+  CElement<Configuration>::Serialize(serializer, context);
+  serializer->Serialization_Start(this->serializeableType);
+  serializer->Serialize_uint28(value);
+  serializer->Serialization_End(this->serializeableType);
+}
+
+template <class Configuration, class Base>
+bool CNumber<Configuration, Base>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  return CompareTypes<Configuration>(this, other) == kSameType &&
+         static_cast<const CNumber*>(other->GetThis_Concrete())->value == value;
+}
+
+template <class Configuration, class Base>
+bool CNumber<Configuration, Base>::IsLessThan(plinth::v1::api::ISerializeable* other) const {
+  const ETypeOrder order = CompareTypes<Configuration>(this, other);
+  return order == kSameType ? value < static_cast<const CNumber*>(other->GetThis_Concrete())->value
+                            : order == kLowerType;
+}
+
+template <class Configuration, class Base>
+void CNumber<Configuration, Base>::Reset() {
+  Base::Reset();
+  value = 0;
 }
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(Enum newValue) {
   this->BeginInit();
   Enumeration::Check(newValue);
-  value = newValue;
+  this->value = newValue;
   this->valid = true;
 }
 
 template <class Configuration, class Base, class Interface, int kType>
 void CValue<Configuration, Base, Interface, kType>::Init(Copied* other) {
-  this->BeginInit();
-  if (other == nullptr || other->GetSerializeableType() != kType) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  other->CheckThis();
-  const int copied = static_cast<CValue*>(other->GetThis_Concrete())->value;
-  Base::Init(static_cast<api::ISerializeable<Configuration>*>(other));
-  value = copied;
-}
-
-template <class Configuration, class Base, class Interface, int kType>
-void CValue<Configuration, Base, Interface, kType>::Init(int, api::ISerializer* serializer, void*) {
-  this->InitFrom(serializer, [&] { value = serializer->Deserialize_uint28(); });
-}
-
-template <class Configuration, class Base, class Interface, int kType>
-void CValue<Configuration, Base, Interface, kType>::Serialize(api::ISerializer* serializer,
-                                                              void* context) {
-  // Not the base's: an operator without a value writes an entry of its own there.
-  CElement<Configuration>::Serialize(serializer, context);
-  serializer->Serialization_Start(kType);
-  serializer->Serialize_uint28(value);
-  serializer->Serialization_End(kType);
-}
-
-template <class Configuration, class Base, class Interface, int kType>
-bool CValue<Configuration, Base, Interface, kType>::IsEqualTo(
-    plinth::v1::api::ISerializeable* other) const {
-  return CompareTypes<Configuration>(this, other) == kSameType &&
-         static_cast<const CValue*>(other->GetThis_Concrete())->value == value;
-}
-
-template <class Configuration, class Base, class Interface, int kType>
-bool CValue<Configuration, Base, Interface, kType>::IsLessThan(
-    plinth::v1::api::ISerializeable* other) const {
-  const ETypeOrder order = CompareTypes<Configuration>(this, other);
-  return order == kSameType ? value < static_cast<const CValue*>(other->GetThis_Concrete())->value
-                            : order == kLowerType;
+  this->InitCopy(other);
 }
 
 template <class Configuration, class Base, class Interface, int kType>
 auto CValue<Configuration, Base, Interface, kType>::GetValue() const -> Enum {
   this->CheckThis();
-  return static_cast<Enum>(value);
-}
-
-template <class Configuration, class Base, class Interface, int kType>
-void CValue<Configuration, Base, Interface, kType>::Reset() {
-  Base::Reset();
-  value = 0;
+  return static_cast<Enum>(this->value);
 }
 
 }  // namespace velora::common::core

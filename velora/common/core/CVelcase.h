@@ -17,10 +17,10 @@ using plinth::v1::core::Counted;
 using namespace plinth::v1::api::_exports::common::exception;
 
 template <class Configuration>
-class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
+class CVelcase : public plinth::v1::core::CSerializer<plinth::v1::api::Configuration>,
                  public virtual api::IVelcase<Configuration> {
  public:
-  using Base = plinth::v1::core::CSerializer<Configuration>;
+  using Base = plinth::v1::core::CSerializer<plinth::v1::api::Configuration>;
   using Interface = api::IVelcase<Configuration>;
   using Pack = typename Interface::Pack;
   using Schema = typename api::EVelcaseSchema<Configuration>::Enum;
@@ -103,9 +103,18 @@ class CVelcase : public plinth::v1::core::CSerializer<Configuration>,
   unsigned int checksum;
 };
 
-// The pack of a pipeline: `Kinds` are its kinds of component in the order of the file's root lists.
+// A pipeline's interface of a pack, and its kinds of component in the order of the file's root
+// lists.
+template <class Interface, class... Kinds>
+struct KindsOf;
+
+// The pack of a pipeline, over its kinds.
+template <class Configuration, class Kinds>
+class CVelcaseOf;
+
 template <class Configuration, class Interface, class... Kinds>
-class CVelcaseOf : public CVelcase<Configuration>, public virtual Interface {
+class CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>> : public CVelcase<Configuration>,
+                                                                public virtual Interface {
  public:
   using Base = CVelcase<Configuration>;
   using Pack = typename Base::Pack;

@@ -5,12 +5,11 @@
 #include <string.h>
 #include <zlib.h>
 
-#include "plinth/core/CSerializer.inl"
 #include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/CList.inl"
 #include "velora/common/core/CVelcase.h"
-#include "velora/common/core/create.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/Create.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/reason.h"
 
 #define VELORA_PACK template <class Configuration>
@@ -80,7 +79,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
     if (length == 0) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    pathname.Take(Create<Configuration, plinth::v1::core::CArray_uint8<Configuration>>());
+    pathname.Take(Create<Configuration, plinth::v1::core::CArray_uint8>());
     pathname->Init(length + 1);
     snprintf(reinterpret_cast<char*>(pathname->GetElements()), static_cast<size_t>(length) + 1,
              "%s", newPathname);
@@ -149,7 +148,7 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
       PLINTH_RAISE(CException_General);
     }
     trace.byte = Layout::kHeaderSize;
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* compressed = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     compressed->Init(streamSize, data + Layout::kHeaderSize, false);
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
@@ -203,7 +202,7 @@ VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::GetArray_uint8_Pathname() {
   this->CheckThis();
   if (!pathname) {
     constexpr char kNone[] = "Empty";
-    pathname.Take(Create<Configuration, plinth::v1::core::CArray_uint8<Configuration>>());
+    pathname.Take(Create<Configuration, plinth::v1::core::CArray_uint8>());
     pathname->Init(static_cast<int>(sizeof kNone));
     memcpy(pathname->GetElements(), kNone, sizeof kNone);
   }
@@ -323,7 +322,7 @@ VELORA_PACK api::IArray_uint8* VELORA_PACK_OF::ZlibCompress(api::IArray_uint8* i
     if (in == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* out = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     out->Init(in);
     // No allocator is given: deflating uses zlib's own.

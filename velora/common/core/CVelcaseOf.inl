@@ -3,14 +3,12 @@
 
 #include "velora/common/core/CVelcase.inl"
 
-#define VELORA_PACK template <class Configuration, class Interface, class... Kinds>
-#define VELORA_PACK_OF CVelcaseOf<Configuration, Interface, Kinds...>
-
 namespace velora::common::core {
 
-VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int newChannel,
-                                      Version newVersion, api::ISerializerHelper* helper,
-                                      Endianness endianness, ListOf<Kinds>*... given) {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(
+    Schema newSchema, Family newFamily, int newChannel, Version newVersion,
+    api::ISerializerHelper* helper, Endianness endianness, ListOf<Kinds>*... given) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     if (((given == nullptr) || ...)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -23,8 +21,9 @@ VELORA_PACK void VELORA_PACK_OF::Init(Schema newSchema, Family newFamily, int ne
 }
 
 // A layer's packs share their lists with a copy, or have them copied.
-VELORA_PACK template <class Kind>
-void VELORA_PACK_OF::TakeListOf(Pack* other) {
+template <class Configuration, class Interface, class... Kinds>
+template <class Kind>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::TakeListOf(Pack* other) {
   ListOf<Kind>* source =
       static_cast<CVelcaseOf*>(other->GetThis_Concrete())->template GetList<Kind>();
   if constexpr (Vocabulary<Configuration>::kCopiesLists) {
@@ -35,7 +34,8 @@ void VELORA_PACK_OF::TakeListOf(Pack* other) {
   }
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(Pack* other) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(other);
     initializing = true;
@@ -44,14 +44,19 @@ VELORA_PACK void VELORA_PACK_OF::Init(Pack* other) {
   });
 }
 
-VELORA_PACK template <class Kind>
-void VELORA_PACK_OF::ReadList() {
+template <class Configuration, class Interface, class... Kinds>
+template <class Kind>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::ReadList() {
   auto* read = this->Deserialize_Serializeable(Kind::kListType, nullptr);
   Slot<Kind>().Take(Nested<Configuration, ListOf<Kind>>(read));
 }
 
-VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
-                                      Endianness endianness, Family expected, unsigned int extent) {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(int size, unsigned char* data,
+                                                                   api::ISerializerHelper* helper,
+                                                                   Endianness endianness,
+                                                                   Family expected,
+                                                                   unsigned int extent) {
   this->InitGuarded([&](volatile plinth::v1::api::Frame&) {
     Base::Init(size, data, helper, endianness, expected, extent);
     initializing = true;
@@ -65,23 +70,27 @@ VELORA_PACK void VELORA_PACK_OF::Init(int size, unsigned char* data, api::ISeria
   });
 }
 
-VELORA_PACK void VELORA_PACK_OF::Append(Pack* other) {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Append(Pack* other) {
   Base::Append(other);
   auto* source = static_cast<CVelcaseOf*>(other->GetThis_Concrete());
   (Slot<Kinds>()->Append(source->template GetList<Kinds>()), ...);
 }
 
-VELORA_PACK void VELORA_PACK_OF::SortComponents(bool deduplicate) {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::SortComponents(bool deduplicate) {
   CheckThis();
   (Slot<Kinds>()->Sort(deduplicate), ...);
 }
 
-VELORA_PACK int VELORA_PACK_OF::GetSerializedSize() {
+template <class Configuration, class Interface, class... Kinds>
+int CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::GetSerializedSize() {
   Serialize();
   return fileSize;
 }
 
-VELORA_PACK unsigned char* VELORA_PACK_OF::Serialize() {
+template <class Configuration, class Interface, class... Kinds>
+unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serialize() {
   CheckThis();
   if (fileBytes != nullptr) {
     return fileBytes;
@@ -89,7 +98,7 @@ VELORA_PACK unsigned char* VELORA_PACK_OF::Serialize() {
   PLINTH_FRAME(Configuration) {
     (Slot<Kinds>()->Serialize(this, nullptr), ...);
     const int imageSize = Base::Base::GetSerializedSize();
-    using Bytes = plinth::v1::core::CArray_uint8<Configuration>;
+    using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     image->Init(imageSize, Base::Base::Serialize(), false);
     WriteFile(Defer(frame, Base::ZlibCompress(image)), imageSize);
@@ -102,7 +111,9 @@ VELORA_PACK unsigned char* VELORA_PACK_OF::Serialize() {
   return fileBytes;
 }
 
-VELORA_PACK void VELORA_PACK_OF::WriteFile(api::IArray_uint8* compressed, int imageSize) {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::WriteFile(
+    api::IArray_uint8* compressed, int imageSize) {
   using Layout = PackLayout<Configuration>;
   using Words = Vocabulary<Configuration>;
   const int streamSize = compressed->GetCount();
@@ -132,7 +143,8 @@ VELORA_PACK void VELORA_PACK_OF::WriteFile(api::IArray_uint8* compressed, int im
   memcpy(bytes + Layout::kHeaderSize, compressed->GetElements(), static_cast<size_t>(streamSize));
 }
 
-VELORA_PACK void VELORA_PACK_OF::DropFile() {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::DropFile() {
   if (fileBytes != nullptr) {
     operator delete[](fileBytes, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }
@@ -140,9 +152,13 @@ VELORA_PACK void VELORA_PACK_OF::DropFile() {
   fileSize = 0;
 }
 
-VELORA_PACK void VELORA_PACK_OF::CheckThis() const { CheckMembers(); }
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::CheckThis() const {
+  CheckMembers();
+}
 
-VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::CheckMembers() const {
   Base::CheckMembers();
   const bool complete = initializing || (static_cast<bool>(Slot<Kinds>()) && ...);
   if (!complete || fileSize < 0 || (fileBytes != nullptr) != (fileSize > 0)) {
@@ -150,7 +166,8 @@ VELORA_PACK void VELORA_PACK_OF::CheckMembers() const {
   }
 }
 
-VELORA_PACK void VELORA_PACK_OF::Reset() {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Reset() {
   Base::Reset();
   (Slot<Kinds>().Forget(), ...);
   fileSize = 0;
@@ -158,13 +175,11 @@ VELORA_PACK void VELORA_PACK_OF::Reset() {
   initializing = false;
 }
 
-VELORA_PACK void VELORA_PACK_OF::Delete() {
+template <class Configuration, class Interface, class... Kinds>
+void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Delete() {
   DropFile();
   (Slot<Kinds>().Drop(), ...);
   Base::Delete();
 }
-
-#undef VELORA_PACK
-#undef VELORA_PACK_OF
 
 }  // namespace velora::common::core

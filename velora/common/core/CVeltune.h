@@ -17,6 +17,9 @@ using plinth::v1::core::Counted;
 using namespace plinth::v1::api::_exports::common::exception;
 
 template <class Configuration>
+class CBuiltBody;
+
+template <class Configuration>
 class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<Configuration> {
  public:
   using Interface = api::IVeltune<Configuration>;
@@ -40,10 +43,6 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   static CVeltune* Concrete(Veltune* veltune) {
     return static_cast<CVeltune*>(veltune->GetThis_Concrete());
   }
-  // The innermost recipe under construction, or null.
-  BuildChain<Configuration>* GetBuildChain() const { return buildChain; }
-  void SetBuildChain(BuildChain<Configuration>* chain) { buildChain = chain; }
-
   // The chosen component of the list, without a new reference.
   template <class Kind>
   static Kind* Locate_FromComponentList(Kind* key, api::IComponentList<Configuration, Kind>* list,
@@ -61,8 +60,18 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   static Pack* Init_BuildVelcase_Combined(api::IArray<Pack>* velcases);
 
  private:
+  friend class CBuiltBody<Configuration>;
+  using Component = api::IComponent<Configuration>;
+
+  // The place of the chosen component, by a finder of its own.
+  static int SearchOnce(Component* key, const Components<Configuration>& components,
+                        Parameters* parameters);
+  // The chosen component; `kind` is its type id. A build's finder serves all its searches.
+  Component* Search(Component* key, const Components<Configuration>& components,
+                    Parameters* parameters, int kind);
+
   Counted<Parameters> parameters;
-  BuildChain<Configuration>* buildChain;
+  BuildChain<Configuration>* buildChain;  // the innermost recipe under construction, or null
 };
 
 }  // namespace velora::common::core

@@ -4,8 +4,8 @@
 #include "plinth/runtime/api/Trace.h"
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CVeltune.h"
+#include "velora/common/core/Create.h"
 #include "velora/common/core/LookupObserver.h"
-#include "velora/common/core/create.h"
 #include "velora/reason.h"
 
 namespace velora::common::core {
@@ -74,21 +74,58 @@ void CVeltune<Configuration>::Delete() {
 // ---- the lookup
 
 template <class Configuration>
+int CVeltune<Configuration>::SearchOnce(Component* key, const Components<Configuration>& components,
+                                        Parameters* parameters) {
+  if (key == nullptr || components.array == nullptr || parameters == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  volatile int place = 0;
+  PLINTH_FRAME(Configuration) {
+    auto* finder = Defer(frame, Create<Configuration, Finder<Configuration>>());
+    finder->Init(components, parameters, nullptr);
+    place = finder->Find(key);
+  }
+  PLINTH_END
+  return place;
+}
+
+template <class Configuration>
+auto CVeltune<Configuration>::Search(Component* key, const Components<Configuration>& components,
+                                     Parameters* parameters, int kind) -> Component* {
+  if (key == nullptr) {
+    PLINTH_RAISE(CException_Parameter_Invalid);
+  }
+  auto* const observer = LookupObserver<Configuration>::current;
+  if (observer != nullptr && components.array != nullptr) {
+    observer->OnSought(key, components, parameters);
+  }
+  key->Call_Callback_Locate();
+  plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+  trace.cause = VELORA_REASON_NO_COMPONENT;  // as long as nothing is found
+  trace.sought = kind;
+  const bool shared = buildChain != nullptr && components.array != nullptr &&
+                      parameters != nullptr && observer == nullptr;
+  const int place =
+      shared ? buildChain->scope
+                   ->FinderAmong(components, parameters, parameters->GetPrintModeMapping())
+                   ->Find(key)
+             : SearchOnce(key, components, parameters);
+  Component* found = components.At(place);
+  if (observer != nullptr) {
+    observer->OnFound(found);
+  }
+  trace.cause = 0;
+  ++trace.found;
+  found->CheckThis();
+  return found;
+}
+
+template <class Configuration>
 template <class Kind>
 Kind* CVeltune<Configuration>::Locate_FromComponentList(
     Kind* key, api::IComponentList<Configuration, Kind>* list, Parameters* parameters) {
-  if (key == nullptr || list == nullptr || parameters == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  Kind* volatile found = nullptr;
-  PLINTH_FRAME(Configuration) {
-    auto* finder = Defer(frame, Create<Configuration, Finder<Configuration>>());
-    auto* array = list->GetArray();
-    finder->Init(array, parameters, nullptr);
-    found = array->Get(finder->Find(key));
-  }
-  PLINTH_END
-  return found;
+  const int place = SearchOnce(key, ComponentsOf<Configuration, Kind>(list), parameters);
+  return list->GetArray()->Get(place);
 }
 
 // No frame: the copy of a sound component cannot fail.
@@ -96,33 +133,10 @@ template <class Configuration>
 template <class Class, class Kind>
 Kind* CVeltune<Configuration>::Locate(Kind* key, api::IComponentList<Configuration, Kind>* list,
                                       Parameters* parameters) {
-  if (key == nullptr) {
-    PLINTH_RAISE(CException_Parameter_Invalid);
-  }
-  ObserveSearch<Configuration, Kind>(key, list, parameters);
-  key->Call_Callback_Locate();
-  plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
-  trace.cause = VELORA_REASON_NO_COMPONENT;  // as long as nothing is found
-  trace.sought = Kind::kType;
-  Kind* found;
-  const bool observed = LookupObserver<Configuration>::current != nullptr;
-  if (buildChain == nullptr || list == nullptr || parameters == nullptr || observed) {
-    found = Locate_FromComponentList(key, list, parameters);
-  } else {
-    auto* array = list->GetArray();
-    found =
-        array->Get(buildChain->scope->FinderIn(array, parameters, parameters->GetPrintModeMapping())
-                       ->Find(key));
-  }
-  if (observed) {
-    LookupObserver<Configuration>::current->OnFound(found);
-  }
-  trace.cause = 0;
-  ++trace.found;
-  found->CheckThis();
+  Component* found = Search(key, ComponentsOf<Configuration, Kind>(list), parameters, Kind::kType);
   Class* copy = Create<Configuration, Class>();
   CComponent<Configuration>* component = copy;
-  component->Init(static_cast<api::IComponent<Configuration>*>(found));
+  component->Init(found);
   key->Call_Callback_Locate_Done();
   return copy;
 }

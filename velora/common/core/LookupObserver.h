@@ -8,6 +8,31 @@
 
 namespace velora::common::core {
 
+// The components of a list, whatever their kind; without a list none. Borrows the list's array.
+template <class Configuration>
+struct Components {
+  using Component = api::IComponent<Configuration>;
+
+  const void* array;
+  int count;
+  Component* (*at)(const void* array, int index);
+
+  Component* At(int index) const { return at(array, index); }
+};
+
+template <class Configuration, class Kind>
+Components<Configuration> ComponentsOf(api::IComponentList<Configuration, Kind>* list) {
+  using Array = api::IArray<Kind>;
+  if (list == nullptr) {
+    return {};
+  }
+  const Array* array = list->GetArray();
+  return {array, array->GetCount(),
+          [](const void* of, int index) -> api::IComponent<Configuration>* {
+            return static_cast<const Array*>(of)->Get(index);
+          }};
+}
+
 // What decides between two components that fit, in this order.
 enum class Preference { kNone, kVersion, kSpecificity, kTags, kProperties, kOrder };
 
@@ -17,14 +42,10 @@ class LookupObserver {
   using Component = api::IComponent<Configuration>;
   using Parameters = typename api::IVeltune<Configuration>::Parameters;
 
-  // What a lookup chooses from, in the list's order. Good during `OnSought` alone.
-  struct Candidates {
-    const void* list;
-    int count;
-    Component* (*at)(const void* list, int index);
-  };
+  using Candidates = Components<Configuration>;
 
-  // Ahead of a search. What it raises ends the request.
+  // Ahead of a search, with what it chooses from, in the list's order; good during the call alone.
+  // What it raises ends the request.
   virtual void OnSought(Component* key, const Candidates& candidates, Parameters* parameters) = 0;
   // The verdicts of the search, as it comes to them: on a component's condition, on its tags and
   // properties (the latter only where the tags fit), and on two that fit.
@@ -39,23 +60,5 @@ class LookupObserver {
  protected:
   ~LookupObserver() = default;
 };
-
-// For CVeltune: tells the observer, if there is one, of a search in a list, which may be null.
-template <class Configuration, class Kind>
-void ObserveSearch(Kind* key, api::IComponentList<Configuration, Kind>* list,
-                   typename LookupObserver<Configuration>::Parameters* parameters) {
-  using Observer = LookupObserver<Configuration>;
-  using Array = api::IArray<Kind>;
-  if (Observer::current == nullptr || list == nullptr) {
-    return;
-  }
-  const Array* array = list->GetArray();
-  Observer::current->OnSought(key,
-                              {array, array->GetCount(),
-                               [](const void* from, int index) -> typename Observer::Component* {
-                                 return static_cast<const Array*>(from)->Get(index);
-                               }},
-                              parameters);
-}
 
 }  // namespace velora::common::core

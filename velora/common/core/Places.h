@@ -5,8 +5,8 @@
 #pragma once
 
 #include <stdint.h>
-#include <string.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "plinth/runtime/api/frame.h"
@@ -27,9 +27,7 @@ class Block {
       const int newRoom = newSize > 2 * room ? newSize : 2 * room;
       T* grown = new (plinth::v1::api::Slots<Configuration>().platform, true, true)
           T[static_cast<size_t>(newRoom)];
-      if (size > 0) {
-        memcpy(static_cast<void*>(grown), data, sizeof(T) * static_cast<size_t>(size));
-      }
+      std::copy(data, data + size, grown);
       Free(data);
       data = grown;
       room = newRoom;

@@ -3,6 +3,9 @@
 #pragma once
 
 #include "velora/fenn/api/IVeltune.h"
+#include "velora/fenn/api/conditions.h"
+#include "velora/fenn/api/properties.h"
+#include "velora/fenn/api/tags.h"
 
 namespace velora::v2::fenn::api {
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "velora/common/api/IVeltune.h"
+#include "velora/fenn/api/IPrintModeParameters.h"
 #include "velora/fenn/api/IVelcase.h"
 
 class RawData;
@@ -15,31 +16,48 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
+  // Merges the packs, of one supply family, into a sorted one, for a print mode in the caller's
+  // numbering.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis,
                     RawData* rawData, CT_PROCESSING* processing) = 0;
+  // The copy: shares parameters, packs and combined pack.
   void Init(IVeltune* other) override = 0;
+  // Changes print mode, reference data and processing; the packs stay.
   virtual void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis, RawData* rawData, CT_PROCESSING* processing) = 0;
-  // `cb` below the smallest size, or a null buffer, raises `CException_Parameter_Invalid`; a size
-  // that does not fit the table that was built `CException_General`.
+
+  // The tables, of `cb` bytes at `ab`. `cb` below the smallest size, or a null buffer, raises
+  // `CException_Parameter_Invalid`; a size that does not fit the table that was built
+  // `CException_General`.
+  //
+  // Four planes of 4913 bytes; no other size.
   virtual void ReconstructColorTable_RGBtoCMYK(unsigned int cb, unsigned char* ab) = 0;
+  // Three planes; of a table that has more, the first `cb` bytes.
   virtual void ReconstructColorTable_RGBtoRGB(unsigned int cb, unsigned char* ab) = 0;
+  // One plane; no other size.
   virtual void ReconstructColorTable_RGBtoGrayscale(unsigned int cb, unsigned char* ab) = 0;
+  // 256 levels; no other size.
   virtual void ReconstructGrayCurve(unsigned int cb, unsigned char* ab) = 0;
   // The blob's bytes, with a reference for the caller.
   virtual IArray_uint8* ReconstructFuserBlob() = 0;
+
+  // What it was made with, and the merged pack. Getters give no new reference.
   virtual IArray<IVelcase>* GetArray_Velcases() const = 0;
   virtual RawData* GetRawData() const = 0;
   virtual CT_PROCESSING* GetCT_PROCESSING() const = 0;
   virtual IVelcase* GetVelcase_Combined() const = 0;
+  // Whether an `Update` with these would change nothing.
   virtual bool IsUpToDate(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                           ctr_axis_type axis, RawData* rawData,
                           CT_PROCESSING* processing) const = 0;
+  // The canonical object of the parameters' print mode.
   virtual IPrintModeMapping* GetPrintModeMapping(IPrintModeParameters* parameters) const = 0;
 
-  // From a reference component to the one that fits, as a copy that the caller owns.
+  // The locators. Each finds the component of its kind for the tags and properties of `reference`,
+  // and returns a copy, with a reference for the caller. None that fits raises
+  // `CException_General`.
   virtual IColorMap* LocateColorMap(IColorMap* reference) = 0;
   virtual IGrayCurve* LocateGrayCurve(IGrayCurve* reference) = 0;
   virtual IChannelMap* LocateChannelMap(IChannelMap* reference) = 0;
@@ -50,10 +68,24 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual IPacket_MonoResidue* LocatePacket_MonoResidue(IPacket_MonoResidue* reference) = 0;
   virtual IPacket_DeltaScalar* LocatePacket_DeltaScalar(IPacket_DeltaScalar* reference) = 0;
   virtual IPacket_Blob* LocatePacket_Blob(IPacket_Blob* reference) = 0;
-#define FENN_LOCATOR(Name, List) \
-  I##Name* Locate(I##Name* reference) { return Locate##Name(reference); }
-  FENN_KINDS(FENN_LOCATOR)
-#undef FENN_LOCATOR
+
+  // The locator of a kind, for code that is written once for all kinds.
+  IColorMap* Locate(IColorMap* reference) { return LocateColorMap(reference); }
+  IGrayCurve* Locate(IGrayCurve* reference) { return LocateGrayCurve(reference); }
+  IChannelMap* Locate(IChannelMap* reference) { return LocateChannelMap(reference); }
+  IPacket_ColorDCT* Locate(IPacket_ColorDCT* reference) { return LocatePacket_ColorDCT(reference); }
+  IPacket_ColorResidue* Locate(IPacket_ColorResidue* reference) {
+    return LocatePacket_ColorResidue(reference);
+  }
+  IPacket_MonoDCT* Locate(IPacket_MonoDCT* reference) { return LocatePacket_MonoDCT(reference); }
+  IPacket_MonoResidue* Locate(IPacket_MonoResidue* reference) {
+    return LocatePacket_MonoResidue(reference);
+  }
+  IPacket_MonoCBAT* Locate(IPacket_MonoCBAT* reference) { return LocatePacket_MonoCBAT(reference); }
+  IPacket_DeltaScalar* Locate(IPacket_DeltaScalar* reference) {
+    return LocatePacket_DeltaScalar(reference);
+  }
+  IPacket_Blob* Locate(IPacket_Blob* reference) { return LocatePacket_Blob(reference); }
 };
 
 }  // namespace velora::v2::fenn::api

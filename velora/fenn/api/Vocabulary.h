@@ -7,6 +7,8 @@
 namespace velora::v2::fenn::api {
 class IVeltune;
 class IVelcase;
+class IPrintModeMapping;
+class IPrintModeMappings;
 class IPrintModeParameters;
 }  // namespace velora::v2::fenn::api
 
@@ -16,6 +18,8 @@ template <>
 struct Vocabulary<v2::fenn::api::Configuration> : SharedVocabulary {
   using IVeltune = v2::fenn::api::IVeltune;
   using IVelcase = v2::fenn::api::IVelcase;
+  using IPrintModeMapping = v2::fenn::api::IPrintModeMapping;
+  using IPrintModeMappings = v2::fenn::api::IPrintModeMappings;
   using IPrintModeParameters = v2::fenn::api::IPrintModeParameters;
 
   static constexpr Range ESupplyFamily = {0, 9, 127};

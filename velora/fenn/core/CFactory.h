@@ -4,13 +4,26 @@
 
 #include "velora/common/core/CFactory.h"
 #include "velora/fenn/api/IFactory.h"
+#include "velora/fenn/core/CPrintModeMappings.h"
+#include "velora/fenn/core/CPrintModeParameters.h"
 #include "velora/fenn/core/CVelcase.h"
 #include "velora/fenn/core/CVeltune.h"
-#include "velora/fenn/core/components.h"
+#include "velora/fenn/core/component_lists.h"
+#include "velora/fenn/core/components/CChannelMap.h"
+#include "velora/fenn/core/components/CColorMap.h"
+#include "velora/fenn/core/components/CGrayCurve.h"
+#include "velora/fenn/core/components/CPacket.h"
+#include "velora/fenn/core/conditions.h"
+#include "velora/fenn/core/properties.h"
+#include "velora/fenn/core/tags.h"
 
-// The classes that the factory makes beyond the common ones, in the order of its slots:
-// STORED(name, interface, class), or OTHER for what no image holds.
+// The classes that the factory makes: its own in place of four common ones, then those beyond them
+// in the order of its slots. STORED(name, interface, class), or OTHER for what no image holds.
 #define FENN_OBJECTS(STORED, OTHER)                                                                \
+  OTHER(Veltune, api::IVeltune, CVeltune)                                                          \
+  OTHER(Velcase, api::IVelcase, CVelcase)                                                          \
+  OTHER(PropertiesHelper, api::IPropertiesHelper, CPropertiesHelper)                               \
+  OTHER(SerializerHelper, api::ISerializerHelper, CSerializerHelper)                               \
   OTHER(PrintModeMappings, api::IPrintModeMappings, CPrintModeMappings)                            \
   STORED(GrayCurves, api::IGrayCurves, component_lists::CGrayCurves)                               \
   STORED(Packets_Blob, api::IPackets_Blob, component_lists::CPackets_Blob)                         \
@@ -113,10 +126,6 @@ class CFactory : public common::core::_factory::CFactory<Configuration>,
  public:
   CFactory();
   ~CFactory() override;
-  api::IVeltune* CreateVeltune() override;
-  api::IVelcase* CreateVelcase() override;
-  api::IPropertiesHelper* CreatePropertiesHelper() override;
-  api::ISerializerHelper* CreateSerializerHelper() override;
   FENN_OBJECTS(VELORA_CREATE_OVERRIDE, VELORA_CREATE_OVERRIDE)
 };
 

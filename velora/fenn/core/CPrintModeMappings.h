@@ -4,7 +4,8 @@
 #pragma once
 
 #include "velora/common/core/CPrintModeMappings.h"
-#include "velora/fenn/api/vocabulary.h"
+#include "velora/fenn/api/IPrintModeMappings.h"
+#include "velora/fenn/api/layer.h"
 
 namespace velora::v2::fenn::core {
 
@@ -33,8 +34,7 @@ class CPrintModeMapping : public api::IPrintModeMapping {
 
 // The axis runs fastest, then media, theme, table.
 class CPrintModeMappings
-    : public common::core::CPrintModeMappingsOf<Configuration, api::IPrintModeMappings,
-                                                CPrintModeMapping> {
+    : public common::core::CPrintModeMappingsOf<Configuration, CPrintModeMapping> {
  public:
   CPrintModeMappings();
   ~CPrintModeMappings() override;

@@ -10,10 +10,10 @@ namespace velora::v2::fenn::core {
 using api::Configuration;
 
 #define FENN_KIND(Name, List) , api::I##Name
-using CVelcaseBase = common::core::CVelcaseOf<Configuration, api::IVelcase FENN_KINDS(FENN_KIND)>;
+using Kinds = common::core::KindsOf<api::IVelcase FENN_KINDS(FENN_KIND)>;
 #undef FENN_KIND
 
-class CVelcase : public CVelcaseBase {
+class CVelcase : public common::core::CVelcaseOf<Configuration, Kinds> {
  public:
   CVelcase();
   ~CVelcase() override;

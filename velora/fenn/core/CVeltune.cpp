@@ -2,8 +2,14 @@
 
 #include <string.h>
 
+#include "velora/fenn/core/CPrintModeParameters.h"
 #include "velora/fenn/core/CVelcase.h"
-#include "velora/fenn/core/components.h"
+#include "velora/fenn/core/components/CChannelMap.h"
+#include "velora/fenn/core/components/CColorMap.h"
+#include "velora/fenn/core/components/CGrayCurve.h"
+#include "velora/fenn/core/components/CPacket.h"
+#include "velora/fenn/core/properties.h"
+#include "velora/fenn/core/tags.h"
 
 namespace velora::v2::fenn::core {
 
@@ -137,7 +143,8 @@ typename Class::Data* CVeltune::BuildFitting() {
     Class* reference = Defer(frame, Create<Configuration, Class>());
     common::core::CComponent<Configuration>* component = reference;
     component->Init(tags, role);
-    auto* found = Defer(frame, Class::Locate(this, reference));
+    api::IVeltune* locator = this;
+    auto* found = Defer(frame, locator->Locate(reference));
     result = found->BuildData(this);
   }
   PLINTH_END

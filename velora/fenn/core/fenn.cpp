@@ -1,9 +1,12 @@
-// The toner layer's instantiations, its factory, and its flat functions. No other file of the room
-// sees the templates' bodies: what the others need of them is made here.
+// The toner layer's factory and its instantiations. No other file of the room sees the templates'
+// bodies: what the others need of them is made here.
 #include "velora/common/core/CBuilt.inl"
 #include "velora/common/core/CFactory.inl"
 #include "velora/fenn/core/CFactory.h"
-#include "velora/fenn/core/components.inl"
+#include "velora/fenn/core/components/CColorMap.inl"
+#include "velora/fenn/core/components/CMonolithic.inl"
+#include "velora/fenn/core/components/CPacket.inl"
+#include "velora/fenn/core/components/CTableData.inl"
 
 namespace velora::v2::fenn::core {
 
@@ -29,18 +32,6 @@ CFactory::CFactory() = default;
 
 CFactory::~CFactory() = default;
 
-api::IVeltune* CFactory::CreateVeltune() { return this->Create<core::CVeltune>(); }
-
-api::IVelcase* CFactory::CreateVelcase() { return this->Create<core::CVelcase>(); }
-
-api::IPropertiesHelper* CFactory::CreatePropertiesHelper() {
-  return this->Create<core::CPropertiesHelper>();
-}
-
-api::ISerializerHelper* CFactory::CreateSerializerHelper() {
-  return this->Create<core::CSerializerHelper>();
-}
-
 #define FENN_CREATE(Name, Interface, Class) \
   Interface* CFactory::Create##Name() { return this->Create<Class>(); }
 FENN_OBJECTS(FENN_CREATE, FENN_CREATE)
@@ -56,13 +47,10 @@ template class CTableData<api::IGrayCurveData>;
 
 }  // namespace velora::v2::fenn::core
 
-VELORA_FLAT_FAMILY(_velora_v2, velora::v2::fenn)
-
 namespace plinth::v1::core {
 
 using Toner = velora::v2::fenn::api::Configuration;
 
-template class CArrayBody<Toner, unsigned char>;
 template class CArrayBody<Toner, velora::common::api::ITag<Toner>>;
 template class CArrayBody<Toner, velora::common::api::IProperty<Toner>>;
 
@@ -76,12 +64,10 @@ namespace fenn = v2::fenn::core::components;
 using Toner = fenn_api::Configuration;
 
 // The bases of classes with a file of their own.
-template class CPrintModeParametersOf<
-    Toner, fenn_api::IPrintModeParameters, fenn_api::IPrintModeMappings,
-    fenn_api::IPrintModeMapping, ctr_table_type, ctr_theme_type, ctr_media_type, ctr_axis_type>;
-#define FENN_KIND(Name, List) , fenn_api::I##Name
-template class CVelcaseOf<Toner, fenn_api::IVelcase FENN_KINDS(FENN_KIND)>;
-#undef FENN_KIND
+template class CPropertiesHelper<Toner>;
+template class CPrintModeParametersOf<Toner, void(ctr_table_type, ctr_theme_type, ctr_media_type,
+                                                  ctr_axis_type)>;
+template class CVelcaseOf<Toner, fenn_core::Kinds>;
 #define FENN_PRODUCER(Kind, Operator)                                              \
   template class CProducer<Toner,                                                  \
                            CBare<Toner, fenn_api::I##Kind::IOperator::I##Operator, \

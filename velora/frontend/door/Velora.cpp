@@ -14,27 +14,6 @@ using plinth::v1::api::Defer;
 using plinth::v1::api::Frame;
 namespace fenn = velora::v2::fenn::api;
 
-// Runs a body in the outermost frame. Whatever is raised in it ends here, as a line and a reason;
-// what a failing end raises is swallowed.
-template <class Body, class Refuse>
-bool Guard(const char* function, int line, const Body& body, const Refuse& refuse) {
-  volatile bool done = false;
-  PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
-    PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
-      body(frame);
-      done = true;
-    }
-    PLINTH_CATCH {
-      Ctr::PrintLine(function, line, "Exception");
-      refuse(frame.exception->code);
-    }
-    PLINTH_END
-  }
-  PLINTH_CATCH { done = false; }
-  PLINTH_END
-  return done;
-}
-
 }  // namespace
 
 Velora::Velora(void* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
@@ -64,25 +43,52 @@ struct Velora::Table {
   velora_reason_number refusal;  // of a buffer's size
 };
 
-bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab) {
+// The outermost frame is inside another: what a failing end raises is swallowed,
+// but for its reason.
+template <class Body, class Refuse>
+bool Velora::serve(const char* function, int line, const Body& body, const Refuse& refuseWith) {
   if (!initLibrary(m_pBootRecord)) {
     return false;
   }
-  const auto body = [&](volatile Frame& frame) {
+  volatile bool done = false;
+  PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
+    PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
+      const auto makeVeltune = [&] {
+        fenn::IVeltune* veltune =
+            createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType,
+                          m_eThemeType, m_eMediaType, m_eAxisType, m_nVelcases, m_pRawData, m_pCT);
+        if (veltune == nullptr) {
+          PLINTH_RAISE(CException_General);
+        }
+        return Defer(frame, veltune);
+      };
+      body(frame, makeVeltune);
+      done = true;
+    }
+    PLINTH_CATCH {
+      Ctr::PrintLine(function, line, "Exception");
+      refuseWith(frame.exception->code);
+    }
+    PLINTH_END
+  }
+  PLINTH_CATCH {
+    refuseWith(frame.exception->code);
+    done = false;
+  }
+  PLINTH_END
+  releaseLibrary();
+  return done;
+}
+
+bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab) {
+  const auto body = [&](volatile Frame&, const auto& makeVeltune) {
     if (cb < table.smallest || ab == nullptr) {
       reason::Refuse(ab == nullptr ? VELORA_REASON_ARGUMENT : table.refusal);
       PLINTH_RAISE(CException_General);
     }
-    fenn::IVeltune* veltune =
-        createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType, m_eThemeType,
-                      m_eMediaType, m_eAxisType, m_nVelcases, m_pRawData, m_pCT);
-    if (veltune == nullptr) {
-      PLINTH_RAISE(CException_General);
-    }
-    Defer(frame, veltune);
-    (veltune->*table.reconstruct)(cb, ab);
+    (makeVeltune()->*table.reconstruct)(cb, ab);
   };
-  const bool done = Guard(table.function, table.line, body, [&](int code) {
+  return serve(table.function, table.line, body, [&](int code) {
     if (table.refusal == VELORA_REASON_NOT_OFFERED) {
       reason::Refuse(table.refusal);
     }
@@ -91,8 +97,6 @@ bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab)
       reason::Refuse(table.refusal);
     }
   });
-  releaseLibrary();
-  return done;
 }
 
 void Velora::refuse(int code) const {
@@ -125,35 +129,16 @@ bool Velora::reconstructColorTable_RGBtoGrayscale(unsigned int cb, unsigned char
                      cb, ab);
 }
 
-bool Velora::getFuserBlobSize(unsigned int* pcb) {
-  if (!initLibrary(m_pBootRecord)) {
-    return false;
-  }
-  const bool done = getFuserBlob(pcb, nullptr, true);
-  releaseLibrary();
-  return done;
-}
+bool Velora::getFuserBlobSize(unsigned int* pcb) { return getFuserBlob(pcb, nullptr, true); }
 
 bool Velora::getFuserBlobData(unsigned int cb, unsigned char* ab) {
-  if (!initLibrary(m_pBootRecord)) {
-    return false;
-  }
-  const bool done = getFuserBlob(&cb, ab, false);
-  releaseLibrary();
-  return done;
+  return getFuserBlob(&cb, ab, false);
 }
 
 bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) {
   constexpr char kName[] = "getFuserBlob";
-  const auto body = [&](volatile Frame& frame) {
-    fenn::IVeltune* veltune =
-        createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType, m_eThemeType,
-                      m_eMediaType, m_eAxisType, m_nVelcases, m_pRawData, m_pCT);
-    if (veltune == nullptr) {
-      PLINTH_RAISE(CException_General);
-    }
-    Defer(frame, veltune);
-    fenn::IArray_uint8* blob = Defer(frame, veltune->ReconstructFuserBlob());
+  const auto body = [&](volatile Frame& frame, const auto& makeVeltune) {
+    fenn::IArray_uint8* blob = Defer(frame, makeVeltune()->ReconstructFuserBlob());
     const unsigned int count = static_cast<unsigned int>(blob->GetCount());
     if (ab != nullptr && pcb != nullptr && !bSizeOnly) {
       if (count > *pcb) {
@@ -172,5 +157,5 @@ bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) 
       PLINTH_RAISE(CException_General);
     }
   };
-  return Guard(kName, 747, body, [this](int code) { refuse(code); });
+  return serve(kName, 747, body, [this](int code) { refuse(code); });
 }

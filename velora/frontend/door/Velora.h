@@ -30,6 +30,12 @@ class VELORA_API Velora {
 
  private:
   struct Table;
+  // Every method: brings the object world up, runs body(frame, makeVeltune) in the outermost frame,
+  // and takes the world down. makeVeltune() gives the object of the request, which ends with the
+  // frame. Whatever is raised ends here, as a line and with refuseWith(code).
+  template <class Body, class Refuse>
+  VELORA_HIDDEN bool serve(const char* function, int line, const Body& body,
+                           const Refuse& refuseWith);
   VELORA_HIDDEN bool reconstruct(const Table& table, unsigned int cb, unsigned char* ab);
   VELORA_HIDDEN void refuse(int code) const;  // says why, for velora_last_reason
   VELORA_HIDDEN bool getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly);

@@ -1,6 +1,6 @@
 #include "plinth/runtime/api/boot.h"
-#include "velora/common/core/create.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/Create.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/frontend/door/library.h"
 #include "velora/frontend/door/reason.h"
 #include "velora/frontend/toolkit/RawData.h"

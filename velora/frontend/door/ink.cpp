@@ -10,7 +10,7 @@
 #include "plinth/runtime/api/Trace.h"
 #include "plinth/runtime/api/boot.h"
 #include "plinth/runtime/posix/CThreadManager_Posix.h"
-#include "velora/common/core/pack.h"
+#include "velora/common/core/PackLayout.h"
 #include "velora/frontend/door/reason.h"
 #include "velora/wisp/api/door.h"
 

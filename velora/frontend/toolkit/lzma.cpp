@@ -2,9 +2,11 @@
 
 #include <lzma.h>
 
+#include "plinth/runtime/api/Trace.h"
 #include "velora/frontend/toolkit/memory.h"
 #include "velora/frontend/toolkit/message.h"
 #include "velora/frontend/toolkit/result.h"
+#include "velora/reason.h"
 
 namespace Ctr {
 
@@ -29,7 +31,10 @@ int Decode(lzma_options_lzma* options, const unsigned char* in, unsigned int cbI
   stream.avail_out = cbOut;
   while (state == LZMA_OK && stream.avail_out > 0) state = lzma_code(&stream, LZMA_RUN);
   lzma_end(&stream);
-  if (state == LZMA_MEM_ERROR) return kOutOfMemory;
+  if (state == LZMA_MEM_ERROR) {
+    plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
+    return kOutOfMemory;
+  }
   return state == LZMA_OK || state == LZMA_STREAM_END ? kSuccess : kBrokenStream;
 }
 

@@ -3,6 +3,9 @@
 #pragma once
 
 #include "velora/wisp/api/IVeltune.h"
+#include "velora/wisp/api/conditions.h"
+#include "velora/wisp/api/properties.h"
+#include "velora/wisp/api/tags.h"
 
 namespace velora::v1::wisp::api {
 

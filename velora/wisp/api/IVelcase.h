@@ -2,7 +2,7 @@
 // Room: velora/wisp. Getters give no new reference. Failures are raised as the common pack's.
 #pragma once
 
-#include "velora/wisp/api/components.h"
+#include "velora/wisp/api/component_lists.h"
 
 namespace velora::v1::wisp::api {
 
@@ -18,9 +18,22 @@ class IVelcase : public virtual common::api::IVelcase<Configuration> {
                     INodes_Seeds* nodesSeeds, INodes_Deltas* nodesDeltas, IGrayCurves* grayCurves,
                     IAlternateNeutralChannels* alternateNeutralChannels,
                     IAlternateNeutrals* alternateNeutrals) = 0;
-#define WISP_GETTER(Name, List) virtual I##List* Get##List() const = 0;
-  WISP_KINDS(WISP_GETTER)
-#undef WISP_GETTER
+  // Colour maps: tables of four inks. The lists come in the order of the file.
+  virtual IColorMaps* GetColorMaps() const = 0;
+  // One ink of a colour map.
+  virtual IChannelMaps* GetChannelMaps() const = 0;
+  // Neutral diagonals.
+  virtual INodes_Neutrals* GetNodes_Neutrals() const = 0;
+  // Grids of 5 without their diagonals.
+  virtual INodes_Seeds* GetNodes_Seeds() const = 0;
+  // Differences of a grid of 9 or 17 to its prediction.
+  virtual INodes_Deltas* GetNodes_Deltas() const = 0;
+  // Curves of 256 levels.
+  virtual IGrayCurves* GetGrayCurves() const = 0;
+  // One ink of an alternate neutral.
+  virtual IAlternateNeutralChannels* GetAlternateNeutralChannels() const = 0;
+  // Neutral diagonals of four inks in place of a colour map's.
+  virtual IAlternateNeutrals* GetAlternateNeutrals() const = 0;
 };
 
 }  // namespace velora::v1::wisp::api

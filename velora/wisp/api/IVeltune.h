@@ -9,6 +9,7 @@
 #pragma once
 
 #include "velora/common/api/IVeltune.h"
+#include "velora/wisp/api/IPrintModeParameters.h"
 #include "velora/wisp/api/IVelcase.h"
 
 namespace velora::v1::wisp::api {
@@ -65,9 +66,11 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
+  // Merges the packs, of one supply family, into a sorted one, and makes empty caches.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings,
                     const tWISPPrintModeMapping* record) = 0;
+  // The copy: its caches are its own, and share what they hold.
   void Init(IVeltune* other) override = 0;
   // Changes the print mode. What was built stays cached.
   virtual void Update(const tWISPPrintModeMapping* record) = 0;
@@ -77,14 +80,18 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   // null record, or a payload out of its length `CException_Parameter_Invalid`. Populate... returns
   // the bytes that it wrote. Build... returns a new record of full size, which the caller gives
   // back with FreeRecord.
+  //
+  // Four inks of 17 x 17 x 17 nodes. The answer is marked with index and print mode.
   virtual int PopulateWISPColorMap(int index, const char* pathname, const WISPColorMap* input,
                                    int capacity, WISPColorMap* output) = 0;
   virtual WISPColorMap* BuildWISPColorMap(int index, const char* pathname,
                                           const WISPColorMap* input) = 0;
+  // 256 levels.
   virtual int PopulateWISPGrayCurve(int index, const char* pathname, const WISPGrayCurve* input,
                                     int capacity, WISPGrayCurve* output) = 0;
   virtual WISPGrayCurve* BuildWISPGrayCurve(int index, const char* pathname,
                                             const WISPGrayCurve* input) = 0;
+  // Four inks of 17 nodes.
   virtual int PopulateWISPAlternateNeutral(int index, const char* pathname,
                                            const WISPAlternateNeutral* input, int capacity,
                                            WISPAlternateNeutral* output) = 0;
@@ -95,22 +102,43 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual const char* GetPathname_Locator_ColorMap(int index, IPrintModeMapping* mapping) const = 0;
   virtual unsigned int GetChecksum_ColorMap(int index, IPrintModeMapping* mapping) const = 0;
 
+  // What it was made with, the merged pack, and the caches. Getters give no new reference.
   virtual IArray<IVelcase>* GetArray_Velcases() const = 0;
   virtual IVelcase* GetVelcase_Combined() const = 0;
   virtual ICache<IColorMap>* GetCache_ColorMap() const = 0;
   virtual ICache<IGrayCurve>* GetCache_GrayCurve() const = 0;
   virtual ICache<IAlternateNeutral>* GetCache_AlternateNeutral() const = 0;
+  // Whether an `Update` with this record would change nothing.
   virtual bool IsUpToDate(const tWISPPrintModeMapping* record) const = 0;
+  // The canonical object of the parameters' print mode.
   virtual IPrintModeMapping* GetPrintModeMapping(IPrintModeParameters* parameters) const = 0;
 
-  // From a reference component to the one that fits, as a copy that the caller owns.
-#define WISP_LOCATOR(Name, List) virtual I##Name* Locate##Name(I##Name* reference) = 0;
-  WISP_KINDS(WISP_LOCATOR)
-#undef WISP_LOCATOR
-#define WISP_LOCATOR(Name, List) \
-  I##Name* Locate(I##Name* reference) { return Locate##Name(reference); }
-  WISP_KINDS(WISP_LOCATOR)
-#undef WISP_LOCATOR
+  // The locators. Each finds the component of its kind for the tags and properties of `reference`,
+  // past the cache, and returns a copy, with a reference for the caller. None that fits raises
+  // `CException_General`.
+  virtual IColorMap* LocateColorMap(IColorMap* reference) = 0;
+  virtual IChannelMap* LocateChannelMap(IChannelMap* reference) = 0;
+  virtual INodes_Neutral* LocateNodes_Neutral(INodes_Neutral* reference) = 0;
+  virtual INodes_Seed* LocateNodes_Seed(INodes_Seed* reference) = 0;
+  virtual INodes_Delta* LocateNodes_Delta(INodes_Delta* reference) = 0;
+  virtual IGrayCurve* LocateGrayCurve(IGrayCurve* reference) = 0;
+  virtual IAlternateNeutralChannel* LocateAlternateNeutralChannel(
+      IAlternateNeutralChannel* reference) = 0;
+  virtual IAlternateNeutral* LocateAlternateNeutral(IAlternateNeutral* reference) = 0;
+
+  // The locator of a kind, for code that is written once for all kinds.
+  IColorMap* Locate(IColorMap* reference) { return LocateColorMap(reference); }
+  IChannelMap* Locate(IChannelMap* reference) { return LocateChannelMap(reference); }
+  INodes_Neutral* Locate(INodes_Neutral* reference) { return LocateNodes_Neutral(reference); }
+  INodes_Seed* Locate(INodes_Seed* reference) { return LocateNodes_Seed(reference); }
+  INodes_Delta* Locate(INodes_Delta* reference) { return LocateNodes_Delta(reference); }
+  IGrayCurve* Locate(IGrayCurve* reference) { return LocateGrayCurve(reference); }
+  IAlternateNeutralChannel* Locate(IAlternateNeutralChannel* reference) {
+    return LocateAlternateNeutralChannel(reference);
+  }
+  IAlternateNeutral* Locate(IAlternateNeutral* reference) {
+    return LocateAlternateNeutral(reference);
+  }
 
   // From a locator's bytes, through the cache: a component that has its data, with a reference for
   // the caller.

@@ -7,6 +7,8 @@
 namespace velora::v1::wisp::api {
 class IVeltune;
 class IVelcase;
+class IPrintModeMapping;
+class IPrintModeMappings;
 class IPrintModeParameters;
 }  // namespace velora::v1::wisp::api
 
@@ -16,6 +18,8 @@ template <>
 struct Vocabulary<v1::wisp::api::Configuration> : SharedVocabulary {
   using IVeltune = v1::wisp::api::IVeltune;
   using IVelcase = v1::wisp::api::IVelcase;
+  using IPrintModeMapping = v1::wisp::api::IPrintModeMapping;
+  using IPrintModeMappings = v1::wisp::api::IPrintModeMappings;
   using IPrintModeParameters = v1::wisp::api::IPrintModeParameters;
 
   static constexpr Range ESupplyFamily = {0, 7, 0};

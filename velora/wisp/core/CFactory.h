@@ -4,13 +4,27 @@
 
 #include "velora/common/core/CFactory.h"
 #include "velora/wisp/api/IFactory.h"
+#include "velora/wisp/core/CPrintModeMappings.h"
+#include "velora/wisp/core/CPrintModeParameters.h"
 #include "velora/wisp/core/CVelcase.h"
 #include "velora/wisp/core/CVeltune.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/component_lists.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
+#include "velora/wisp/core/components/CNodes.h"
+#include "velora/wisp/core/conditions.h"
+#include "velora/wisp/core/properties.h"
+#include "velora/wisp/core/tags.h"
 
-// The classes that the factory makes beyond the common ones, in the order of its slots:
-// STORED(name, interface, class), or OTHER for what no image holds.
+// The classes that the factory makes: its own in place of four common ones, then those beyond them
+// in the order of its slots. STORED(name, interface, class), or OTHER for what no image holds.
 #define WISP_OBJECTS(STORED, OTHER)                                                               \
+  OTHER(Veltune, api::IVeltune, CVeltune)                                                         \
+  OTHER(Velcase, api::IVelcase, CVelcase)                                                         \
+  OTHER(PropertiesHelper, api::IPropertiesHelper, CPropertiesHelper)                              \
+  OTHER(SerializerHelper, api::ISerializerHelper, CSerializerHelper)                              \
   OTHER(PrintModeMappings, api::IPrintModeMappings, CPrintModeMappings)                           \
   STORED(AlternateNeutrals, api::IAlternateNeutrals, component_lists::CAlternateNeutrals)         \
   STORED(AlternateNeutralChannels, api::IAlternateNeutralChannels,                                \
@@ -109,10 +123,6 @@ class CFactory : public common::core::_factory::CFactory<Configuration>,
  public:
   CFactory();
   ~CFactory() override;
-  api::IVeltune* CreateVeltune() override;
-  api::IVelcase* CreateVelcase() override;
-  api::IPropertiesHelper* CreatePropertiesHelper() override;
-  api::ISerializerHelper* CreateSerializerHelper() override;
   WISP_OBJECTS(VELORA_CREATE_OVERRIDE, VELORA_CREATE_OVERRIDE)
 };
 

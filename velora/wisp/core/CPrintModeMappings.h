@@ -4,7 +4,8 @@
 #pragma once
 
 #include "velora/common/core/CPrintModeMappings.h"
-#include "velora/wisp/api/vocabulary.h"
+#include "velora/wisp/api/IPrintModeMappings.h"
+#include "velora/wisp/api/layer.h"
 
 namespace velora::v1::wisp::core {
 
@@ -36,8 +37,7 @@ class CPrintModeMapping : public api::IPrintModeMapping {
 
 // The data source runs fastest, then pen set, quality, subtype, medium.
 class CPrintModeMappings
-    : public common::core::CPrintModeMappingsOf<Configuration, api::IPrintModeMappings,
-                                                CPrintModeMapping> {
+    : public common::core::CPrintModeMappingsOf<Configuration, CPrintModeMapping> {
  public:
   CPrintModeMappings();
   ~CPrintModeMappings() override;

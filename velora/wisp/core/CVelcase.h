@@ -10,10 +10,10 @@ namespace velora::v1::wisp::core {
 using api::Configuration;
 
 #define WISP_KIND(Name, List) , api::I##Name
-using CVelcaseBase = common::core::CVelcaseOf<Configuration, api::IVelcase WISP_KINDS(WISP_KIND)>;
+using Kinds = common::core::KindsOf<api::IVelcase WISP_KINDS(WISP_KIND)>;
 #undef WISP_KIND
 
-class CVelcase : public CVelcaseBase {
+class CVelcase : public common::core::CVelcaseOf<Configuration, Kinds> {
  public:
   CVelcase();
   ~CVelcase() override;

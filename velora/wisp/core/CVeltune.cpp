@@ -2,9 +2,14 @@
 
 #include <string.h>
 
+#include "velora/wisp/core/CPrintModeParameters.h"
 #include "velora/wisp/core/CVelcase.h"
 #include "velora/wisp/core/Cache.h"
-#include "velora/wisp/core/components.h"
+#include "velora/wisp/core/components/CAlternateNeutral.h"
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/components/CColorMap.h"
+#include "velora/wisp/core/components/CGrayCurve.h"
+#include "velora/wisp/core/components/CNodes.h"
 
 namespace velora::v1::wisp::core {
 
@@ -88,17 +93,18 @@ Kind* CVeltune::Locate_WithCaching(api::ICache<Kind>* cache, int index, const ch
     cached->AddRef();
     return cached;
   }
-  return LocateAndCache<Class>(cache, index, pathname, locator, list);
+  return BuildIntoCache<Class>(cache, index, pathname, locator, list);
 }
 
 // Everything that can fail comes before the cache is changed.
 template <class Class, class Kind>
-Kind* CVeltune::LocateAndCache(api::ICache<Kind>* cache, int index, const char* pathname,
+Kind* CVeltune::BuildIntoCache(api::ICache<Kind>* cache, int index, const char* pathname,
                                api::IArray_uint8* locator,
                                common::api::IComponentList<Configuration, Kind>* list) {
+  api::IPrintModeMapping* const mapping = GetPrintModeMapping();
   Kind* volatile built = nullptr;
   PLINTH_FRAME(Configuration) {
-    using Serializer = plinth::v1::core::CSerializer<Configuration>;
+    using Serializer = plinth::v1::core::CSerializer<plinth::v1::api::Configuration>;
     api::ISerializer* serializer =
         Defer<api::ISerializer>(frame, Create<Configuration, Serializer>());
     serializer->Init(m_pVelcase_Combined->GetSerializerHelper(),
@@ -109,7 +115,7 @@ Kind* CVeltune::LocateAndCache(api::ICache<Kind>* cache, int index, const char* 
                          serializer->Deserialize_Serializeable(Kind::kType, nullptr)));
     Kind* component = Defer(frame, Base::Locate<Class>(reference, list, GetPrintModeParameters()));
     Kind::CacheComponentData(this, component);
-    cache->AddComponent(index, pathname, GetPrintModeMapping(), component);
+    cache->AddComponent(index, pathname, mapping, component);
     built = HandOver(frame, component);
   }
   PLINTH_END
@@ -170,8 +176,8 @@ api::IPrintModeMapping* MappingOf(const api::IPrintModeMappings* mappings, uint3
                                                                  : static_cast<int>(field) - 1);
 }
 
-// What is different from record to record: the component that answers, its cache and list, the
-// locator's bytes in the input, and the answer.
+// What is different from record to record: the locator's bytes in the input, the component that
+// answers it with its cache and its list, and the answer.
 template <class Record>
 struct Request;
 
@@ -180,10 +186,10 @@ struct Request<WISPColorMap> {
   using Class = components::CColorMap;
   static constexpr uint32_t kMaxPayload = 0xFFFF;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_ColorMap(); }
-  static auto List(const api::IVelcase* pack) { return pack->GetColorMaps(); }
   static void CopyPayload(const WISPColorMap* input, unsigned char* to, size_t length) {
     memcpy(to, input->data.payload, length);
   }
+  static auto List(const api::IVelcase* pack) { return pack->GetColorMaps(); }
   static int Size(api::IColorMapData* data) { return data->GetSize_WISPColorMap(); }
   static const void* Bytes(api::IColorMapData* data) { return data->GetWISPColorMap(); }
 };
@@ -193,10 +199,10 @@ struct Request<WISPGrayCurve> {
   using Class = components::CGrayCurve;
   static constexpr uint32_t kMaxPayload = VELORA_WISP_MAX_PAYLOAD;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_GrayCurve(); }
-  static auto List(const api::IVelcase* pack) { return pack->GetGrayCurves(); }
   static void CopyPayload(const WISPGrayCurve* input, unsigned char* to, size_t length) {
     memcpy(to, input->curve, length);
   }
+  static auto List(const api::IVelcase* pack) { return pack->GetGrayCurves(); }
   static int Size(api::IGrayCurveData*) { return sizeof(WISPGrayCurve); }
   static const void* Bytes(api::IGrayCurveData* data) { return data->GetWISPGrayCurve(); }
 };
@@ -206,12 +212,12 @@ struct Request<WISPAlternateNeutral> {
   using Class = components::CAlternateNeutral;
   static constexpr uint32_t kMaxPayload = VELORA_WISP_MAX_PAYLOAD;
   static auto Cache(const CVeltune* veltune) { return veltune->GetCache_AlternateNeutral(); }
-  static auto List(const api::IVelcase* pack) { return pack->GetAlternateNeutrals(); }
   static void CopyPayload(const WISPAlternateNeutral* input, unsigned char* to, size_t length) {
     for (size_t i = 0; i < length; ++i) {
       to[i] = static_cast<unsigned char>(input->nodes[i]);
     }
   }
+  static auto List(const api::IVelcase* pack) { return pack->GetAlternateNeutrals(); }
   // A record that somebody else has made may be shorter than what is copied out.
   static int Size(api::IAlternateNeutralData* data) {
     constexpr int kSize = sizeof(WISPAlternateNeutral);
@@ -250,9 +256,8 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
-  auto* cache = Kind::Cache(this);
   // A hit needs no frame: the component has the data, and goes on holding it.
-  if (const auto* entry = cache->FindEntry(index, GetPrintModeMapping())) {
+  if (const auto* entry = Kind::Cache(this)->FindEntry(index, GetPrintModeMapping())) {
     auto* data = entry->GetComponent()->BuildData(this);
     data->Destroy();
     return Write(data, index, capacity, output);
@@ -261,11 +266,11 @@ int CVeltune::Populate(int index, const char* pathname, const Record* input, int
   PLINTH_FRAME(Configuration) {
     const int length = static_cast<int>(input->payloadLength);
     api::IArray_uint8* locator =
-        Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8<Configuration>::New(length));
+        Defer<api::IArray_uint8>(frame, plinth::v1::core::CArray_uint8::New(length));
     Kind::CopyPayload(input, locator->GetElements(), static_cast<size_t>(length));
-    auto* component =
-        Defer(frame, LocateAndCache<typename Kind::Class>(cache, index, pathname, locator,
-                                                          Kind::List(m_pVelcase_Combined.Get())));
+    auto* component = Defer(
+        frame, BuildIntoCache<typename Kind::Class>(Kind::Cache(this), index, pathname, locator,
+                                                    Kind::List(m_pVelcase_Combined.Get())));
     auto* data = Defer(frame, component->BuildData(this));
     written = Write(data, index, capacity, output);
   }

@@ -83,9 +83,9 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   Kind* Locate_WithCaching(api::ICache<Kind>* cache, int index, const char* pathname,
                            api::IArray_uint8* locator,
                            common::api::IComponentList<Configuration, Kind>* list);
-  // The same for a request that the cache does not hold.
+  // The latter, for whoever has looked into the cache. The caller owns the reference.
   template <class Class, class Kind>
-  Kind* LocateAndCache(api::ICache<Kind>* cache, int index, const char* pathname,
+  Kind* BuildIntoCache(api::ICache<Kind>* cache, int index, const char* pathname,
                        api::IArray_uint8* locator,
                        common::api::IComponentList<Configuration, Kind>* list);
   // The bodies of Populate... and Build... for the three records.

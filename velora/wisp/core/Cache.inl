@@ -5,7 +5,7 @@
 
 #include "plinth/core/CArray.inl"
 #include "plinth/core/CLinkedList.inl"
-#include "velora/common/core/create.h"
+#include "velora/common/core/Create.h"
 #include "velora/wisp/core/Cache.h"
 
 namespace velora::v1::wisp::core {
@@ -25,8 +25,7 @@ void CVeltune::Cache<Kind>::Bucket::Entry::Init(const char* pathname,
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   const size_t size = strlen(pathname) + 1;
-  m_pArray_uint8_Pathname.Take(
-      plinth::v1::core::CArray_uint8<Configuration>::New(static_cast<int>(size)));
+  m_pArray_uint8_Pathname.Take(plinth::v1::core::CArray_uint8::New(static_cast<int>(size)));
   memcpy(m_pArray_uint8_Pathname->GetElements(), pathname, size);
   m_pPrintModeMapping = mapping;
   m_pComponent.Share(component);

@@ -1,10 +1,12 @@
-// The ink layer's instantiations, its factory, and its flat functions. No other file of the room
-// sees the templates' bodies: what the others need of them is made here.
+// The ink layer's factory and its instantiations. No other file of the room sees the templates'
+// bodies: what the others need of them is made here.
 #include "velora/common/core/CBuilt.inl"
 #include "velora/common/core/CFactory.inl"
 #include "velora/wisp/core/CFactory.h"
 #include "velora/wisp/core/Cache.inl"
-#include "velora/wisp/core/components.inl"
+#include "velora/wisp/core/components/CChannelData.inl"
+#include "velora/wisp/core/components/CNodes.inl"
+#include "velora/wisp/core/components/CTable.inl"
 
 namespace velora::v1::wisp::core {
 
@@ -29,18 +31,6 @@ namespace _factory {
 CFactory::CFactory() = default;
 
 CFactory::~CFactory() = default;
-
-api::IVeltune* CFactory::CreateVeltune() { return this->Create<core::CVeltune>(); }
-
-api::IVelcase* CFactory::CreateVelcase() { return this->Create<core::CVelcase>(); }
-
-api::IPropertiesHelper* CFactory::CreatePropertiesHelper() {
-  return this->Create<core::CPropertiesHelper>();
-}
-
-api::ISerializerHelper* CFactory::CreateSerializerHelper() {
-  return this->Create<core::CSerializerHelper>();
-}
 
 #define WISP_CREATE(Name, Interface, Class) \
   Interface* CFactory::Create##Name() { return this->Create<Class>(); }
@@ -68,17 +58,6 @@ template class CRecordData<api::IAlternateNeutralData>;
 
 }  // namespace velora::v1::wisp::core
 
-VELORA_FLAT_FAMILY(_velora_v1, velora::v1::wisp)
-
-namespace plinth::v1::core {
-
-using Ink = velora::v1::wisp::api::Configuration;
-
-template CArray_uint8<Ink>* CArrayBody<Ink, unsigned char>::NewArray<CArray_uint8<Ink>>(int, int);
-template CArray_int32<Ink>* CArrayBody<Ink, int>::NewArray<CArray_int32<Ink>>(int, int);
-
-}  // namespace plinth::v1::core
-
 namespace velora::common::core {
 
 namespace wisp_api = v1::wisp::api;
@@ -87,12 +66,9 @@ namespace wisp = v1::wisp::core::components;
 using Ink = wisp_api::Configuration;
 
 // The bases of classes with a file of their own.
-template class CPrintModeParametersOf<Ink, wisp_api::IPrintModeParameters,
-                                      wisp_api::IPrintModeMappings, wisp_api::IPrintModeMapping,
-                                      const tWISPPrintModeMapping*>;
-#define WISP_KIND(Name, List) , wisp_api::I##Name
-template class CVelcaseOf<Ink, wisp_api::IVelcase WISP_KINDS(WISP_KIND)>;
-#undef WISP_KIND
+template class CPropertiesHelper<Ink>;
+template class CPrintModeParametersOf<Ink, void(const tWISPPrintModeMapping*)>;
+template class CVelcaseOf<Ink, wisp_core::Kinds>;
 template class CValue<Ink, CProperty<Ink>, wisp_api::properties::INodeCount,
                       wisp_core::properties::CNodeCount::kSerializeableType>;
 template class CStoredArray<Ink, CProperty<Ink>, wisp_api::properties::IDropsPerLevel,

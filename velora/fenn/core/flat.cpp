@@ -1,0 +1,27 @@
+// The flat functions of the toner layer.
+#include "plinth/runtime/api/flat.h"
+
+#include "velora/fenn/core/CFactory.h"
+
+using Flat = plinth::v1::api::FlatFamily<velora::v2::fenn::api::Configuration>;
+
+int _velora_v2_Initialize_Posix_Lib(BootRecord* record) { return Flat::Initialize(record); }
+
+int _velora_v2_Initialize_Posix_So(BootRecord* record) { return Flat::InitializeLayer(record); }
+
+void _velora_v2_Cleanup_Thread_Posix_Lib(void) { Flat::CleanupThread(); }
+
+void _velora_v2_Cleanup_Thread_Posix_So(void) { Flat::CleanupLayerThread(); }
+
+void _velora_v2_Cleanup_Process_Posix_Lib(void) { Flat::CleanupProcess(); }
+
+void _velora_v2_Cleanup_Process_Posix_So(void) { Flat::CleanupLayerProcess(); }
+
+void* _velora_v2_CreateFactory_Posix_Lib(void) {
+  using namespace velora::v2::fenn;
+  plinth::v1::api::CPlatform* platform = plinth::v1::api::Slots<api::Configuration>().platform;
+  return static_cast<api::_factory::IFactory*>(new (platform, false, true)
+                                                   core::_factory::CFactory);
+}
+
+void* _velora_v2_CreateFactory_Posix_So(void) { return _velora_v2_CreateFactory_Posix_Lib(); }

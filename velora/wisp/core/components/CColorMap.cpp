@@ -1,0 +1,100 @@
+#include "velora/wisp/core/components/CColorMap.h"
+
+#include <string.h>
+
+#include "velora/wisp/core/components/CChannelMap.h"
+#include "velora/wisp/core/pyramid.h"
+
+namespace velora::v1::wisp::core::components {
+
+// A record has some 39000 bytes: 32 at a time, in lanes of 16 bits, which take 128 sums of two
+// bytes before they are full.
+unsigned int SumBytes(const unsigned char* bytes, int from, int to) {
+  constexpr uint64_t kLanes = 0x00FF00FF00FF00FF;
+  constexpr int kWords = 4;
+  constexpr int kStep = kWords * sizeof(uint64_t);
+  unsigned int sum = 0;
+  int i = from;
+  while (to - i >= kStep) {
+    uint64_t lanes[kWords] = {};
+    for (int rounds = 0; rounds < 128 && to - i >= kStep; ++rounds, i += kStep) {
+      uint64_t words[kWords];
+      memcpy(words, bytes + i, sizeof words);
+      for (int word = 0; word < kWords; ++word) {
+        lanes[word] += (words[word] & kLanes) + (words[word] >> 8 & kLanes);
+      }
+    }
+    for (uint64_t lane : lanes) {
+      for (; lane != 0; lane >>= 16) {
+        sum += lane & 0xFFFF;
+      }
+    }
+  }
+  for (; i < to; ++i) {
+    sum += bytes[i];
+  }
+  return sum;
+}
+
+namespace {
+
+// Cut to 16 bits, in blocks of a size that a compiler can turn into few instructions.
+void FillPlane(const int* nodes, uint16_t* plane) {
+  constexpr int kBlock = 16;
+  int node = 0;
+  for (; node + kBlock <= kCube; node += kBlock) {
+    for (int i = 0; i < kBlock; ++i) {
+      plane[node + i] = static_cast<uint16_t>(nodes[node + i]);
+    }
+  }
+  for (; node < kCube; ++node) {
+    plane[node] = static_cast<uint16_t>(nodes[node]);
+  }
+}
+
+}  // namespace
+
+using CBuild_CMYK = CColorMap::COperator::CBuild_CMYK;
+
+CBuild_CMYK::CBuild_CMYK() = default;
+
+Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) {
+  unsigned char* volatile bytes = nullptr;
+  PLINTH_FRAME(Configuration) {
+    this->BeginResolve(operators, properties, veltune);
+    api::IChannelMapData* channels[VELORA_WISP_CHANNELS];
+    for (int i = VELORA_WISP_CHANNELS - 1; i >= 0; --i) {  // taken from the recipe's end
+      channels[i] =
+          common::core::ResolveOperand<Configuration, CChannelMap>(frame, operators, veltune)
+              ->GetChannelMapData();
+    }
+    for (api::IChannelMapData* channel : channels) {
+      if (channel->GetArray_int32_Nodes()->GetCount() != kCube) {
+        PLINTH_RAISE(CException_General);
+      }
+    }
+    bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
+                 true) unsigned char[VELORA_SIZE_WISP_COLOR_MAP];
+    auto* record = reinterpret_cast<WISPColorMap*>(bytes);
+    record->payloadLength = 20000;
+    record->tenThousand = 10000;
+    record->four = 4;
+    record->sixteen = 16;
+    record->one = 1;
+    for (int i = 0; i < VELORA_WISP_CHANNELS; ++i) {
+      record->channels[i] = *channels[i]->GetWISPColorMapChannel();
+      FillPlane(channels[i]->GetArray_int32_Nodes()->GetElements(), record->data.nodes[i]);
+    }
+    this->data.Take(Create<Configuration, CColorMapData>());
+    this->data->Init(VELORA_SIZE_WISP_COLOR_MAP, bytes, true);
+    bytes = nullptr;
+    this->Call_Callback_Resolve_Done();
+  }
+  PLINTH_TAIL {
+    operator delete[](bytes, plinth::v1::api::Slots<Configuration>().platform, false, false);
+  }
+  PLINTH_END
+  return operators;
+}
+
+}  // namespace velora::v1::wisp::core::components
