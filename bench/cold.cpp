@@ -1,5 +1,6 @@
 // What a process costs that starts, makes a table and ends, from fork to exit, against Little CMS
-// making the same table: whole processes, one of each kind in turn.
+// making the same table: whole processes, one of each kind in turn. Another kind opens an ink
+// session and asks for a colour map.
 //
 //   cold [ROUNDS [FOLDER...]]
 //
@@ -129,6 +130,7 @@ int main(int argc, char** argv) {
       kinds.push_back(
           {label + ", " + calls + " tables", {folder + "velora", request, calls}, library});
     }
+    kinds.push_back({label + ", 1 colour map", {folder + "ink", BENCH_INK_DATA, "1"}, library});
   };
   add_library("libvelora.so", "");
   for (int i = 2; i < argc; ++i) add_library(argv[i], argv[i]);

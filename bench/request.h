@@ -43,7 +43,7 @@ inline std::string TextOf(const Bytes& bytes) { return std::string(bytes.begin()
 
 inline PrintMode Mode() { return PrintMode{1, 2, 1, 1}; }
 
-// The channel that a component is for, 0 to 3 for C, M, Y, K; -1 for none.
+// The channel that a component is for, 0 to 3 for C, M, Y, K; -1 for all.
 inline int ColorOf(const Component& component) {
   constexpr int kChannel = 33;
   for (const Value& property : component.properties) {
@@ -73,13 +73,15 @@ inline Request MakeRequest() {
       constexpr int kDctType = 23, kResidueType = 24, kScalarType = 28;
       component.condition = Condition();
       pack.components.push_back(component);
-      const int color = ColorOf(component);
-      if (color >= 0 && component.kind == kDctType) {
-        request[kDct + color] = component.recipe.back().bytes;
-      } else if (color >= 0 && component.kind == kResidueType) {
-        request[kResidue + color] = component.recipe.back().bytes;
-      } else if (color >= 0 && component.kind == kScalarType) {
-        request[kScalars][color] = component.recipe.back().bytes[0];
+      const int one = ColorOf(component);
+      for (int color = one < 0 ? 0 : one; color <= (one < 0 ? 3 : one); ++color) {
+        if (component.kind == kDctType) {
+          request[kDct + color] = component.recipe.back().bytes;
+        } else if (component.kind == kResidueType) {
+          request[kResidue + color] = component.recipe.back().bytes;
+        } else if (component.kind == kScalarType) {
+          request[kScalars][color] = component.recipe.back().bytes[0];
+        }
       }
     }
   }

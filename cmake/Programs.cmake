@@ -107,7 +107,9 @@ if(VELORA_BENCH AND NOT VELORA_SANITIZE)
 
   # The processes that bench/cold starts: C programs, each with the one library that it is about.
   if(TARGET bench_cold)
-    foreach(name empty velora lcms)
+    target_compile_definitions(
+      bench_cold PRIVATE BENCH_INK_DATA="${PROJECT_SOURCE_DIR}/tests/data/vectors/ink")
+    foreach(name empty velora ink lcms)
       add_executable(bench_cold_${name} ${PROJECT_SOURCE_DIR}/bench/cold/${name}.c)
       set_target_properties(
         bench_cold_${name} PROPERTIES OUTPUT_NAME ${name}
@@ -116,6 +118,7 @@ if(VELORA_BENCH AND NOT VELORA_SANITIZE)
       add_dependencies(bench_cold bench_cold_${name})
     endforeach()
     target_link_libraries(bench_cold_velora PRIVATE velora)
+    target_link_libraries(bench_cold_ink PRIVATE velora)
     target_link_libraries(bench_cold_lcms PRIVATE ${VELORA_LCMS_LIBRARY})
   endif()
 endif()

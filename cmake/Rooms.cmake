@@ -36,9 +36,6 @@ function(velora_room name folder)
   endif()
   add_library(${name} OBJECT ${sources})
   target_link_libraries(${name} PRIVATE velora_settings)
-  if(VELORA_DEVICE)
-    target_compile_options(${name} PRIVATE -flto=auto)
-  endif()
   if(room_OBJECT_WORLD)
     target_compile_options(${name} PRIVATE -fno-exceptions -fno-asynchronous-unwind-tables)
     if(NOT VELORA_SANITIZE AND NOT room_FAST)
@@ -95,9 +92,9 @@ endif()
 
 # GCC puts the virtual table of a class and those of its bases under construction in one section
 # group, which the linker keeps or drops as a whole. Nothing refers to the latter; out of their
-# groups, the section garbage collection drops them. Link-time optimisation drops them too.
+# groups, the section garbage collection drops them.
 set(linked ${objects})
-if(NOT VELORA_SANITIZE AND NOT VELORA_DEVICE)
+if(NOT VELORA_SANITIZE)
   set(linked ${PROJECT_BINARY_DIR}/velora.o)
   add_custom_command(
     OUTPUT ${linked}
@@ -138,8 +135,8 @@ if(NOT VELORA_SANITIZE AND NOT VELORA_THREADS)
 endif()
 if(VELORA_DEVICE)
   # Nothing that comes from an archive is exported.
-  target_link_options(velora PRIVATE -flto=auto -O2 -static-libstdc++ -static-libgcc
-                      -Wl,--exclude-libs,ALL -Wl,--as-needed)
+  target_link_options(velora PRIVATE -static-libstdc++ -static-libgcc -Wl,--exclude-libs,ALL
+                      -Wl,--as-needed)
 endif()
 
 add_library(velora_static STATIC ${objects})

@@ -2,6 +2,7 @@
 #include "velora/ink.h"
 
 #include <limits.h>
+#include <stddef.h>
 #include <string.h>
 
 #include <cstdlib>
@@ -196,7 +197,7 @@ bool ReadPacks(Session& session, const ImagingBlob* const* apPacks, unsigned int
 }
 
 // What is different from record to record: the longest locator, the least size of a record, how a
-// locator lies in one, and the operation.
+// locator lies in one, how much of such an input is read, and the operation.
 template <class Record>
 struct Kind;
 
@@ -205,6 +206,8 @@ struct Kind<WISPColorMap> {
   static constexpr unsigned int kLongest = 0xFFFF;
   static constexpr unsigned int kLeast = VELORA_SIZE_WISP_COLOR_MAP;
   static constexpr auto kPopulate = &ink::IVeltune::PopulateWISPColorMap;
+  // A whole one has 116 KiB, most of which a request would only clear.
+  static size_t InputSize(unsigned int length) { return offsetof(WISPColorMap, data) + length; }
   static void Place(WISPColorMap* input, const unsigned char* locator, unsigned int length) {
     input->payloadLength = static_cast<uint16_t>(length);
     memcpy(input->data.payload, locator, length);
@@ -216,6 +219,7 @@ struct Kind<WISPGrayCurve> {
   static constexpr unsigned int kLongest = VELORA_WISP_MAX_PAYLOAD;
   static constexpr unsigned int kLeast = sizeof(WISPGrayCurve);
   static constexpr auto kPopulate = &ink::IVeltune::PopulateWISPGrayCurve;
+  static size_t InputSize(unsigned int) { return sizeof(WISPGrayCurve); }
   static void Place(WISPGrayCurve* input, const unsigned char* locator, unsigned int length) {
     input->payloadLength = length;
     memcpy(input->curve, locator, length);
@@ -227,6 +231,7 @@ struct Kind<WISPAlternateNeutral> {
   static constexpr unsigned int kLongest = VELORA_WISP_MAX_PAYLOAD;
   static constexpr unsigned int kLeast = sizeof(WISPAlternateNeutral);
   static constexpr auto kPopulate = &ink::IVeltune::PopulateWISPAlternateNeutral;
+  static size_t InputSize(unsigned int) { return sizeof(WISPAlternateNeutral); }
   static void Place(WISPAlternateNeutral* input, const unsigned char* locator,
                     unsigned int length) {
     input->payloadLength = length;
@@ -250,7 +255,7 @@ int Serve(Session& session, int index, const char* path, const void* locator, un
     reason::Refuse(VELORA_REASON_BUFFER);
     return 0;
   }
-  auto* input = static_cast<Record*>(calloc(1, sizeof(Record)));
+  auto* input = static_cast<Record*>(calloc(1, Asked::InputSize(length)));
   if (input == nullptr) {
     reason::Refuse(VELORA_REASON_NO_MEMORY);
     return 0;
