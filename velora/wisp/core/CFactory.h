@@ -109,6 +109,7 @@ namespace velora::v1::wisp::core {
 template <class T>
 using CArrayOf = plinth::v1::core::CArray<Configuration, T>;
 
+// Makes the blank object for a type id that an image names; the reader owns it.
 class CSerializerHelper : public common::core::CSerializerHelper<Configuration> {
  public:
   CSerializerHelper();
@@ -118,6 +119,7 @@ class CSerializerHelper : public common::core::CSerializerHelper<Configuration> 
 
 namespace _factory {
 
+// Each object is blank and the caller's, by one reference unless its interface has none.
 class CFactory : public common::core::_factory::CFactory<Configuration>,
                  public virtual api::_factory::IFactory {
  public:

@@ -17,6 +17,7 @@ namespace {
 
 using Mappings = api::IPrintModeMappings;
 
+// The subtypes in the order of their places.
 constexpr unsigned int aSubtypes[Mappings::kSubtypes] = {0, 1, 2, 10, 11, 12};
 
 // What a blank mapping says: values that no print mode has.
@@ -31,11 +32,13 @@ int MediaPlace(PT_media_t media) {
 }
 
 int SubtypePlace(unsigned int subtype) {
+  // The inverse of aSubtypes, by the subtype itself.
   constexpr int aPlaces[] = {0, 1, 2, 0, 0, 0, 0, 0, 0, 0, 3, 4, 5};
   return subtype < sizeof aPlaces / sizeof *aPlaces ? aPlaces[subtype] : 0;
 }
 
 int QualityPlace(PT_quality_t quality) {
+  // Quality -2 has place 0, so an unknown one falls back to place 2.
   const auto value = static_cast<unsigned int>(quality) + 2u;
   return value < Mappings::kQualities ? static_cast<int>(value) : 2;
 }
@@ -141,6 +144,7 @@ api::IPrintModeMapping* CPrintModeMappings::GetPrintModeMapping(
   if (record == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // The record's fields come in another order than the table's keys.
   return GetPrintModeMapping(record->mediaType, record->mediaSubtype, record->quality,
                              record->penSet, record->dataSource);
 }
@@ -150,6 +154,7 @@ int CPrintModeMappings::FindPlace(const api::IPrintModeMapping* mapping) const {
   if (mapping == nullptr) {
     return -1;
   }
+  // Its values name a place; it is of this table only if it is the very object there.
   const int place = PlaceOf(mapping->GetMediaType(), mapping->GetMediaSubtype(),
                             mapping->GetQuality(), mapping->GetPenSet(), mapping->GetDataSource());
   return GetMapping(place) == mapping ? place : -1;

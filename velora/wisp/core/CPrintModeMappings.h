@@ -11,6 +11,7 @@ namespace velora::v1::wisp::core {
 
 using api::Configuration;
 
+// Lives in its table's block of memory and is compared by address.
 class CPrintModeMapping : public api::IPrintModeMapping {
  public:
   CPrintModeMapping();
@@ -35,7 +36,8 @@ class CPrintModeMapping : public api::IPrintModeMapping {
   bool m_bInitialized;
 };
 
-// The data source runs fastest, then pen set, quality, subtype, medium.
+// The data source runs fastest, then pen set, quality, subtype, medium. A lookup computes the place
+// and never searches.
 class CPrintModeMappings
     : public common::core::CPrintModeMappingsOf<Configuration, CPrintModeMapping> {
  public:

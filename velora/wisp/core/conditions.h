@@ -10,7 +10,8 @@
 namespace velora::v1::wisp::core::conditions::print_mode {
 
 // The caller's value for a pack's number. Numbers from an image are unchecked: one outside the
-// table stands for a value that no mapping holds, so that its condition fails.
+// table becomes `otherwise`. No mapping holds that value, so the condition fails; a subtype is the
+// exception, see below.
 template <int kCount>
 constexpr int Translate(const int (&callers)[kCount], int number, int otherwise) {
   return number >= 1 && number <= kCount ? callers[number - 1] : otherwise;
@@ -29,7 +30,9 @@ struct MediaTypeTest : common::core::conditions::system::Test {
   }
 };
 
-// Number 0 is outside the table, and subtype 0 the value for that.
+// A number outside the table, 0 too, becomes subtype 0, which mappings hold: such a condition is
+// true of a mapping of subtype 0. Of the caller's values in the table, mappings hold 1 and 10
+// alone.
 struct MediaSubtypeTest : common::core::conditions::system::Test {
   template <class Parameters>
   static bool Ask(Parameters* parameters, int number) {

@@ -6,13 +6,14 @@ namespace velora::v1::wisp::core {
 
 namespace {
 
+// Bounds of the runs: short ones have 1 to 112 zeros, long ones 113 to 15 * 256 + 255 + 113.
 constexpr int kZero = 128;  // also the first short run
 constexpr int kFirstLongRun = 240;
 constexpr int kShortestLongRun = 113;
 constexpr int kLongestRun = 4208;
 
-// What each code of one byte means: a delta, or zeros. A table and no branch, since the codes
-// of a picture come as they like.
+// What each code of one byte means: a delta, or zeros. A table and no branch: the codes of a
+// picture are unpredictable, so a branch would mispredict.
 struct ShortCodes {
   signed char steps[kFirstLongRun];
   unsigned char run[kFirstLongRun];
@@ -44,6 +45,7 @@ DecodedDeltas DecodeDeltas(const unsigned char* bytes, int size, int step, int* 
     const int code = bytes[used++];
     int run;
     if (code < kFirstLongRun) {
+      // One write for both: a run of zeros writes a 0 over a 0.
       deltas[count] = kShortCodes.steps[code] * step;
       run = kShortCodes.run[code];
     } else if (used < size) {
@@ -65,6 +67,7 @@ DecodedDeltas DecodeDeltas(const unsigned char* bytes, int size, int step, int* 
 
 int EncodeDeltas(const int* deltas, int count, int range, unsigned char* bytes, int room) {
   const int step = range / kDeltaSteps;
+  // The code of one value; kZero for all that is less than a step from 0.
   const auto codeOf = [range, step](int delta) {
     const int held = delta > range ? range : delta < -range ? -range : delta;
     const int steps = held / step;
@@ -80,6 +83,7 @@ int EncodeDeltas(const int* deltas, int count, int range, unsigned char* bytes, 
       bytes[written++] = static_cast<unsigned char>(code);
       continue;
     }
+    // A longer run than the longest is written as several.
     int run = 1;
     while (i < count && run < kLongestRun && codeOf(deltas[i]) == kZero) {
       ++run;
@@ -89,6 +93,8 @@ int EncodeDeltas(const int* deltas, int count, int range, unsigned char* bytes, 
       bytes[written++] = static_cast<unsigned char>(kZero + run - 1);
       continue;
     }
+    // The two bytes of a long run replace at least 113 values, so a room of `count` always
+    // suffices.
     if (room - written < 2) {
       return -1;
     }

@@ -10,6 +10,7 @@ namespace properties {
 
 CNodeCount::CNodeCount() = default;
 
+// Changes the property for every component that shares it.
 void CNodeCount::SetNodeCount(api::ENodeCount::Enum count) {
   CheckThis();
   api::ENodeCount::Check(count);
@@ -20,6 +21,7 @@ CDropsPerLevel::CDropsPerLevel() = default;
 
 CDropsPerLevel::~CDropsPerLevel() = default;
 
+// Shares the array; null raises `CException_Parameter_Invalid`.
 void CDropsPerLevel::Init(api::IArray_uint8* drops) { InitBytes(drops); }
 
 api::IArray_uint8* CDropsPerLevel::GetDropsPerLevel() const { return GetBytes(); }

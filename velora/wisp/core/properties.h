@@ -31,6 +31,7 @@ using CResolution = common::core::CPropertyOf<Configuration, api::properties::IR
 using CDeltaRange = common::core::CPropertyOf<Configuration, api::properties::IDeltaRange,
                                               api::TypeIds::kDeltaRange>;
 
+// The setter checks its range, as `Init` does.
 class CNodeCount : public common::core::CPropertyOf<Configuration, api::properties::INodeCount,
                                                     api::TypeIds::kNodeCount> {
  public:
@@ -38,6 +39,7 @@ class CNodeCount : public common::core::CPropertyOf<Configuration, api::properti
   void SetNodeCount(api::ENodeCount::Enum count) override;
 };
 
+// Holds one reference on its array, which a copy shares.
 class CDropsPerLevel
     : public common::core::CStoredArray<Configuration, common::core::CProperty<Configuration>,
                                         api::properties::IDropsPerLevel,
@@ -58,11 +60,13 @@ struct PropertyValues {
   static api::EComponentRole::Enum GetComponentRole(api::IProperties* properties);
   // Without one, 1 beside a role other than 1, and else 2.
   static api::EDeltaRange::Enum GetDeltaRange(api::IProperties* properties);
+  // Without a new reference.
   static api::IArray_uint8* GetDropsPerLevel(api::IProperties* properties);
   static int GetDropVolumeOffset(api::IProperties* properties);
   static unsigned int GetLevelCount(api::IProperties* properties);
   static api::ELossyCompressionLevel::Enum GetLossyCompressionLevel(api::IProperties* properties);
   static api::ENodeCount::Enum GetNodeCount(api::IProperties* properties);
+  // A count out of [1..17] raises `CException_Parameter_Invalid` and changes nothing.
   static void SetNodeCount(api::IProperties* properties, api::ENodeCount::Enum count);
   static unsigned int GetNominalDropVolume(api::IProperties* properties);
   static api::EResolution::Enum GetResolution(api::IProperties* properties);

@@ -1,3 +1,6 @@
+// The decoder's way is BuildCube: two levels on the stack, each refined in one walk with sizes that
+// the compiler knows. The other functions do single steps for any size that their header allows;
+// they serve the encoder and the operators' own arrays.
 #include "velora/wisp/core/pyramid.h"
 
 #include <limits.h>
@@ -10,6 +13,8 @@ namespace {
 
 constexpr int kTop = 255;
 
+// A node with a delta: the mean of its two corners, cut toward zero, plus the delta, held to a
+// byte.
 inline int Refined(int lower, int upper, int delta) {
   const int value = (lower + upper) / 2 + delta;
   return value < 0 ? 0 : value > kTop ? kTop : value;
@@ -51,6 +56,7 @@ void RefineGrid(const int* coarse, const int* deltas, const int* neutrals, int* 
   }
   for (int a = 0; a < kFine; ++a) {
     for (int b = 0; b < kFine; ++b) {
+      // The coarse rows on both sides of this one; one and the same where a and b are even.
       const int* lower = below[a / 2 * kCoarse + b / 2];
       const int* upper = above[(a + 1) / 2 * kCoarse + (b + 1) / 2];
       int* row = grid + (a * kFine + b) * kFine;
@@ -119,6 +125,8 @@ bool DeltasToGrid(int n, const int* deltas, int deltaCount, int m, const int* ne
   for (int a = 0; a < n; ++a) {
     for (int b = 0; b < n; ++b) {
       for (int c = 0; c < n; ++c) {
+        // The order of the tests matters: the diagonal goes before the seeds, since it crosses
+        // them, and a node of the seeds' grid has no delta.
         if (a == b && b == c) {
           *grid++ = neutrals[a * stride];
         } else if (a % spacing == 0 && b % spacing == 0 && c % spacing == 0) {
@@ -147,6 +155,7 @@ void Interpolate(int n, const int* grid, int* finer) {
       const int* lower = grid + (a / 2 * n + b / 2) * n;
       const int* upper = grid + ((a + 1) / 2 * n + (b + 1) / 2) * n;
       for (int c = 0; c < m; ++c) {
+        // In 64 bits, since the values are whatever the caller has and their sum may need 33.
         const int64_t below = lower[c / 2];
         *finer++ =
             static_cast<int>(((a | b | c) & 1) == 0 ? below : (below + upper[(c + 1) / 2]) / 2);
@@ -165,6 +174,8 @@ void BuildCube(const int* neutrals, const int* seeds, const int* deltas9, const 
 }
 
 void Resample(const int* cube, int n, int* grid) {
+  // Where n - 1 does not divide 16 the stride is cut, and the last positions of each axis are left
+  // out.
   const int stride = n < 2 ? 0 : (kAxis - 1) / (n - 1);
   for (int a = 0; a < n; ++a) {
     for (int b = 0; b < n; ++b) {
@@ -200,10 +211,12 @@ int MeasureDeltas(int n, const int* values, const int* predicted, Tolerance tole
     const int64_t value = values[node];
     int64_t difference = (value - predicted[node]) * 256;
     int64_t allowed = tolerance.constant * 256 + tolerance.relative * value;
+    // At least 1: no node of the diagonal has a delta. From 4 on the tolerance holds in full.
     const int distance = Distance(a, b, c);
     if (distance <= 3) {
       allowed = proximity[distance - 1] * allowed / 256;
     }
+    // A negative value can make it negative; then nothing may be lost.
     if (allowed > 0) {
       difference = difference > allowed    ? difference - allowed
                    : difference < -allowed ? difference + allowed
@@ -215,6 +228,8 @@ int MeasureDeltas(int n, const int* values, const int* predicted, Tolerance tole
 
 int AdjustDeltas(int n, int* values, int range, bool update, int* differences) {
   return ForEachDelta(n, [&](int node, int, int, int) {
+    // What the value would be without its delta: the prediction and what the tolerance takes,
+    // rounded.
     const int64_t kept = (int64_t{values[node]} * 256 - *differences + 128) / 256;
     *differences = Held(values[node] - kept, -range, range);
     if (update) {
@@ -227,6 +242,7 @@ int AdjustDeltas(int n, int* values, int range, bool update, int* differences) {
 void MeasureLevel(int p, const int* coarse, const int* cube, Tolerance tolerance, int range,
                   int* kept, int* deltas) {
   const int n = 2 * p - 1;
+  // 19 KiB of stack; no heap, so nothing to raise.
   int predicted[kCube];
   Resample(cube, n, kept);
   Interpolate(p, coarse, predicted);

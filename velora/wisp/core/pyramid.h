@@ -11,13 +11,18 @@
 
 namespace velora::v1::wisp::core {
 
+// Nodes of a grid of n nodes an axis.
 constexpr int Cube(int n) { return n * n * n; }
 
+// The finest grid, 4913 nodes, and its neutral diagonal.
 constexpr int kAxis = 17;
 constexpr int kCube = Cube(kAxis);
 constexpr int kNeutrals = kAxis;
+// The coarsest grid, whose nodes off the diagonal are the seeds: 120.
 constexpr int kSeedAxis = 5;
 constexpr int kSeeds = Cube(kSeedAxis) - kSeedAxis;
+// The level between them, and the deltas of a grid of 9 and of 17: nodes less those of the coarser
+// grid and less the neutrals that are not on it.
 constexpr int kMiddleAxis = 9;
 constexpr int kDeltas9 = 600;
 constexpr int kDeltas17 = 4176;

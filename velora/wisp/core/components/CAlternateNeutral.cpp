@@ -34,6 +34,7 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
       PLINTH_RAISE(CException_General);
     }
     IArray_int32* nodes = Defer(frame, BytesForm::Decode(newProperties, encoded));
+    // A longer string is accepted; what lies behind its 17 nodes is not looked at.
     nodes->Truncate(kNeutrals);
     WISPColorMapChannel channel = {};
     FillChannel(newProperties, &channel);
@@ -64,6 +65,7 @@ Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, I
         PLINTH_RAISE(CException_General);
       }
     }
+    // Zeroed, so the bytes without a meaning are 0; freed below as long as no data owns it.
     bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
                  true) unsigned char[sizeof(WISPAlternateNeutral)];
     auto* record = reinterpret_cast<WISPAlternateNeutral*>(bytes);
@@ -73,6 +75,7 @@ Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, I
       record->channels[i] = *channels[i]->GetWISPColorMapChannel();
       const int* nodes = channels[i]->GetArray_int32_Nodes()->GetElements();
       for (int node = 0; node < kNeutrals; ++node) {
+        // The inks run fastest: the four values of a node lie together.
         record->nodes[node * VELORA_WISP_CHANNELS + i] = static_cast<uint16_t>(nodes[node]);
       }
     }
@@ -81,6 +84,7 @@ Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, I
     bytes = nullptr;
     this->Call_Callback_Resolve_Done();
   }
+  // After a raise and after success alike; null by then if the data took it.
   PLINTH_TAIL {
     operator delete[](bytes, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }

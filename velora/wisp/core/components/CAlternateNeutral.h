@@ -7,6 +7,7 @@
 
 namespace velora::v1::wisp::core::components {
 
+// One ink of 17 nodes. It may stand for another in a recipe, as a reference.
 class CAlternateNeutralChannel
     : public CBuilt<CAlternateNeutralChannel, api::IAlternateNeutralChannel> {
  public:
@@ -16,6 +17,7 @@ class CAlternateNeutralChannel
   };
 };
 
+// Stores 17 nodes, one byte each, and makes them and the properties into the ink's data.
 class CAlternateNeutralChannel::COperator::CBuild_Monolithic
     : public CStoringProducer<api::IAlternateNeutralChannel::IOperator::IBuild_Monolithic,
                               api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic> {
@@ -24,6 +26,8 @@ class CAlternateNeutralChannel::COperator::CBuild_Monolithic
                                 api::TypeIds::kAlternateNeutralChannel_Operator_Build_Monolithic>;
   CBuild_Monolithic();
   using Base::Init;
+  // Stores the low 8 bits of each node. Another count than 17 raises
+  // `CException_Parameter_Invalid`.
   void Init(IProperties* properties, IArray_int32* nodes) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
   IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;

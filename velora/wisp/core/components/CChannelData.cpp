@@ -5,6 +5,8 @@
 
 namespace velora::v1::wisp::core::components {
 
+// Stored numbers are unchecked; what is wider than its field is cut. Another channel than the four
+// inks has colour index 255. A short list of drops leaves the rest of the field 0.
 void FillChannel(api::IProperties* properties, WISPColorMapChannel* channel) {
   channel->colorIndex =
       static_cast<uint8_t>(api::GetColorIndex(PropertyValues::GetChannel(properties)));

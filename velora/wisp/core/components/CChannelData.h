@@ -7,6 +7,7 @@
 
 namespace velora::v1::wisp::core::components {
 
+// Has a copy of the description of its own; the array is shared and must not change any more.
 template <class Interface>
 class CChannelData : public plinth::v1::core::CObject, public virtual Interface {
  public:

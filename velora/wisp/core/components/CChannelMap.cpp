@@ -34,6 +34,7 @@ IArray_int32* BuildDifference(IArray_int32* a, IArray_int32* b) {
   return difference;
 }
 
+// A monolithic string is always a grid of 17.
 void CheckNodeCount(IProperties* properties) {
   if (PropertyValues::GetNodeCount(properties) != kAxis) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -48,6 +49,7 @@ IArray_int32* CBuild_N_5_9_17::BuildArray_int32_Nodes_17Cubed(IArray_int32* neut
                                                               IArray_int32* seeds,
                                                               IArray_int32* deltas9,
                                                               IArray_int32* deltas17) {
+  // The arithmetic reads these sizes unchecked.
   if (neutrals == nullptr || seeds == nullptr || deltas9 == nullptr || deltas17 == nullptr ||
       neutrals->GetCount() != kNeutrals || seeds->GetCount() != kSeeds ||
       deltas9->GetCount() != kDeltas9 || deltas17->GetCount() != kDeltas17) {
@@ -66,6 +68,7 @@ Operators* CBuild_N_5_9_17::Resolve(Operators* operators, IProperties* propertie
   PLINTH_FRAME(Configuration) {
     this->BeginResolve(operators, properties, veltune);
     using common::core::ResolveOperand;
+    // From the recipe's end: each call takes its operand, with all that builds it, off the list.
     auto* deltas17 = ResolveOperand<Configuration, CNodes_Delta>(frame, operators, veltune);
     auto* deltas9 = ResolveOperand<Configuration, CNodes_Delta>(frame, operators, veltune);
     auto* seeds = ResolveOperand<Configuration, CNodes_Seed>(frame, operators, veltune);
@@ -160,6 +163,8 @@ IArray_uint8* CBuild_Monolithic::BuildArray_uint8_Nodes_Encoded(IProperties* pro
     TakeSeeds(coarse, kSeedAxis, parts + kSeedsAt);
     NodesForm<api::INodes_Delta>::MeasureLevels(properties, cube, deltas);
 
+    // 137 bytes of parts and at most one byte a delta: never more than a byte a node. Cut to size
+    // below.
     IArray_uint8* encoded = Defer<IArray_uint8>(frame, CArray_uint8::New(kCube));
     unsigned char* bytes = encoded->GetElements();
     for (int i = 0; i < kStreamAt; ++i) {
@@ -193,6 +198,8 @@ IArray_int32* CBuild_Monolithic::BuildArray_int32_Nodes_17Cubed_Decoded(IPropert
     parts[i] = bytes[i];
   }
   const int step = api::EDeltaRange::GetStep(PropertyValues::GetDeltaRange(properties));
+  // More room than the 4776 deltas of both levels, so that a stream with too many is noticed by its
+  // count.
   int deltas[kCube];
   const DecodedDeltas decoded =
       DecodeDeltas(bytes + kStreamAt, size - kStreamAt, step, deltas, kCube);
@@ -226,6 +233,7 @@ Operators* CModify_Subtract::Resolve(Operators* operators, IProperties* properti
     }
     IArray_int32* difference = Defer(frame, BuildDifference(nodesA, nodesB));
     this->data.Take(Create<Configuration, CChannelMapData>());
+    // The second operand describes the ink; the operator's own properties are not read.
     this->data->Init(b->GetChannelMapData()->GetWISPColorMapChannel(), difference);
     this->Call_Callback_Resolve_Done();
   }

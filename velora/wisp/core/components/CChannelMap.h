@@ -7,6 +7,7 @@
 
 namespace velora::v1::wisp::core::components {
 
+// One ink of 4913 nodes.
 class CChannelMap : public CBuilt<CChannelMap, api::IChannelMap> {
  public:
   using CChannelMapData = CChannelData<api::IChannelMapData>;
@@ -17,6 +18,7 @@ class CChannelMap : public CBuilt<CChannelMap, api::IChannelMap> {
   };
 };
 
+// Refines a grid of 5 twice: seeds and neutrals, then the deltas of 9, then those of 17.
 class CChannelMap::COperator::CBuild_N_5_9_17
     : public CBareProducer<api::IChannelMap::IOperator::IBuild_N_5_9_17,
                            api::TypeIds::kChannelMap_Operator_Build_N_5_9_17> {
@@ -29,6 +31,8 @@ class CChannelMap::COperator::CBuild_N_5_9_17
                                                       IArray_int32* deltas17);
 };
 
+// Stores the four parts as one string: 17 neutrals, 120 seeds, one byte each, then the run-length
+// code of 600 and 4176 deltas.
 class CChannelMap::COperator::CBuild_Monolithic
     : public CStoringProducer<api::IChannelMap::IOperator::IBuild_Monolithic,
                               api::TypeIds::kChannelMap_Operator_Build_Monolithic> {
@@ -42,7 +46,11 @@ class CChannelMap::COperator::CBuild_Monolithic
                      IProperties* propertiesB, IArray_int32* nodesB) override;
   Operators* Resolve(Operators* operators, IProperties* properties, IVeltune* veltune) override;
   IArray_uint8* GetArray_uint8_Nodes_Encoded() const override;
+  // A grid of 17 as such a string. The properties' node count must be 17
+  // (`CException_Parameter_Invalid`) and their delta range one of three (`CException_General`).
   static IArray_uint8* BuildArray_uint8_Nodes_Encoded(IProperties* properties, IArray_int32* nodes);
+  // The way back. A run past 4913 deltas raises `CException_This_Invalid`; fewer than 137 bytes, a
+  // cut-off run and another count than 4776 deltas `CException_General`.
   static IArray_int32* BuildArray_int32_Nodes_17Cubed_Decoded(IProperties* properties,
                                                               IArray_uint8* encoded);
 };

@@ -26,6 +26,7 @@ unsigned int SumBytes(const unsigned char* bytes, int from, int to) {
         lanes[word] += (words[word] & kLanes) + (words[word] >> 8 & kLanes);
       }
     }
+    // The four lanes of a word, from the low end.
     for (uint64_t lane : lanes) {
       for (; lane != 0; lane >>= 16) {
         sum += lane & 0xFFFF;
@@ -75,9 +76,11 @@ Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, I
         PLINTH_RAISE(CException_General);
       }
     }
+    // Zeroed, so the bytes without a meaning are 0; freed below as long as no data owns it.
     bytes = new (plinth::v1::api::Slots<Configuration>().platform, true,
                  true) unsigned char[VELORA_SIZE_WISP_COLOR_MAP];
     auto* record = reinterpret_cast<WISPColorMap*>(bytes);
+    // Constants of the record.
     record->payloadLength = 20000;
     record->tenThousand = 10000;
     record->four = 4;

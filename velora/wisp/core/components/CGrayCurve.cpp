@@ -14,12 +14,15 @@ constexpr int kLevels = 256;
 void ExpandCurve(const unsigned char* nodes, unsigned char* curve) {
   int expanded[kLevels];
   for (int i = 0; i < kLevels; ++i) {
+    // Level i lies at i * 16 / 255 nodes from the first; level 255 is the last node itself.
     const int position = 16 * i;
     const int node = position / 255;
     const int part = position * 64 / 255 - node * 64;
     expanded[i] = node == kNeutrals - 1 ? nodes[node] * 64
                                         : (64 - part) * nodes[node] + part * nodes[node + 1];
   }
+  // A weighted mean of bytes is a byte, so nothing needs to be held. 32 and 96 are the halves of
+  // the divisors.
   curve[0] = static_cast<unsigned char>((expanded[0] + 32) / 64);
   for (int i = 1; i < kLevels - 1; ++i) {
     curve[i] =
@@ -90,6 +93,8 @@ Operators* CFromData::Resolve(Operators* operators, IProperties* newProperties, 
   return operators;
 }
 
+// An image can store any number of bytes here. The test comes ahead of every use, so ExpandCurve
+// can read 17.
 void CFromData::CheckThis() const {
   Base::CheckThis();
   if (this->bytes->GetCount() != kNeutrals) {

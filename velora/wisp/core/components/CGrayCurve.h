@@ -6,6 +6,7 @@
 
 namespace velora::v1::wisp::core::components {
 
+// A finished curve of 256 levels.
 class CGrayCurve : public CTable<CGrayCurve, api::IGrayCurve> {
  public:
   class CGrayCurveData;
@@ -14,6 +15,7 @@ class CGrayCurve : public CTable<CGrayCurve, api::IGrayCurve> {
   };
 };
 
+// Holds a copy of the record, 284 bytes.
 class CGrayCurve::CGrayCurveData : public plinth::v1::core::CObject,
                                    public virtual api::IGrayCurveData {
  public:
@@ -32,6 +34,7 @@ class CGrayCurve::CGrayCurveData : public plinth::v1::core::CObject,
   unsigned int m_nChecksum;
 };
 
+// Stores the curve's 17 nodes. It reads no properties, so its `Init` takes none.
 class CGrayCurve::COperator::CFromData
     : public CStoringProducer<api::IGrayCurve::IOperator::IFromData,
                               api::TypeIds::kGrayCurve_Operator_FromData> {
