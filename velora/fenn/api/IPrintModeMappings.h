@@ -9,6 +9,7 @@ namespace velora::v2::fenn::api {
 // One print mode in the caller's numbering: a canonical object, whose identity is the print mode.
 class IPrintModeMapping {
  public:
+  // For the table that makes it. Every value will do; nothing is raised.
   virtual void Init(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                     ctr_axis_type axis) = 0;
   virtual ~IPrintModeMapping();

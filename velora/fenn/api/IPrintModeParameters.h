@@ -17,14 +17,16 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, IArray<IVelcase>* velcases, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis) = 0;
+  // The copy: shares the packs and points to the same mapping.
   void Init(IPrintModeParameters* other) override = 0;
-  // Changes the print mode; printer and packs stay.
+  // Changes the print mode; printer and packs stay. A value out of range raises
+  // `CException_Parameter_Invalid` and changes nothing.
   virtual void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis) = 0;
   // The table that it was made with, and the print mode's object in it.
   virtual IPrintModeMappings* GetPrintModeMappings() const = 0;
   virtual IPrintModeMapping* GetPrintModeMapping() const = 0;
-  // Whether an `Update` with these would change nothing.
+  // Whether an `Update` with these would change nothing. Raises for what `Update` refuses.
   virtual bool IsUpToDate(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                           ctr_axis_type axis) const = 0;
 };

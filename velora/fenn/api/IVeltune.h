@@ -24,7 +24,9 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
                     RawData* rawData, CT_PROCESSING* processing) = 0;
   // The copy: shares parameters, packs and combined pack.
   void Init(IVeltune* other) override = 0;
-  // Changes print mode, reference data and processing; the packs stay.
+  // Changes print mode, reference data and processing; the packs stay. What the mappings refuse
+  // raises `CException_Parameter_Invalid` and changes nothing. Null data is taken, and leaves an
+  // object that only `Init` makes usable again.
   virtual void Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis, RawData* rawData, CT_PROCESSING* processing) = 0;
 
@@ -48,7 +50,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual RawData* GetRawData() const = 0;
   virtual CT_PROCESSING* GetCT_PROCESSING() const = 0;
   virtual IVelcase* GetVelcase_Combined() const = 0;
-  // Whether an `Update` with these would change nothing.
+  // Whether an `Update` with these would change nothing. Raises for a print mode that `Update`
+  // refuses.
   virtual bool IsUpToDate(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                           ctr_axis_type axis, RawData* rawData,
                           CT_PROCESSING* processing) const = 0;

@@ -6,6 +6,7 @@
 
 namespace velora::v2::fenn::api {
 
+// Each compares its number with the caller's number of the same name, without translation.
 namespace conditions::print_mode {
 
 class ITableType : public virtual common::api::IValue<IConditions::IOperator, ETableType> {

@@ -10,6 +10,7 @@ namespace velora::v2::fenn::api {
 struct EComponentRole {
   VELORA_ENUM({1, 2, 1})
 };
+// No operator here asks for it.
 struct EDimensionality {
   VELORA_ENUM({1, 7, 1})
 };

@@ -17,9 +17,11 @@ struct ETableType {
 struct EThemeType {
   VELORA_ENUM({1, 11, 1})
 };
+// A request has 1 to 4; 127 is one more number that a pack may hold.
 struct EMediaType {
   VELORA_ENUM({1, 4, 127})
 };
+// Likewise; a request has 1 to 3.
 struct EAxisType {
   VELORA_ENUM({1, 3, 127})
 };

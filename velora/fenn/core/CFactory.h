@@ -112,6 +112,7 @@ namespace velora::v2::fenn::core {
 template <class T>
 using CArrayOf = plinth::v1::core::CArray<Configuration, T>;
 
+// Makes the blank object for a type id that an image names; the reader owns it.
 class CSerializerHelper : public common::core::CSerializerHelper<Configuration> {
  public:
   CSerializerHelper();
@@ -121,6 +122,7 @@ class CSerializerHelper : public common::core::CSerializerHelper<Configuration> 
 
 namespace _factory {
 
+// Each object is blank and the caller's, by one reference unless its interface has none.
 class CFactory : public common::core::_factory::CFactory<Configuration>,
                  public virtual api::_factory::IFactory {
  public:

@@ -62,6 +62,7 @@ CPrintModeMappings::CPrintModeMappings() = default;
 CPrintModeMappings::~CPrintModeMappings() = default;
 
 void CPrintModeMappings::Init() {
+  // The inverse of the lookup below.
   Fill([](CPrintModeMapping* mapping, int place) {
     mapping->Init(ctr_table_type(place / (kAxes * kMedia * kThemes)),
                   ctr_theme_type(place / (kAxes * kMedia) % kThemes),

@@ -1,6 +1,6 @@
 // The 396 canonical print modes of the toner pipeline.
-// Room: velora/fenn. The table owns its mappings, from the platform; both raise as their interfaces
-// tell.
+// Room: velora/fenn. The table owns its mappings, one block from the platform. Errors: see
+// IPrintModeMappings.h.
 #pragma once
 
 #include "velora/common/core/CPrintModeMappings.h"
@@ -11,6 +11,7 @@ namespace velora::v2::fenn::core {
 
 using api::Configuration;
 
+// Lives in its table's block of memory and is compared by address.
 class CPrintModeMapping : public api::IPrintModeMapping {
  public:
   CPrintModeMapping();

@@ -31,10 +31,12 @@ void CVeltune::Init(api::EPlatform::Enum platform, api::EProductVariant::Enum pr
     api::IPrintModeParameters* parameters =
         Defer<api::IPrintModeParameters>(frame, Create<Configuration, CPrintModeParameters>());
     parameters->Init(platform, productVariant, mappings, newVelcases, table, theme, media, axis);
+    // Ahead of the members: it ends the object's old life.
     Base::Init(parameters);
     velcases.Share(newVelcases);
     processing = newProcessing;
     rawData = newRawData;
+    // Last, since it takes longest: a refused argument costs no merge.
     combined.Take(Init_BuildVelcase_Combined<CVelcase>(newVelcases));
   });
 }
@@ -52,6 +54,7 @@ void CVeltune::Init(api::IVeltune* other) {
 void CVeltune::Update(ctr_table_type table, ctr_theme_type theme, ctr_media_type media,
                       ctr_axis_type axis, RawData* newRawData, CT_PROCESSING* newProcessing) {
   CheckThis();
+  // First, since it alone can raise.
   GetPrintModeParameters()->Update(table, theme, media, axis);
   rawData = newRawData;
   processing = newProcessing;
@@ -97,6 +100,7 @@ api::ITags* CVeltune::BuildTags_ForLocator(api::IPrintModeParameters* parameters
         frame, Create<Configuration, plinth::v1::core::CArray<Configuration, api::ITag>>());
     array->Init(common::TypeIds<Configuration>::kArray_Tag, 6);
     AddTag<common::core::tags::CPlatform<Configuration>>(array, 0, parameters->GetPlatform());
+    // The printer's pack has the family; without one this raises `CException_This_Invalid`.
     AddTag<common::core::tags::CSupplyFamily<Configuration>>(array, 1,
                                                              parameters->GetSupplyFamily());
     AddTag<tags::CTableType>(array, 2, InPack(mapping->GetTableType(), Mappings::kTables - 1));
@@ -146,6 +150,7 @@ typename Class::Data* CVeltune::BuildFitting() {
     Class* reference = Defer(frame, Create<Configuration, Class>());
     common::core::CComponent<Configuration>* component = reference;
     component->Init(tags, role);
+    // The locators are overloads of the interface, one for each kind.
     api::IVeltune* locator = this;
     auto* found = Defer(frame, locator->Locate(reference));
     result = found->BuildData(this);
@@ -162,6 +167,7 @@ void CVeltune::Reconstruct(unsigned int smallest, bool exact, unsigned int cb, u
     }
     auto* data = Defer(frame, BuildFitting<Class>());
     const unsigned int size = data->GetSize_ReconstructedData();
+    // The pack decides how large its table is, so this is known only after the build.
     if (exact ? cb != size : cb > size) {
       PLINTH_RAISE(CException_General);
     }

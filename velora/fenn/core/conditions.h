@@ -39,6 +39,7 @@ using CAxisType =
 }  // namespace print_mode
 
 namespace system {
+// The version of the pack of that channel; no such pack raises `CException_This_Invalid`.
 using CVelcaseVersion_Drum = common::core::conditions::system::CVelcaseVersion<
     Configuration, api::TypeIds::kVelcaseVersion_Drum, common::api::kChannel_Drum>;
 using CVelcaseVersion_Fuser = common::core::conditions::system::CVelcaseVersion<

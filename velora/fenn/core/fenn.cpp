@@ -14,6 +14,8 @@ CSerializerHelper::CSerializerHelper() = default;
 
 CSerializerHelper::~CSerializerHelper() = default;
 
+// Type ids are 7 bits, and 0 is none. What is not the layer's own is the common helper's, which
+// also raises for what nobody knows.
 plinth::v1::api::ISerializeable* CSerializerHelper::CreateSerializeable(int type) {
   if (type < 1 || type > 127) {
     PLINTH_RAISE(CException_Parameter_Invalid);

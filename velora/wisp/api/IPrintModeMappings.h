@@ -10,6 +10,7 @@ namespace velora::v1::wisp::api {
 // One print mode in the caller's numbering: a canonical object, whose identity is the print mode.
 class VELORA_API IPrintModeMapping {
  public:
+  // For the table that makes it. Every value will do; nothing is raised.
   virtual void Init(PT_media_t media, unsigned int subtype, PT_quality_t quality,
                     unsigned int penSet, PT_data_source source) = 0;
   VELORA_HIDDEN virtual ~IPrintModeMapping();

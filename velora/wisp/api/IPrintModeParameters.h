@@ -17,6 +17,7 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, const tWISPPrintModeMapping* record,
                     IArray<IVelcase>* velcases) = 0;
+  // The copy: shares the packs and points to the same mapping.
   void Init(IPrintModeParameters* other) override = 0;
   // The table that it was made with, and the print mode's object in it.
   virtual IPrintModeMappings* GetPrintModeMappings() const = 0;

@@ -31,6 +31,7 @@ class ICache : public virtual plinth::v1::api::ISerializeable {
     // `CException_Parameter_Invalid`.
     virtual void Init(const char* pathname, IPrintModeMapping* mapping, Kind* component) = 0;
     virtual void Init(IEntry* other) = 0;
+    // The pathname is the entry's copy and ends with it; the mapping is its table's.
     virtual const char* GetPathname() const = 0;
     virtual IPrintModeMapping* GetPrintModeMapping() const = 0;
     virtual Kind* GetComponent() const = 0;
@@ -42,7 +43,10 @@ class ICache : public virtual plinth::v1::api::ISerializeable {
     PLINTH_INLINE_CONSTRUCTION(IBucket);
     using plinth::v1::api::ISerializeable::Init;
     virtual void Init(int maxEntries) = 0;  // 1 or more
+    // New entries, which share the other's components.
     virtual void Init(IBucket* other) = 0;
+    // Puts a new entry in front, without a search for one of the same mapping. A null or an empty
+    // pathname raises `CException_Parameter_Invalid`; a failure leaves the bucket as it was.
     virtual void AddEntry(const char* pathname, IPrintModeMapping* mapping, Kind* component) = 0;
     virtual int GetMaxEntries() const = 0;
     virtual ILinkedList<IEntry>* GetLinkedList_Entries() const = 0;
@@ -54,11 +58,15 @@ class ICache : public virtual plinth::v1::api::ISerializeable {
   // Null for an index or a mapping that has none. A null mapping raises
   // `CException_Parameter_Invalid` where the index has entries.
   virtual IEntry* FindEntry(int index, IPrintModeMapping* mapping) const = 0;
-  // An index out of [0..1000) or a null raises `CException_Parameter_Invalid`.
+  // Shares the component, which then may share another's data, see below. An index out of [0..1000)
+  // or a null raises `CException_Parameter_Invalid`, a component without data
+  // `CException_This_Invalid`.
   virtual void AddComponent(int index, const char* pathname, IPrintModeMapping* mapping,
                             Kind* component) = 0;
-  // Lets the component share the data of another in the cache that has the same checksum.
+  // Lets the component share the data of another in the cache that has the same checksum. Data is
+  // not compared any further. Without such a one nothing changes.
   virtual void DeduplicateComponentData(Kind* component) = 0;
+  // Indices that there is room for, with entries or without.
   virtual int GetCount_Indices() const = 0;
 };
 
@@ -72,7 +80,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
                     const tWISPPrintModeMapping* record) = 0;
   // The copy: its caches are its own, and share what they hold.
   void Init(IVeltune* other) override = 0;
-  // Changes the print mode. What was built stays cached.
+  // Changes the print mode. What was built stays cached. A null record raises
+  // `CException_Parameter_Invalid` and changes nothing.
   virtual void Update(const tWISPPrintModeMapping* record) = 0;
 
   // The tables. `input` carries the locator and may be the output as well. `capacity` counts the
@@ -98,7 +107,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual WISPAlternateNeutral* BuildWISPAlternateNeutral(int index, const char* pathname,
                                                           const WISPAlternateNeutral* input) = 0;
 
-  // Of the cached colour map; null and 0 where there is none.
+  // Of the cached colour map; null and 0 where there is none. The pathname is the cache's and ends
+  // with its entry.
   virtual const char* GetPathname_Locator_ColorMap(int index, IPrintModeMapping* mapping) const = 0;
   virtual unsigned int GetChecksum_ColorMap(int index, IPrintModeMapping* mapping) const = 0;
 
@@ -151,6 +161,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   // `CException_Parameter_Invalid`. The mapping of an unmarked record is null.
   virtual void SetLocatorIndex(WISPColorMap* record, int index) const = 0;
   virtual int GetLocatorIndex(const WISPColorMap* record) const = 0;
+  // The mark is a token, good as long as the table of mappings: a mapping that is not of it raises
+  // `CException_Parameter_Invalid` where a pointer does not fit into the record.
   virtual void SetPrintModeMapping(WISPColorMap* record, IPrintModeMapping* mapping) const = 0;
   virtual IPrintModeMapping* GetPrintModeMapping(const WISPColorMap* record) const = 0;
 

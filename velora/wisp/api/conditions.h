@@ -6,6 +6,8 @@
 
 namespace velora::v1::wisp::api {
 
+// Each compares its number, translated to the caller's, with the print mode of the lookup; the
+// colour space is compared with nothing and holds.
 namespace conditions::print_mode {
 
 class IColorspace : public virtual common::api::IValue<IConditions::IOperator, EColorspace> {

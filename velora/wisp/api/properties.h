@@ -6,6 +6,7 @@
 
 namespace velora::v1::wisp::api {
 
+// A lookup compares it; in a build only the default of the delta range depends on it.
 struct EComponentRole {
   VELORA_ENUM({1, 2, 1})
 };
@@ -40,11 +41,13 @@ struct ENodeCount {
 // What an encoder may lose, in value units and in 1/256 of the value.
 struct ELossyCompressionLevel {
   VELORA_ENUM({0, 7, 0})
+  // For a grid of 9 or 17; level 7 lets nearly everything go.
   static int GetConstant(Enum level, int nodeCount) {
     constexpr int aConstants_9cubed[] = {0, 0, 0, 0, 0, 2, 5, 128};
     constexpr int aConstants_17cubed[] = {0, 1, 2, 3, 5, 8, 16, 128};
     return Look(aConstants_9cubed, aConstants_17cubed, level, nodeCount);
   }
+  // In 1/256 of the value, for the same grids.
   static int GetRelative(Enum level, int nodeCount) {
     constexpr int aRelatives_9cubed[] = {0, 0, 0, 0, 0, 6, 12, 256};
     constexpr int aRelatives_17cubed[] = {0, 4, 7, 11, 16, 31, 41, 256};
@@ -63,6 +66,7 @@ struct ELossyCompressionLevel {
   }
 };
 
+// A pack's number of a resolution; the caller's records have another code for each.
 struct EResolution {
   VELORA_ENUM({1, 10, 1})
   // The code in the caller's records; 0 where there is none.
@@ -91,6 +95,7 @@ class IComponentRole : public virtual common::api::IValue<IProperty, EComponentR
   EComponentRole::Enum GetComponentRole() const { return this->GetValue(); }
 };
 
+// Signed in the records. A pack stores 28 bits without a sign, so a negative one cannot be written.
 class IDropVolumeOffset : public virtual common::api::IValue<IProperty, EAny<int>> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IDropVolumeOffset);
@@ -98,6 +103,7 @@ class IDropVolumeOffset : public virtual common::api::IValue<IProperty, EAny<int
   EDropVolumeOffset::Enum GetDropVolumeOffset() const { return this->GetValue(); }
 };
 
+// A record has the low 8 bits.
 class ILevelCount : public virtual common::api::IValue<IProperty, EAny<unsigned int>> {
  public:
   PLINTH_INLINE_CONSTRUCTION(ILevelCount);
@@ -140,6 +146,7 @@ class INodeCount : public virtual common::api::IValue<IProperty, ENodeCount> {
   PLINTH_INLINE_CONSTRUCTION(INodeCount);
   using ENodeCount = IValue::Enumeration;
   ENodeCount::Enum GetNodeCount() const { return this->GetValue(); }
+  // A count out of range raises `CException_Parameter_Invalid` and changes nothing.
   virtual void SetNodeCount(ENodeCount::Enum count) = 0;
 };
 
@@ -163,11 +170,13 @@ class IPropertiesHelper : public virtual common::api::IPropertiesHelper<Configur
   virtual EComponentRole::Enum GetComponentRole(IProperties* properties) const = 0;
   // Where there is none, it follows from the role: 1 for any role but 1, otherwise 2.
   virtual EDeltaRange::Enum GetDeltaRange(IProperties* properties) const = 0;
+  // Without a new reference.
   virtual IArray_uint8* GetDropsPerLevel(IProperties* properties) const = 0;
   virtual int GetDropVolumeOffset(IProperties* properties) const = 0;
   virtual unsigned int GetLevelCount(IProperties* properties) const = 0;
   virtual ELossyCompressionLevel::Enum GetLossyCompressionLevel(IProperties* properties) const = 0;
   virtual ENodeCount::Enum GetNodeCount(IProperties* properties) const = 0;
+  // Changes the property itself, and so every component that shares it.
   virtual void SetNodeCount(IProperties* properties, ENodeCount::Enum count) const = 0;
   virtual unsigned int GetNominalDropVolume(IProperties* properties) const = 0;
   virtual EResolution::Enum GetResolution(IProperties* properties) const = 0;

@@ -11,6 +11,7 @@
 
 namespace velora::v1::wisp::api {
 
+// A lookup compares the tag; the condition on it is true of every print mode.
 struct EColorspace {
   VELORA_ENUM({1, 3, 1})
 };

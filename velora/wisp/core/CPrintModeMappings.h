@@ -1,6 +1,6 @@
 // The 1620 canonical print modes of the ink pipeline.
-// Room: velora/wisp. The table owns its mappings, from the platform; both raise as their interfaces
-// tell.
+// Room: velora/wisp. The table owns its mappings, one block from the platform. Errors: see
+// IPrintModeMappings.h.
 #pragma once
 
 #include "velora/common/core/CPrintModeMappings.h"

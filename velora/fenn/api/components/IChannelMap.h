@@ -14,8 +14,11 @@ class IChannelMapData : public virtual plinth::v1::api::IObject {
  public:
   PLINTH_INLINE_CONSTRUCTION(IChannelMapData);
   using plinth::v1::api::IObject::Init;
+  // Shares the array, whose length whoever uses it tests. Null raises
+  // `CException_Parameter_Invalid`.
   virtual void Init(IArray_uint8* array) = 0;
   virtual void Init(IChannelMapData* other) = 0;
+  // Without a new reference.
   virtual IArray_uint8* GetArray_uint8_Reconstructed_CXF() const = 0;
 };
 
@@ -27,6 +30,7 @@ class IChannelMap
  public:
   PLINTH_INLINE_CONSTRUCTION(IChannelMap);
   struct IOperator {
+    // Takes three packets: coefficients, residue, scalar.
     class IBuild_DCT_Residue_DeltaScalar : public virtual IRecipe::IBuild<IChannelMapData> {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_DCT_Residue_DeltaScalar);

@@ -18,6 +18,7 @@ class IColorMap : public virtual common::api::IShared<Configuration, IColorMapDa
  public:
   PLINTH_INLINE_CONSTRUCTION(IColorMap);
   struct IOperator {
+    // Takes four, three or one channel maps, in the order of the table's planes.
     class IBuild : public virtual IRecipe::IBuild<IColorMapData> {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild);

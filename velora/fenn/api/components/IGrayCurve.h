@@ -17,6 +17,7 @@ class IGrayCurve
  public:
   PLINTH_INLINE_CONSTRUCTION(IGrayCurve);
   struct IOperator {
+    // Takes four packets: coefficients, residue, the residue's widths, scalar.
     class IBuild_DCT_Residue_CBAT_DeltaScalar : public virtual IRecipe::IBuild<IGrayCurveData> {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_DCT_Residue_CBAT_DeltaScalar);
@@ -30,9 +31,11 @@ class IGrayCurve
       using Data = IGrayCurveData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
+      // Keeps none of its arguments: bytes come from an image, or from a copied one.
       virtual void Init(IProperties* properties, IArray_uint8* dct, IArray_uint8* residue,
                         IArray_uint8* cbat, IArray_uint8* scalar) = 0;
       virtual void Init(IBuild_Monolithic* other) = 0;
+      // Without a new reference. No bytes raise `CException_This_Invalid`, as data always does.
       virtual IArray_uint8* GetArray_uint8_Packet_Encoded() const = 0;
       virtual IGrayCurveData* GetData() const = 0;
       virtual void DestroyData() = 0;

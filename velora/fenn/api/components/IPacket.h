@@ -20,8 +20,10 @@ class IPacket : public virtual common::api::IBuilt<Configuration, IArray_uint8> 
       using Data = IArray_uint8;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
+      // Shares both. A null raises `CException_Parameter_Invalid`.
       virtual void Init(IProperties* properties, IArray_uint8* array) = 0;
       virtual void Init(IFromData* other) = 0;
+      // Without a new reference.
       virtual IArray_uint8* GetArray_uint8_Packet() const = 0;
     };
   };
@@ -67,6 +69,7 @@ class IPacket_DeltaScalar
      public:
       PLINTH_INLINE_CONSTRUCTION(IFromData);
       using IPacket::IOperator::IFromData::Init;
+      // Shares the properties and makes an array of the one byte.
       virtual void Init(IProperties* properties, unsigned char scalar) = 0;
     };
   };

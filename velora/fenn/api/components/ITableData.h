@@ -14,10 +14,12 @@ class ITableData : public virtual plinth::v1::api::IObject {
   PLINTH_INLINE_CONSTRUCTION(ITableData);
   static constexpr unsigned int kMaxSize = kLimit;
   using plinth::v1::api::IObject::Init;
-  // With `owned` the bytes end with the object.
+  // With `owned` the bytes end with the object; a call that raises leaves them to the caller. A
+  // size out of [1..kLimit] or null raises `CException_Parameter_Invalid`.
   virtual void Init(unsigned int size, unsigned char* data, bool owned) = 0;
   virtual void Init(ITableData* other) = 0;  // a private copy
   virtual unsigned int GetSize_ReconstructedData() const = 0;
+  // The object's own bytes.
   virtual unsigned char* GetReconstructedData() const = 0;
   // Data is made, never stored: these raise `CException_NotImplemented`.
   virtual void Init(int type, ISerializer* serializer, void* context) = 0;

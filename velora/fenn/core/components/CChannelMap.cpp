@@ -10,7 +10,7 @@ namespace velora::v2::fenn::core::components {
 
 namespace {
 
-// A plane's buffers have room for 4916 elements.
+// A plane's buffers have room for 4916 elements: the points and three more, which stay 0.
 constexpr unsigned int kRoom = Ctr::kPlane + 3;
 
 }  // namespace
@@ -71,6 +71,7 @@ Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties, 
     RawData* rawData = veltune->GetRawData();
     CPropertiesHelper* helper = Defer(frame, Create<Configuration, CPropertiesHelper>());
     static_cast<plinth::v1::core::CObject*>(helper)->Init();
+    // From the recipe's end: each call takes its packet off the list.
     IArray_uint8* scalarPacket = ResolvePacket<CPacket_DeltaScalar>(frame, operators, veltune);
     IArray_uint8* residuePacket = ResolvePacket<CPacket_ColorResidue>(frame, operators, veltune);
     IArray_uint8* dctArray = ResolvePacket<CPacket_ColorDCT>(frame, operators, veltune);
@@ -81,10 +82,12 @@ Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties, 
                              static_cast<unsigned int>(residuePacket->GetCount()));
     Ctr::InverseZigzag(residue, scanned);
 
+    // By which the caller's records are asked; any channel but C, M and Y counts as black.
     const int index = helper->GetColorIndex(properties);
     BytePacket dctPacket =
         PacketOf(KeyOf(veltune, 'D', helper->GetColorChar(properties)), dctArray);
     BytePacket* referenceCbat = rawData->getCbatPacket(index);
+    // The widths are the printer's, not the pack's: no request without them.
     if (referenceCbat == nullptr) {
       PLINTH_RAISE(CException_General);
     }
@@ -107,6 +110,7 @@ Operators* CBuild_Plane::Resolve(Operators* operators, IProperties* properties, 
     plane->Init(static_cast<int>(kRoom));
     unsigned char* points = plane->GetElements();
     Ctr::AddResidueColor(points, referencePlane, transform, residue);
+    // The key is over the 4913 points alone.
     const CorrectionPacket& correction = rawData->m_aCorrections[index];
     if (HasCorrection(veltune, index) && DigestMatches(points, Ctr::kPlane, correction)) {
       unsigned char* correctionPlane = NewBuffer<unsigned char>(frame, kRoom);

@@ -6,6 +6,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// The array has 4916 bytes, of which the first 4913 are the plane.
 class CChannelMapData : public plinth::v1::core::CObject, public virtual api::IChannelMapData {
  public:
   CChannelMapData();
@@ -35,6 +36,7 @@ class CChannelMap : public CBuilt<CChannelMap, api::IChannelMap> {
   };
 };
 
+// Decodes a plane against the reference and the widths of the request's RawData.
 class CChannelMap::COperator::CBuild_DCT_Residue_DeltaScalar
     : public CBareProducer<api::IChannelMap::IOperator::IBuild_DCT_Residue_DeltaScalar,
                            api::TypeIds::kChannelMap_Operator_Build_DCT_Residue_DeltaScalar> {

@@ -7,6 +7,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// Cannot be a reference in a recipe, so it is always the outermost component.
 class CColorMap : public common::core::CSharedOf<Configuration, CColorMap, api::IColorMap> {
  public:
   struct COperator {

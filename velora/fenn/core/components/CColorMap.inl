@@ -22,6 +22,7 @@ Operators* CColorMap::COperator::CBuild<kOperatorType, kPlanes>::Resolve(Operato
           common::core::ResolveOperand<Configuration, CChannelMap>(frame, operators, veltune);
       planes[i] = channelMap->GetChannelMapData()->GetArray_uint8_Reconstructed_CXF();
     }
+    // A plane's array is longer than a plane; what lies behind it is left out.
     for (IArray_uint8* plane : planes) {
       if (plane->GetCount() < VELORA_SIZE_PLANE) {
         PLINTH_RAISE(CException_General);
@@ -36,6 +37,7 @@ Operators* CColorMap::COperator::CBuild<kOperatorType, kPlanes>::Resolve(Operato
     table = nullptr;
     this->Call_Callback_Resolve_Done();
   }
+  // After a raise and after success alike; null by then if the data took it.
   PLINTH_TAIL {
     operator delete[](table, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }

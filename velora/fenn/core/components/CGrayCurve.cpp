@@ -51,6 +51,7 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties, 
     }
     short* coefficients = NewBuffer<short>(frame, Ctr::kCurve);
     ReadCbat(&dctPacket, referenceCbat, packets.scalar->Get(0), coefficients);
+    // A curve's coefficients come in their natural order; only a plane has a scan order.
     int* spectrum = NewBuffer<int>(frame, Ctr::kCurve);
     for (unsigned int i = 0; i < Ctr::kCurve; ++i) {
       spectrum[i] = coefficients[i];
@@ -76,6 +77,7 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties, 
     table = nullptr;
     this->Call_Callback_Resolve_Done();
   }
+  // After a raise and after success alike; null by then if the data took it.
   PLINTH_TAIL {
     operator delete[](table, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }

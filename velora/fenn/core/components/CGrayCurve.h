@@ -7,6 +7,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// A finished curve of 256 bytes.
 class CGrayCurve : public CBuilt<CGrayCurve, api::IGrayCurve> {
  public:
   struct COperator {
@@ -17,6 +18,7 @@ class CGrayCurve : public CBuilt<CGrayCurve, api::IGrayCurve> {
   };
 };
 
+// Decodes the curve against the reference and the widths of the request's RawData.
 class CGrayCurve::COperator::CBuild_DCT_Residue_CBAT_DeltaScalar
     : public CBareProducer<api::IGrayCurve::IOperator::IBuild_DCT_Residue_CBAT_DeltaScalar,
                            api::TypeIds::kGrayCurve_Operator_Build_DCT_Residue_CBAT_DeltaScalar> {

@@ -6,6 +6,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// A build that ends with it raises `CException_This_Invalid` when it takes the data.
 template <class Interface, int kType, class... Packets>
 class CMonolithic : public CStoringProducer<Interface, kType> {
  public:

@@ -21,6 +21,7 @@ class CFromDataOf
   void* TakeData() override;
 };
 
+// The one packet that can be made from a value.
 class CFromData_DeltaScalar : public CFromDataOf<api::IPacket_DeltaScalar> {
  public:
   using CFromDataOf::Init;

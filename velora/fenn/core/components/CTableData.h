@@ -7,6 +7,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// The kind's interface sets the most bytes, `kMaxSize`.
 template <class Interface>
 class CTableData : public plinth::v1::core::CObject, public virtual Interface {
  public:

@@ -22,6 +22,7 @@ struct Packets {
   IArray_uint8* dct;
 };
 
+// Takes the packet at the recipe's end off the list. Its bytes live until the frame's end.
 template <class Class>
 IArray_uint8* ResolvePacket(volatile plinth::v1::api::Frame& frame, Operators* operators,
                             IVeltune* veltune) {
@@ -43,6 +44,8 @@ inline ReconKey KeyOf(IVeltune* veltune, char tag, char color) {
                   CtrAxis::toChar(mapping->GetAxisType()));
 }
 
+// Points at the array's bytes. A packet's length has 16 bits: a longer one reads cut off. Never
+// taken for an LZMA stream.
 inline BytePacket PacketOf(ReconKey key, IArray_uint8* array) {
   BytePacket packet(key);
   packet.length = static_cast<short>(array->GetCount());
@@ -50,6 +53,8 @@ inline BytePacket PacketOf(ReconKey key, IArray_uint8* array) {
   return packet;
 }
 
+// `out` has room for 256 elements, or for 4913 where the key of the widths has another axis than
+// 'M'.
 inline void ReadCbat(BytePacket* data, BytePacket* widths, unsigned char scalar, short* out) {
   int count = 0;
   if (Ctr::CbatReader(data, widths, scalar, out, &count) != 0) {

@@ -10,6 +10,7 @@ namespace velora::v1::wisp::api {
 
 using common::api::Kind;
 
+// One ink of 17 nodes.
 class IAlternateNeutralChannel
     : public virtual common::api::IBuilt<Configuration, IAlternateNeutralChannelData>,
       public Kind<TypeIds::kAlternateNeutralChannel, TypeIds::kAlternateNeutralChannels,
@@ -18,6 +19,7 @@ class IAlternateNeutralChannel
  public:
   PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralChannel);
   struct IOperator {
+    // One ink as 17 bytes.
     class IBuild_Monolithic : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_Monolithic);
@@ -26,6 +28,7 @@ class IAlternateNeutralChannel
       using IRecipe::IOperator::Init;
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;  // 17 of them
       virtual void Init(IBuild_Monolithic* other) = 0;
+      // Bytes and data come without a new reference; no data raises `CException_This_Invalid`.
       virtual IArray_uint8* GetArray_uint8_Nodes_Encoded() const = 0;
       virtual IAlternateNeutralChannelData* GetData() const = 0;
       virtual void DestroyData() = 0;
@@ -47,6 +50,7 @@ class IAlternateNeutralData : public virtual IRecordData<WISPAlternateNeutral, 1
   const WISPAlternateNeutral* GetWISPAlternateNeutral() const { return GetRecord(); }
 };
 
+// Four inks. A locator's bytes are a reference to one.
 class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
                           public Kind<TypeIds::kAlternateNeutral, TypeIds::kAlternateNeutrals,
                                       TypeIds::kArray_AlternateNeutral, true,
@@ -54,6 +58,7 @@ class IAlternateNeutral : public virtual ITable<IAlternateNeutralData>,
  public:
   PLINTH_INLINE_CONSTRUCTION(IAlternateNeutral);
   struct IOperator {
+    // Takes four channels, in the order of the record's inks.
     class IBuild_CMYK : public virtual IRecipe::IBuild<IAlternateNeutralData> {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_CMYK);

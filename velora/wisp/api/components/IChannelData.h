@@ -14,9 +14,10 @@ class IChannelData : public virtual plinth::v1::api::IObject {
   PLINTH_INLINE_CONSTRUCTION(IChannelData);
   static constexpr int kNodes = kCount;
   using plinth::v1::api::IObject::Init;
-  // Copies the record and shares the array.
+  // Copies the record and shares the array. A null raises `CException_Parameter_Invalid`.
   virtual void Init(const WISPColorMapChannel* channel, IArray_int32* nodes) = 0;
   virtual void Init(IChannelData* other) = 0;
+  // Both are the object's and end with it.
   virtual const WISPColorMapChannel* GetWISPColorMapChannel() const = 0;
   virtual IArray_int32* GetArray_int32_Nodes() const = 0;
 };

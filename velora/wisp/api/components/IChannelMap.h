@@ -18,6 +18,7 @@ class IChannelMap
  public:
   PLINTH_INLINE_CONSTRUCTION(IChannelMap);
   struct IOperator {
+    // Makes a channel of other components, and stores nothing.
     class IBuild : public virtual IRecipe::IBuild<IChannelMapData> {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild);
@@ -33,6 +34,7 @@ class IChannelMap
       using Data = IChannelMapData;
       using Copied = IBuild_Monolithic;
       using IRecipe::IOperator::Init;
+      // Without a new reference; none raises `CException_This_Invalid`.
       virtual IChannelMapData* GetData() const = 0;
       virtual void DestroyData() = 0;
       IChannelMapData* GetChannelMapData() const { return GetData(); }

@@ -22,6 +22,7 @@ class IColorMap : public virtual ITable<IColorMapData>,
  public:
   PLINTH_INLINE_CONSTRUCTION(IColorMap);
   struct IOperator {
+    // Takes four channel maps, in the order of the record's planes.
     class IBuild_CMYK : public virtual IRecipe::IBuild<IColorMapData> {
      public:
       PLINTH_INLINE_CONSTRUCTION(IBuild_CMYK);

@@ -26,6 +26,8 @@ class IGrayCurve : public virtual ITable<IGrayCurveData>,
  public:
   PLINTH_INLINE_CONSTRUCTION(IGrayCurve);
   struct IOperator {
+    // The nodes, stored. They are counted when they are used: another number than 17 raises
+    // `CException_This_Invalid`.
     class IFromData : public virtual IRecipe::IOperator {
      public:
       PLINTH_INLINE_CONSTRUCTION(IFromData);
@@ -34,6 +36,7 @@ class IGrayCurve : public virtual ITable<IGrayCurveData>,
       using IRecipe::IOperator::Init;
       virtual void Init(IArray_uint8* nodes) = 0;  // 17 of them
       virtual void Init(IFromData* other) = 0;
+      // Nodes and data come without a new reference; no data raises `CException_This_Invalid`.
       virtual IArray_uint8* GetArray_uint8_Nodes_GrayCurve_Encoded() const = 0;
       virtual IGrayCurveData* GetData() const = 0;
       virtual void DestroyData() = 0;

@@ -24,6 +24,8 @@ class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
       using Data = IArray_int32;
       using Copied = IFromData;
       using IRecipe::IOperator::Init;
+      // Shares the bytes, without properties: deltas so made raise `CException_This_Invalid` when
+      // they are decoded or encoded.
       virtual void Init(IArray_uint8* encoded) = 0;
       // Encodes. Of a complete grid of 17, save for `Complete` itself, each kind takes what it
       // stores.

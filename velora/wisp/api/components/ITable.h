@@ -19,10 +19,12 @@ class IRecordData : public virtual plinth::v1::api::IObject {
   static constexpr int kChecksumFrom = kFrom;
   static constexpr int kChecksumTo = kTo;
   using plinth::v1::api::IObject::Init;
-  // With `owned` the bytes end with the object; a call that raises leaves them to the caller.
+  // With `owned` the bytes end with the object; a call that raises leaves them to the caller. Null,
+  // or fewer than `kMin` bytes, raises `CException_Parameter_Invalid`.
   virtual void Init(int size, unsigned char* record, bool owned) = 0;
   virtual void Init(IRecordData* other) = 0;  // a private copy
   virtual int GetSize() const = 0;
+  // The object's own record.
   virtual const T* GetRecord() const = 0;
   virtual unsigned int GetChecksum() const = 0;
 };
