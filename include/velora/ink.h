@@ -47,9 +47,11 @@ VELORA_API int velora_ink_mode(velora_ink_session* session, const tWISPPrintMode
  *
  *   index     the locator's index, [0..1000): the same index always comes with the same locator
  *   path      a name of at least one character, kept with the table
- *   locator   what is wanted: `length` opaque bytes, [1..65535] for a colour map, otherwise
- * [1..256] record    is filled size      the record's bytes: VELORA_SIZE_WISP_COLOR_MAP or more for
- * a colour map, otherwise the size of the record
+ *   locator   what is wanted: opaque bytes
+ *   length    the locator's bytes, [1..65535] for a colour map, otherwise [1..256]
+ *   record    is filled
+ *   size      the record's bytes: VELORA_SIZE_WISP_COLOR_MAP or more for a colour map, otherwise
+ *             the size of the record or more
  *
  * Each returns the bytes that it wrote, or 0 and leaves the record as it was. */
 VELORA_API int velora_ink_color_map(velora_ink_session* session, int index, const char* path,

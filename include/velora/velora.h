@@ -143,8 +143,7 @@ typedef struct BootRecord BootRecord;
 extern "C" {
 #endif
 
-/* -------------------------------------------------------------------------------- table entry --
- */
+/* ------------------------------------------------------------------------------- table entry -- */
 
 /* Rebuilds one table: boots the library, reads the packs, builds the table, and cleans up again.
  *
@@ -159,8 +158,9 @@ extern "C" {
  *   pTableCorrections     null: no corrections
  *   cbReconstructedTable  bytes of the buffer: the size of the table, see above; for
  *                         CTR_TABLE_FUSER_BLOB the blob's size or more. The call does not report
- * how long the blob is, and leaves the bytes behind it as they were; Velora::getFuserBlobSize() of
- * the C++ headers reports the size abReconstructedTable  the buffer
+ *                         how long the blob is, and leaves the bytes behind it as they were;
+ *                         Velora::getFuserBlobSize() of the C++ headers reports the size
+ *   abReconstructedTable  the buffer
  *
  * Returns 1 and fills the buffer, or returns 0, leaves the buffer as it was and has printed why;
  * only a boot that fails, for want of memory or of a place for the thread, and a call out of a log
@@ -192,8 +192,7 @@ VELORA_API const char* velora_version(void);
 /* Prints "HelloWorld = n" to standard output and returns n: a sign of life of a linked library. */
 VELORA_API int _velora_HelloWorld(int n);
 
-/* ------------------------------------------------------------------------------------- layers --
- */
+/* ------------------------------------------------------------------------------------ layers -- */
 
 /* The table entry above needs none of what follows. The ink pipeline and a process that embeds the
  * object world do: each layer is opened and closed by a family of its own, plinth_v1 (foundation),

@@ -70,8 +70,7 @@ typedef struct tWISPPrintModeMapping {
 #define VELORA_SIZE_WISP_COLOR_MAP \
   39728 /* bytes of a finished colour map, from the record's start */
 
-/* ----------------------------------------------------------------------------- one ink of four --
- */
+/* --------------------------------------------------------------------------- one ink of four -- */
 
 typedef struct WISPColorMapChannel {
   uint8_t colorIndex; /* 0 to 3 for black, cyan, magenta, yellow; otherwise 255 */

@@ -1,3 +1,5 @@
+// The steps of a table call: check the arguments, point RawData at them, choose a method of the
+// facade, give everything back.
 #include "velora/frontend/door/ReconstructTable.h"
 
 #include <new>
@@ -21,6 +23,7 @@ struct Request {
   CT_PROCESSING* pCT;
 };
 
+// In the order of their lines; only the first failure is printed.
 bool CheckArguments(ctr_table_type eTableType, unsigned int nVelcases,
                     const ImagingBlob** apVelcases, const ReferenceTable* pReferenceTable,
                     unsigned int cb, const unsigned char* ab) {
@@ -44,6 +47,7 @@ bool CheckArguments(ctr_table_type eTableType, unsigned int nVelcases,
   return false;
 }
 
+// Null in either is left alone.
 void ReleaseRequest(const Request& request) {
   Ctr::DeallocMem(request.pCT);
   delete request.pRawData;
@@ -62,6 +66,7 @@ bool ReadRequest(Request& request, ctr_table_type eTableType, ctr_media_type eMe
   }
   if (!request.pRawData->readVelcases(nVelcases, apVelcases)) {
     Ctr::PrintLine(kName, 77, "Error: readVelcases failed");
+    // All else was tested above, so one of the pointers is null; this finds it for the reason.
     int pack = 0;
     while (apVelcases[pack] != nullptr) {
       ++pack;
@@ -78,6 +83,7 @@ bool ReadRequest(Request& request, ctr_table_type eTableType, ctr_media_type eMe
     return false;
   }
   *request.pCT = CT_PROCESSING();
+  // Mono is K alone.
   request.pCT->channels = eAxisType == kAxisMono ? 1 : 15;
   if (eTableType < CTR_TABLE_FUSER_BLOB) {
     if (!request.pRawData->readReferenceTable(pReferenceTable, request.pCT, eAxisType,
@@ -148,6 +154,7 @@ int ServeTable(BootRecord* pBootRecord, int ePlatform, int eSupplyFamily, int eP
     return 0;
   }
   bool done = false;
+  // From the tracker, whose failure prints its own line.
   void* memory = Ctr::AllocMem(sizeof(Velora));
   if (memory != nullptr) {
     Velora* pVelora = ::new (memory)

@@ -32,6 +32,7 @@ Velora::Velora(void* pBootRecord, int ePlatform, int eSupplyFamily, int eProduct
       m_pRawData(pRawData),
       m_pCT(pCT) {}
 
+// Harmless behind a method, which has released the library itself.
 Velora::~Velora() { releaseLibrary(); }
 
 // What the four table methods differ in.
@@ -43,8 +44,9 @@ struct Velora::Table {
   velora_reason_number refusal;  // of a buffer's size
 };
 
-// The outermost frame is inside another: what a failing end raises is swallowed,
-// but for its reason.
+// A frame in a frame: what the end of the inner one raises is caught by the outer one, which gives
+// its reason and prints nothing. The library goes down behind both, so that nothing of a request
+// outlives it.
 template <class Body, class Refuse>
 bool Velora::serve(const char* function, int line, const Body& body, const Refuse& refuseWith) {
   if (!initLibrary(m_pBootRecord)) {
@@ -89,6 +91,8 @@ bool Velora::reconstruct(const Table& table, unsigned int cb, unsigned char* ab)
     (makeVeltune()->*table.reconstruct)(cb, ab);
   };
   return serve(table.function, table.line, body, [&](int code) {
+    // The first reason stays, so these go by weight: not offered at all, what the request ran into,
+    // and a size that did not fit.
     if (table.refusal == VELORA_REASON_NOT_OFFERED) {
       reason::Refuse(table.refusal);
     }
@@ -129,6 +133,7 @@ bool Velora::reconstructColorTable_RGBtoGrayscale(unsigned int cb, unsigned char
                      cb, ab);
 }
 
+// Builds the blob for its size alone; nothing is kept for the call that fetches it.
 bool Velora::getFuserBlobSize(unsigned int* pcb) { return getFuserBlob(pcb, nullptr, true); }
 
 bool Velora::getFuserBlobData(unsigned int cb, unsigned char* ab) {
@@ -141,6 +146,7 @@ bool Velora::getFuserBlob(unsigned int* pcb, unsigned char* ab, bool bSizeOnly) 
     fenn::IArray_uint8* blob = Defer(frame, makeVeltune()->ReconstructFuserBlob());
     const unsigned int count = static_cast<unsigned int>(blob->GetCount());
     if (ab != nullptr && pcb != nullptr && !bSizeOnly) {
+      // Refused ahead of the copy: the buffer stays as it was.
       if (count > *pcb) {
         Ctr::PrintLine(kName, 723, "Insufficient buffer for receiving fuser blob");
         reason::Refuse(VELORA_REASON_BUFFER);

@@ -1,3 +1,5 @@
+// The object world of a table call. The door lets in one call at a time, so the globals need no
+// lock.
 #include "plinth/runtime/api/boot.h"
 #include "velora/common/core/Create.h"
 #include "velora/common/core/PackLayout.h"
@@ -31,6 +33,7 @@ bool OpenLayers(BootRecord* given) {
     reason::Refuse(VELORA_REASON_ARGUMENT);
     return false;
   }
+  // A given boot has filled the block; this one then only makes the thread known.
   BootRecord* record = Boot(frontEnd);
   const bool open = Initialize(Slots<Configuration>(), record) &&
                     Initialize(Slots<fenn::Configuration>(), record);
@@ -42,6 +45,7 @@ bool OpenLayers(BootRecord* given) {
   return open;
 }
 
+// Both or neither: a raise in between ends what was made.
 bool MakeFactory() {
   fenn::_factory::IFactory* volatile factory = nullptr;
   fenn::IPrintModeMappings* volatile mappings = nullptr;
@@ -81,6 +85,7 @@ bool initLibrary(void* pBootRecord) {
 }
 
 void releaseLibrary() {
+  // Mappings and factory are objects of the layers, so they end ahead of them.
   if (g_pPrintModeMappings != nullptr) {
     g_pPrintModeMappings->Destroy();
     g_pPrintModeMappings = nullptr;
@@ -112,6 +117,7 @@ void RefuseRequest(int code, int ePlatform, int eSupplyFamily, int eProductVaria
   bool withPrinter = false;
   for (unsigned int i = 0; i < nVelcases; ++i) {
     const BytePacket* packet = pRawData->getVelcase(i);
+    // A pack too short for its header is not looked into.
     withPrinter =
         withPrinter || (packet != nullptr && packet->length >= Layout::kPayloadEnd &&
                         packet->data[Layout::kChannel] == velora::common::api::kChannel_Printer);
@@ -144,6 +150,7 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
         PLINTH_RAISE(CException_General);
       }
       fenn::IVelcase* pack = Defer(frame, g_pFactory->CreateVelcase());
+      // The length has 16 bits and a sign; the extent says how far the pack's bytes may be read.
       pack->Init(packet->length, packet->data, helper, kEndianness,
                  static_cast<fenn::ESupplyFamily::Enum>(eSupplyFamily),
                  pRawData->getVelcaseExtent(i));
@@ -158,6 +165,8 @@ fenn::IVeltune* createVeltune(int ePlatform, int eSupplyFamily, int eProductVari
   }
   PLINTH_CATCH {
     Ctr::PrintLine("createVeltune", 376, "Exception");
+    // The first reason stays: a pack that does not read, then what is wrong with the request, then
+    // packs that do not go together.
     const int code = frame.exception->code;
     if (fenn::ESupplyFamily::kRange.Contains(eSupplyFamily) && reached < nVelcases) {
       reason::RefusePack(static_cast<int>(reached), pRawData->getVelcaseExtent(reached), code);

@@ -80,10 +80,12 @@ Session* Start() {
     Leave(found);
     return nullptr;
   }
+  // What any session opened stays open until the last one ends.
   for (int i = 0; i < kBlocks; ++i) {
     visit.closes[i] = visit.closes[i] || (found.closes[i] && IsFull(blocks[i]));
   }
   session->next = sessions;
+  // A number and no address: a handle is looked up and never followed.
   session->handle = ++lastHandle;
   session->thread = ThisThread();
   session->forgetsThread = found.forgetsThread;
@@ -112,6 +114,8 @@ void Destroy(T* object) {
   }
 }
 
+// Users go ahead of what they use: the veltune points into the mappings. Any of them may be null
+// where opening failed.
 void End(Session* session) {
   Destroy(session->veltune);
   Destroy(session->mappings);
@@ -158,6 +162,7 @@ bool ReadPacks(Session& session, const ImagingBlob* const* apPacks, unsigned int
                                                   apPacks[i]->data[Layout::kChannel] ==
                                                       velora::common::api::kChannel_Printer);
   }
+  // The first pack sets the family; each pack, this one too, is compared with it as it is read.
   const int family = apPacks[0]->size > Layout::kFamily ? apPacks[0]->data[Layout::kFamily] : 0;
   int reached = 0;  // packs that are read
   const int code = ink::Try([&] {
@@ -173,6 +178,7 @@ bool ReadPacks(Session& session, const ImagingBlob* const* apPacks, unsigned int
                          const_cast<unsigned char*>(apPacks[i]->data), session.helper, kEndianness,
                          static_cast<ink::ESupplyFamily::Enum>(family), apPacks[i]->size);
       session.packs->Set(static_cast<int>(i), session.pack);
+      // The array holds it from here on.
       session.pack->Destroy();
       session.pack = nullptr;
       reached = static_cast<int>(i) + 1;
@@ -187,6 +193,7 @@ bool ReadPacks(Session& session, const ImagingBlob* const* apPacks, unsigned int
   if (code == 0) {
     return true;
   }
+  // The body was left while it read a pack.
   if (session.pack != nullptr) {
     reason::RefusePack(reached, 0, code);
   }
@@ -262,6 +269,7 @@ int Serve(Session& session, int index, const char* path, const void* locator, un
   }
   Asked::Place(input, static_cast<const unsigned char*>(locator), length);
   int written = 0;
+  // The object world counts in int; more than it can count is room enough.
   const int capacity = static_cast<int>(size < INT_MAX ? size : INT_MAX);
   const int code = ink::Try([&] {
     written = (session.veltune->*Asked::kPopulate)(index, path, input, capacity, record);

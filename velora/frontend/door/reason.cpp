@@ -9,7 +9,8 @@ using plinth::v1::api::CurrentTrace;
 
 constexpr velora_reason kNone = {VELORA_REASON_NONE, -1, -1, 0, nullptr, nullptr, ""};
 
-// Of the call that runs, and of the last one that ended.
+// Of the call that runs, and of the last one that ended. In the thread's static block: access
+// allocates nothing, so it cannot fail when memory has run out.
 [[gnu::tls_model("initial-exec")]] thread_local velora_reason running = kNone;
 [[gnu::tls_model("initial-exec")]] thread_local velora_reason last = kNone;
 
@@ -54,6 +55,7 @@ bool RefuseTraced(int code, const char* const* kinds) {
   if (trace.cause == 0) {
     return false;
   }
+  // `kind` belongs to this reason alone, so it is set only where the reason will stay.
   if (running.number == VELORA_REASON_NONE && trace.cause == VELORA_REASON_NO_COMPONENT) {
     running.kind = kinds[trace.sought - kFirstKind];
   }
@@ -67,6 +69,7 @@ void RefuseBoot() {
 }
 
 void RefusePack(int pack, uint32_t size, int code) {
+  // A length has 16 bits and a sign.
   constexpr uint32_t kLargest = 32767;
   if (running.number != VELORA_REASON_NONE) {
     return;
@@ -80,6 +83,7 @@ void RefusePack(int pack, uint32_t size, int code) {
          : CurrentTrace().cause == VELORA_REASON_FAMILY ? VELORA_REASON_FAMILY
                                                         : VELORA_REASON_PACK_DAMAGED,
          pack);
+  // A pack that is too large is not read, so there is no place in it.
   if (running.number != VELORA_REASON_PACK_TOO_LARGE) {
     running.byte = CurrentTrace().byte;
     running.in_image = CurrentTrace().inImage ? 1 : 0;

@@ -27,6 +27,7 @@ class VELORA_API BytePacket {
   ReconKey key;
   bool compressed;  // `data` is an LZMA stream
   short length;
+  // A scalar packet, by the tag of its key, has no `data`: the two share their bytes.
   union {
     unsigned char* data;
     short scalar;

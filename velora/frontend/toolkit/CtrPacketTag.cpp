@@ -14,6 +14,7 @@ const struct {
 };
 
 bool IsOneOf(char code, const char* codes) {
+  // strchr finds the terminator too, so a code of 0 is refused first.
   return code != '\0' && strchr(codes, code) != nullptr;
 }
 
@@ -21,6 +22,7 @@ bool IsOneOf(char code, const char* codes) {
 
 char CtrPacketTag::convertPacketTag(const char* tag) {
   for (const auto& entry : kTags) {
+    // A tag that ends early differs at its terminator; nothing is read behind it.
     if (strncmp(tag, entry.tag, strlen(entry.tag)) == 0) return entry.code;
   }
   return 0;

@@ -1,3 +1,5 @@
+// One build in four steps. Allocations, frees and lines keep their order: the tracker's slots and
+// the readers of the log see it. The numbers are those of PrintLine.
 #include "velora/frontend/toolkit/DifferenceColor.h"
 
 #include <cstring>
@@ -92,6 +94,7 @@ int DifferenceColor::ReadResidue(Work* work, int index) {
     unsigned char* bytes =
         Allocate<unsigned char>(86, "AllocMem byteResidue %d (DifferenceColor)", cb);
     if (bytes == nullptr) return Ctr::kOutOfMemory;
+    // Missing memory alone ends the build. A broken stream gives its bytes up to there, and zeros.
     if (packet->decompress(bytes, size) == Ctr::kOutOfMemory) return Ctr::kOutOfMemory;
     Ctr::ExpandSignMagnitude(flat, bytes, cb);
     Ctr::PrintLine(kName, 105, "DeallocMem byteResidue (DifferenceColor)");
@@ -110,6 +113,7 @@ int DifferenceColor::ReadTransform(Work* work, int index) {
   BytePacket* dct = pRawData->getPfdPacket(index, 'D');
   BytePacket* cbat = pRawData->getCbatPacket(index);
   if (dct == nullptr || cbat == nullptr) {
+    // A missing packet has the code of missing memory; the line says what it is.
     Ctr::PrintLine(kName, 120, "DCT (%p) or CBAT (%p) packet not found", static_cast<void*>(dct),
                    static_cast<void*>(cbat));
     return Ctr::kOutOfMemory;
@@ -142,6 +146,8 @@ int DifferenceColor::Combine(Work* work, int index) {
   Ctr::AddResidueColor(m_DifferenceData, reference, work->transformed, work->residue);
   Ctr::ComputeSha256(m_DifferenceData, Ctr::kPlane, digest);
 
+  // The digest is of the finished plane without its correction: that is what a correction is made
+  // for.
   const CorrectionPacket& correction = pRawData->m_aCorrections[index];
   if ((pCT->corrections >> index & 1) != 0 && doCorrectionKeysMatch(index) &&
       correction.data != nullptr) {
@@ -170,6 +176,7 @@ int DifferenceColor::Combine(Work* work, int index) {
 }
 
 bool DifferenceColor::doCorrectionKeysMatch(int colorIndex) {
+  // The digest is that of the last build; nothing is computed here.
   if (colorIndex < 0 || colorIndex > 3) return false;
   const unsigned char* expected = pRawData->m_aCorrections[colorIndex].key;
   if (expected == nullptr) return false;

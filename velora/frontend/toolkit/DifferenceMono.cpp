@@ -1,3 +1,5 @@
+// One build, a step after the other. Allocations, frees and lines keep their order: the tracker's
+// slots and the readers of the log see it.
 #include "velora/frontend/toolkit/DifferenceMono.h"
 
 #include <cstring>
@@ -60,6 +62,7 @@ int DifferenceMono::Build() {
   if (reference == nullptr || residuePacket == nullptr || residueCbat == nullptr) {
     return Ctr::kPacketNotFound;
   }
+  // A curve without residue has an empty width table; the block's zeros are then the residue.
   if (residueCbat->length != 0) {
     const int result = ReadCurve(residuePacket, residueCbat, 1, residue);
     if (result != Ctr::kSuccess) return result;
@@ -69,6 +72,7 @@ int DifferenceMono::Build() {
   if (dctDataIn == nullptr) return Ctr::kOutOfMemory;
   BytePacket* dct = pRawData->getPfdPacket(0, 'd');
   BytePacket* cbat = pRawData->getCbatPacket(0);
+  // Without coefficients the transform is one of zeros, and the scalar stays 1.
   if (dct != nullptr && cbat != nullptr) {
     const BytePacket* scalarPacket = pRawData->getPfdPacket(0, 's');
     if (scalarPacket == nullptr) return Ctr::kPacketNotFound;
@@ -95,6 +99,7 @@ int DifferenceMono::Build() {
 
 void DifferenceMono::performTableCorrection() {
   const CorrectionPacket& correction = pRawData->m_aCorrections[0];
+  // No correction is no failure.
   if (correction.key == nullptr || correction.data == nullptr || m_DiffTablePtr == nullptr) return;
   Ctr::ComputeSha256(m_DiffTablePtr, Ctr::kCurve, digest);
   if (memcmp(digest, correction.key, VELORA_SIZE_KEY) == 0) {

@@ -1,3 +1,4 @@
+// From a caller's records to packets that point into them. The PFD's packets are read in pfd.cpp.
 #include "velora/frontend/toolkit/RawData.h"
 
 #include "velora/frontend/toolkit/arithmetic.h"
@@ -96,10 +97,12 @@ bool RawData::readVelcases(unsigned int nVelcases, const ImagingBlob** apVelcase
       return false;
     }
     m_aVelcases[i].key = ReconKey('\0', '\0', '*', '*');
+    // Cut to 16 bits; the extent keeps the whole size.
     m_aVelcases[i].length = static_cast<short>(blob->size);
     m_aVelcases[i].data = Bytes(blob->data);
     m_aVelcaseExtents[i] = blob->size;
   }
+  // Last: as long as it is 0, no pack can be had.
   m_nVelcases = nVelcases;
   return true;
 }
@@ -119,8 +122,10 @@ bool RawData::readReferenceTable(const ReferenceTable* pTable, CT_PROCESSING* pC
     if ((pCT->channels >> i & 1) == 0) continue;
     const char color = CtrColor::toChar(i);
     const Plane plane(pTable->data, i, axis);
+    // The record has no length of the planes: the axis sets it, and the caller vouches for it.
     m_aRefPackets[i] = MakePacket({'F', color, mediumChar, axisChar}, plane.data, plane.cb);
     const unsigned int slot = CallerSlot(i);
+    // The reference stays; the missing width table fails the channel.
     if (pTable->apCbat[slot] == nullptr) {
       Ctr::PrintLine("readReferenceTable", 334, "ERROR: NULL CBAT pointer.");
       pCT->status[i] = Ctr::kNullCbat;
@@ -171,6 +176,7 @@ void RawData::readTableCorrection(const TableCorrections* pCorrections, CT_PROCE
     correction.medium = CtrMedium::toChar(media);
     correction.axis = CtrAxis::toChar(axis);
   }
+  // A mono request has no channels but K.
   for (int i = LastIndex(axis) + 1; i < kColors; ++i) pCT->skipped[i] = 1;
 }
 

@@ -14,6 +14,7 @@ namespace Ctr {
 
 namespace {
 
+// 65 characters, with the terminator.
 void WriteDigits(char* out, const unsigned char* key) {
   static const char kDigits[] = "0123456789abcdef";
   for (int i = 0; i < VELORA_SIZE_KEY; ++i) {

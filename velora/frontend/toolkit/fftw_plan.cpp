@@ -5,7 +5,9 @@
 namespace Ctr {
 
 bool HasRoomForPlan() {
+  // The first plan of a process takes most, and FFTW keeps that; see the header for the sizes.
   static std::size_t room = 512 << 10;
+  // `volatile`, since a compiler may leave out a malloc whose block is only freed.
   void* volatile block = std::malloc(room);
   if (block == nullptr) return false;
   std::free(block);

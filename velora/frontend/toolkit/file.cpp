@@ -8,6 +8,7 @@ namespace Ctr {
 
 namespace {
 
+// The file's size, or -1. Leaves the file at its end.
 long Measure(FILE* file) {
   fseek(file, 0, SEEK_END);
   return ftell(file);
@@ -36,6 +37,7 @@ void ReadFile(unsigned char* buffer, const char* path, int cbMax) {
     return;
   }
   rewind(file);
+  // One item of the file's size: 0 or 1. A short read leaves the rest of the buffer as it was.
   const long items = static_cast<long>(fread(buffer, static_cast<size_t>(size), 1, file));
   fclose(file);
   if (items > cbMax)

@@ -42,6 +42,7 @@ constexpr float Cos(int i) {
   const int half = part > kTurn / 2 ? kTurn - part : part;
   return half <= kSide ? kQuarter[half] : -kQuarter[2 * kSide - half];
 }
+// sin x is cos(x + 3/2 pi).
 constexpr float Sin(int i) { return Cos(i + 3 * kSide); }
 
 // The factors of output k + 1: of sum and difference i + 1.
@@ -101,6 +102,7 @@ void TransformRows(Row* rows) {
 }
 
 // All transforms along an axis, given its step, that of the lanes' axis, and that of the third.
+// `to` may be `from`: 17 rows are copied in before their places are written.
 void TransformAxis(const float* from, float* to, int step, int laneStep, int otherStep) {
   Row rows[kSide] = {};
   for (int other = 0; other < kSide; ++other) {
@@ -118,6 +120,7 @@ void TransformAxis(const float* from, float* to, int step, int laneStep, int oth
 }  // namespace
 
 bool TransformGrid(const float* grid, float* result) {
+  // The order of the axes is that of FFTW's plan: another one would round otherwise.
   TransformAxis(grid, result, 1, kSide, kSide * kSide);
   TransformAxis(result, result, kSide, 1, kSide * kSide);
   TransformAxis(result, result, kSide * kSide, 1, kSide);

@@ -7,6 +7,7 @@ unsigned int Byte(char value) { return static_cast<unsigned char>(value); }
 // The character at `index`, or 'U' behind the end.
 template <unsigned int size>
 char CharAt(const char (&characters)[size], unsigned int index) {
+  // Unsigned, so that a negative value lies behind the end too.
   return index < size - 1 ? characters[index] : 'U';
 }
 
@@ -33,6 +34,7 @@ unsigned int CtrColor::getPayloadTag(int index) {
 }
 
 unsigned int CtrColor::getPayloadTag(char color) {
+  // getIndex takes any other letter for K's, so the letter is compared once more.
   const int index = getIndex(color);
   return toChar(index) == color ? getPayloadTag(index) : 0;
 }

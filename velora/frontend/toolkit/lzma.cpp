@@ -29,6 +29,8 @@ int Decode(lzma_options_lzma* options, const unsigned char* in, unsigned int cbI
   stream.avail_in = cbIn;
   stream.next_out = out;
   stream.avail_out = cbOut;
+  // The output's end ends the decode, and a mark in the stream may end it earlier; the rest of the
+  // output is then left as it was. Bytes that run out are an error of liblzma.
   while (state == LZMA_OK && stream.avail_out > 0) state = lzma_code(&stream, LZMA_RUN);
   lzma_end(&stream);
   if (state == LZMA_MEM_ERROR) {
@@ -52,6 +54,7 @@ int GetUncompressedSize(unsigned char* in) {
 int DecompressLzma(unsigned char* out, unsigned char* in, unsigned int cbIn, unsigned int cbOut) {
   if (out == nullptr || in == nullptr) return kNullPointer;
   if (cbIn < kLzmaHeader) return kBrokenStream;
+  // A size of 4 GiB or more, that of an unknown length too, is taken for enough.
   if (ReadWord(in + 9) == 0 && ReadWord(in + 5) < cbOut) return kOutputMismatch;
   if (in[0] >= kPropertiesEnd) return kBrokenStream;
 
@@ -63,7 +66,8 @@ int DecompressLzma(unsigned char* out, unsigned char* in, unsigned int cbIn, uns
   options.dict_size = cbOut;
 
   // liblzma keeps its state itself. The block represents it in the tracker, with the size of the
-  // probabilities, so that a decode has its slot, its lines and its failure there.
+  // probabilities, so that a decode has its slot, its lines and its failure there. At most 6 MiB:
+  // liblzma refuses lc + lp above 4, but only behind this.
   const unsigned int cbWorking = ((768u << (options.lc + options.lp)) + 1846) * 2;
   void* working = AllocMemWithLine("DecompressLzma", 162,
                                    "AllocMem DecompressLzma working buffer %d", cbWorking, ' ');
@@ -79,6 +83,7 @@ int DecompressPacket(bool compressed, unsigned char* data, unsigned int cbData, 
   if (!compressed) return kBadSize;
   if (data != nullptr && cbData < kLzmaSizeEnd) return kBrokenStream;
   const int size = GetUncompressedSize(data);
+  // Too large here and too small in DecompressLzma: only the exact size passes.
   if (size > cb) return kOutputMismatch;
   if (size < 1) return kBadSize;
   return DecompressLzma(out, data, cbData, static_cast<unsigned int>(cb));

@@ -30,6 +30,7 @@ void FreeSlot(int i) {
 
 void* AllocMem(unsigned int size, char tag) {
   ++g_allocations;
+  // Ahead of the search for a slot: where both are missing, the line is that of memory.
   void* pointer = calloc(size, 1);
   if (pointer == nullptr) {
     plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
@@ -46,6 +47,7 @@ void* AllocMem(unsigned int size, char tag) {
     return nullptr;
   }
   MemStats[slot] = {size, pointer, tag};
+  // A blank or 0: a block of no family.
   if ((tag & ~0x20) == 0) {
     PrintLine("AllocMem", 50, "AllocMem(%d). Pointer %p. Slot %d", static_cast<int>(size), pointer,
               slot);
@@ -72,6 +74,7 @@ void DeallocMem(void* p) {
 
 void DeallocMem(char tag) {
   for (int slot = kMemSlots - 1; slot >= 0; --slot) {
+    // A free slot has the tag 0, which the caller must not name.
     if (MemStats[slot].tag != tag) continue;
     PrintLine("DeallocMem", 107, "DEBUG: Ctr::DeallocMem %c-tagged (%p) (#%d).", tag,
               MemStats[slot].pointer, slot);

@@ -22,6 +22,7 @@ constexpr Log kStandardError = {PrintToStandardError, nullptr};
 Log current = kStandardError;
 pthread_mutex_t lock = PTHREAD_MUTEX_INITIALIZER;
 
+// A copy, so that no lock is held while a line is printed: the callback may set another one.
 Log Current() {
   pthread_mutex_lock(&lock);
   const Log log = current;
@@ -55,6 +56,7 @@ namespace Ctr {
 
 void PrintLine(const char* function, int line, const char* format, ...) {
   constexpr char kEnd[] = "\"\n";
+  // On the stack, so that the usual line needs no memory: it may report that there is none.
   char room[1152];
   const auto head =
       static_cast<size_t>(snprintf(room, sizeof room, "[CTR] %s (line %d): \"", function, line));
@@ -75,6 +77,7 @@ void PrintLine(const char* function, int line, const char* format, ...) {
   va_end(again);
   va_end(arguments);
   const Log log = Current();
+  // Ahead of the line's end, which is no part of the message.
   const int level = LevelOf(text + head);
   strcat(text, kEnd);
   log.print(log.context, level, text);

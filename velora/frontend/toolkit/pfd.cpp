@@ -1,3 +1,4 @@
+// RawData's operations on PFD files. Offsets and lengths have 16 bits, so no sum of them overflows.
 #include "velora/frontend/toolkit/pfd.h"
 
 #include <climits>
@@ -76,6 +77,7 @@ bool RawData::readPfd(const char* path, unsigned char** ppBuffer, CT_PROCESSING*
   const unsigned int size = Ctr::GetFileSize(path);
   // What is too long to read is met by ReadFile with its line; the empty buffer is then no PFD.
   const unsigned int cb = size <= INT_MAX ? size : 0;
+  // One byte more, so that an empty file has a buffer too.
   *ppBuffer = static_cast<unsigned char*>(calloc(cb + 1, 1));
   if (*ppBuffer == nullptr) return false;
   Ctr::ReadFile(*ppBuffer, path, static_cast<int>(cb));
@@ -92,6 +94,7 @@ bool RawData::readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int 
     return false;
   }
 
+  // The head's colour places all packets, whatever colour they name themselves.
   const int index = CtrColor::getIndex(reader.toChar(kColor));
   PfdHeader& header = m_aPfdHeaders[index];
   header.key = ReconKey('\0', reader.toChar(kColor), '*', '*');
@@ -103,6 +106,7 @@ bool RawData::readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int 
 
   for (int i = 0; i < reader.toByte(kTocCount); ++i) {
     const int place = kToc + i * kEntrySize;
+    // A table of contents that the file's end cuts off: what is whole of it counts.
     if (static_cast<unsigned int>(place + kEntrySize) > cbFile) break;
     const char* tag = reinterpret_cast<const char*>(reader.getData()) + place + kEntryTag;
     const char code = CtrPacketTag::convertPacketTag(tag);
@@ -138,6 +142,8 @@ bool RawData::readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int 
   return true;
 }
 
+// Scalar, coefficients, residue, and a curve's residue widths. Widths of a plane, code 'C', come
+// from the caller's record and have no place here.
 int RawData::getPfdIndex(char code) {
   switch (code) {
     case 'S':
@@ -161,6 +167,7 @@ BytePacket* RawData::getPfdPacket(int colorIndex, char code) {
   if (place < 0 || colorIndex < 0 || colorIndex > 3) return nullptr;
   BytePacket* packet = &m_aPfdPackets[colorIndex * 4 + place];
   if (place == 0) {
+    // A scalar of 0 counts as not read.
     if (packet->scalar != 0) return packet;
     Ctr::PrintLine("getPfdPacket", 49, "Error: Delta scalar cannot be null for %c%d%d.", code,
                    colorIndex, place);
@@ -171,6 +178,7 @@ BytePacket* RawData::getPfdPacket(int colorIndex, char code) {
                    colorIndex, place);
     return nullptr;
   }
+  // A curve's packet may be empty: see DifferenceMono.
   if (packet->length == 0 && packet->key.getAxis() != 'M') {
     Ctr::PrintLine("getPfdPacket", 62, "Error: Non-scalar Packet length cannot be zero for %c%d%d.",
                    code, colorIndex, place);

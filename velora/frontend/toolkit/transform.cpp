@@ -13,6 +13,9 @@ constexpr float kRootOf2 = 1.4142135f;
 
 }  // namespace
 
+// FFTW's REDFT01 has no factors. Times sqrt(2n) ahead of it, with sqrt(2) more for the first
+// element, and 1/(2n) behind it make it orthonormal, n being 256 here and 17 an axis below. The
+// products stay apart: one of both would round otherwise.
 bool InverseDct1D(int* in, float* out) {
   if (in == nullptr || out == nullptr) return false;
   float array[kCurve];
@@ -39,6 +42,7 @@ bool InverseDct3D(int* in, float* out) {
     array[i / kGridSide * kGridSide * kGridSide + i % kGridSide] *= kRootOf2;  // b = 0
     array[i * kGridSide] *= kRootOf2;                                          // c = 0
   }
+  // Both blocks are freed below, whatever fails; freeing null does nothing.
   float* result = static_cast<float*>(AllocMem(kGridPoints * sizeof(float)));
   const bool done = result != nullptr && TransformGrid(array, result);
   for (int i = 0; done && i < kGridPoints; ++i) out[i] = result[i] / 39304.0f;  // 34^3
