@@ -13,6 +13,7 @@ using IVelcaseVersion = common::api::conditions::IVelcaseVersion<Configuration>;
 
 namespace _factory {
 
+// The operations are slots in this order, on which callers outside of the library rely.
 class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IFactory);

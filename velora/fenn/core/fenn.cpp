@@ -70,6 +70,8 @@ template class CPropertiesHelper<Toner>;
 template class CPrintModeParametersOf<Toner, void(ctr_table_type, ctr_theme_type, ctr_media_type,
                                                   ctr_axis_type)>;
 template class CVelcaseOf<Toner, fenn_core::Kinds>;
+// Operators that store nothing; those of colour maps are templates, made where the factory names
+// them.
 #define FENN_PRODUCER(Kind, Operator)                                              \
   template class CProducer<Toner,                                                  \
                            CBare<Toner, fenn_api::I##Kind::IOperator::I##Operator, \
@@ -91,6 +93,7 @@ FENN_KINDS(FENN_LOCATE)
 #undef FENN_LOCATE
 template fenn_api::IVelcase* CVeltune<Toner>::Init_BuildVelcase_Combined<fenn_core::CVelcase>(
     api::IArray<fenn_api::IVelcase>*);
+// The kinds that an operator of another file takes as operands.
 #define FENN_OPERAND(Name)                                      \
   template fenn::C##Name* ResolveOperand<Toner, fenn::C##Name>( \
       volatile plinth::v1::api::Frame&, CRecipe<Toner>::Operators*, fenn_api::IVeltune*);

@@ -55,6 +55,7 @@ bool Velora::serve(const char* function, int line, const Body& body, const Refus
   volatile bool done = false;
   PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
     PLINTH_FRAME(plinth::v1::api::FrontEndConfiguration) {
+      // A null has had its line and its reason from createVeltune; the raise only leaves the frame.
       const auto makeVeltune = [&] {
         fenn::IVeltune* veltune =
             createVeltune(m_ePlatform, m_eSupplyFamily, m_eProductVariant, m_eTableType,

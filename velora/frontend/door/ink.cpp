@@ -135,6 +135,7 @@ void End(Session* session) {
   }
 }
 
+// The packs' bytes are not looked at.
 bool CheckArguments(const ImagingBlob* const* apPacks, unsigned int nPacks, int platform,
                     int variant, velora_ink_session** session) {
   if (apPacks == nullptr || nPacks < 1 || nPacks > VELORA_MAX_PACKS || session == nullptr ||
@@ -155,6 +156,7 @@ bool CheckArguments(const ImagingBlob* const* apPacks, unsigned int nPacks, int 
 bool ReadPacks(Session& session, const ImagingBlob* const* apPacks, unsigned int nPacks,
                int platform, int variant) {
   constexpr int kRecordType = 1;
+  // In force until velora_ink_mode.
   constexpr tWISPPrintModeMapping kMode = {PT_DATA_SOURCE_0, PT_MEDIA_0, PT_QUALITY_0, 0, 1};
   constexpr auto kEndianness = ink::ISerializer::ETargetEndianness::Reversed;
   for (unsigned int i = 0; i < nPacks; ++i) {
@@ -262,6 +264,7 @@ int Serve(Session& session, int index, const char* path, const void* locator, un
     reason::Refuse(VELORA_REASON_BUFFER);
     return 0;
   }
+  // A record of its own, so that the caller's stays as it was whatever fails.
   auto* input = static_cast<Record*>(calloc(1, Asked::InputSize(length)));
   if (input == nullptr) {
     reason::Refuse(VELORA_REASON_NO_MEMORY);
@@ -278,6 +281,8 @@ int Serve(Session& session, int index, const char* path, const void* locator, un
   if (code == 0) {
     return written;
   }
+  // Where nothing was noted: without the printer's pack no condition can be asked; if no lookup
+  // found anything, the locator did not read; otherwise what it names does not build.
   if (!reason::RefuseTraced(code, kKinds)) {
     reason::Refuse(!session.withPrinter        ? VELORA_REASON_NO_PRINTER_PACK
                    : CurrentTrace().found == 0 ? VELORA_REASON_LOCATOR
@@ -357,6 +362,7 @@ int velora_ink_alternate_neutral(velora_ink_session* session, int index, const c
 
 int velora_ink_close(velora_ink_session* session) {
   return reason::Through([&] {
+    // Any thread may end a session, so its owner is not asked for.
     Session* ended = Find(session);
     if (ended != nullptr) {
       End(ended);

@@ -19,6 +19,7 @@ constexpr velora_reason kNone = {VELORA_REASON_NONE, -1, -1, 0, nullptr, nullptr
 int velora_last_reason(velora_reason* out) {
   if (out != nullptr) {
     *out = last;
+    // Name and text are filled in here: a refusal itself stores numbers, and cannot fail.
     switch (last.number) {
 #define VELORA_REASON(Name, Number, Text) \
   case Number:                            \
@@ -94,6 +95,7 @@ int End(int result) {
   if (result == 0) {
     Refuse(VELORA_REASON_TABLE);
   }
+  // A call that was served leaves no reason, whatever it met on its way.
   last = result == 0 ? running : kNone;
   running = kNone;
   return result;

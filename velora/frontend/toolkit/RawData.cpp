@@ -19,6 +19,7 @@ int LastIndex(ctr_axis_type axis) { return axis == CTR_AXIS_MONO ? 0 : kColors -
 // Packets have one kind of pointer; nothing writes to a caller's bytes.
 unsigned char* Bytes(const uint8_t* data) { return const_cast<unsigned char*>(data); }
 
+// Up to 65535 bytes: the packet's length is signed, and getExtent reads it without its sign.
 BytePacket MakePacket(ReconKey key, unsigned char* data, unsigned int cb) {
   BytePacket packet(key);
   packet.length = static_cast<short>(cb);
@@ -111,6 +112,7 @@ bool RawData::readReferenceTable(const ReferenceTable* pTable, CT_PROCESSING* pC
                                  ctr_axis_type axis, ctr_media_type media) {
   if (pTable == nullptr || pTable->data == nullptr) {
     Ctr::PrintLine("readReferenceTable", 300, "Error: Reference table parameters are NULL.");
+    // All four, also of channels that were not asked for.
     for (unsigned char& status : pCT->status) status = Ctr::kNullPointer;
     return false;
   }
@@ -164,6 +166,7 @@ void RawData::readTableCorrection(const TableCorrections* pCorrections, CT_PROCE
                      "INFO: Correction key for %c is NULL. Skipping table correction", color);
       continue;
     }
+    // Waiting, not made: the table's digest decides.
     pCT->corrections = static_cast<unsigned char>(pCT->corrections | 1 << i);
     const Plane plane(pCorrections->data, i, axis);
     CorrectionPacket& correction = m_aCorrections[i];

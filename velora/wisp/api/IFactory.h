@@ -11,6 +11,7 @@ namespace velora::v1::wisp::api {
 
 namespace _factory {
 
+// The operations are slots in this order, on which callers outside of the library rely.
 class IFactory : public virtual common::api::_factory::IFactory<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IFactory);

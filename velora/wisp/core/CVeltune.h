@@ -18,6 +18,7 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   // In Cache.h.
   template <class Kind>
   class Cache;
+  // Room of a new cache, in indices; it grows on demand.
   static constexpr int kCachedIndices = 20;
 
   CVeltune();

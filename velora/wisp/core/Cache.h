@@ -32,6 +32,7 @@ class CVeltune::Cache : public CNeverStored, public virtual api::ICache<Kind> {
   using Interface = api::ICache<Kind>;
   using IBucket = typename Interface::IBucket;
   using IEntry = typename Interface::IEntry;
+  // Print modes that are kept for one index.
   static constexpr int kEntriesOfBucket = 16;
 
   class Bucket : public CNeverStored, public virtual IBucket {

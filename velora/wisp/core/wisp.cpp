@@ -41,6 +41,7 @@ WISP_OBJECTS(WISP_CREATE, WISP_CREATE)
 
 }  // namespace _factory
 
+// The caches of the three finished tables.
 template class CVeltune::Cache<api::IColorMap>;
 template class CVeltune::Cache<api::IGrayCurve>;
 template class CVeltune::Cache<api::IAlternateNeutral>;
@@ -75,6 +76,7 @@ template class CValue<Ink, CProperty<Ink>, wisp_api::properties::INodeCount,
                       wisp_core::properties::CNodeCount::kSerializeableType>;
 template class CStoredArray<Ink, CProperty<Ink>, wisp_api::properties::IDropsPerLevel,
                             wisp_core::properties::CDropsPerLevel::kSerializeableType>;
+// Operators that store nothing.
 #define WISP_BUILD(Kind, Operator)                                                    \
   template class CProducer<Ink, CBare<Ink, wisp_api::I##Kind::IOperator::I##Operator, \
                                       wisp::C##Kind::COperator::C##Operator::kSerializeableType>>;
@@ -83,6 +85,7 @@ WISP_BUILD(ChannelMap, Modify_Subtract)
 WISP_BUILD(ColorMap, Build_CMYK)
 WISP_BUILD(AlternateNeutral, Build_CMYK)
 #undef WISP_BUILD
+// Operators that store bytes.
 #define WISP_STORED(Kind, Operator)                                                       \
   template class CStoredArray<Ink, CRecipe<Ink>::COperator,                               \
                               wisp_api::I##Kind::IOperator::I##Operator,                  \
@@ -108,6 +111,7 @@ WISP_KINDS(WISP_LOCATE)
 #undef WISP_LOCATE
 template wisp_api::IVelcase* CVeltune<Ink>::Init_BuildVelcase_Combined<wisp_core::CVelcase>(
     api::IArray<wisp_api::IVelcase>*);
+// The kinds that an operator takes as operands.
 #define WISP_OPERAND(Name)                                    \
   template wisp::C##Name* ResolveOperand<Ink, wisp::C##Name>( \
       volatile plinth::v1::api::Frame&, CRecipe<Ink>::Operators*, wisp_api::IVeltune*);

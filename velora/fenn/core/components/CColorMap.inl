@@ -12,6 +12,7 @@ template <int kOperatorType, int kPlanes>
 Operators* CColorMap::COperator::CBuild<kOperatorType, kPlanes>::Resolve(Operators* operators,
                                                                          IProperties* properties,
                                                                          IVeltune* veltune) {
+  // One, three or four planes; at most what ITableData allows for a colour map.
   constexpr unsigned int kSize = kPlanes * VELORA_SIZE_PLANE;
   unsigned char* volatile table = nullptr;
   PLINTH_FRAME(Configuration) {

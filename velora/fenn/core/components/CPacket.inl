@@ -6,6 +6,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// The properties are kept and not read: no packet's bytes depend on them.
 template <class Packet>
 void CFromDataOf<Packet>::Init(IProperties* properties, IArray_uint8* array) {
   this->BeginInit();
@@ -20,6 +21,7 @@ IArray_uint8* CFromDataOf<Packet>::GetArray_uint8_Packet() const {
   return this->GetBytes();
 }
 
+// The stored array itself, with a reference for the component.
 template <class Packet>
 void* CFromDataOf<Packet>::TakeData() {
   IArray_uint8* array = this->GetBytes();

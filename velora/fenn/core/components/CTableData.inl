@@ -7,6 +7,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// Bytes that are not owned are left to whoever gave them.
 template <class Interface>
 void CTableData<Interface>::FreeData() {
   if (owned && data != nullptr) {
@@ -14,11 +15,13 @@ void CTableData<Interface>::FreeData() {
   }
 }
 
+// A table always comes with its bytes.
 template <class Interface>
 void CTableData<Interface>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// Nothing raises behind the test, so the bytes are either taken or still the caller's.
 template <class Interface>
 void CTableData<Interface>::Init(unsigned int newSize, unsigned char* newData, bool isOwned) {
   this->BeginInit();
@@ -39,6 +42,7 @@ void CTableData<Interface>::Init(Interface* other) {
   }
   const unsigned int newSize = other->GetSize_ReconstructedData();
   const unsigned char* source = other->GetReconstructedData();
+  // No frame: nothing raises between this and the Init that takes the block.
   unsigned char* copy =
       new (plinth::v1::api::Slots<Configuration>().platform, true, true) unsigned char[newSize];
   memcpy(copy, source, newSize);
@@ -57,6 +61,7 @@ unsigned char* CTableData<Interface>::GetReconstructedData() const {
   return data;
 }
 
+// Data is made and never stored; these five exist for the interface alone.
 template <class Interface>
 void CTableData<Interface>::Init(int, api::ISerializer*, void*) {
   PLINTH_RAISE(CException_NotImplemented);

@@ -10,6 +10,7 @@ void CChannelData<Interface>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// The count of nodes is not tested here: an operator that needs one count tests it.
 template <class Interface>
 void CChannelData<Interface>::Init(const WISPColorMapChannel* channel, IArray_int32* nodes) {
   this->BeginInit();
@@ -21,6 +22,7 @@ void CChannelData<Interface>::Init(const WISPColorMapChannel* channel, IArray_in
   valid = true;
 }
 
+// The copy has the description and shares the nodes.
 template <class Interface>
 void CChannelData<Interface>::Init(Interface* other) {
   this->BeginInit();

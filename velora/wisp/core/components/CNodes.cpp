@@ -35,10 +35,12 @@ bool Holds(IArray_int32* nodes, int count) {
 int CheckedNodeCount(IProperties* properties, int low) {
   const ENodeCount::Enum count = PropertyValues::GetNodeCount(properties);
   ENodeCount::Check(count);
+  // `low` keeps the sizes that are computed from it positive.
   CheckArgument(count >= low);
   return count;
 }
 
+// Raises `CException_General` for another grid than one of 9 or 17.
 Tolerance ToleranceOf(api::ELossyCompressionLevel::Enum level, int n) {
   return {api::ELossyCompressionLevel::GetConstant(level, n),
           api::ELossyCompressionLevel::GetRelative(level, n)};
@@ -53,6 +55,7 @@ IArray_int32* TakeOfResampled(IProperties* properties, IArray_int32* complete, C
   PLINTH_FRAME(Configuration) {
     CheckArgument(Holds(complete, kCube));
     const int n = CheckedNodeCount(properties, 1);
+    // 19 KiB of stack, which spares a second array.
     int grid[kCube];
     Resample(complete->GetElements(), n, grid);
     IArray_int32* nodes = CArray_int32::New(countOf(n));
@@ -142,6 +145,7 @@ IArray_int32* CompleteForm::BuildArray_int32_Nodes_Interpolated(int n, IArray_in
   return finer;
 }
 
+// As it comes, of any size.
 IArray_int32* CompleteForm::Take(IProperties*, IArray_int32* complete) {
   complete->AddRef();
   return complete;
@@ -173,6 +177,8 @@ void DeltaForm::MeasureLevels(IProperties* properties, const int* cube, int* del
   const api::ELossyCompressionLevel::Enum level =
       PropertyValues::GetLossyCompressionLevel(properties);
   const int range = api::EDeltaRange::GetRange(PropertyValues::GetDeltaRange(properties));
+  // With MeasureLevel some 42 KiB of stack; only the writing side comes here. The finer level is
+  // measured against `middle`, which has given up what its deltas do not reach.
   int coarse[Cube(kSeedAxis)];
   int middle[Cube(kMiddleAxis)];
   int fine[kCube];
@@ -188,6 +194,8 @@ IArray_int32* DeltaForm::BuildArray_int32_Nodes_Delta(IProperties* properties,
   PLINTH_FRAME(Configuration) {
     const bool middle = CheckedNodeCount(properties, 6) == kMiddleAxis;
     CheckArgument(Holds(complete, kCube));
+    // Both levels, since the finer one rests on what the coarser one keeps. Every node count from 6
+    // on other than 9 gives the finer one.
     int deltas[kDeltas9 + kDeltas17];
     MeasureLevels(properties, complete->GetElements(), deltas);
     const int count = middle ? kDeltas9 : kDeltas17;
@@ -254,6 +262,7 @@ IArray_uint8* DeltaForm::Encode(IProperties* properties, IArray_int32* deltas) {
     if (range == 0) {
       PLINTH_RAISE(CException_General);
     }
+    // Never more than a byte a delta.
     IArray_uint8* encoded = Defer<IArray_uint8>(frame, CArray_uint8::New(count));
     const int written =
         EncodeDeltas(deltas->GetElements(), count, range, encoded->GetElements(), count);
@@ -283,6 +292,7 @@ IArray_int32* DeltaForm::Decode(IProperties* properties, IArray_uint8* encoded) 
     return deltas;
   }
   deltas->Destroy();
+  // All other misfits mean that bytes and properties do not go together.
   if (decoded.outcome == EDecoded::kCutOff) {
     PLINTH_RAISE(CException_General);
   }

@@ -61,7 +61,11 @@ struct NodesForm<api::INodes_Delta> {
   // The deltas of both levels at once: 600, then 4176.
   static void MeasureLevels(IProperties* properties, const int* cube, int* deltas);
   static IArray_int32* Take(IProperties* properties, IArray_int32* complete);
+  // No properties, or another count of deltas than theirs, raises `CException_This_Invalid`, a
+  // delta range that is none `CException_General`.
   static IArray_uint8* Encode(IProperties* properties, IArray_int32* deltas);
+  // A long run without its second byte raises `CException_General`; any other stream that does not
+  // give exactly its deltas `CException_This_Invalid`.
   static IArray_int32* Decode(IProperties* properties, IArray_uint8* encoded);
 };
 

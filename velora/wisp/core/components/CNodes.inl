@@ -29,6 +29,7 @@ template <class Interface>
 void CNodes<Interface>::COperator::CFromData::Init(int type, api::ISerializer* serializer,
                                                    void* context) {
   Base::Init(type, serializer, context);
+  // Deltas alone are read by them: node count and delta range are not in their bytes.
   if constexpr (Form::kReadsProperties) {
     this->properties.Share(static_cast<IProperties*>(context));
   }
@@ -47,6 +48,8 @@ IArray_uint8* CNodes<Interface>::COperator::CFromData::GetArray_uint8_Nodes_Enco
 template <class Interface>
 void CNodes<Interface>::COperator::CFromData::UpdateArray_uint8_Nodes_Encoded(IArray_int32* nodes) {
   plinth::v1::core::CObject::CheckThis();
+  // Ahead of all that can raise: a failed call leaves no bytes, and the object is refused until it
+  // gets some. So the test above is the base's, which does not ask for bytes.
   this->bytes.Drop();
   if (nodes == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -54,6 +57,7 @@ void CNodes<Interface>::COperator::CFromData::UpdateArray_uint8_Nodes_Encoded(IA
   this->bytes.Take(Form::Encode(this->properties.Get(), nodes));
 }
 
+// Decoded anew in each build: the operator keeps the bytes, the component the nodes.
 template <class Interface>
 void* CNodes<Interface>::COperator::CFromData::TakeData() {
   return BuildArray_int32_Nodes_Decoded();

@@ -13,9 +13,10 @@ class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
   unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
 };
 
-// The sum of the bytes in [from..to) as unsigned ones.
+// The sum of the bytes in [from..to) as unsigned ones; 0 where `to` is not behind `from`.
 unsigned int SumBytes(const unsigned char* bytes, int from, int to);
 
+// The checksum is computed once, when the record is given: its bytes must not change any more.
 template <class Interface>
 class CRecordData : public plinth::v1::core::CObject, public virtual Interface {
  public:

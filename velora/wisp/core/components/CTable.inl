@@ -7,6 +7,7 @@
 
 namespace velora::v1::wisp::core::components {
 
+// Bytes that are not owned are left to whoever gave them.
 template <class Interface>
 void CRecordData<Interface>::FreeRecord() {
   if (m_bOwned && m_pRecord != nullptr) {
@@ -14,11 +15,13 @@ void CRecordData<Interface>::FreeRecord() {
   }
 }
 
+// A record always comes with its bytes.
 template <class Interface>
 void CRecordData<Interface>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// Nothing raises behind the test, so the bytes are either taken or still the caller's.
 template <class Interface>
 void CRecordData<Interface>::Init(int size, unsigned char* record, bool owned) {
   this->BeginInit();
@@ -28,6 +31,7 @@ void CRecordData<Interface>::Init(int size, unsigned char* record, bool owned) {
   m_nSize = size;
   m_pRecord = record;
   m_bOwned = owned;
+  // A record that ends ahead of the range has the checksum 0.
   m_nChecksum = SumBytes(record, Interface::kChecksumFrom,
                          size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
   valid = true;
@@ -41,6 +45,7 @@ void CRecordData<Interface>::Init(typename Interface::Copied* other) {
   }
   const Record* source = other->GetRecord();
   const int size = other->GetSize();
+  // No frame: nothing raises between this and the Init that takes the block.
   unsigned char* copy = new (plinth::v1::api::Slots<Configuration>().platform, true,
                              true) unsigned char[static_cast<size_t>(size)];
   memcpy(copy, source, static_cast<size_t>(size));
