@@ -17,7 +17,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
   // Merges the packs, of one supply family, into a sorted one, for a print mode in the caller's
-  // numbering.
+  // numbering. The merged pack has the lists of the first one: that one's lists then have the
+  // components of all.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis,

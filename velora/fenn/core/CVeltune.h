@@ -61,9 +61,12 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   template <class Class>
   void Reconstruct(unsigned int smallest, bool exact, unsigned int cb, unsigned char* ab);
 
+  // The packs as they were given; the parameters share the same array.
   plinth::v1::core::Counted<api::IArray<api::IVelcase>> velcases;
+  // The caller's, and never null in a sound object.
   RawData* rawData;
   CT_PROCESSING* processing;
+  // All packs in one, sorted: what every lookup searches.
   plinth::v1::core::Counted<api::IVelcase> combined;
 };
 

@@ -8,6 +8,7 @@
 
 namespace velora::v2::fenn::core::component_lists {
 
+// One class for all; the kind sets the type ids.
 #define FENN_LIST(Name, List) \
   using C##List = common::core::CComponentList<Configuration, api::I##Name>;
 FENN_KINDS(FENN_LIST)

@@ -26,6 +26,7 @@ int CPropertiesHelper::GetColorIndex(api::IProperties* properties) const {
 }
 
 char CPropertiesHelper::GetColorChar(api::IProperties* properties) const {
+  // No channel at all raises `CException_General`.
   switch (static_cast<int>(GetChannel(properties))) {
     case common::api::kChannel_Black:
       return 'K';

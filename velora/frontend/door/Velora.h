@@ -11,9 +11,11 @@ struct CT_PROCESSING;
 
 class VELORA_API Velora {
  public:
+  // Keeps the pointers and checks nothing. A null boot record: the methods boot by themselves.
   Velora(void* pBootRecord, int ePlatform, int eSupplyFamily, int eProductVariant,
          ctr_table_type eTableType, ctr_theme_type eThemeType, ctr_media_type eMediaType,
          ctr_axis_type eAxisType, unsigned int nVelcases, RawData* pRawData, CT_PROCESSING* pCT);
+  // Takes the object world down, if a method has left it up.
   ~Velora();
 
   // ab[0..cb): the table, whose size cb must be (for RGB to RGB, at most the size of what the pack

@@ -8,6 +8,7 @@
 class RawData;
 struct CT_PROCESSING;
 
+// Null while the library is down. One call at a time uses them, inside the door.
 extern velora::v2::fenn::api::_factory::IFactory* g_pFactory;
 extern velora::v2::fenn::api::IPrintModeMappings* g_pPrintModeMappings;
 

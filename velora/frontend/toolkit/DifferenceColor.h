@@ -31,6 +31,7 @@ class VELORA_API DifferenceColor {
  private:
   struct Work;
 
+  // The steps, in their order. Each gives a result code; the first that is not 0 ends the build.
   VELORA_HIDDEN int Build(Work* work);
   VELORA_HIDDEN int ReadResidue(Work* work, int index);
   VELORA_HIDDEN int ReadTransform(Work* work, int index);

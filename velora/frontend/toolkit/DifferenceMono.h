@@ -29,5 +29,6 @@ class VELORA_API DifferenceMono {
   CT_PROCESSING* pCT;
 
  private:
+  // A result code.
   VELORA_HIDDEN int Build();
 };

@@ -74,6 +74,7 @@ class VELORA_API RawData {
   BytePacket m_aVelcases[m_nVelcases_Max];
   char m_medium;
   char m_axis;
+  // Behind all other fields, whose places are fixed.
   unsigned int m_aVelcaseExtents[m_nVelcases_Max];
 
  private:

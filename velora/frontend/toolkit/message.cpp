@@ -35,6 +35,7 @@ constexpr const char* kSteps[] = {
     "AllocMem", "DeallocMem",  "DEBUG: ",   "INFO: ",    "CbatReader",           "ENTRY ",
     "EXIT ",    "Attention: ", "Computed ", "Expected ", "DifferenceColor::dtor"};
 
+// By the message's start, since callers of PrintLine name no level.
 int LevelOf(const char* message) {
   for (const char* step : kSteps) {
     if (strncmp(message, step, strlen(step)) == 0) {

@@ -111,6 +111,7 @@ bool RawData::readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int 
     const char* tag = reinterpret_cast<const char*>(reader.getData()) + place + kEntryTag;
     const char code = CtrPacketTag::convertPacketTag(tag);
     const int start = reader.toUShort(place + kEntryOffset);
+    // An unknown code has no place below, so it is passed over there.
     if (code == '*' || !IsInside(reader, start, code, cbFile)) continue;
 
     const char color = UpperCase(reader.toChar(start + kPacketColor));

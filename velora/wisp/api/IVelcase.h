@@ -10,7 +10,8 @@ class IVelcase : public virtual common::api::IVelcase<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IVelcase);
   using common::api::IVelcase<Configuration>::Init;
-  // Builds a pack for writing; it shares the lists, none of which may be null.
+  // Builds a pack for writing; it shares the lists. A null one raises
+  // `CException_Parameter_Invalid`.
   virtual void Init(EVelcaseSchema::Enum schema, ESupplyFamily::Enum family, int channel,
                     EVelcaseVersion::Enum version, ISerializerHelper* helper,
                     ETargetEndianness::Enum endianness, IColorMaps* colorMaps,

@@ -74,7 +74,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
-  // Merges the packs, of one supply family, into a sorted one, and makes empty caches.
+  // Merges the packs, of one supply family, into a sorted one, and makes empty caches. The packs'
+  // own lists stay as they are.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings,
                     const tWISPPrintModeMapping* record) = 0;

@@ -88,6 +88,7 @@ constexpr int GetColorIndex(int channel) { return common::api::GetColorIndex(cha
 
 namespace properties {
 
+// May be absent.
 class IComponentRole : public virtual common::api::IValue<IProperty, EComponentRole> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IComponentRole);
@@ -111,6 +112,7 @@ class ILevelCount : public virtual common::api::IValue<IProperty, EAny<unsigned 
   ELevelCount::Enum GetLevelCount() const { return this->GetValue(); }
 };
 
+// What the writing side may lose; a reader does not ask for it.
 class ILossyCompressionLevel
     : public virtual common::api::IValue<IProperty, ELossyCompressionLevel> {
  public:
@@ -119,6 +121,7 @@ class ILossyCompressionLevel
   ELossyCompressionLevel::Enum GetLossyCompressionLevel() const { return this->GetValue(); }
 };
 
+// Goes into the record as it is.
 class INominalDropVolume : public virtual common::api::IValue<IProperty, EAny<unsigned int>> {
  public:
   PLINTH_INLINE_CONSTRUCTION(INominalDropVolume);
@@ -126,6 +129,7 @@ class INominalDropVolume : public virtual common::api::IValue<IProperty, EAny<un
   ENominalDropVolume::Enum GetNominalDropVolume() const { return this->GetValue(); }
 };
 
+// A record has its code, see EResolution.
 class IResolution : public virtual common::api::IValue<IProperty, EResolution> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IResolution);
@@ -133,6 +137,7 @@ class IResolution : public virtual common::api::IValue<IProperty, EResolution> {
   EResolution::Enum GetResolution() const { return this->GetValue(); }
 };
 
+// Writer and reader must agree on it: it sets the step of a stored delta.
 class IDeltaRange : public virtual common::api::IValue<IProperty, EDeltaRange> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IDeltaRange);

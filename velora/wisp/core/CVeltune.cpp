@@ -2,6 +2,9 @@
 // reference component, the lookup finds the one that fits, that builds its data and goes into the
 // cache; then the record is copied to the caller. Whatever fails before that copy leaves record and
 // caches as they were.
+//
+// One file, since the requests for the three records share their path: what differs between them is
+// one table, `Request`, in the middle of it.
 #include "velora/wisp/core/CVeltune.h"
 
 #include <string.h>
@@ -161,6 +164,7 @@ namespace {
 // fit, its place in the table and 1.
 constexpr bool kPointerFits = sizeof(void*) <= sizeof(uint32_t);
 
+// Where it is a place, a mapping of another table raises `CException_Parameter_Invalid`.
 uint32_t FieldOf(const api::IPrintModeMappings* mappings, const api::IPrintModeMapping* mapping) {
   if constexpr (kPointerFits) {
     return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(mapping));
@@ -172,6 +176,7 @@ uint32_t FieldOf(const api::IPrintModeMappings* mappings, const api::IPrintModeM
   return static_cast<uint32_t>(place) + 1;
 }
 
+// Null for a field that names no place, 0 too. A stored pointer is not tested.
 api::IPrintModeMapping* MappingOf(const api::IPrintModeMappings* mappings, uint32_t field) {
   if constexpr (kPointerFits) {
     return reinterpret_cast<api::IPrintModeMapping*>(static_cast<uintptr_t>(field));
@@ -239,6 +244,7 @@ struct Request<WISPAlternateNeutral> {
 
 template <class Record, class Data>
 int CVeltune::Write(Data* data, int index, int capacity, Record* output) const {
+  // The last points of failure: what is behind the copy finds its arguments tested.
   const int size = Request<Record>::Size(data);
   if (capacity < size) {
     PLINTH_RAISE(CException_General);

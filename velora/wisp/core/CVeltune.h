@@ -98,7 +98,9 @@ class CVeltune : public common::core::CVeltune<Configuration>, public virtual ap
   template <class Record>
   Record* Build(int index, const char* pathname, const Record* input);
 
+  // The packs as they were given; the parameters share the same array.
   plinth::v1::core::Counted<api::IArray<api::IVelcase>> m_pArray_Velcases;
+  // All packs in one, sorted: what every lookup searches.
   plinth::v1::core::Counted<api::IVelcase> m_pVelcase_Combined;
   plinth::v1::core::Counted<api::ICache<api::IColorMap>> m_pCache_ColorMap;
   plinth::v1::core::Counted<api::ICache<api::IGrayCurve>> m_pCache_GrayCurve;

@@ -8,6 +8,7 @@
 
 namespace velora::v1::wisp::core::component_lists {
 
+// One class for all; the kind sets the type ids.
 #define WISP_LIST(Name, List) \
   using C##List = common::core::CComponentList<Configuration, api::I##Name>;
 WISP_KINDS(WISP_LIST)

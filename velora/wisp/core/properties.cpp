@@ -32,6 +32,7 @@ api::EDeltaRange::Enum PropertyValues::GetDeltaRange(api::IProperties* propertie
   using common::core::FindProperty;
   constexpr int kDefaultOfOthers = 1;
   constexpr int kDefault = 2;
+  // A stored range is not checked: one out of range has the reach 0 in EDeltaRange.
   if (FindProperty<Configuration>(properties, properties::CDeltaRange::kSerializeableType, false) !=
       nullptr) {
     return common::core::RequireProperty<properties::CDeltaRange>(properties)->GetValue();
@@ -55,6 +56,7 @@ CPropertiesHelper::CPropertiesHelper() = default;
 
 CPropertiesHelper::~CPropertiesHelper() = default;
 
+// The helper's operations: each checks the helper and its argument, and asks PropertyValues.
 void CPropertiesHelper::SetNodeCount(api::IProperties* properties,
                                      api::ENodeCount::Enum count) const {
   CheckAsked(properties);
