@@ -85,6 +85,7 @@ bool ReadRequest(Request& request, ctr_table_type eTableType, ctr_media_type eMe
   *request.pCT = CT_PROCESSING();
   // Mono is K alone.
   request.pCT->channels = eAxisType == kAxisMono ? 1 : 15;
+  // A blob has no reference; an unknown type is refused by Choose.
   if (eTableType < CTR_TABLE_FUSER_BLOB) {
     if (!request.pRawData->readReferenceTable(pReferenceTable, request.pCT, eAxisType,
                                               eMediaType)) {
@@ -117,6 +118,7 @@ bool Choose(Velora* pVelora, ctr_table_type eTableType, ctr_theme_type eThemeTyp
   static constexpr Row kFuserBlob = {&Velora::getFuserBlobData, "Error: getFuserBlobData failed",
                                      162};
   const Row* row = nullptr;
+  // As a number, since a caller's value may be none of the enumeration's.
   switch (static_cast<unsigned int>(eTableType)) {
     case CTR_TABLE_CMYK:
       row = eAxisType == kAxisMono ? &kGrayCurve : &kCmyk;

@@ -72,6 +72,7 @@ Session* FindOwn(const velora_ink_session* handle) {
 Session* Start() {
   Visit found = Enter();
   BootRecord* record = Boot(Slots<FlatConfiguration>());
+  // A null record opens nothing.
   const bool open = InitializeLayer(Slots<ink::Configuration>(), record);
   FreeBootRecord(record);
   auto* session = open ? static_cast<Session*>(calloc(1, sizeof(Session))) : nullptr;
@@ -302,6 +303,7 @@ int Request(velora_ink_session* handle, int index, const char* path, const void*
 
 }  // namespace
 
+// The session is set to null ahead of the door, so also by a call that is refused there.
 int velora_ink_open(const ImagingBlob* const* apPacks, unsigned int nPacks, int platform,
                     int variant, velora_ink_session** session) {
   if (session != nullptr) {

@@ -16,6 +16,7 @@ long Measure(FILE* file) {
 
 }  // namespace
 
+// A size beyond 32 bits is cut; ReadFile measures once more, and refuses such a file.
 unsigned int GetFileSize(const char* path) {
   FILE* file = fopen(path, "rb");
   if (file == nullptr) return 0;

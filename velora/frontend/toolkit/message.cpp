@@ -59,6 +59,7 @@ void PrintLine(const char* function, int line, const char* format, ...) {
   constexpr char kEnd[] = "\"\n";
   // On the stack, so that the usual line needs no memory: it may report that there is none.
   char room[1152];
+  // Function names are the library's own and short, so the head always fits.
   const auto head =
       static_cast<size_t>(snprintf(room, sizeof room, "[CTR] %s (line %d): \"", function, line));
   size_t space = sizeof room - (sizeof kEnd - 1);  // with the message's terminator

@@ -10,6 +10,7 @@ namespace Ctr::pfd {
 // The head of a file.
 inline constexpr char kMagic[] = "GEN";
 inline constexpr int kMagicSize = 3;
+// Kept in PfdHeader and used for nothing.
 inline constexpr int kHeaderA = 6;
 inline constexpr int kHeaderB = 7;
 inline constexpr int kHeaderC = 10;

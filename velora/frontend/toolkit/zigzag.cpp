@@ -12,6 +12,7 @@ namespace {
 template <class Visit>
 inline void WalkScanOrder(Visit visit) {
   for (int t = 0; t <= 48; ++t) {
+    // Each position is at most 16, so b + c is at most 32.
     for (int a = t > 32 ? t - 32 : 0; a <= 16 && a <= t; ++a) {
       const int r = t - a;
       const int low = r > 16 ? r - 16 : 0;

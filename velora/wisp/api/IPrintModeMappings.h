@@ -28,6 +28,8 @@ class VELORA_API IPrintModeMapping {
 // as long as the table does.
 class VELORA_API IPrintModeMappings {
  public:
+  // Values of each field in the table: media 0 to 8, subtypes 0, 1, 2, 10, 11 and 12,
+  // qualities -2 to 2, pen sets 1 and 2, sources 0 to 2.
   static constexpr int kMedia = 9;
   static constexpr int kSubtypes = 6;
   static constexpr int kQualities = 5;

@@ -27,6 +27,7 @@ void CVeltune::Cache<Kind>::Bucket::Entry::Init(const char* pathname,
   const size_t size = strlen(pathname) + 1;
   m_pArray_uint8_Pathname.Take(plinth::v1::core::CArray_uint8::New(static_cast<int>(size)));
   memcpy(m_pArray_uint8_Pathname->GetElements(), pathname, size);
+  // Not counted: a mapping lives as long as its table, which outlives the caches.
   m_pPrintModeMapping = mapping;
   m_pComponent.Share(component);
   this->valid = true;
@@ -202,6 +203,7 @@ void CVeltune::Cache<Kind>::Init(Interface* other) {
     for (auto* element = source->m_pList_Buckets->GetTail(); element != nullptr;
          element = element->previous) {
       int index = 0;
+      // Every bucket of the list is in the array too.
       while (buckets[index] != element->GetValue()) {
         ++index;
       }
@@ -300,6 +302,7 @@ void CVeltune::Cache<Kind>::DeduplicateComponentData(Kind* component) {
     for (auto* entry = bucket->GetValue()->GetLinkedList_Entries()->GetHead(); entry != nullptr;
          entry = entry->next) {
       Kind* other = entry->GetValue()->GetComponent();
+      // The first one will do: what was added with an equal checksum shares its data.
       if (other != component && other->GetChecksum() == checksum) {
         component->SetData(other->GetData());
         return;

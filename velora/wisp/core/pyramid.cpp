@@ -119,6 +119,7 @@ void SeedsToGrid(int n, const int* seeds, int m, const int* neutrals, int* grid)
 bool DeltasToGrid(int n, const int* deltas, int deltaCount, int m, const int* neutrals, int p,
                   const int* seeds, int* grid) {
   const int stride = (m - 1) / (n - 1);
+  // Positions of n between two of p.
   const int spacing = (n - 1) / (p - 1);
   const int* const deltasEnd = deltas + deltaCount;
   const int* const seedsEnd = seeds + Cube(p) - p;
@@ -166,6 +167,7 @@ void Interpolate(int n, const int* grid, int* finer) {
 
 void BuildCube(const int* neutrals, const int* seeds, const int* deltas9, const int* deltas17,
                int* cube) {
+  // 500 and 2916 bytes of stack, and 11 KiB in RefineGrid.
   int coarse[Cube(kSeedAxis)];
   int middle[Cube(kMiddleAxis)];
   SeedsToGrid(kSeedAxis, seeds, kAxis, neutrals, coarse);

@@ -29,6 +29,7 @@ Operators* CColorMap::COperator::CBuild<kOperatorType, kPlanes>::Resolve(Operato
         PLINTH_RAISE(CException_General);
       }
     }
+    // Freed below as long as no data owns it.
     table = new (plinth::v1::api::Slots<Configuration>().platform, true, true) unsigned char[kSize];
     for (int i = 0; i < kPlanes; ++i) {
       memcpy(table + i * VELORA_SIZE_PLANE, planes[i]->GetElements(), VELORA_SIZE_PLANE);

@@ -64,9 +64,11 @@ Operators* CBuild_Curve::Resolve(Operators* operators, IProperties* properties, 
         reference->getExtent() < Ctr::kCurve) {
       PLINTH_RAISE(CException_General);
     }
+    // Freed below as long as no data owns it.
     table = new (plinth::v1::api::Slots<Configuration>().platform, true,
                  true) unsigned char[Ctr::kCurve];
     Ctr::AddResidueMono(table, reference->data, transform, residue);
+    // A curve is colour index 0, K.
     const CorrectionPacket& correction = rawData->m_aCorrections[0];
     if (HasCorrection(veltune, 0) && correction.data != nullptr &&
         DigestMatches(table, Ctr::kCurve, correction)) {

@@ -60,6 +60,7 @@ Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, I
                         frame, operators, veltune)
                         ->GetAlternateNeutralChannelData();
     }
+    // Ahead of the allocation: a channel's data may have any count of nodes.
     for (api::IAlternateNeutralChannelData* channel : channels) {
       if (channel->GetArray_int32_Nodes()->GetCount() != kNeutrals) {
         PLINTH_RAISE(CException_General);

@@ -21,7 +21,8 @@ constexpr int kMiddle = 128;
 
 int ByteOf(int value) { return value < 0 ? 0 : value > 255 ? 255 : value; }
 
-// a less b around the middle.
+// a less b around the middle, held to [0..255]. Both have the same count; the caller owns the
+// result.
 IArray_int32* BuildDifference(IArray_int32* a, IArray_int32* b) {
   const int count = a->GetCount();
   const int* fromA = a->GetElements();
@@ -105,6 +106,7 @@ void CBuild_Monolithic::Init_Subtract(IProperties* newProperties, IProperties* p
     if (nodesA == nullptr || nodesB == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    // Encoded and decoded with the properties of each, so that rounding and loss are in it.
     const auto decode = [&](IProperties* own, IArray_int32* nodes) {
       IArray_uint8* encoded = Defer(frame, BuildArray_uint8_Nodes_Encoded(own, nodes));
       return Defer(frame, BuildArray_int32_Nodes_17Cubed_Decoded(own, encoded));
@@ -226,6 +228,7 @@ Operators* CModify_Subtract::Resolve(Operators* operators, IProperties* properti
     using common::core::ResolveOperand;
     auto* b = ResolveOperand<Configuration, CChannelMap>(frame, operators, veltune);
     auto* a = ResolveOperand<Configuration, CChannelMap>(frame, operators, veltune);
+    // Read and not changed: equal recipes share their data.
     IArray_int32* nodesA = a->GetChannelMapData()->GetArray_int32_Nodes();
     IArray_int32* nodesB = b->GetChannelMapData()->GetArray_int32_Nodes();
     if (nodesA->GetCount() != nodesB->GetCount()) {

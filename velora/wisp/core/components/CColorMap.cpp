@@ -71,6 +71,8 @@ Operators* CBuild_CMYK::Resolve(Operators* operators, IProperties* properties, I
           common::core::ResolveOperand<Configuration, CChannelMap>(frame, operators, veltune)
               ->GetChannelMapData();
     }
+    // Ahead of the allocation: a channel's data may have any count of nodes, and FillPlane reads
+    // 4913.
     for (api::IChannelMapData* channel : channels) {
       if (channel->GetArray_int32_Nodes()->GetCount() != kCube) {
         PLINTH_RAISE(CException_General);

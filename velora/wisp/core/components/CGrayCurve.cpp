@@ -12,6 +12,7 @@ constexpr int kLevels = 256;
 // Piecewise linear between the nodes in 1/64, a box filter of three taps on all but the two ends,
 // and a rounded cut to 8 bits.
 void ExpandCurve(const unsigned char* nodes, unsigned char* curve) {
+  // In 1/64 of a value: at most 16320.
   int expanded[kLevels];
   for (int i = 0; i < kLevels; ++i) {
     // Level i lies at i * 16 / 255 nodes from the first; level 255 is the last node itself.
