@@ -12,8 +12,9 @@ class IPrintModeParameters : public virtual common::api::IPrintModeParameters<Co
  public:
   PLINTH_INLINE_CONSTRUCTION(IPrintModeParameters);
   using common::api::IPrintModeParameters<Configuration>::Init;
-  // Shares the packs. A platform or variant out of range, and what the mappings refuse, raise
-  // `CException_Parameter_Invalid`.
+  // Shares the packs. A platform or variant out of range, null, and what the mappings refuse, raise
+  // `CException_Parameter_Invalid`, and leave the object blank. One that has several holders raises
+  // `CException_General` and stays as it is.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IPrintModeMappings* mappings, IArray<IVelcase>* velcases, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis) = 0;

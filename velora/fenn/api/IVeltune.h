@@ -18,12 +18,14 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   using common::api::IVeltune<Configuration>::Init;
   // Merges the packs, of one supply family, into a sorted one, for a print mode in the caller's
   // numbering. The merged pack has the lists of the first one: that one's lists then have the
-  // components of all.
+  // components of all. A null argument raises `CException_Parameter_Invalid`; packs of different
+  // families, or none, `CException_This_Invalid`. A failure leaves the object blank.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings, ctr_table_type table,
                     ctr_theme_type theme, ctr_media_type media, ctr_axis_type axis,
                     RawData* rawData, CT_PROCESSING* processing) = 0;
-  // The copy: shares parameters, packs and combined pack.
+  // The copy: shares parameters, packs and combined pack. An `Update` of either changes the print
+  // mode of both.
   void Init(IVeltune* other) override = 0;
   // Changes print mode, reference data and processing; the packs stay. What the mappings refuse
   // raises `CException_Parameter_Invalid` and changes nothing. Null data is taken, and leaves an
@@ -43,7 +45,8 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   virtual void ReconstructColorTable_RGBtoGrayscale(unsigned int cb, unsigned char* ab) = 0;
   // 256 levels; no other size.
   virtual void ReconstructGrayCurve(unsigned int cb, unsigned char* ab) = 0;
-  // The blob's bytes, with a reference for the caller.
+  // The blob's bytes, with a reference for the caller. The array is the component's own: it must
+  // not be changed.
   virtual IArray_uint8* ReconstructFuserBlob() = 0;
 
   // What it was made with, and the merged pack. Getters give no new reference.

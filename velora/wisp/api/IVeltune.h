@@ -75,11 +75,13 @@ class IVeltune : public virtual common::api::IVeltune<Configuration> {
   PLINTH_INLINE_CONSTRUCTION(IVeltune);
   using common::api::IVeltune<Configuration>::Init;
   // Merges the packs, of one supply family, into a sorted one, and makes empty caches. The packs'
-  // own lists stay as they are.
+  // own lists stay as they are. A null argument raises `CException_Parameter_Invalid`; packs of
+  // different families, or none, `CException_This_Invalid`. A failure leaves the object blank.
   virtual void Init(EPlatform::Enum platform, EProductVariant::Enum productVariant,
                     IArray<IVelcase>* velcases, IPrintModeMappings* mappings,
                     const tWISPPrintModeMapping* record) = 0;
-  // The copy: its caches are its own, and share what they hold.
+  // The copy: its caches are its own, and share what they hold. The parameters are shared: an
+  // `Update` of either changes the print mode of both.
   void Init(IVeltune* other) override = 0;
   // Changes the print mode. What was built stays cached. A null record raises
   // `CException_Parameter_Invalid` and changes nothing.

@@ -42,7 +42,7 @@ class IAlternateNeutralChannel
   IAlternateNeutralChannelData* GetAlternateNeutralChannelData() const { return GetData(); }
 };
 
-// The node area counts, with the part of it that has no nodes.
+// The node area counts, with the part of it that has no nodes: bytes 340 to 851 of the record.
 class IAlternateNeutralData : public virtual IRecordData<WISPAlternateNeutral, 1, 340, 852> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IAlternateNeutralData);

@@ -39,9 +39,12 @@ class IChannelMap
       virtual void DestroyData() = 0;
       IChannelMapData* GetChannelMapData() const { return GetData(); }
       void DestroyChannelMapData() { DestroyData(); }
-      // Encodes a grid of 17 with the properties' lossy level and delta range.
+      // Encodes a grid of 17 with the properties' lossy level and delta range, and keeps the
+      // properties. A grid of another size, or another node count in the properties, raises
+      // `CException_Parameter_Invalid`.
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
-      // Encodes a less b around 128, clamped, of a and b as a decoder sees them.
+      // Encodes a less b around 128, held to [0..255], of a and b as a decoder sees them, each with
+      // its own properties.
       virtual void Init_Subtract(IProperties* properties, IProperties* propertiesA,
                                  IArray_int32* nodesA, IProperties* propertiesB,
                                  IArray_int32* nodesB) = 0;

@@ -9,7 +9,7 @@ namespace velora::v1::wisp::api {
 
 using common::api::Kind;
 
-// All bytes behind the header count, and there must be one.
+// All bytes behind the header of 424 count, and there must be one.
 class IColorMapData : public virtual IRecordData<WISPColorMap, 425, 424, 0x7FFFFFFF> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IColorMapData);

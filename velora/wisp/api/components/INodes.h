@@ -27,8 +27,9 @@ class INodes : public virtual common::api::IBuilt<Configuration, IArray_int32> {
       // Shares the bytes, without properties: deltas so made raise `CException_This_Invalid` when
       // they are decoded or encoded.
       virtual void Init(IArray_uint8* encoded) = 0;
-      // Encodes. Of a complete grid of 17, save for `Complete` itself, each kind takes what it
-      // stores.
+      // Encodes, and keeps the properties for later calls. Of a complete grid of 17 each kind takes
+      // what it stores; `Complete` takes a grid of any size. A null, or another size for the other
+      // kinds, raises `CException_Parameter_Invalid`.
       virtual void Init(IProperties* properties, IArray_int32* nodes) = 0;
       virtual void Init(IFromData* other) = 0;
       // With a reference for the caller.

@@ -36,6 +36,7 @@ Operators* CBuild_Monolithic::Resolve(Operators* operators, IProperties* newProp
     IArray_int32* nodes = Defer(frame, BytesForm::Decode(newProperties, encoded));
     // A longer string is accepted; what lies behind its 17 nodes is not looked at.
     nodes->Truncate(kNeutrals);
+    // Zeroed: what the properties do not fill stays 0.
     WISPColorMapChannel channel = {};
     FillChannel(newProperties, &channel);
     this->data.Take(Create<Configuration, CAlternateNeutralChannelData>());
