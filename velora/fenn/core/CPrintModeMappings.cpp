@@ -14,6 +14,7 @@ IPrintModeMappings::~IPrintModeMappings() = default;
 namespace core {
 
 CPrintModeMapping::CPrintModeMapping()
+    // Values of a blank mapping, which no getter gives.
     : m_bInitialized(false),
       m_eTableType(ctr_table_type(0)),
       m_eThemeType(ctr_theme_type(0)),

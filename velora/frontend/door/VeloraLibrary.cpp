@@ -27,6 +27,7 @@ Visit visit = {};
 // Fills the front end's block, from the given boot if there is one, and opens the layers.
 bool OpenLayers(BootRecord* given) {
   BootSlots& frontEnd = Slots<FrontEndConfiguration>();
+  // A given boot must be whole: one that lacks an object is refused.
   if (given != nullptr &&
       (!Initialize(frontEnd, given) || !Initialize(Slots<Configuration>(), given))) {
     Ctr::PrintLine(kInitLibrary, 178, "Could not initialize Plinth library");
@@ -76,6 +77,7 @@ bool MakeFactory() {
 }  // namespace
 
 bool initLibrary(void* pBootRecord) {
+  // Ahead of all that opens, so that Leave closes what a failed start has opened.
   visit = Enter();
   if (OpenLayers(static_cast<BootRecord*>(pBootRecord)) && MakeFactory()) {
     return true;

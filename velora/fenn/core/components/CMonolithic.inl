@@ -6,6 +6,7 @@
 
 namespace velora::v2::fenn::core::components {
 
+// Ends the old life and keeps nothing: without bytes, CheckThis refuses the object.
 template <class Interface, int kType, class... Packets>
 void CMonolithic<Interface, kType, Packets...>::Init(IProperties*, Packets*...) {
   plinth::v1::core::CObject::Init();
@@ -23,6 +24,7 @@ Operators* CMonolithic<Interface, kType, Packets...>::Resolve(Operators* operato
   if (operators == nullptr || properties == nullptr || veltune == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // Makes no data: the component that comes for it gets `CException_This_Invalid`.
   this->CheckThis();
   return operators;
 }

@@ -15,6 +15,7 @@ class IGrayCurveData : public virtual plinth::v1::api::IObject {
   using plinth::v1::api::IObject::Init;
   virtual void Init(const WISPGrayCurve* curve) = 0;  // copies the record
   virtual void Init(IGrayCurveData* other) = 0;
+  // The object's own record.
   virtual const WISPGrayCurve* GetWISPGrayCurve() const = 0;
   // The sum of the curve's 256 bytes.
   virtual unsigned int GetChecksum() const = 0;

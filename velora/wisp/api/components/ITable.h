@@ -34,6 +34,7 @@ template <class Data>
 class ITable : public virtual common::api::IShared<Configuration, Data> {
  public:
   PLINTH_INLINE_CONSTRUCTION(ITable);
+  // That of the data; none raises `CException_This_Invalid`.
   virtual unsigned int GetChecksum() const = 0;
 };
 

@@ -169,6 +169,7 @@ IArray_uint8* CBuild_Monolithic::BuildArray_uint8_Nodes_Encoded(IProperties* pro
     // below.
     IArray_uint8* encoded = Defer<IArray_uint8>(frame, CArray_uint8::New(kCube));
     unsigned char* bytes = encoded->GetElements();
+    // Cut to their low 8 bits, as in components of their own.
     for (int i = 0; i < kStreamAt; ++i) {
       bytes[i] = static_cast<unsigned char>(parts[i]);
     }
