@@ -32,6 +32,7 @@ constexpr ElementClass CArrayBody<Configuration, T>::MakeClass() {
       return static_cast<T*>(left)->IsEqualTo(static_cast<T*>(right));
     };
     if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+      // Other elements, such as packs and the serializer's entries, are never read from an image.
       made.read = [](api::ISerializeable* object) -> void* { return InterfaceOf<T>(object); };
     }
   }
@@ -90,6 +91,7 @@ void CArrayBody<Configuration, T>::ClearOwnership_Elements() {
 template <class Configuration, class T>
 template <class Array>
 Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
+  // The block first: out of memory for the array then has only the block to give back.
   void* block = newCount > 0 ? NewBlock(kClass, newCount) : nullptr;
   auto* made = new (kClass.slots->platform, false, false) Array;
   if (made == nullptr) {

@@ -28,6 +28,8 @@ struct ElementClass {
   void* (*read)(api::ISerializeable* object) = nullptr;
 };
 
+// Not a template: typed bodies would be compiled once for each element, and would differ by the few
+// calls in ElementClass alone.
 class CArrayBlock : public CSerializeable {
  public:
   [[gnu::always_inline]] explicit CArrayBlock(int type)
@@ -70,14 +72,18 @@ class CArrayBlock : public CSerializeable {
   // Drops the reference on each element, then frees the block. Null is ignored.
   static void DeleteBlock(const ElementClass& of, int count, void* block);
 
+  // Of elements, gaps included. `elements` is null when there are none.
   int count;
   void* elements;
+  // The block ends with the array.
   bool owned;
 
  private:
   void* const* References() const { return static_cast<void* const*>(elements); }
+  // Raises nothing, so what it fills may belong to nobody yet.
   static void CopyElements(const ElementClass& of, void* to, const void* from, int count);
   void ReplaceBlock(void* block, int newCount);
+  // Both have `count` elements.
   int FindDifference(const CArrayBlock* right) const;
 };
 

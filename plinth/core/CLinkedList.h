@@ -42,6 +42,7 @@ class CLinkedList : public CSerializeable, public virtual api::ILinkedList<T> {
   void Delete() override;
 
  private:
+  // Blank and unlinked; out of memory raises.
   static Element* NewElement();
   static void FreeElement(Element* element);
   void DeleteElements();
@@ -50,6 +51,7 @@ class CLinkedList : public CSerializeable, public virtual api::ILinkedList<T> {
   void LinkAll(api::IArray<T>* array);
   static bool AreValuesEqual(const Element* a, const Element* b);
 
+  // Both null, or neither. `count` is kept, not counted: lists are asked for it often.
   Element* head;
   Element* tail;
   int count;

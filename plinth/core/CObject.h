@@ -44,7 +44,9 @@ class CObject : public virtual api::IObject {
             &body);
   }
 
+  // Set last by every Init; what `CheckThis` tests first.
   bool valid;
+  // Holders. 1 on a blank object too: the one that has made it.
   int refCount;
 
  private:
