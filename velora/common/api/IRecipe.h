@@ -22,7 +22,9 @@ class IRecipe : public virtual ISerializeable<Configuration> {
     PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
     virtual void Init(IOperator* other) = 0;
-    // Takes its operands off the list's end and makes its data. Returns the list.
+    // Takes its operands off the list's end and makes its data. Returns the list. The list stays
+    // the caller's; the data is the operator's until it is handed over. The properties are those of
+    // the component that is built.
     virtual ILinkedList<IOperator>* Resolve(ILinkedList<IOperator>* operators,
                                             IProperties<Configuration>* properties,
                                             IVeltune* veltune) = 0;
@@ -48,7 +50,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
     virtual void Init(IBuild* other) = 0;  // the copy: without the data
     // Without a new reference; none raises `CException_This_Invalid`.
     virtual T* GetData() const = 0;
-    // Lets go of the data.
+    // Lets go of the data. Others who hold it keep it.
     virtual void DestroyData() = 0;
   };
 

@@ -22,7 +22,8 @@ class IVelcase : public virtual ISerializer {
   using ETargetEndianness = ISerializer::ETargetEndianness;
 
   using ISerializer::Init;
-  // Opens a new pack for writing.
+  // Opens a new pack for writing. Takes a reference on the helper. A schema, family or version out
+  // of range raises `CException_Parameter_Invalid`.
   virtual void Init(typename EVelcaseSchema<Configuration>::Enum schema,
                     typename ESupplyFamily<Configuration>::Enum family, int channel,
                     typename EVelcaseVersion<Configuration>::Enum version,
@@ -30,13 +31,16 @@ class IVelcase : public virtual ISerializer {
   // The copy: header, pathname and lists, without written bytes.
   virtual void Init(Pack* other) = 0;
   // Reads a pack of a family. `size` enters the checksum; the header rules how much is read.
+  // Another family than the given one raises `CException_Parameter_Invalid`. The bytes and the path
+  // stay the caller's; a null or empty path raises too. A failure leaves the pack blank.
   virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
                     ETargetEndianness::Enum endianness,
                     typename ESupplyFamily<Configuration>::Enum family, const char* pathname) = 0;
   virtual void Init(int size, unsigned char* data, ISerializerHelper* helper,
                     ETargetEndianness::Enum endianness,
                     typename ESupplyFamily<Configuration>::Enum family) = 0;
-  // Adds the other's components behind its own, list by list; the header stays.
+  // Adds the other's components behind its own, list by list; the header stays. The components are
+  // shared.
   virtual void Append(Pack* other) = 0;
   // Sorts each list; with `deduplicate`, of equal components one stays.
   virtual void SortComponents(bool deduplicate) = 0;
@@ -50,6 +54,7 @@ class IVelcase : public virtual ISerializer {
   virtual int GetVeloraSchema() const = 0;
   virtual int GetPayloadSize_Uncompressed() const = 0;
   // Where it was read from, for messages: with its final 0, and "Empty" where no name was given.
+  // Both stay the pack's.
   virtual IArray_uint8* GetArray_uint8_Pathname() = 0;
   virtual const char* GetPathname() = 0;
   // The `size` that it was read with, and the sum of that many bytes; 0 for one that was not read.

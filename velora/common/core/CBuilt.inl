@@ -40,9 +40,12 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Component::Init(operators, newProperties, veltune);
+  // The element keeps the step alive after the list has let go of it.
   auto* last = Defer(frame, operators->PopBack());
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
+  // A step with callbacks makes them be called in each build: its data does not stand for
+  // another's.
   if (auto* chain = CVeltune<Configuration>::Concrete(veltune)->buildChain) {
     chain->watched |= step->GetCallbacks() != nullptr;
   }
@@ -61,6 +64,7 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
     }
     // An operand of this type id is of this class.
     auto* reference = static_cast<CBuiltBody*>(step->GetThis_Concrete());
+    // A copy, so its build leaves the stored component untouched.
     CBuiltBody* found = Defer(frame, kind.locate(veltune, reference));
     TakeData(found->Build(veltune));
   }
@@ -81,6 +85,7 @@ void* CBuiltBody<Configuration>::Build(IVeltune* veltune) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
+  // A resolved component has data and no recipe; a reference has neither.
   const bool resolved = this->componentState == api::kComponentState_Resolved;
   if ((resolved && !held) || (!resolved && this->componentState != api::kComponentState_Stored)) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -92,6 +97,7 @@ void* CBuiltBody<Configuration>::Build(IVeltune* veltune) {
       Rebuild(veltune);
     }
   }
+  // The caller's.
   held->AddRef();
   return data;
 }
@@ -133,6 +139,7 @@ void CBuiltBody<Configuration>::RebuildFromLeaf(Operator* leaf, IVeltune* veltun
 // may go.
 template <class Configuration>
 bool CBuiltBody<Configuration>::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune) {
+  // By identity: components of one image that are equal share recipe and properties.
   const auto* built = outer->scope->Find(this->recipe.Get(), this->properties.Get(), GetKind().type,
                                          MappingOf(veltune));
   if (built == nullptr) {
@@ -159,6 +166,8 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
   if (outer != nullptr && this->callbacks == nullptr && TakeBuilt(outer, veltune)) {
     return;
   }
+  // The link lies on this stack frame. The tail takes it off the chain, whichever way the build
+  // ends.
   BuildChain<Configuration> link = {this->recipe.Get(),
                                     outer,
                                     outer == nullptr ? nullptr : outer->scope,
@@ -166,6 +175,7 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
                                     1,
                                     this->callbacks != nullptr};
   PLINTH_FRAME(Configuration) {
+    // The walk outward is at most kMost steps long.
     bool sound = link.depth <= BuildChain<Configuration>::kMost;
     for (const auto* step = outer; step != nullptr; step = step->outer) {
       sound = sound && step->recipe != link.recipe;
@@ -188,11 +198,13 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
     if (rest->GetCount() != 0) {
       PLINTH_RAISE(CException_This_Invalid);
     }
+    // The old data ends only here, where the new data is complete.
     ShareData(temporary->Built());
     UpdatePrintModeMapping(veltune);
     if (outer != nullptr) {
       outer->Reach(link.height);
       outer->watched |= link.watched;
+      // Others take the data without a build, so nothing must be missed by that.
       if (!link.watched && !kind.builtAnew) {
         link.scope->Keep(this->recipe.Get(), this->properties.Get(), printModeMapping,
                          {held.Get(), data, kind.type, link.height});
@@ -312,6 +324,7 @@ void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Dat
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
+  // Its own data stays as it is.
   if (this->data != newData) {
     this->ShareData(newData);
   }

@@ -62,6 +62,7 @@ void CComponent<Configuration>::Init(api::IProperty<Configuration>* newVersion,
 
 template <class Configuration>
 auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune*) -> Operators* {
+  // The state alone: the kind's own Init resolves the list.
   plinth::v1::core::CObject::Init();
   componentState = api::kComponentState_Resolved;
   return operators;
@@ -77,6 +78,7 @@ void CComponent<Configuration>::Init(Interface* other) {
   other->CheckThis();
   Operand::Init(static_cast<api::ISerializeable<Configuration>*>(other));
   componentState = other->GetComponentState();
+  // The getters raise for what a state lacks, so only what it has is asked for.
   if (componentState != api::kComponentState_Resolved) {
     tags.Share(other->GetTags());
     properties.Share(other->GetProperties());
@@ -101,6 +103,7 @@ template <class Configuration>
 void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
   using Ids = TypeIds<Configuration>;
   this->InitFrom(serializer, [&] {
+    // A resolved component is never stored: its data is built from recipes only.
     const int state = serializer->Deserialize_uint28();
     if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
       PLINTH_RAISE(CException_This_Invalid);
@@ -114,6 +117,8 @@ void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* co
       // The recipe's operators find the component's properties in the context.
       ReadPart<CRecipe<Configuration>>(recipe, Ids::kRecipe, serializer, properties.Get());
     }
+    // Set behind the parts: a component that could not be read is blank with what it holds, and its
+    // end lets go of that.
     componentState = state;
   });
 }
@@ -174,6 +179,7 @@ void CComponent<Configuration>::Sort(bool deduplicate) {
 // The recipe's operators find the component's properties in the context, as in reading.
 template <class Configuration>
 void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* context) {
+  // Writes nothing; checks the serializer and this object.
   Operand::Serialize(serializer, context);
   if (componentState == api::kComponentState_Resolved) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -210,6 +216,7 @@ EOrder CComponent<Configuration>::Compare(plinth::v1::api::ISerializeable* other
   }
   EOrder order = kOrder_Equal;
   const auto decide = [&order, known](const auto& a, const auto& b) {
+    // Components of one pack share their parts: one object needs no comparison.
     order = a.Get() == b.Get() ? kOrder_Equal
                                : Comparison<Configuration>::Compare(a.Get(), b.Get(), known);
     return order != kOrder_Equal;

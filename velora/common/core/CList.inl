@@ -49,6 +49,7 @@ void CList<Configuration, Traits>::Append(List* other) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
+  // Out of memory leaves the list as it was.
   array->Append(other->GetArray());
 }
 
@@ -128,6 +129,7 @@ inline bool TagsPolicy::Verdict() const {
   return any;
 }
 
+// The first pair that disagrees ends the walk, and with it the verdict.
 inline bool PropertiesPolicy::Judge(int, bool equal) { return agreed = equal; }
 
 inline bool PropertiesPolicy::Verdict() const { return agreed; }
@@ -137,6 +139,7 @@ template <class Configuration, class Traits>
 void CMatchable<Configuration, Traits>::Sort(bool deduplicate) {
   if (!sorted) {
     Base::Sort(deduplicate);
+    // A sort without `deduplicate` may leave equals, so the next one is made.
     sorted = deduplicate;
   }
 }
@@ -147,6 +150,7 @@ void CMatchable<Configuration, Traits>::Append(List* other) {
   Base::Append(other);
 }
 
+// The caller can change the array behind this list's back.
 template <class Configuration, class Traits>
 auto CMatchable<Configuration, Traits>::GetArray() const -> Array* {
   sorted = false;
@@ -247,6 +251,7 @@ api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Pro
   return FindProperty<Configuration>(properties, type, required);
 }
 
+// The argument ahead of the object.
 template <class Configuration>
 void CPropertiesHelper<Configuration>::CheckAsked(const Properties* properties) const {
   if (properties == nullptr) {

@@ -123,6 +123,7 @@ void CPrintModeParametersOf<Configuration, void(Keys...)>::InitMode(int platform
 
 template <class Configuration, class... Keys>
 void CPrintModeParametersOf<Configuration, void(Keys...)>::Init(Parameters* other) {
+  // Raises for null, and then nothing below runs.
   Base::Init(other);
   m_pPrintModeMappings = other->GetPrintModeMappings();
   m_pPrintModeMapping = other->GetPrintModeMapping();
@@ -131,6 +132,7 @@ void CPrintModeParametersOf<Configuration, void(Keys...)>::Init(Parameters* othe
 template <class Configuration, class... Keys>
 void CPrintModeParametersOf<Configuration, void(Keys...)>::Update(Keys... keys) {
   CheckThis();
+  // Keys out of range raise, and the print mode stays as it was.
   m_pPrintModeMapping = m_pPrintModeMappings->GetPrintModeMapping(keys...);
 }
 

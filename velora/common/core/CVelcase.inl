@@ -1,4 +1,5 @@
-// Bodies of CVelcase.h, for the files that instantiate it.
+// Bodies of CVelcase.h, for the files that instantiate it. One file: header, compression and
+// getters are one class, and each needs the fields of the others.
 #pragma once
 
 #include <stdio.h>
@@ -43,6 +44,7 @@ void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newCh
   }
   api::EVelcaseVersion<Configuration>::Check(newVersion);
   Base::Init(helper, endianness);
+  // Behind the base's Init, which makes the object blank first.
   schema = newSchema;
   family = newFamily;
   channel = newChannel;
@@ -57,6 +59,7 @@ void CVelcase<Configuration>::Init(Pack* other) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Base::Init(other->GetSerializerHelper(), other->GetTargetEndianness());
+  // A pack of the layer is of this class.
   const auto* source = static_cast<const CVelcase*>(other->GetThis_Concrete());
   schema = source->schema;
   family = source->family;
@@ -66,6 +69,7 @@ void CVelcase<Configuration>::Init(Pack* other) {
   veloraSchema = source->veloraSchema;
   pipeline = source->pipeline;
   uncompressedSize = source->uncompressedSize;
+  // Shared: a path does not change once it is there.
   pathname.Share(source->pathname.Get());
   sizeBeforeDeserialization = source->sizeBeforeDeserialization;
   checksum = source->checksum;
@@ -104,8 +108,11 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
   using Layout = PackLayout<Configuration>;
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+    // `trace.byte` follows the field that is looked at, so a raise from here on has its place in
+    // the file.
     trace.inImage = false;
     trace.byte = 0;
+    // The caller's `size` is believed for the checksum alone; `extent` bounds what is read.
     if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
         extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -134,6 +141,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     if (payload == 0 || static_cast<unsigned int>(payload) > Words::kMaxPayload) {
       PLINTH_RAISE(CException_This_Invalid);
     }
+    // The size of the payload was checked ahead of the fields in it.
     const int readPipeline = Words::kHasPipeline ? data[Layout::kPipeline] : 0;
     trace.byte = Layout::kPipeline;
     if (Words::kHasPipeline && readPipeline == 0) {
@@ -157,10 +165,12 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     trace.byte = Layout::kHeaderSize;
     using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* compressed = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    // Lent: the stream is the caller's.
     compressed->Init(streamSize, data + Layout::kHeaderSize, false);
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     image->Init(imageSize);
     ZlibDecompress(compressed, image);
+    // The image is the serializer's if this succeeds, and the frame's otherwise.
     Base::Init(helper, endianness, image->GetCount(), image->GetElements(),
                image->IsOwned_Elements());
     image->ClearOwnership_Elements();
@@ -173,6 +183,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     pipeline = readPipeline;
     uncompressedSize = imageSize;
     sizeBeforeDeserialization = size;
+    // A plain sum of bytes, modulo 2^32.
     for (int i = 0; i < size; ++i) {
       checksum += data[i];
     }
@@ -187,6 +198,7 @@ void CVelcase<Configuration>::Append(Pack* other) {
   this->CheckThis();
 }
 
+// A pack without lists has nothing to sort.
 template <class Configuration>
 void CVelcase<Configuration>::SortComponents(bool) {}
 
@@ -310,6 +322,7 @@ template <class Configuration>
 void CVelcase<Configuration>::Reset() {
   Base::Reset();
   schema = Schema();
+  // No family and no channel has this number; 0 is one of each.
   family = static_cast<Family>(-1);
   channel = -1;
   version = Version();
@@ -332,6 +345,7 @@ void CVelcase<Configuration>::Delete() {
 
 template <class Configuration>
 void* CVelcase<Configuration>::ZlibMemAlloc(void*, unsigned int items, unsigned int size) {
+  // In 64 bits, so that no product wraps; what an int does not hold is refused, as everywhere.
   const unsigned long long bytes = static_cast<unsigned long long>(items) * size;
   if (bytes == 0 || bytes > 0x7FFFFFFF) {
     return nullptr;
@@ -360,6 +374,7 @@ void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_
     stream = inflating;
     inflating->zalloc = &ZlibMemAlloc;
     inflating->zfree = &ZlibMemFree;
+    // A window of 32 KB, with a zlib header and its checksum.
     if (inflateInit2(inflating, 15) != Z_OK) {
       plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
       PLINTH_RAISE(CException_General);
@@ -369,6 +384,7 @@ void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_
     inflating->avail_in = static_cast<uInt>(in->GetCount());
     inflating->next_out = out->GetElements();
     inflating->avail_out = static_cast<uInt>(out->GetCount());
+    // One call: all input is there, and all room for the output.
     const int result = inflate(inflating, Z_FINISH);
     if (result != Z_STREAM_END || inflating->avail_out != 0) {
       plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
@@ -397,6 +413,7 @@ api::IArray_uint8* CVelcase<Configuration>::ZlibCompress(api::IArray_uint8* in) 
     }
     using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* out = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    // As many bytes as the input has: that is the room for the stream.
     out->Init(in);
     // No allocator is given: deflating uses zlib's own.
     z_stream* deflating = Create<Configuration, z_stream>();

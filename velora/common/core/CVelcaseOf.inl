@@ -47,6 +47,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(Pack* other) 
 template <class Configuration, class Interface, class... Kinds>
 template <class Kind>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::ReadList() {
+  // A root of the image; its reference becomes the slot's.
   auto* read = this->Deserialize_Serializeable(Kind::kListType, nullptr);
   Slot<Kind>().Take(Nested<Configuration, ListOf<Kind>>(read));
 }
@@ -65,6 +66,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(int size, uns
       EChannel::Check(static_cast<typename EChannel::Enum>(this->channel));
     }
     (ReadList<Kinds>(), ...);
+    // The image and its records are let go: the lists hold all that is needed.
     this->Delete_States();
     initializing = false;
   });
@@ -73,6 +75,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(int size, uns
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Append(Pack* other) {
   Base::Append(other);
+  // What was appended before a failure stays.
   auto* source = static_cast<CVelcaseOf*>(other->GetThis_Concrete());
   (Slot<Kinds>()->Append(source->template GetList<Kinds>()), ...);
 }
@@ -97,6 +100,7 @@ unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serializ
   }
   PLINTH_FRAME(Configuration) {
     (Slot<Kinds>()->Serialize(this, nullptr), ...);
+    // The serializer's own, not this class's: the image without the header.
     const int imageSize = Base::Base::GetSerializedSize();
     using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
@@ -120,6 +124,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::WriteFile(
   const int size = Layout::kHeaderSize + streamSize;
   fileSize = Layout::kHeaderSize;
   this->compressedSize = streamSize;
+  // A reader would refuse it.
   if (streamSize > Words::kMaxPayload) {
     PLINTH_RAISE(CException_General);
   }
@@ -160,6 +165,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::CheckThis() const 
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::CheckMembers() const {
   Base::CheckMembers();
+  // While an Init runs, the base class asks before the lists are there.
   const bool complete = initializing || (static_cast<bool>(Slot<Kinds>()) && ...);
   if (!complete || fileSize < 0 || (fileBytes != nullptr) != (fileSize > 0)) {
     PLINTH_RAISE(CException_This_Invalid);

@@ -99,10 +99,12 @@ auto CVeltune<Configuration>::Search(Component* key, const Components<Configurat
   if (observer != nullptr && components.array != nullptr) {
     observer->OnSought(key, components, parameters);
   }
+  // Behind the observer, ahead of the search.
   key->Call_Callback_Locate();
   plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
   trace.cause = VELORA_REASON_NO_COMPONENT;  // as long as nothing is found
   trace.sought = kind;
+  // Within a build its finders serve; an observer sees each search by itself.
   const bool shared = buildChain != nullptr && components.array != nullptr &&
                       parameters != nullptr && observer == nullptr;
   const int place =
@@ -150,15 +152,19 @@ Pack* CVeltune<Configuration>::Init_BuildVelcase_Combined(api::IArray<Pack>* vel
       PLINTH_RAISE(CException_This_Invalid);
     }
     Pack* merged = Defer<Pack>(frame, Create<Configuration, Class>());
+    // A copy of the first. Where a layer's copies share their lists, the first pack's lists receive
+    // the components of the others.
     merged->Init(velcases->Get(0));
     const int count = velcases->GetCount();
     for (int i = 1; i < count; ++i) {
       Pack* next = velcases->Get(i);
+      // One printer's packs are of one family.
       if (next->GetSupplyFamily() != merged->GetSupplyFamily()) {
         PLINTH_RAISE(CException_This_Invalid);
       }
       merged->Append(next);
     }
+    // The order decides the last tie of a lookup.
     merged->SortComponents(true);
     result = HandOver(frame, merged);
   }

@@ -55,6 +55,7 @@ class LookupObserver {
   // Behind a search that found something; one that raises has none.
   virtual void OnFound(Component* found) = 0;
 
+  // Whoever sets it owns it, and takes it off before it ends.
   static inline LookupObserver* current = nullptr;
 
  protected:
