@@ -1,4 +1,5 @@
-// Bodies of CSerializer.h and of its records, for the files that instantiate it.
+// Bodies of CSerializer.h and of its records, for the files that instantiate it. One file: the
+// class is one state machine, and each operation begins with the transition that it needs.
 #pragma once
 
 #include <assert.h>
@@ -51,6 +52,7 @@ auto CSerializer<Configuration>::VLQ::Decode(int size, const unsigned char* data
     return {1, {data[offset], 0, 0, 0}, data[offset]};
   }
   VLQ result = {0, {0, 0, 0, 0}, 0};
+  // Four bytes of 7 bits: the value fits an int.
   for (int shift = 0; shift < 28; shift += 7) {
     const int place = offset + result.length;
     const unsigned char byte = place < size ? data[place] : 0;
@@ -70,6 +72,7 @@ void CSerializer<Configuration>::Object::CheckThis() const {
   if (!initialized) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  // A record with no holder was freed already: a fault of the library, not of the data.
   assert(refCount >= 1);
 }
 
@@ -85,6 +88,7 @@ auto CSerializer<Configuration>::NewArray_Dictionary(int count) -> IArray_Dictio
   return CArray<Configuration, Dictionary>::New(kRecordType, count);
 }
 
+// The caller owns the list. `Init` of a new list cannot fail, so no frame is needed.
 template <class Configuration>
 auto CSerializer<Configuration>::NewList_Entry() -> IList_Entry* {
   auto* list =
@@ -154,6 +158,7 @@ void CSerializer<Configuration>::CheckMembers() const {
   if (stripped) {
     return;
   }
+  // `Detached` has no form of its own.
   const bool present = (state == EState::Working && working) ||
                        (state == EState::Deduplicated && deduplicated) ||
                        (state == EState::Serialized && serialized) || state == EState::Detached;
@@ -190,6 +195,7 @@ void CSerializer<Configuration>::Delete() {
 // long chain of them does no harm.
 template <class Configuration>
 void CSerializer<Configuration>::Delete_States() {
+  // `Init` may have failed before there was a list.
   if (working && working->allEntries) {
     for (auto* node = working->allEntries->GetHead(); node != nullptr; node = node->next) {
       node->value->DropReferences();
@@ -222,6 +228,7 @@ void CSerializer<Configuration>::Transition(typename EState::Enum target) {
   if (stripped) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  // The common case: each value read or written asks for its form.
   if (state == target && target <= EState::Serialized) {
     return;
   }
@@ -250,6 +257,7 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     PLINTH_RAISE(CException_This_Invalid);
   }
   PLINTH_FRAME(Configuration) {
+    // A copy of the list, from which the roots are taken out one by one.
     IList_Dictionary* rest = Defer(frame, NewList_Dictionary());
     rest->Append(working->allDictionaries.Get());
     const int total = rest->GetCount();
@@ -266,6 +274,7 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
         dictionaries->Set(placed++, root->GetValue());
       }
     }
+    // Each root dictionary is in the list of all, once.
     if (placed != rootCount) {
       PLINTH_RAISE(CException_General);
     }
@@ -275,9 +284,11 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     if (placed != total) {
       PLINTH_RAISE(CException_General);
     }
+    // Ahead of the entries: copies must have left their dictionaries.
     working->FinishDeduplication();
     IArray_Entry* entries = Defer(frame, NewArray_Entry(0));
     for (int i = 0; i < total; ++i) {
+      // The flattened array: the entries of one dictionary after those of the one before.
       IArray_Entry* own = Defer(frame, dictionaries->Get(i)->BuildArray_Entries());
       entries->Append(own);
     }
@@ -321,6 +332,7 @@ void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
   }
   PLINTH_FRAME(Configuration) {
     Serialized* next = Defer(frame, CreateState_Serialized());
+    // The forms before stay: their records are the next one's.
     next->Init(deduplicated->reverse, deduplicated->dictionaries.Get(),
                deduplicated->entries.Get());
     serialized.Take(HandOver(frame, next));
@@ -385,6 +397,7 @@ void CSerializer<Configuration>::Serialize_Array_uint28(int arraySize, int* arra
                                                                     count);
 }
 
+// The image is the serialized form's, which lives as long as the states.
 template <class Configuration>
 int CSerializer<Configuration>::GetSerializedSize() {
   Transition(EState::Serialized);
@@ -412,7 +425,7 @@ api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(int t
   return deduplicated->Deserialize_Serializeable(type, context);
 }
 
-// The entry of the object that is being read.
+// The entry of the object that is being read. Without a new reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Reading() -> Entry* {
   Transition(EState::Deduplicated);

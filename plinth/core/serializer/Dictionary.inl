@@ -120,6 +120,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   }
   bytes = image + offset;
   const VLQ type = VLQ::Decode(size, image, offset);
+  // Type 0 is no object's.
   if (type.value < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -135,6 +136,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   if (counted == 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // Ahead of the block, whose size the image decides.
   if (counted > MostEntries(size)) {
     PLINTH_RAISE(CException_General);
   }
@@ -145,6 +147,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   place = offset + type.length;
   for (int i = 0; i < counted; ++i) {
     reading = place;
+    // In the block before it is filled: the form owns it if that raises.
     entries[i] = Object::template New<Entry>();
     place += entries[i]->Init(dictionary, reverseBytes, size, image, place);
   }
@@ -285,10 +288,12 @@ void CSerializer<Configuration>::Dictionary::Transition_WorkingToDeduplicated(
       PLINTH_RAISE(CException_This_Invalid);
     }
     for (int i = 0; i < count; ++i) {
+      // A failure here leaves some entries moved on: the serializer is stripped then.
       own->Get(i)->ToDeduplicated(entries);
     }
     Deduplicated* form = Defer(frame, Object::template New<Deduplicated>(this));
     form->Init(working->type, count, own->GetElements(), own->IsOwned_Elements());
+    // The form has the block, and nothing can fail between the two.
     own->ClearOwnership_Elements();
     deduplicated.Take(HandOver(frame, form));
     working.Drop();

@@ -42,6 +42,7 @@ void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool revers
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->reverse = reverseBytes;
+  // The form and its state together: from here on the entry's end frees it.
   working = Object::template New<Working>(dictionary, reverseBytes);
   state = EState::Working;
   working->Init();
@@ -85,6 +86,7 @@ int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned 
   if (size < 1 || image == nullptr || offset < 0 || offset >= size - 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // A length that starts so would have a redundant byte, which no writer makes.
   if (image[offset] == Dictionary::kTerminator[0] &&
       image[offset + 1] == Dictionary::kTerminator[1]) {
     return 0;
@@ -97,6 +99,7 @@ int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned 
   }
   const VLQ referencePart = VLQ::Decode(size, image, static_cast<int>(behindData));
   const long long end = behindData + referencePart.length + static_cast<int>(referencePart.value);
+  // Two bytes at least, one for each length.
   if (end - offset <= 1 || end > size) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -170,6 +173,7 @@ void CSerializer<Configuration>::Entry::Transition_WorkingToDeduplicated(IArray_
     form.ownsData = data->IsOwned_Elements();
     form.referenceCount = count;
     form.references = references->GetElements();
+    // Nothing can fail from here on.
     data->ClearOwnership_Elements();
     references->ClearOwnership_Elements();
     Release();
@@ -202,6 +206,7 @@ void CSerializer<Configuration>::Entry::Transition_SerializedToDeduplicated(IArr
   Deduplicated form = {};
   form.dictionary = serialized.dictionary;
   form.dataLength = serialized.dataLength;
+  // Into the image: neither data nor references are copied.
   form.data = form.dataLength > 0 ? serialized.bytes + serialized.dataOffset : nullptr;
   form.referenceCount = serialized.referenceCount;
   form.numberBytes = serialized.numberBytes;
@@ -247,6 +252,7 @@ void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArr
                     true) unsigned char[static_cast<size_t>(form.length)];
   form.ownsBytes = true;
   unsigned char* to = form.bytes;
+  // An empty part may have no address, which memcpy must not get.
   const auto put = [&to](const unsigned char* from, int length) {
     if (length > 0) {
       memcpy(to, from, static_cast<size_t>(length));

@@ -97,6 +97,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
   if (arraySize < 1 || array == nullptr || offset < 0 || count < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // 28 bits, as the encoding holds.
   constexpr int kLargest = 0x0FFFFFFF;
   int sound = 0;
   int length = 0;
@@ -117,6 +118,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
     }
     PLINTH_END
   }
+  // Raises as the single value does.
   if (sound < count) {
     Serialize_uint28(array[offset + sound]);
   }
@@ -132,6 +134,7 @@ auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry
   if (referenceCursor < numberBytes) {
     const VLQ number = VLQ::Decode(numberBytes, numbers, referenceCursor);
     referenceCursor += number.length;
+    // Without a new reference: the array holds the entry.
     return entries->GetElements()[number.value];
   }
   if (numberBytes == 0 && referenceCursor < referenceCount) {
@@ -174,6 +177,7 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint28() {
 template <class Configuration>
 int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ(bool reverseBytes) {
   Rewind();
+  // A value that the end cuts off is not read from the start again.
   if (cursor + 3 >= dataLength) {
     PLINTH_RAISE(CException_This_Invalid);
   }
@@ -196,6 +200,7 @@ void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint8(in
     PLINTH_RAISE(CException_This_Invalid);
   }
   Rewind();
+  // All of it or nothing: bytes do not start again in the middle.
   if (dataLength - cursor < count) {
     PLINTH_RAISE(CException_This_Invalid);
   }
@@ -233,6 +238,7 @@ void CSerializer<Configuration>::Entry::Serialized::Init(int size, unsigned char
   const VLQ dataPart = VLQ::Decode(size, image, offset);
   dataOffset = dataPart.length;
   dataLength = static_cast<int>(dataPart.value);
+  // Behind the data come at least one byte of a length and one more byte of the dictionary.
   if (dataLength > room - (dataPart.length + 2)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
