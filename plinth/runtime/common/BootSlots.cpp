@@ -21,6 +21,8 @@ T* Read(T* const& pointer) {
   return *static_cast<T* const volatile*>(&pointer);
 }
 
+// Two steps, each with a claim of its own: a thread that waits in the second one sleeps by the boot
+// manager that the first has filled.
 bool FillBootManager(BootSlots& slots, const BootRecord& record) {
   if (Read(slots.bootReady)) {
     return slots.bootManager != nullptr;
@@ -31,6 +33,7 @@ bool FillBootManager(BootSlots& slots, const BootRecord& record) {
     }
     return true;
   }
+  // The claim first and `bootReady` last: a thread that waits goes on when all is there.
   slots.bootClaimed = true;
   if (record.bootManager != slots.bootManager) {
     slots.bootManager = record.bootManager;
@@ -71,6 +74,7 @@ bool IsFull(const BootSlots& slots) {
          slots.platform != nullptr;
 }
 
+// Blocks in their fixed order, so all callers come to the same one.
 const BootSlots& Booted() {
   for (const BootSlots& slots : blocks) {
     if (IsFull(slots)) {
@@ -113,6 +117,7 @@ void CleanupProcess(BootSlots& slots) {
     slots.bootManager->Destroy();
   }
   slots.bootManager = nullptr;
+  // An empty block can be filled again.
   slots.contextClaimed = false;
   slots.contextReady = false;
   slots.bootClaimed = false;

@@ -12,6 +12,7 @@ CException::CException(int exceptionCode) : code(exceptionCode), message(), rese
 CException::~CException() = default;
 
 void CException::Destroy() {
+  // Its memory is the jump manager's.
   if (reserved) {
     this->~CException();
   } else {

@@ -23,6 +23,7 @@ jmp_buf* CJumpManager::PushEnvironment() {
     memset(&environment, 0, sizeof environment);
     return current = &environment;
   }
+  // _setjmp fills the environment; the collector is null until the frame has one.
   memset(static_cast<void*>(node), 0, sizeof *node);
   node->next = top;
   top = node;
@@ -35,6 +36,7 @@ jmp_buf* CJumpManager::PopEnvironment() {
     memset(&environment, 0, sizeof environment);
   } else {
     top = node->next;
+    // The node is freed before the jump: what is jumped to must not lie in it.
     memcpy(&environment, &node->environment, sizeof environment);
     operator delete(node, Booted().bootManager, false);
   }
@@ -45,6 +47,7 @@ void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager) {
   if (jumpManager == nullptr || --jumpManager->refCount >= 1) {
     return;
   }
+  // Frames that a thread has left without their end; their collectors are not closed.
   while (JumpNode* node = jumpManager->top) {
     jumpManager->top = node->next;
     operator delete(node, bootManager, false);

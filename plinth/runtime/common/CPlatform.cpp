@@ -40,6 +40,7 @@ bool CPlatform::Init(_exports::common::handler::IHandler_File* fileHandler,
 }
 
 void CPlatform::Delete() {
+  // From the last made to the first: each may use the ones made before it.
   End(string);
   End(memory);
   End(debug);

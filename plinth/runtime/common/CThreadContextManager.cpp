@@ -38,6 +38,7 @@ bool CThreadContextManager::Init(ISemaphoreManager* semaphores, IThreadManager* 
   semaphoreManager = semaphores;
   threadManager = threads;
   bucketCapacity = kBucketCapacity;
+  // Zero-filled, so that `Delete` can end a row that is half made.
   buckets = new (bootManager, true) Bucket*[kBuckets];
   bool complete = buckets != nullptr;
   for (int i = 0; complete && i < kBuckets; ++i) {
@@ -105,6 +106,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
     return false;
   }
   semaphoreManager->Semaphore_Wait(semaphore);
+  // A thread that is known keeps its entry.
   bool known = FindEntry() != nullptr;
   const int threadId = threadManager->GetThreadHandle();
   if (!known && threadId != 0) {
@@ -125,6 +127,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
     }
     if (!known) {
       CurrentTrace().cause = bucket->count == bucket->capacity ? VELORA_REASON_THREAD : 0;
+      // Null is ignored.
       RemoveRef(jumpManager, bootManager);
     }
   }
@@ -156,6 +159,7 @@ void CThreadContextManager::Delete() { Delete(Booted().bootManager); }
 
 // Ends all entries, those of threads that never went too, and lets go of both managers.
 void CThreadContextManager::Delete(IBootManager* bootManager) {
+  // A table that `Init` has not finished has no semaphore yet.
   const bool guarded = semaphore != nullptr && semaphoreManager != nullptr;
   if (guarded) {
     semaphoreManager->Semaphore_Wait(semaphore);

@@ -21,12 +21,14 @@ void* Allocate(IBootManager* bootManager, size_t size, bool unused) {
   return bootManager == nullptr ? nullptr : bootManager->Allocate(AsInt(size), unused);
 }
 
+// Null managers are ignored: an end must not fail.
 void Free(IBootManager* bootManager, void* pointer) {
   if (bootManager != nullptr) {
     bootManager->Free(pointer);
   }
 }
 
+// Both raises are the caller's faults, not a lack of memory.
 void CheckPlatform(const CPlatform* platform) {
   if (platform == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);

@@ -19,6 +19,7 @@ using namespace _exports::common::handler;
 using namespace _exports::posix;
 using namespace _exports::posix::handler;
 
+// Null when memory runs out; nothing is left behind then.
 CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
   ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Table;
   IThreadManager* threads = new (bootManager, false) CThreadManager_Posix;
@@ -30,6 +31,7 @@ CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
     boot_manager::PlacementDelete(bootManager, semaphores);
     return nullptr;
   }
+  // The two managers were taken over, and ended.
   if (!contexts->Init(semaphores, threads, bootManager)) {
     boot_manager::PlacementDelete(bootManager, contexts);
     return nullptr;
@@ -37,6 +39,7 @@ CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
   return contexts;
 }
 
+// Null when memory runs out; nothing is left behind then.
 CPlatform* MakePlatform(IBootManager* bootManager) {
   CPlatform* platform = new (bootManager, false) CPlatform;
   if (platform == nullptr) {
@@ -88,6 +91,7 @@ bool Build(BootSlots& slots) {
 
 // Waits while another thread is building.
 void AwaitBuilder() {
+  // On the stack: there may be no boot manager to sleep by.
   CBootManager_Posix clock;
   for (const volatile BootSlots& seen : blocks) {
     while ((seen.bootClaimed && !seen.bootReady) || (seen.contextClaimed && !seen.contextReady)) {
@@ -110,6 +114,7 @@ BootRecord RecordOf(const BootSlots& slots) {
 BootRecord* Boot(BootSlots& slots) {
   AwaitBuilder();
   const bool found = IsFull(slots);
+  // Null pointers where nothing is booted; `Initialize` refuses them, and this thread builds.
   const BootRecord booted = RecordOf(Booted());
   if (!found && !Initialize(slots, &booted) && !Build(slots)) {
     return nullptr;
@@ -117,6 +122,7 @@ BootRecord* Boot(BootSlots& slots) {
   BootRecord* record = MakeBootRecord(slots);
   if (record == nullptr || !slots.threadContextManager->RegisterThread(slots.bootManager)) {
     FreeBootRecord(record);
+    // A block that this call has filled is emptied again; one that was full stays.
     if (!found) {
       CleanupProcess(slots);
     }
@@ -145,6 +151,7 @@ void CleanupLayerProcess(BootSlots& layer) {
 Visit Enter() {
   Visit visit;
   for (int i = 0; i < kBlocks; ++i) {
+    // Full blocks are somebody else's to close.
     visit.closes[i] = !IsFull(blocks[i]);
   }
   visit.forgetsThread = JumpManager() == nullptr;
@@ -152,6 +159,7 @@ Visit Enter() {
 }
 
 void Leave(Visit& visit) {
+  // While a table is there: the blocks close below.
   if (visit.forgetsThread && IsFull(Booted())) {
     Booted().threadContextManager->RemoveThread(Booted().bootManager);
   }

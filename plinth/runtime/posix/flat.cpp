@@ -18,6 +18,7 @@ int _plinth_v1_Try_Posix_So(void (*body)(void*), void* context) {
   if (body == nullptr) {
     return CException_Parameter_Invalid::kCode;
   }
+  // Without a jump manager there is no frame to raise to, so the body must not run.
   if (JumpManager() == nullptr) {
     return kUnknownThread;
   }

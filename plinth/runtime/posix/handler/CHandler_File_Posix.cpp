@@ -48,6 +48,7 @@ CHandler_File_Posix::~CHandler_File_Posix() = default;
 
 void* CHandler_File_Posix::Open(const char* path, int flags) {
   const int access = flags & kAccess;
+  // More than one bit set: two access modes at once.
   if (path == nullptr || (access & (access - 1)) != 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -72,6 +73,7 @@ int CHandler_File_Posix::GetSize(void* handle) {
     }
     CheckThis();
     struct stat status;
+    // Widened: a file may have more bytes than an int holds.
     const int64_t bytes = fstat(Descriptor(handle), &status) == 0 ? status.st_size : -1;
     if (bytes < 0 || bytes > INT_MAX) {
       PLINTH_RAISE(CException_General);
