@@ -32,6 +32,7 @@ void CStoredArray<Configuration, Element, Interface, kType>::Init(
   }
   other->CheckThis();
   const auto* source = static_cast<const CStoredArray*>(other->GetThis_Concrete());
+  // Makes this object live; from here on nothing fails.
   Element::Init(other);
   bytes.Share(source->bytes.Get());
 }
@@ -55,6 +56,7 @@ void CStoredArray<Configuration, Element, Interface, kType>::Init(int, api::ISer
 template <class Configuration, class Element, class Interface, int kType>
 void CStoredArray<Configuration, Element, Interface, kType>::Serialize(api::ISerializer* serializer,
                                                                        void* context) {
+  // Writes nothing by itself: both bases only check.
   Element::Serialize(serializer, context);
   serializer->Serialization_Start(kType);
   bytes->Serialize(serializer, context);
@@ -192,6 +194,7 @@ void CProducer<Configuration, Base>::DestroyData() {
 template <class Configuration, class Base>
 void* CProducer<Configuration, Base>::TakeData() {
   Data* taken = GetData();
+  // The caller's reference, ahead of the end of this operator's own.
   taken->AddRef();
   DestroyData();
   return taken;
@@ -216,6 +219,7 @@ Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
                       typename CRecipe<Configuration>::Operators* operators,
                       typename Vocabulary<Configuration>::IVeltune* veltune) {
   Class* operand = Defer(frame, Create<Configuration, Class>());
+  // The frame ends the operand, also where this raises.
   operand->InitWithin(frame, operators, nullptr, veltune);
   return operand;
 }
