@@ -24,6 +24,7 @@ void CSerializer<Configuration>::EState::Check(Enum value) {
 
 // ---- VLQ
 
+// At least one byte, for 0 too.
 template <class Configuration>
 auto CSerializer<Configuration>::VLQ::Encode(unsigned int value) -> VLQ {
   if (value > 0x20000000) {
@@ -42,6 +43,7 @@ auto CSerializer<Configuration>::VLQ::Encode(unsigned int value) -> VLQ {
   return result;
 }
 
+// The value is below 2^28, so it is never negative as an int.
 template <class Configuration>
 auto CSerializer<Configuration>::VLQ::Decode(int size, const unsigned char* data, int offset)
     -> VLQ {
@@ -78,6 +80,7 @@ void CSerializer<Configuration>::Object::CheckThis() const {
 
 // ---- CSerializer
 
+// The caller owns the array, whose elements are null until they are set.
 template <class Configuration>
 auto CSerializer<Configuration>::NewArray_Entry(int count) -> IArray_Entry* {
   return CArray<Configuration, Entry>::New(kRecordType, count);
@@ -105,6 +108,7 @@ auto CSerializer<Configuration>::NewList_Dictionary() -> IList_Dictionary* {
   return list;
 }
 
+// A serializer needs at least a helper.
 template <class Configuration>
 void CSerializer<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -172,6 +176,7 @@ void CSerializer<Configuration>::CheckThis() const {
   CheckMembers();
 }
 
+// Frees nothing: `Delete` has dropped what these members held.
 template <class Configuration>
 void CSerializer<Configuration>::Reset() {
   CObject::Reset();
@@ -208,6 +213,7 @@ void CSerializer<Configuration>::Delete_States() {
   stripped = true;
 }
 
+// Derived classes give states of their own; the base's serve all layers.
 template <class Configuration>
 auto CSerializer<Configuration>::CreateState_Deduplicated() -> Deduplicated* {
   return new (api::Slots<Configuration>().platform, false, true) Deduplicated;
@@ -354,6 +360,8 @@ auto CSerializer<Configuration>::Writing() -> Working* {
   return working.Get();
 }
 
+// All operations of writing raise `CException_NotImplemented` behind the first transition, and
+// `CException_This_Invalid` on a stripped serializer.
 template <class Configuration>
 void CSerializer<Configuration>::Serialization_Start(int type) {
   Writing()->Serialization_Start(type);
@@ -404,6 +412,7 @@ int CSerializer<Configuration>::GetSerializedSize() {
   return serialized->length;
 }
 
+// Without a copy: the bytes must not be changed or freed.
 template <class Configuration>
 unsigned char* CSerializer<Configuration>::Serialize() {
   Transition(EState::Serialized);
@@ -412,6 +421,8 @@ unsigned char* CSerializer<Configuration>::Serialize() {
 
 // ---- reading
 
+// The first read moves the content to the form that can be read, and so can raise what an unsound
+// image raises.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(void* context) {
   Transition(EState::Deduplicated);
@@ -480,6 +491,7 @@ int CSerializer<Configuration>::GetImageCount_References() const {
   return deduplicated ? deduplicated->referenceCount : 0;
 }
 
+// Without a check of this object: it is asked by readers, in the middle of a read.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::GetSerializeable_Twin() const {
   return deduplicated ? deduplicated->GetSerializeable_Twin() : nullptr;

@@ -24,6 +24,7 @@ auto CSerializer<Configuration>::Dictionary::BuildArray(int count, Entry** entri
   return array;
 }
 
+// Null is ignored.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::ReleaseBlock(int count, Entry** entries) {
   CArray<Configuration, Entry>::Delete_Elements(count, entries);
@@ -67,6 +68,7 @@ CSerializer<Configuration>::Dictionary::Deduplicated::~Deduplicated() {
   }
 }
 
+// Raises before it takes the block, or not at all: a refused block stays the caller's.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Deduplicated::Init(int newType, int newCount,
                                                                 Entry** newEntries,
@@ -81,6 +83,7 @@ void CSerializer<Configuration>::Dictionary::Deduplicated::Init(int newType, int
   this->initialized = true;
 }
 
+// The entries in image order.
 template <class Configuration>
 auto CSerializer<Configuration>::Dictionary::Deduplicated::BuildArray_Entries() const
     -> IArray_Entry* {
@@ -212,6 +215,7 @@ CSerializer<Configuration>::Dictionary::Dictionary() : Object(false), state(ESta
 template <class Configuration>
 CSerializer<Configuration>::Dictionary::~Dictionary() = default;
 
+// For writing. The form is held before its Init, so a raise there leaves nothing behind.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Init(int type) {
   working.Take(Object::template New<Working>(this, type));
@@ -220,6 +224,7 @@ void CSerializer<Configuration>::Dictionary::Init(int type) {
   this->initialized = true;
 }
 
+// For reading: parses the dictionary at this place of the image.
 template <class Configuration>
 int CSerializer<Configuration>::Dictionary::Init(bool reverseBytes, int size, unsigned char* image,
                                                  int offset) {
@@ -246,6 +251,8 @@ int CSerializer<Configuration>::Dictionary::GetSerializeableType() const {
   }
 }
 
+// The same walk as the one of reading, without a record made: the image is measured before anything
+// is allocated for it.
 template <class Configuration>
 int CSerializer<Configuration>::Dictionary::CalculateLength(int size, const unsigned char* image,
                                                             int offset) {
@@ -260,6 +267,7 @@ int CSerializer<Configuration>::Dictionary::CalculateLength(int size, const unsi
   return place - offset + static_cast<int>(sizeof kTerminator);
 }
 
+// A blank dictionary raises `CException_This_Invalid`.
 template <class Configuration>
 auto CSerializer<Configuration>::Dictionary::BuildArray_Entries() const -> IArray_Entry* {
   switch (state) {
@@ -320,6 +328,7 @@ void CSerializer<Configuration>::Dictionary::Transition_SerializedToDeduplicated
   serialized.Drop();
 }
 
+// The new form takes the block over; the old one is dropped when nothing can fail.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Transition_DeduplicatedToSerialized(
     IArray_Entry* entries) {
@@ -337,6 +346,7 @@ void CSerializer<Configuration>::Dictionary::Transition_DeduplicatedToSerialized
   deduplicated.Drop();
 }
 
+// A blank dictionary raises `CException_General`.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::ToDeduplicated(IArray_Entry* entries) {
   switch (state) {
@@ -351,6 +361,7 @@ void CSerializer<Configuration>::Dictionary::ToDeduplicated(IArray_Entry* entrie
   }
 }
 
+// Two steps from writing. A failure of the second leaves some entries moved on.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::ToSerialized(IArray_Entry* entries) {
   switch (state) {

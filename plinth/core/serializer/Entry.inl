@@ -8,6 +8,7 @@
 
 namespace plinth::v1::core {
 
+// Without a form: `state` is None, and the end has nothing to release.
 template <class Configuration>
 CSerializer<Configuration>::Entry::Entry()
     : Object(false), state(EState::None), number(-1), serialized() {}
@@ -36,6 +37,7 @@ void CSerializer<Configuration>::Entry::Release() {
   }
 }
 
+// For writing. The dictionary is not counted.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverseBytes) {
   if (dictionary == nullptr) {
@@ -64,6 +66,7 @@ int CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverse
   return serialized.length;
 }
 
+// A blank entry raises `CException_This_Invalid`.
 template <class Configuration>
 auto CSerializer<Configuration>::Entry::GetDictionary() const -> Dictionary* {
   switch (state) {
@@ -106,6 +109,7 @@ int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned 
   return static_cast<int>(end - offset);
 }
 
+// Only while entries are written: a read entry's holders are of no interest.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::AddEntry_ReferencedBy(Entry* entry) {
   if (entry == nullptr) {
@@ -117,6 +121,8 @@ void CSerializer<Configuration>::Entry::AddEntry_ReferencedBy(Entry* entry) {
   ++working->holderCount;
 }
 
+// By content, while both are written. A null or another form of the other raises
+// `CException_Parameter_Invalid`, another form of this one `CException_This_Invalid`.
 template <class Configuration>
 bool CSerializer<Configuration>::Entry::IsEqualTo(Entry* other) const {
   if (other == nullptr) {
@@ -289,6 +295,7 @@ void CSerializer<Configuration>::Entry::ToDeduplicated(IArray_Entry* entries) {
   }
 }
 
+// Two steps from writing. A failure of the second leaves the entry readable.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::ToSerialized(IArray_Entry* entries) {
   switch (state) {
@@ -304,6 +311,7 @@ void CSerializer<Configuration>::Entry::ToSerialized(IArray_Entry* entries) {
   }
 }
 
+// References that an image has are numbers: nothing is held.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::DropReferences() {
   if (state == EState::Working) {
@@ -316,6 +324,7 @@ void CSerializer<Configuration>::Entry::DropReferences() {
   }
 }
 
+// The new place is the dictionary's, which outlives the entry's use of it.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::MoveBytes(unsigned char* bytes) {
   Release();

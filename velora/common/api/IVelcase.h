@@ -42,7 +42,7 @@ class IVelcase : public virtual ISerializer {
   // Adds the other's components behind its own, list by list; the header stays. The components are
   // shared.
   virtual void Append(Pack* other) = 0;
-  // Sorts each list; with `deduplicate`, of equal components one stays.
+  // Sorts each list. With `deduplicate`, equal components in a list raise `CException_General`.
   virtual void SortComponents(bool deduplicate) = 0;
   // The header: for which supply, in which version. Channels are in [0..127]: 127 is the printer.
   virtual typename EVelcaseSchema<Configuration>::Enum GetVelcaseSchema() const = 0;

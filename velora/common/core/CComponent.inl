@@ -9,11 +9,14 @@
 
 namespace velora::common::core {
 
+// A component needs its parts.
 template <class Configuration>
 void CComponent<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// Three forms of the copy, from the bases' interfaces. What is no component becomes null here, and
+// raises `CException_Parameter_Invalid`.
 template <class Configuration>
 void CComponent<Configuration>::Init(api::ISerializeable<Configuration>* other) {
   this->Init(dynamic_cast<Interface*>(other));
@@ -29,6 +32,7 @@ void CComponent<Configuration>::Init(typename Interface::IOperand* other) {
   this->Init(dynamic_cast<Interface*>(other));
 }
 
+// Nothing can fail behind the check, so no frame is needed here and below.
 template <class Configuration>
 void CComponent<Configuration>::Init(Tags* newTags, Properties* newProperties) {
   this->BeginInit();
@@ -123,6 +127,7 @@ void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* co
   });
 }
 
+// An EComponentState.
 template <class Configuration>
 int CComponent<Configuration>::GetComponentState() const {
   this->CheckThis();
@@ -196,6 +201,7 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
   serializer->Serialization_End(this->serializeableType);
 }
 
+// Without a memory: of components in recipes, Comparison starts one by itself.
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   return Compare(other, nullptr) == kOrder_Equal;
@@ -249,6 +255,7 @@ void CComponent<Configuration>::CheckThis() const {
   CheckMembers();
 }
 
+// Frees nothing: `Delete` has dropped the parts.
 template <class Configuration>
 void CComponent<Configuration>::Reset() {
   Operand::Reset();

@@ -9,11 +9,13 @@
 
 namespace velora::common::core {
 
+// A list needs an array.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// Shared, so a sort of this list sorts the caller's array.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Init(Array* newArray) {
   this->BeginInit();
@@ -35,6 +37,7 @@ void CList<Configuration, Traits>::Init(List* other) {
   });
 }
 
+// The array is a nested object of its own, which several lists of an image can share.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Init(int, api::ISerializer* serializer, void* context) {
   this->InitFrom(serializer, [&] {
@@ -53,6 +56,7 @@ void CList<Configuration, Traits>::Append(List* other) {
   array->Append(other->GetArray());
 }
 
+// Without a new reference.
 template <class Configuration, class Traits>
 auto CList<Configuration, Traits>::GetArray() const -> Array* {
   CheckThis();
@@ -65,6 +69,7 @@ void CList<Configuration, Traits>::Sort(bool deduplicate) {
   array->Sort(deduplicate);
 }
 
+// No values: the entry has the array's as its one nested entry.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Serialize(api::ISerializer* serializer, void* context) {
   if (serializer == nullptr) {
@@ -76,6 +81,7 @@ void CList<Configuration, Traits>::Serialize(api::ISerializer* serializer, void*
   serializer->Serialization_End(kSerializeableType);
 }
 
+// Most lists that are equal share their array.
 template <class Configuration, class Traits>
 bool CList<Configuration, Traits>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
@@ -118,6 +124,7 @@ inline bool TagsPolicy::Judge(int type, bool equal) {
   return true;
 }
 
+// One type without a match decides; otherwise one match is enough.
 inline bool TagsPolicy::Verdict() const {
   bool any = false;
   for (int i = 0; i < SharedTypeIds::kTagTypes; ++i) {
@@ -203,6 +210,7 @@ auto CMatchable<Configuration, Traits>::Present(T* element) -> T* {
   return element;
 }
 
+// Pairs, so equal elements on both sides count several times.
 template <class Configuration, class Traits>
 int CMatchable<Configuration, Traits>::GetCount_Matching(Matchable* other) const {
   int count = 0;

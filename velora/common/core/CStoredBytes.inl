@@ -6,6 +6,7 @@
 
 namespace velora::common::core {
 
+// Bytes are needed.
 template <class Configuration, class Element, class Interface, int kType>
 void CStoredArray<Configuration, Element, Interface, kType>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -127,6 +128,7 @@ void CStoredBytes<Configuration, Interface, kType>::Init(typename Interface::IOp
   this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
+// The properties are only checked; an operator that needs some has those that it was made with.
 template <class Configuration, class Interface, int kType>
 auto CStoredBytes<Configuration, Interface, kType>::Resolve(Operators* operators, Properties* given,
                                                             IVeltune* veltune) -> Operators* {
@@ -156,6 +158,7 @@ void CBare<Configuration, Interface, kType>::Init(typename Interface::Copied* ot
   Base::Init(static_cast<typename Base::Interface*>(other));
 }
 
+// An entry without values or nested entries.
 template <class Configuration, class Interface, int kType>
 void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* serializer,
                                                        void* context) {
@@ -164,6 +167,7 @@ void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* seriali
   serializer->Serialization_End(kType);
 }
 
+// Data of an earlier build must not be taken for that of one that fails.
 template <class Configuration, class Base>
 void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properties* properties,
                                                   IVeltune* veltune) {
@@ -175,6 +179,7 @@ void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properti
   this->Call_Callback_Resolve();
 }
 
+// Without a new reference.
 template <class Configuration, class Base>
 auto CProducer<Configuration, Base>::GetData() const -> Data* {
   this->CheckThis();

@@ -15,11 +15,13 @@
 
 namespace velora::common::core {
 
+// A pack needs at least a helper.
 template <class Configuration>
 void CVelcase<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// The plain serializer: no header, whose fields stay blank.
 template <class Configuration>
 void CVelcase<Configuration>::Init(api::ISerializerHelper* helper, Endianness endianness) {
   Base::Init(helper, endianness);
@@ -31,6 +33,8 @@ void CVelcase<Configuration>::Init(api::ISerializerHelper* helper, Endianness en
   Base::Init(helper, endianness, size, data, owned);
 }
 
+// The checks come before anything is taken, so no frame is needed. Where the channel is not checked
+// here, the pipeline's pack checks it when it is read.
 template <class Configuration>
 void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newChannel,
                                    Version newVersion, api::ISerializerHelper* helper,
@@ -52,6 +56,7 @@ void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newCh
   pipeline = Vocabulary<Configuration>::kHasPipeline ? 1 : 0;
 }
 
+// Header and sizes of the source, and its helper for writing. The lists are the derived class's.
 template <class Configuration>
 void CVelcase<Configuration>::Init(Pack* other) {
   this->BeginInit();
@@ -83,6 +88,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    // Virtual, so the derived class reads its lists before the path is taken.
     this->Init(size, data, helper, endianness, expected);
     const int length = static_cast<int>(strlen(newPathname));
     if (length == 0) {
@@ -98,6 +104,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
 template <class Configuration>
 void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                    Endianness endianness, Family expected) {
+  // No bound on the bytes: the header is trusted with the stream's length.
   this->Init(size, data, helper, endianness, expected, 0xFFFFFFFFu);
 }
 
@@ -190,6 +197,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
   });
 }
 
+// The checks alone; the derived class appends its lists.
 template <class Configuration>
 void CVelcase<Configuration>::Append(Pack* other) {
   if (other == nullptr) {
@@ -262,6 +270,7 @@ auto CVelcase<Configuration>::GetChecksum() const -> unsigned int {
   return checksum;
 }
 
+// Changes a pack that has no path yet; out of memory raises.
 template <class Configuration>
 api::IArray_uint8* CVelcase<Configuration>::GetArray_uint8_Pathname() {
   this->CheckThis();
@@ -309,6 +318,7 @@ void CVelcase<Configuration>::CheckThis() const {
   CheckMembers();
 }
 
+// No reader would take a pack with sizes beyond these.
 template <class Configuration>
 void CVelcase<Configuration>::CheckMembers() const {
   Base::CheckMembers();
@@ -343,6 +353,8 @@ void CVelcase<Configuration>::Delete() {
 
 // ---- compression
 
+// Out of memory answers null and does not raise: a jump out of zlib would leave its state half
+// changed.
 template <class Configuration>
 void* CVelcase<Configuration>::ZlibMemAlloc(void*, unsigned int items, unsigned int size) {
   // In 64 bits, so that no product wraps; what an int does not hold is refused, as everywhere.
@@ -361,6 +373,7 @@ void CVelcase<Configuration>::ZlibMemFree(void*, void* address) {
   }
 }
 
+// Stream and state are freed in the tail, whichever way the body ends: hence volatile.
 template <class Configuration>
 void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_uint8* out) {
   z_stream* volatile stream = nullptr;
@@ -402,6 +415,7 @@ void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_
   PLINTH_END
 }
 
+// Level 9 and the most memory: a pack is written once and read often.
 template <class Configuration>
 api::IArray_uint8* CVelcase<Configuration>::ZlibCompress(api::IArray_uint8* in) {
   z_stream* volatile stream = nullptr;

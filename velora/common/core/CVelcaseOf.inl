@@ -72,6 +72,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(int size, uns
   });
 }
 
+// The other must be a pack of the same layer; list by list, each of its kind.
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Append(Pack* other) {
   Base::Append(other);
@@ -80,18 +81,22 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Append(Pack* other
   (Slot<Kinds>()->Append(source->template GetList<Kinds>()), ...);
 }
 
+// A raise leaves the lists before it sorted. Equals in one list raise where `deduplicate` is set.
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::SortComponents(bool deduplicate) {
   CheckThis();
   (Slot<Kinds>()->Sort(deduplicate), ...);
 }
 
+// Bytes of the whole file. The first call writes it.
 template <class Configuration, class Interface, class... Kinds>
 int CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::GetSerializedSize() {
   Serialize();
   return fileSize;
 }
 
+// The file stays the pack's, and is written once: later calls give the same bytes. A pack that was
+// read has no states to write with, and raises `CException_This_Invalid`.
 template <class Configuration, class Interface, class... Kinds>
 unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serialize() {
   CheckThis();
@@ -115,6 +120,7 @@ unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serializ
   return fileBytes;
 }
 
+// Sizes and bytes are this object's at once, so that the caller's catch drops them.
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::WriteFile(
     api::IArray_uint8* compressed, int imageSize) {

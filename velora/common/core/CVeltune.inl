@@ -10,6 +10,7 @@
 
 namespace velora::common::core {
 
+// A veltune needs parameters.
 template <class Configuration>
 void CVeltune<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -25,6 +26,7 @@ void CVeltune<Configuration>::Init(Parameters* newParameters) {
   valid = true;
 }
 
+// The parameters are one object for both; the chain of builds is not taken over.
 template <class Configuration>
 void CVeltune<Configuration>::Init(Veltune* other) {
   this->BeginInit();
@@ -73,6 +75,7 @@ void CVeltune<Configuration>::Delete() {
 
 // ---- the lookup
 
+// The finder is on the frame, so what it borrows need not live longer than the search.
 template <class Configuration>
 int CVeltune<Configuration>::SearchOnce(Component* key, const Components<Configuration>& components,
                                         Parameters* parameters) {
