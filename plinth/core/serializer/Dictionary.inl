@@ -1,4 +1,5 @@
-// Bodies of Dictionary.h, for the files that instantiate it.
+// Bodies of Dictionary.h, for the files that instantiate it. One file: a transition makes one of
+// the three forms from the members of another.
 #pragma once
 
 #include <string.h>

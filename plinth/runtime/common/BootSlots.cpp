@@ -69,6 +69,7 @@ bool FillContext(BootSlots& slots, const BootRecord& record) {
 
 }  // namespace
 
+// By the pointers: the bytes of a block can be set while it is filled.
 bool IsFull(const BootSlots& slots) {
   return slots.bootManager != nullptr && slots.threadContextManager != nullptr &&
          slots.platform != nullptr;
@@ -89,6 +90,7 @@ const BootSlots& Booted() {
   return blocks[0];
 }
 
+// The record is copied from, and stays the caller's.
 bool Initialize(BootSlots& slots, const BootRecord* record) {
   if (record == nullptr || record->bootManager == nullptr ||
       record->threadContextManager == nullptr || record->platform == nullptr) {
@@ -97,6 +99,7 @@ bool Initialize(BootSlots& slots, const BootRecord* record) {
   return FillBootManager(slots, *record) && FillContext(slots, *record);
 }
 
+// The thread is known once for all blocks that share a table, and forgotten once.
 void CleanupThread(BootSlots& slots) {
   if (slots.threadContextManager != nullptr) {
     slots.threadContextManager->RemoveThread(slots.bootManager);

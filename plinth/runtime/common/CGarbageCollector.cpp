@@ -30,6 +30,7 @@ void CGarbageCollector::Unlink(void* object) {
   }
 }
 
+// Last in, first out: what was made later may use what was made before.
 void CGarbageCollector::Close() {
   // The node is off the list before its object ends.
   while (TGarbageBase* node = head) {

@@ -17,6 +17,8 @@ CJumpManager::CJumpManager()
       pending(nullptr),
       reserve() {}
 
+// Never null: without memory for a node the embedded environment serves, and FramePush sees it by
+// the stack's top.
 jmp_buf* CJumpManager::PushEnvironment() {
   JumpNode* node = new (Booted().bootManager, false) JumpNode;
   if (node == nullptr) {
@@ -30,6 +32,7 @@ jmp_buf* CJumpManager::PushEnvironment() {
   return current = &node->environment;
 }
 
+// Also for a frame that ends without a jump: the copy is of no use then.
 jmp_buf* CJumpManager::PopEnvironment() {
   JumpNode* node = top;
   if (node == nullptr) {
@@ -55,6 +58,7 @@ void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager) {
   boot_manager::PlacementDelete(bootManager, jumpManager);
 }
 
+// Both are set: a catch clears them, a frame without one passes `pending` on.
 void Throw(CJumpManager* jumpManager, CException* exception) {
   jumpManager->caught = exception;
   jumpManager->pending = exception;

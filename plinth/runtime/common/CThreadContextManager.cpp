@@ -56,6 +56,7 @@ bool CThreadContextManager::Init(ISemaphoreManager* semaphores, IThreadManager* 
   return true;
 }
 
+// Asked ahead of the lock, since there may be none to take.
 bool CThreadContextManager::IsUsable() const {
   return valid && semaphoreManager != nullptr && threadManager != nullptr && bucketCapacity > 0 &&
          semaphore != nullptr && buckets != nullptr;
@@ -144,6 +145,7 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   if (Bucket::Entry* entry = FindEntry()) {
     Bucket* bucket = BucketOf(entry->threadId);
     if (bucket->valid && bucket->capacity > 0 && bucket->count > 0) {
+      // Unlinked before it ends, so that no walk finds it.
       (entry->previous != nullptr ? entry->previous->next : bucket->head) = entry->next;
       if (entry->next != nullptr) {
         entry->next->previous = entry->previous;
@@ -155,6 +157,7 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   semaphoreManager->Semaphore_Release(semaphore);
 }
 
+// For callers without a boot manager at hand; the process has one.
 void CThreadContextManager::Delete() { Delete(Booted().bootManager); }
 
 // Ends all entries, those of threads that never went too, and lets go of both managers.

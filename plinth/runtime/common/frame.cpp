@@ -24,6 +24,8 @@ template void Raise<CException_General>();
 template void Raise<CException_Parameter_Invalid>();
 template void Raise<CException_This_Invalid>();
 
+// A thread that is not known has no jump manager: a frame on it crashes, so the doors register
+// first.
 void FrameStart(volatile Frame& frame, const BootSlots& layer) {
   // The thread is looked up once for a frame; the later steps take it from here.
   const BootSlots& slots = IsFull(layer) ? layer : Booted();
@@ -55,6 +57,7 @@ void FrameOpen(volatile Frame& frame) {
   jumpManager->top->collector = collector;
 }
 
+// False where nothing is in flight, or not with the code of this jump.
 bool FrameCatch(volatile Frame& frame) {
   CJumpManager* jumpManager = frame.jumpManager;
   CException* exception = jumpManager->caught;

@@ -17,6 +17,7 @@ using namespace plinth::v1::api::_exports::common::exception;
 // What an int does not hold is as bad a size as a negative one: both allocators refuse that.
 int AsInt(size_t size) { return size <= INT_MAX ? static_cast<int>(size) : -1; }
 
+// Null for any failure: the boot manager's callers look at the result.
 void* Allocate(IBootManager* bootManager, size_t size, bool unused) {
   return bootManager == nullptr ? nullptr : bootManager->Allocate(AsInt(size), unused);
 }
@@ -38,6 +39,7 @@ void CheckPlatform(const CPlatform* platform) {
   }
 }
 
+// Size 0 raises whatever `raise` says: it is a fault of the caller.
 void* Allocate(CPlatform* platform, size_t size, bool unused, bool raise) {
   if (size == 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -77,6 +79,7 @@ void* operator new[](size_t size, CPlatform* platform, bool unused, bool raise) 
   return Allocate(platform, size, unused, raise);
 }
 
+// noexcept holds for C++ exceptions alone: a raise is a jump.
 void operator delete(void* pointer, CPlatform* platform, bool, bool) noexcept {
   Free(platform, pointer);
 }

@@ -111,6 +111,7 @@ BootRecord RecordOf(const BootSlots& slots) {
 
 }  // namespace
 
+// Known threads are registered once: a second boot of a thread finds its entry.
 BootRecord* Boot(BootSlots& slots) {
   AwaitBuilder();
   const bool found = IsFull(slots);
@@ -138,6 +139,7 @@ bool InitializeLayer(BootSlots& layer, const BootRecord* record) {
          Initialize(Slots<Configuration>(), record) && Initialize(layer, record);
 }
 
+// Both blocks share the table, so the second finds nothing to forget, unless the first is empty.
 void CleanupLayerThread(BootSlots& layer) {
   CleanupThread(layer);
   CleanupThread(Slots<FlatConfiguration>());
@@ -158,6 +160,7 @@ Visit Enter() {
   return visit;
 }
 
+// Cleared at the end: a second call does nothing.
 void Leave(Visit& visit) {
   // While a table is there: the blocks close below.
   if (visit.forgetsThread && IsFull(Booted())) {

@@ -13,6 +13,7 @@ void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* record) {
   InTurn([record] { FreeBootRecord(record); });
 }
 
+// Not in turn: the body may call flat functions, and may be left by a jump.
 int _plinth_v1_Try_Posix_So(void (*body)(void*), void* context) {
   constexpr int kUnknownThread = -1;
   if (body == nullptr) {

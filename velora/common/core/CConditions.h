@@ -147,6 +147,7 @@ namespace system {
 
 // What a test may say of itself; by default the parameters must be those of `Resolve`.
 struct Test {
+  // True: the operand holds for any parameters, and is not asked.
   static constexpr bool kAnyParameters = false;
 };
 

@@ -86,6 +86,7 @@ void CHandler_String_Posix::Strncpy(char* target, int size, const char* source, 
   strncpy(target, source, static_cast<size_t>(count));
 }
 
+// `size` bounds what is added, not the whole.
 void CHandler_String_Posix::Strcat(char* target, int size, const char* source) {
   if (!IsCopy(target, size, source)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
