@@ -39,6 +39,7 @@ class CArrayBlock : public CSerializeable {
   using CSerializeable::Init;
   void Init() override;
   void Init(int type, api::ISerializer* serializer, void* context) override;
+  // Raises `CException_General` for equals in a deduplicating sort.
   void Sort(bool deduplicate) override;
   void Serialize(api::ISerializer* serializer, void* context) override;
   bool IsEqualTo(api::ISerializeable* other) const override;
@@ -62,12 +63,15 @@ class CArrayBlock : public CSerializeable {
   // A live array, as `InitBlank` leaves it, around a new block.
   void InitNew(int type, int newCount, void* block);
 
+  // Adds copies of so many elements, which stay the caller's. Out of memory leaves the array as it
+  // was.
   void AppendBlock(int otherCount, const void* added);
   void TruncateBlock(int newCount);
   void SetReference(int index, void* value);
   void* GetReference(int index) const;
   static int ReadCount(api::ISerializer* serializer);
 
+  // Zero-filled, from the layer's platform. The count is from 1 on; out of memory raises.
   static void* NewBlock(const ElementClass& of, int count);
   // Drops the reference on each element, then frees the block. Null is ignored.
   static void DeleteBlock(const ElementClass& of, int count, void* block);
@@ -82,6 +86,7 @@ class CArrayBlock : public CSerializeable {
   void* const* References() const { return static_cast<void* const*>(elements); }
   // Raises nothing, so what it fills may belong to nobody yet.
   static void CopyElements(const ElementClass& of, void* to, const void* from, int count);
+  // Ends the old block, if it is owned.
   void ReplaceBlock(void* block, int newCount);
   // Both have `count` elements.
   int FindDifference(const CArrayBlock* right) const;

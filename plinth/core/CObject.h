@@ -50,6 +50,7 @@ class CObject : public virtual api::IObject {
   int refCount;
 
  private:
+  // Raises `CException_General` where somebody else holds the object too.
   void CheckOneHolder() const;
   void RunInit(void (*run)(volatile api::Frame& frame, const void* context), const void* context);
 };

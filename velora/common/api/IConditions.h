@@ -42,7 +42,7 @@ class IConditions : public virtual ISerializeable<Configuration> {
   // raise `CException_Parameter_Invalid`, a missing operand or an empty list
   // `CException_This_Invalid`.
   virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
-  // Without a new reference.
+  // Without a new reference. A change of the list is seen by all that share it.
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
 

@@ -21,6 +21,7 @@ class IRecipe : public virtual ISerializeable<Configuration> {
    public:
     PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
+    // The copy: shares what the other has stored.
     virtual void Init(IOperator* other) = 0;
     // Takes its operands off the list's end and makes its data. Returns the list. The list stays
     // the caller's; the data is the operator's until it is handed over. The properties are those of
@@ -57,7 +58,8 @@ class IRecipe : public virtual ISerializeable<Configuration> {
   using ISerializeable<Configuration>::Init;
   virtual void Init(ILinkedList<IOperator>* operators) = 0;  // shares the list
   virtual void Init(IRecipe* other) = 0;                     // shares the other's list
-  // Without a new reference.
+  // Without a new reference. A change of the list is seen by all that share it; a build that takes
+  // operands works on a copy.
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
 

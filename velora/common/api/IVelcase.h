@@ -49,8 +49,10 @@ class IVelcase : public virtual ISerializer {
   virtual typename ESupplyFamily<Configuration>::Enum GetSupplyFamily() const = 0;
   virtual int GetChannel() const = 0;
   virtual typename EVelcaseVersion<Configuration>::Enum GetVelcaseVersion() const = 0;
-  // Bytes of the payload in the file, and of the image that it holds.
+  // Bytes of the payload in the file, and of the image that it holds. Of a new pack both are 0;
+  // writing sets the first.
   virtual int GetPayloadSize_Compressed() const = 0;
+  // The version of the payload's form, as the header has it.
   virtual int GetVeloraSchema() const = 0;
   virtual int GetPayloadSize_Uncompressed() const = 0;
   // Where it was read from, for messages: with its final 0, and "Empty" where no name was given.
@@ -60,7 +62,8 @@ class IVelcase : public virtual ISerializer {
   // The `size` that it was read with, and the sum of that many bytes; 0 for one that was not read.
   virtual int GetSize_BeforeDeserialization() const = 0;
   virtual unsigned int GetChecksum() const = 0;
-  // What a pack has only because its interface is an object's: each raises.
+  // What a pack has only because its interface is an object's: each raises. The first
+  // `CException_WrongInitMethod`, the others `CException_NotImplemented`.
   virtual void Init(int type, ISerializer* serializer, void* context) = 0;
   virtual void Serialize(ISerializer* serializer, void* context) = 0;
   virtual void Sort(bool deduplicate) = 0;

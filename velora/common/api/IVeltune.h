@@ -27,6 +27,7 @@ class IPrintModeParameters : public virtual plinth::v1::api::IObject {
   virtual Pack* FindVelcase(int channel) const = 0;
   // Without a new reference.
   virtual IArray<Pack>* GetArray_Velcases() const = 0;
+  // As given to `Init`.
   virtual int GetPlatform() const = 0;
   // That of the printer's pack. Raises where there is none.
   virtual int GetSupplyFamily() const = 0;
@@ -43,6 +44,7 @@ class IVeltune : public virtual plinth::v1::api::IObject {
   using Veltune = typename Vocabulary<Configuration>::IVeltune;
 
   using plinth::v1::api::IObject::Init;
+  // Null raises `CException_Parameter_Invalid`, here and below.
   virtual void Init(Parameters* parameters) = 0;  // shares them
   virtual void Init(Veltune* other) = 0;          // shares the other's
   // Without a new reference.

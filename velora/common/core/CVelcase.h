@@ -159,6 +159,7 @@ class CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>> : public CVelcase<
   }
 
  private:
+  // The list of a kind; null only on a blank pack or while an Init runs.
   template <class Kind>
   Counted<ListOf<Kind>>& Slot() {
     return std::get<Counted<ListOf<Kind>>>(lists);
@@ -167,10 +168,13 @@ class CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>> : public CVelcase<
   const Counted<ListOf<Kind>>& Slot() const {
     return std::get<Counted<ListOf<Kind>>>(lists);
   }
+  // Reads the next root of the image as the list of the kind; another object there raises
+  // `CException_Parameter_Invalid`.
   template <class Kind>
   void ReadList();
   template <class Kind>
   void TakeListOf(Pack* other);
+  // Header and stream into one block. A stream above kMaxPayload raises `CException_General`.
   void WriteFile(api::IArray_uint8* compressed, int imageSize);
   // Frees the written bytes; nothing happens where there are none.
   void DropFile();

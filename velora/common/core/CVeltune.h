@@ -71,6 +71,7 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   Component* Search(Component* key, const Components<Configuration>& components,
                     Parameters* parameters, int kind);
 
+  // Their packs stay as long as they do.
   Counted<Parameters> parameters;
   BuildChain<Configuration>* buildChain;  // the innermost recipe under construction, or null
 };

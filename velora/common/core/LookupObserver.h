@@ -17,6 +17,7 @@ struct Components {
   int count;
   Component* (*at)(const void* array, int index);
 
+  // Without a new reference; an index out of range raises `CException_Parameter_Invalid`.
   Component* At(int index) const { return at(array, index); }
 };
 
