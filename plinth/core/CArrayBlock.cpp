@@ -30,6 +30,7 @@ void CArrayBlock::CopyElements(const ElementClass& of, void* to, const void* fro
   }
 }
 
+// Gaps are skipped.
 void CArrayBlock::DeleteBlock(const ElementClass& of, int count, void* block) {
   if (block == nullptr) {
     return;
@@ -58,6 +59,7 @@ void CArrayBlock::ReplaceBlock(void* block, int newCount) {
 // An array needs at least a count.
 void CArrayBlock::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
+// Zeros, or gaps; no block for a count of 0.
 void CArrayBlock::InitBlank(int type, int newCount) {
   BeginInit();
   if (newCount < 0) {
@@ -102,6 +104,8 @@ void CArrayBlock::InitCopy(int type, int newCount, const void* from) {
   InitNew(type, newCount, block);
 }
 
+// Elements are nested objects in their order. An array that could not be read holds those that
+// were, and its end drops them.
 void CArrayBlock::Init(int type, api::ISerializer* serializer, void* context) {
   InitFrom(serializer, [&] {
     const ElementClass& of = Elements();
@@ -313,6 +317,7 @@ void CArrayBlock::Reset() {
   owned = false;
 }
 
+// A lent block is left to its owner, with the references in it.
 void CArrayBlock::Delete() {
   if (owned) {
     DeleteBlock(Elements(), count, elements);

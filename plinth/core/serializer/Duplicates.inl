@@ -13,11 +13,13 @@ template <class Configuration>
 CSerializer<Configuration>::Duplicates::Duplicates()
     : Object(false), table(nullptr), size(0), kinds(0) {}
 
+// The entries are borrowed: the table alone is freed.
 template <class Configuration>
 CSerializer<Configuration>::Duplicates::~Duplicates() {
   operator delete[](table, api::Slots<Configuration>().platform, false, false);
 }
 
+// Without a new reference. Out of memory raises before the entry has a number.
 template <class Configuration>
 auto CSerializer<Configuration>::Duplicates::FindFirst(Entry* entry) -> Entry* {
   // At most half full, so a walk to a free slot is short.

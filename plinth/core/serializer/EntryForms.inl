@@ -10,6 +10,7 @@ namespace plinth::v1::core {
 
 // ---- Entry::Working
 
+// An empty entry: no data, no references.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Init() {
   data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8);
@@ -18,6 +19,7 @@ void CSerializer<Configuration>::Entry::Working::Init() {
   this->initialized = true;
 }
 
+// Goes down into the entries that it refers to.
 template <class Configuration>
 bool CSerializer<Configuration>::Entry::Working::IsEqualTo(const Working* other) const {
   this->CheckThis();
@@ -58,6 +60,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_uint8(unsigned char v
   Append(&value, 1);
 }
 
+// Negative raises `CException_Parameter_Invalid`; what is too large raises as VLQ::Encode does.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Serialize_uint28(int value) {
   if (value < 0) {
@@ -144,6 +147,7 @@ auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry
   return nullptr;
 }
 
+// Also for an entry without data, whose cursor is at the end from the start.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Deduplicated::Rewind() {
   if (cursor >= dataLength) {
@@ -187,6 +191,8 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ(boo
   return static_cast<int>(reverseBytes ? __builtin_bswap32(pattern) : pattern);
 }
 
+// Fewer bytes than asked for raise `CException_This_Invalid` and leave the cursor where it was, or
+// at the start.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint8(int arraySize,
                                                                               unsigned char* array,

@@ -13,6 +13,7 @@ namespace plinth::v1::core {
 
 // ---- Working
 
+// Out of memory raises; what was made before ends with this object.
 template <class Configuration>
 void CSerializer<Configuration>::Working::Init() {
   // Each list is this object's as soon as it exists: a raise leaves nothing to free.
@@ -148,6 +149,7 @@ void CSerializer<Configuration>::Working::FinishDeduplication() {
   }
 }
 
+// Its form of writing, without a new reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Working::GetEntry_Serializing_Current() const ->
     typename Entry::Working* {
@@ -210,11 +212,13 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
   this->initialized = true;
 }
 
+// Raises what the helper raises for a type that it does not know.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeable(int type) {
   return helper->CreateSerializeable(type);
 }
 
+// Without a new reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Deduplicated::GetEntry_Deserializing_Current() const -> Entry* {
   if (readCount == 0) {
@@ -270,6 +274,8 @@ auto CSerializer<Configuration>::Deduplicated::GetEntry_Nested_Unprocessed() -> 
   return nullptr;
 }
 
+// The entry stays on the stack until its nested entries are used up; one whose object exists leaves
+// it at once.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::Read(Entry* entry, void* context) {
   PushRead(entry);
@@ -433,6 +439,7 @@ template <class Configuration>
 CSerializer<Configuration>::Serialized::Serialized()
     : Object(false), length(0), bytes(nullptr), position(0), ownsBytes(false) {}
 
+// The entries that point into the bytes are not read any more by then.
 template <class Configuration>
 CSerializer<Configuration>::Serialized::~Serialized() {
   if (ownsBytes) {

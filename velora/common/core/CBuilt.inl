@@ -8,6 +8,7 @@
 
 namespace velora::common::core {
 
+// Nothing fails behind the parent's Init, so no frame is needed.
 template <class Configuration>
 void CBuiltBody<Configuration>::Init(api::IComponent<Configuration>* other) {
   this->BeginInit();
@@ -31,6 +32,8 @@ bool CBuiltBody<Configuration>::Accepts(int operatorType) const {
   return false;
 }
 
+// The checks come before anything is taken off the list. Behind them the list has lost what was
+// taken, raise or not.
 template <class Configuration>
 void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& frame,
                                            Operators* operators, Properties* newProperties,
@@ -217,6 +220,7 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
   PLINTH_END
 }
 
+// Without a new reference.
 template <class Configuration>
 void* CBuiltBody<Configuration>::Built() const {
   this->CheckThis();
@@ -232,6 +236,7 @@ void CBuiltBody<Configuration>::TakeData(void* newData) {
   data = newData;
 }
 
+// Takes a reference of its own; null leaves the component without data.
 template <class Configuration>
 void CBuiltBody<Configuration>::ShareData(void* newData) {
   held.Share(newData == nullptr ? nullptr : GetKind().object(newData));
@@ -243,6 +248,7 @@ const void* CBuiltBody<Configuration>::MappingOf(IVeltune* veltune) {
   return veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
 }
 
+// By address: a print mode has one mapping object, which outlives the veltune.
 template <class Configuration>
 bool CBuiltBody<Configuration>::IsVeltuneValid(IVeltune* veltune) const {
   return printModeMapping != nullptr && printModeMapping == MappingOf(veltune);
@@ -284,6 +290,7 @@ auto CBuilt<Configuration, Class, Interface>::GetData() const -> Data* {
   return static_cast<Data*>(this->Built());
 }
 
+// The caller owns the copy. A kind without a list cannot be looked up.
 template <class Configuration, class Class, class Interface>
 auto CBuilt<Configuration, Class, Interface>::Locate(IVeltune* veltune, Body* reference) -> Body* {
   if constexpr (Interface::kListType != 0) {
@@ -318,6 +325,7 @@ const BuiltKind<Configuration>& CBuilt<Configuration, Class, Interface>::GetKind
   return kKind;
 }
 
+// The remembered print mode stays as it is.
 template <class Configuration, class Class, class Interface>
 void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Data* newData) {
   if (newData == nullptr) {

@@ -134,6 +134,7 @@ int CComponent<Configuration>::GetComponentState() const {
   return componentState;
 }
 
+// Without a new reference.
 template <class Configuration>
 template <class Part>
 Part* CComponent<Configuration>::Present(const Counted<Part>& part) {
@@ -267,6 +268,7 @@ void CComponent<Configuration>::Reset() {
   componentState = 0;
 }
 
+// The parts that nobody else holds end here.
 template <class Configuration>
 void CComponent<Configuration>::Delete() {
   version.Drop();

@@ -37,6 +37,7 @@ void CConditions<Configuration>::COperator::Begin(IPrintModeParameters* paramete
   resolvedWith = parameters;
 }
 
+// The answer of the last resolving; nothing is resolved here.
 template <class Configuration>
 bool CConditions<Configuration>::COperator::Evaluate(IPrintModeParameters* parameters) const {
   if (parameters == nullptr) {
@@ -153,6 +154,8 @@ void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Elemen
   }
 }
 
+// The elements are taken off behind the resolving, in the tail: so they are gone where it raises
+// too.
 template <class Configuration>
 auto CConditions<Configuration>::CTaking::Resolve(Operators* operators,
                                                   IPrintModeParameters* parameters) -> Operators* {
@@ -194,6 +197,7 @@ void CConditions<Configuration>::COperand::CheckResolvedWith(
 
 namespace conditions {
 
+// Checked like the others, although the answer does not depend on the parameters.
 template <class Configuration>
 bool CDefaultCondition<Configuration>::Evaluate(
     typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const {

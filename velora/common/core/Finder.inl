@@ -58,6 +58,7 @@ bool Finder<Configuration>::IsFor(const Components<Configuration>& components,
          mapping == printModeMapping;
 }
 
+// A condition that cannot be evaluated raises here, and ends the lookup whatever it looks for.
 template <class Configuration>
 void Finder<Configuration>::Add(Component* component, int place, Parameters* parameters) {
   // By the list: conditions of one image may share it.
@@ -75,6 +76,7 @@ void Finder<Configuration>::Add(Component* component, int place, Parameters* par
   }
 }
 
+// Of a stored component, which has a version of this class.
 template <class Configuration>
 int Finder<Configuration>::VersionOf(Component* component) {
   using CComponentVersion = properties::CComponentVersion<Configuration>;

@@ -6,6 +6,7 @@
 
 namespace velora::common::core {
 
+// Known by its address: components of one image share lists.
 int Side::Add(List* list) {
   const int number = lists.Number(list);
   if (number == listAt.Size()) {
@@ -20,6 +21,7 @@ Side::~Side() {
   }
 }
 
+// In the row first, for that may find no memory; then with its reference.
 void Side::Hold(List* newKey) {
   held.Add(newKey);
   form.hold(newKey);
@@ -54,6 +56,7 @@ bool Side::Fits(int number) {
   return list.fits;
 }
 
+// By the lists themselves, or found by Judge with the verdict.
 int Side::CountMatching(int number) {
   Entry& list = listAt[number];
   // Counted when it is asked for: most lists never are.
@@ -162,6 +165,8 @@ bool Side::MakeProfile(List* list, Profile* profile) {
   return true;
 }
 
+// In n log n steps for n elements and components. Out of memory raises and ends the finder's
+// lookup.
 bool Side::Build(const void* all, int count, ListOf listOf) {
   if (!NumberValues()) {
     return false;
@@ -322,8 +327,10 @@ void Side::Judge(Entry& list) {
   list.matching = static_cast<int>(matching);
 }
 
+// In 64 bits: a component counts once for each value that its list shares with the key.
 long long Side::Weight() { return keyAt[keyNumber].weight; }
 
+// List by list, each list's components in their order; across lists there is none.
 void Side::ForEachFitting(void (*visit)(void* context, int component), void* context) {
   const Key& sought = keyAt[keyNumber];
   for (int i = 0; i < sought.ranges; ++i) {
