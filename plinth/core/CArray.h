@@ -66,6 +66,7 @@ class CArray<Configuration, T, T, true> : public CArrayBody<Configuration, T> {
   static CArray* New(int newCount) {
     return Body::template NewArray<CArray>(Body::kType, newCount);
   }
+  // See IArray: at least one element, and a refused block stays the caller's.
   void Init(int newCount, T* block, bool isOwned) override {
     Body::InitBlock(Body::kType, newCount, block, isOwned);
   }
@@ -77,6 +78,7 @@ class CArray<Configuration, T, T, true> : public CArrayBody<Configuration, T> {
   bool IsLessThan(api::ISerializeable* other) const override;
 
  private:
+  // Null for an empty array.
   T* Values() const { return static_cast<T*>(this->elements); }
 };
 

@@ -10,6 +10,7 @@
 
 namespace plinth::v1::core {
 
+// Made at compile time: one constant for each element, without a run at start.
 template <class Configuration, class T>
 constexpr ElementClass CArrayBody<Configuration, T>::MakeClass() {
   ElementClass made;
@@ -32,6 +33,7 @@ constexpr ElementClass CArrayBody<Configuration, T>::MakeClass() {
       return static_cast<T*>(left)->IsEqualTo(static_cast<T*>(right));
     };
     if constexpr (std::is_base_of_v<api::ISerializeable, T>) {
+      // Other elements, such as packs and the serializer's entries, are never read from an image.
       made.read = [](api::ISerializeable* object) -> void* { return InterfaceOf<T>(object); };
     }
   }
@@ -41,6 +43,7 @@ constexpr ElementClass CArrayBody<Configuration, T>::MakeClass() {
 template <class Configuration, class T>
 constexpr ElementClass CArrayBody<Configuration, T>::kClass = CArrayBody::MakeClass();
 
+// Null raises `CException_Parameter_Invalid`, a blank array `CException_This_Invalid`.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(Interface* other) {
   BeginInit();
@@ -51,6 +54,7 @@ void CArrayBody<Configuration, T>::Init(Interface* other) {
   InitCopy(other->GetSerializeableType(), other->GetCount(), other->GetElements());
 }
 
+// An empty other changes nothing: a lent block stays lent.
 template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Append(Interface* other) {
   if (other == nullptr) {
@@ -87,9 +91,11 @@ void CArrayBody<Configuration, T>::ClearOwnership_Elements() {
   owned = false;
 }
 
+// Negative counts are the caller's to avoid.
 template <class Configuration, class T>
 template <class Array>
 Array* CArrayBody<Configuration, T>::NewArray(int type, int newCount) {
+  // The block first: out of memory for the array then has only the block to give back.
   void* block = newCount > 0 ? NewBlock(kClass, newCount) : nullptr;
   auto* made = new (kClass.slots->platform, false, false) Array;
   if (made == nullptr) {
@@ -126,6 +132,8 @@ void CArray<Configuration, T, T, true>::Init(int type, api::ISerializer* seriali
   });
 }
 
+// The count, then the elements: bytes as they are, integers in 28 bits each, so that one out of
+// range raises.
 template <class Configuration, class T>
 void CArray<Configuration, T, T, true>::Serialize(api::ISerializer* serializer, void*) {
   if (serializer == nullptr) {
@@ -145,6 +153,8 @@ void CArray<Configuration, T, T, true>::Serialize(api::ISerializer* serializer, 
   serializer->Serialization_End(this->serializeableType);
 }
 
+// The index ahead of the object: a blank array has no element, so each index raises
+// `CException_Parameter_Invalid`.
 template <class Configuration, class T>
 void CArray<Configuration, T, T, true>::Set(int index, T value) {
   if (index < 0 || index >= this->count) {
@@ -163,6 +173,7 @@ T CArray<Configuration, T, T, true>::Get(int index) const {
   return Values()[index];
 }
 
+// The shorter array first; then the first element that differs decides, bytes as unsigned.
 template <class Configuration, class T>
 bool CArray<Configuration, T, T, true>::IsLessThan(api::ISerializeable* other) const {
   const auto* right = static_cast<const CArray*>(this->Comparable(other));
@@ -177,6 +188,7 @@ bool CArray<Configuration, T, T, true>::IsLessThan(api::ISerializeable* other) c
   return std::lexicographical_compare(a, a + this->count, b, b + this->count);
 }
 
+// The conversion to unsigned keeps a sum of negative integers defined.
 template <class Configuration, class T>
 unsigned int CArray<Configuration, T, T, true>::CalculateChecksum() const {
   this->CheckThis();

@@ -30,6 +30,7 @@ void CArrayBlock::CopyElements(const ElementClass& of, void* to, const void* fro
   }
 }
 
+// Gaps are skipped.
 void CArrayBlock::DeleteBlock(const ElementClass& of, int count, void* block) {
   if (block == nullptr) {
     return;
@@ -55,8 +56,10 @@ void CArrayBlock::ReplaceBlock(void* block, int newCount) {
   owned = true;
 }
 
+// An array needs at least a count.
 void CArrayBlock::Init() { PLINTH_RAISE(CException_WrongInitMethod); }
 
+// Zeros, or gaps; no block for a count of 0.
 void CArrayBlock::InitBlank(int type, int newCount) {
   BeginInit();
   if (newCount < 0) {
@@ -65,6 +68,7 @@ void CArrayBlock::InitBlank(int type, int newCount) {
   InitNew(type, newCount, newCount > 0 ? NewBlock(Elements(), newCount) : nullptr);
 }
 
+// The array takes the block over. `valid` is last, as in every Init.
 void CArrayBlock::InitNew(int type, int newCount, void* block) {
   elements = block;
   count = newCount;
@@ -73,10 +77,12 @@ void CArrayBlock::InitNew(int type, int newCount, void* block) {
   valid = true;
 }
 
-// A refused block stays the caller's, and what the array held before is dropped with it.
+// A refused block stays the caller's. So does the block that the array owned before: it is let go
+// of, not freed, unless other holders make this Init raise before it changes anything.
 void CArrayBlock::InitBlock(int type, int newCount, void* block, bool isOwned) {
   bool sound = newCount >= 1 && block != nullptr;
   if (Elements().share != nullptr) {
+    // Whether this is a block of references without a gap.
     for (int i = 0; sound && i < newCount; ++i) {
       sound = static_cast<void* const*>(block)[i] != nullptr;
     }
@@ -98,6 +104,8 @@ void CArrayBlock::InitCopy(int type, int newCount, const void* from) {
   InitNew(type, newCount, block);
 }
 
+// Elements are nested objects in their order. An array that could not be read holds those that
+// were, and its end drops them.
 void CArrayBlock::Init(int type, api::ISerializer* serializer, void* context) {
   InitFrom(serializer, [&] {
     const ElementClass& of = Elements();
@@ -111,11 +119,13 @@ void CArrayBlock::Init(int type, api::ISerializer* serializer, void* context) {
       elements = NewBlock(of, stored);
       count = stored;
       owned = true;
+      // Behind the allocation: an empty array of such elements can be read.
       if (of.read == nullptr) {
         PLINTH_RAISE(CException_NotImplemented);
       }
       for (int i = 0; i < count; ++i) {
         api::ISerializeable* object = serializer->Deserialize_Serializeable(context);
+        // The reference that came with `object` becomes the array's, as the element's.
         void* element = of.read(object);
         if (element == nullptr) {
           object->Destroy();
@@ -128,6 +138,7 @@ void CArrayBlock::Init(int type, api::ISerializer* serializer, void* context) {
   });
 }
 
+// A count from the image. Its reader bounds it before anything is allocated for it.
 int CArrayBlock::ReadCount(api::ISerializer* serializer) {
   const int stored = serializer->Deserialize_uint28();
   if (stored < 0) {
@@ -154,7 +165,8 @@ void CArrayBlock::Serialize(api::ISerializer* serializer, void* context) {
   serializer->Serialization_End(serializeableType);
 }
 
-// The changes below need no frame: a new block is the array's before anything can raise.
+// The changes below need no frame: a new block is the array's before anything can raise. A failed
+// allocation comes first and leaves the array as it was.
 void CArrayBlock::AppendBlock(int otherCount, const void* added) {
   const ElementClass& of = Elements();
   auto* block = static_cast<unsigned char*>(NewBlock(of, count + otherCount));
@@ -163,6 +175,7 @@ void CArrayBlock::AppendBlock(int otherCount, const void* added) {
   ReplaceBlock(block, count + otherCount);
 }
 
+// To 0 without an allocation, so that emptying an array cannot fail.
 void CArrayBlock::TruncateBlock(int newCount) {
   if (newCount < 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -197,6 +210,7 @@ void CArrayBlock::SetReference(int index, void* value) {
   element = value;
 }
 
+// Without a new reference.
 void* CArrayBlock::GetReference(int index) const {
   if (index < 0 || index >= count) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -209,6 +223,7 @@ void* CArrayBlock::GetReference(int index) const {
   return element;
 }
 
+// Values stay in their order: only references are sorted.
 void CArrayBlock::Sort(bool deduplicate) {
   const ElementClass& of = Elements();
   if (of.sort != nullptr) {
@@ -217,7 +232,8 @@ void CArrayBlock::Sort(bool deduplicate) {
 }
 
 // A deduplicating sort that meets equals ends in a raise, after it has dropped them: the array is
-// rebuilt at its full count or not at all.
+// rebuilt at its full count or not at all. The block is made anew at the end; pointers to the old
+// one end here, as with every change.
 void CArrayBlock::SortBy(bool deduplicate, const void* order, Ask isLess, Ask isEqual) {
   CheckBlock();
   if (count < 1) {
@@ -254,6 +270,7 @@ int CArrayBlock::FindDifference(const CArrayBlock* right) const {
   return -1;
 }
 
+// The same type id is the same class of elements, so the other's block can be read as this one's.
 bool CArrayBlock::IsEqualTo(api::ISerializeable* other) const {
   const auto* right = static_cast<const CArrayBlock*>(Comparable(other));
   if (right->count != count) {
@@ -284,12 +301,14 @@ bool CArrayBlock::IsLessThan(api::ISerializeable* other) const {
 
 void CArrayBlock::CheckThis() const { CheckBlock(); }
 
+// `CheckThis` without a virtual call: every accessor asks.
 void CArrayBlock::CheckBlock() const {
   if (!valid || serializeableType == 0 || count < 0 || (elements == nullptr && count > 0)) {
     PLINTH_RAISE(CException_This_Invalid);
   }
 }
 
+// A blank array of a class with one type id has that id.
 void CArrayBlock::Reset() {
   CSerializeable::Reset();
   serializeableType = Elements().type;
@@ -298,6 +317,7 @@ void CArrayBlock::Reset() {
   owned = false;
 }
 
+// A lent block is left to its owner, with the references in it.
 void CArrayBlock::Delete() {
   if (owned) {
     DeleteBlock(Elements(), count, elements);

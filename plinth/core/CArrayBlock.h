@@ -28,6 +28,8 @@ struct ElementClass {
   void* (*read)(api::ISerializeable* object) = nullptr;
 };
 
+// Not a template: typed bodies would be compiled once for each element, and would differ by the few
+// calls in ElementClass alone.
 class CArrayBlock : public CSerializeable {
  public:
   [[gnu::always_inline]] explicit CArrayBlock(int type)
@@ -37,6 +39,7 @@ class CArrayBlock : public CSerializeable {
   using CSerializeable::Init;
   void Init() override;
   void Init(int type, api::ISerializer* serializer, void* context) override;
+  // Raises `CException_General` for equals in a deduplicating sort.
   void Sort(bool deduplicate) override;
   void Serialize(api::ISerializer* serializer, void* context) override;
   bool IsEqualTo(api::ISerializeable* other) const override;
@@ -60,24 +63,32 @@ class CArrayBlock : public CSerializeable {
   // A live array, as `InitBlank` leaves it, around a new block.
   void InitNew(int type, int newCount, void* block);
 
+  // Adds copies of so many elements, which stay the caller's. Out of memory leaves the array as it
+  // was.
   void AppendBlock(int otherCount, const void* added);
   void TruncateBlock(int newCount);
   void SetReference(int index, void* value);
   void* GetReference(int index) const;
   static int ReadCount(api::ISerializer* serializer);
 
+  // Zero-filled, from the layer's platform. The count is from 1 on; out of memory raises.
   static void* NewBlock(const ElementClass& of, int count);
   // Drops the reference on each element, then frees the block. Null is ignored.
   static void DeleteBlock(const ElementClass& of, int count, void* block);
 
+  // Of elements, gaps included. `elements` is null when there are none.
   int count;
   void* elements;
+  // The block ends with the array.
   bool owned;
 
  private:
   void* const* References() const { return static_cast<void* const*>(elements); }
+  // Raises nothing, so what it fills may belong to nobody yet.
   static void CopyElements(const ElementClass& of, void* to, const void* from, int count);
+  // Ends the old block, if it is owned.
   void ReplaceBlock(void* block, int newCount);
+  // Both have `count` elements.
   int FindDifference(const CArrayBlock* right) const;
 };
 

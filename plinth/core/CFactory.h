@@ -8,6 +8,7 @@
 
 namespace plinth::v1::core::_factory {
 
+// Objects are made through the layer's own block; the classes are those of the foundation.
 template <class Configuration>
 class CFactory : public CObject, public virtual api::_factory::IFactory {
  public:

@@ -42,14 +42,19 @@ class CLinkedList : public CSerializeable, public virtual api::ILinkedList<T> {
   void Delete() override;
 
  private:
+  // Blank and unlinked; out of memory raises.
   static Element* NewElement();
+  // Ends the element with its reference.
   static void FreeElement(Element* element);
   void DeleteElements();
   // Links a new element that holds `value` between two neighbours, either of which may be null.
   void Link(Element* previous, Element* next, T* value);
+  // Shares the array's values, at the end of the list.
   void LinkAll(api::IArray<T>* array);
+  // Null values raise `CException_This_Invalid`.
   static bool AreValuesEqual(const Element* a, const Element* b);
 
+  // Both null, or neither. `count` is kept, not counted: lists are asked for it often.
   Element* head;
   Element* tail;
   int count;

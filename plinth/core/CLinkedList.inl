@@ -11,6 +11,7 @@ auto CLinkedList<Configuration, T, CT>::NewElement() -> Element* {
   return new (api::Slots<Configuration>().platform, false, true) Element;
 }
 
+// Drops the value's reference; does not unlink.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::FreeElement(Element* element) {
   api::platform::PlacementDelete(api::Slots<Configuration>().platform, element);
@@ -38,6 +39,7 @@ void CLinkedList<Configuration, T, CT>::Link(Element* previous, Element* next, T
   ++count;
 }
 
+// A list needs a type id.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -49,6 +51,7 @@ void CLinkedList<Configuration, T, CT>::Init(int type) {
   serializeableType = type;
 }
 
+// A gap in the array raises `CException_This_Invalid`, with the values before it linked.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::LinkAll(api::IArray<T>* array) {
   const int arrayCount = array->GetCount();
@@ -57,6 +60,7 @@ void CLinkedList<Configuration, T, CT>::LinkAll(api::IArray<T>* array) {
   }
 }
 
+// The type id is the array's, so list and array have one image.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Init(api::IArray<T>* array) {
   this->InitGuarded([&](volatile api::Frame&) {
@@ -119,6 +123,7 @@ void CLinkedList<Configuration, T, CT>::Serialize(api::ISerializer* serializer, 
   serializer->Serialization_End(serializeableType);
 }
 
+// The arguments ahead of the object, as in the operations below.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Insert(Element* before, T* value) {
   if (value == nullptr || (before == nullptr && head != nullptr)) {
@@ -151,6 +156,7 @@ void CLinkedList<Configuration, T, CT>::Remove(Element* element) {
   --count;
 }
 
+// The neighbour is noted first: the element is freed.
 template <class Configuration, class T, class CT>
 auto CLinkedList<Configuration, T, CT>::Remove_GetPrev(Element* element) -> Element* {
   if (element == nullptr) {
@@ -218,6 +224,7 @@ int CLinkedList<Configuration, T, CT>::GetCount() const {
   return count;
 }
 
+// Place by place; lists of different lengths are unequal without a look at the values.
 template <class Configuration, class T, class CT>
 bool CLinkedList<Configuration, T, CT>::IsEqualTo(api::ISerializeable* other) const {
   const auto* right = static_cast<const CLinkedList*>(Comparable(other));
@@ -255,6 +262,7 @@ bool CLinkedList<Configuration, T, CT>::AreValuesEqual(const Element* a, const E
   return a->GetValue() == b->GetValue() || a->GetValue()->IsEqualTo(b->GetValue());
 }
 
+// Not the elements: a walk at each call would make every use of a list quadratic.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::CheckThis() const {
   if (!valid || serializeableType == 0 || (head == nullptr) != (tail == nullptr) || count < 0) {
@@ -271,6 +279,7 @@ void CLinkedList<Configuration, T, CT>::Reset() {
   count = 0;
 }
 
+// The values that nobody else holds end with the list.
 template <class Configuration, class T, class CT>
 void CLinkedList<Configuration, T, CT>::Delete() {
   DeleteElements();

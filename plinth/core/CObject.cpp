@@ -21,11 +21,13 @@ void CObject::Init() {
   valid = true;
 }
 
+// The holders first: a shared object must stay as it is.
 void CObject::BeginInit() {
   CheckOneHolder();
   Delete();
 }
 
+// The one frame of all guarded forms of Init: `setjmp` stays out of the templates.
 void CObject::RunInit(void (*run)(volatile api::Frame& frame, const void* context),
                       const void* context) {
   CheckOneHolder();
@@ -47,6 +49,7 @@ void CObject::CheckOneHolder() const {
 
 void CObject::Destroy() { RemoveRef(); }
 
+// The count of a live object only; `Destroy` and AddRef work on blank ones too.
 int CObject::GetRefCount() const {
   CheckThis();
   return refCount;
@@ -64,6 +67,7 @@ CObject* CObject::GetThis_Concrete() { return this; }
 
 void CObject::AddRef() { ++refCount; }
 
+// The creator's count: whoever holds a blank object still owes it a `Destroy`.
 void CObject::Reset() {
   valid = false;
   refCount = 1;
@@ -73,6 +77,7 @@ void CObject::Delete() { Reset(); }
 
 void CObject::RemoveRef() {
   if (--refCount < 1) {
+    // The object's memory starts at `this`: CObject is the first base of every class.
     api::CPlatform* platform = api::Slots<Configuration>().platform;
     void* memory = this;
     Delete();

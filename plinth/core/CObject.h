@@ -44,10 +44,13 @@ class CObject : public virtual api::IObject {
             &body);
   }
 
+  // Set last by every Init; what `CheckThis` tests first.
   bool valid;
+  // Holders. 1 on a blank object too: the one that has made it.
   int refCount;
 
  private:
+  // Raises `CException_General` where somebody else holds the object too.
   void CheckOneHolder() const;
   void RunInit(void (*run)(volatile api::Frame& frame, const void* context), const void* context);
 };

@@ -7,6 +7,8 @@ void CSerializeable::Init(int type, api::ISerializer*, void*) {
   serializeableType = type;
 }
 
+// A live object is deleted by the frame when its reading fails. A blank one is left as far as it
+// came, with `valid` unset: its holder, the serializer, ends it.
 void CSerializeable::RunInitFrom(const api::ISerializer* serializer,
                                  void (*read)(const void* context), const void* context) {
   const auto init = [&] {
@@ -42,6 +44,7 @@ void CSerializeable::CheckMembers() const {
   }
 }
 
+// The other's type id is this object's, so the caller may cast the result to its own class.
 CObject* CSerializeable::Comparable(api::ISerializeable* other) const {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);

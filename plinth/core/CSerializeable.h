@@ -37,6 +37,7 @@ class CSerializeable : public CObject, public virtual api::ISerializeable {
   // `CException_Parameter_Invalid`; otherwise the other's concrete part.
   CObject* Comparable(api::ISerializeable* other) const;
 
+  // 0: none. Given at `Init`, or fixed by the class, which passes it to the constructor.
   int serializeableType;
 
  private:

@@ -83,7 +83,8 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   int GetImageCount_References() const override;
   api::ISerializeable* GetSerializeable_Twin() const override;
 
-  // Factories of the state objects, which a derived class can replace.
+  // Factories of the state objects, which a derived class can replace. The caller owns the result,
+  // which is blank.
   virtual Deduplicated* CreateState_Deduplicated();
   virtual Serialized* CreateState_Serialized();
   // Releases the three state objects; the serializer is of no further use but for its helper.
@@ -103,19 +104,24 @@ class CSerializer : public CObject, public virtual api::ISerializer {
   void CheckMembers() const;
   // Brings the content into the target form.
   void Transition(typename EState::Enum target);
+  // Each raises `CException_This_Invalid` in another state than its first, and where its form is
+  // there.
   void Transition_WorkingToDeduplicated();
   void Transition_SerializedToDeduplicated();
   void Transition_DeduplicatedToSerialized();
 
  private:
+  // Both without a new reference.
   Working* Writing();
   Entry* Reading();
 
+  // Outlives the states: a pack that was stripped is still copied with it.
   Counted<api::ISerializerHelper> helper;
   ETargetEndianness::Enum targetEndianness;
   typename EState::Enum state;
   Counted<Deduplicated> deduplicated;
   Counted<Serialized> serialized;
+  // The states are gone, or a transition failed: only the helper is of use.
   bool stripped;
   Counted<Working> working;
 };

@@ -1,4 +1,5 @@
-// Bodies of CSerializer.h and of its records, for the files that instantiate it.
+// Bodies of CSerializer.h and of its records, for the files that instantiate it. One file: the
+// class is one state machine, and each operation begins with the transition that it needs.
 #pragma once
 
 #include <assert.h>
@@ -23,6 +24,7 @@ void CSerializer<Configuration>::EState::Check(Enum value) {
 
 // ---- VLQ
 
+// At least one byte, for 0 too.
 template <class Configuration>
 auto CSerializer<Configuration>::VLQ::Encode(unsigned int value) -> VLQ {
   if (value > 0x20000000) {
@@ -41,6 +43,7 @@ auto CSerializer<Configuration>::VLQ::Encode(unsigned int value) -> VLQ {
   return result;
 }
 
+// The value is below 2^28, so it is never negative as an int.
 template <class Configuration>
 auto CSerializer<Configuration>::VLQ::Decode(int size, const unsigned char* data, int offset)
     -> VLQ {
@@ -51,6 +54,7 @@ auto CSerializer<Configuration>::VLQ::Decode(int size, const unsigned char* data
     return {1, {data[offset], 0, 0, 0}, data[offset]};
   }
   VLQ result = {0, {0, 0, 0, 0}, 0};
+  // Four bytes of 7 bits: the value fits an int.
   for (int shift = 0; shift < 28; shift += 7) {
     const int place = offset + result.length;
     const unsigned char byte = place < size ? data[place] : 0;
@@ -70,11 +74,13 @@ void CSerializer<Configuration>::Object::CheckThis() const {
   if (!initialized) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  // A record with no holder was freed already: a fault of the library, not of the data.
   assert(refCount >= 1);
 }
 
 // ---- CSerializer
 
+// The caller owns the array, whose elements are null until they are set.
 template <class Configuration>
 auto CSerializer<Configuration>::NewArray_Entry(int count) -> IArray_Entry* {
   return CArray<Configuration, Entry>::New(kRecordType, count);
@@ -85,6 +91,7 @@ auto CSerializer<Configuration>::NewArray_Dictionary(int count) -> IArray_Dictio
   return CArray<Configuration, Dictionary>::New(kRecordType, count);
 }
 
+// The caller owns the list. `Init` of a new list cannot fail, so no frame is needed.
 template <class Configuration>
 auto CSerializer<Configuration>::NewList_Entry() -> IList_Entry* {
   auto* list =
@@ -101,6 +108,7 @@ auto CSerializer<Configuration>::NewList_Dictionary() -> IList_Dictionary* {
   return list;
 }
 
+// A serializer needs at least a helper.
 template <class Configuration>
 void CSerializer<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -154,6 +162,7 @@ void CSerializer<Configuration>::CheckMembers() const {
   if (stripped) {
     return;
   }
+  // `Detached` has no form of its own.
   const bool present = (state == EState::Working && working) ||
                        (state == EState::Deduplicated && deduplicated) ||
                        (state == EState::Serialized && serialized) || state == EState::Detached;
@@ -167,6 +176,7 @@ void CSerializer<Configuration>::CheckThis() const {
   CheckMembers();
 }
 
+// Frees nothing: `Delete` has dropped what these members held.
 template <class Configuration>
 void CSerializer<Configuration>::Reset() {
   CObject::Reset();
@@ -190,6 +200,7 @@ void CSerializer<Configuration>::Delete() {
 // long chain of them does no harm.
 template <class Configuration>
 void CSerializer<Configuration>::Delete_States() {
+  // `Init` may have failed before there was a list.
   if (working && working->allEntries) {
     for (auto* node = working->allEntries->GetHead(); node != nullptr; node = node->next) {
       node->value->DropReferences();
@@ -202,6 +213,7 @@ void CSerializer<Configuration>::Delete_States() {
   stripped = true;
 }
 
+// Derived classes give states of their own; the base's serve all layers.
 template <class Configuration>
 auto CSerializer<Configuration>::CreateState_Deduplicated() -> Deduplicated* {
   return new (api::Slots<Configuration>().platform, false, true) Deduplicated;
@@ -222,6 +234,7 @@ void CSerializer<Configuration>::Transition(typename EState::Enum target) {
   if (stripped) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  // The common case: each value read or written asks for its form.
   if (state == target && target <= EState::Serialized) {
     return;
   }
@@ -250,6 +263,7 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     PLINTH_RAISE(CException_This_Invalid);
   }
   PLINTH_FRAME(Configuration) {
+    // A copy of the list, from which the roots are taken out one by one.
     IList_Dictionary* rest = Defer(frame, NewList_Dictionary());
     rest->Append(working->allDictionaries.Get());
     const int total = rest->GetCount();
@@ -266,6 +280,7 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
         dictionaries->Set(placed++, root->GetValue());
       }
     }
+    // Each root dictionary is in the list of all, once.
     if (placed != rootCount) {
       PLINTH_RAISE(CException_General);
     }
@@ -275,9 +290,11 @@ void CSerializer<Configuration>::Transition_WorkingToDeduplicated() {
     if (placed != total) {
       PLINTH_RAISE(CException_General);
     }
+    // Ahead of the entries: copies must have left their dictionaries.
     working->FinishDeduplication();
     IArray_Entry* entries = Defer(frame, NewArray_Entry(0));
     for (int i = 0; i < total; ++i) {
+      // The flattened array: the entries of one dictionary after those of the one before.
       IArray_Entry* own = Defer(frame, dictionaries->Get(i)->BuildArray_Entries());
       entries->Append(own);
     }
@@ -321,6 +338,7 @@ void CSerializer<Configuration>::Transition_DeduplicatedToSerialized() {
   }
   PLINTH_FRAME(Configuration) {
     Serialized* next = Defer(frame, CreateState_Serialized());
+    // The forms before stay: their records are the next one's.
     next->Init(deduplicated->reverse, deduplicated->dictionaries.Get(),
                deduplicated->entries.Get());
     serialized.Take(HandOver(frame, next));
@@ -342,6 +360,8 @@ auto CSerializer<Configuration>::Writing() -> Working* {
   return working.Get();
 }
 
+// All operations of writing raise `CException_NotImplemented` behind the first transition, and
+// `CException_This_Invalid` on a stripped serializer.
 template <class Configuration>
 void CSerializer<Configuration>::Serialization_Start(int type) {
   Writing()->Serialization_Start(type);
@@ -385,12 +405,14 @@ void CSerializer<Configuration>::Serialize_Array_uint28(int arraySize, int* arra
                                                                     count);
 }
 
+// The image is the serialized form's, which lives as long as the states.
 template <class Configuration>
 int CSerializer<Configuration>::GetSerializedSize() {
   Transition(EState::Serialized);
   return serialized->length;
 }
 
+// Without a copy: the bytes must not be changed or freed.
 template <class Configuration>
 unsigned char* CSerializer<Configuration>::Serialize() {
   Transition(EState::Serialized);
@@ -399,6 +421,8 @@ unsigned char* CSerializer<Configuration>::Serialize() {
 
 // ---- reading
 
+// The first read moves the content to the form that can be read, and so can raise what an unsound
+// image raises.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(void* context) {
   Transition(EState::Deduplicated);
@@ -412,7 +436,7 @@ api::ISerializeable* CSerializer<Configuration>::Deserialize_Serializeable(int t
   return deduplicated->Deserialize_Serializeable(type, context);
 }
 
-// The entry of the object that is being read.
+// The entry of the object that is being read. Without a new reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Reading() -> Entry* {
   Transition(EState::Deduplicated);
@@ -467,6 +491,7 @@ int CSerializer<Configuration>::GetImageCount_References() const {
   return deduplicated ? deduplicated->referenceCount : 0;
 }
 
+// Without a check of this object: it is asked by readers, in the middle of a read.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::GetSerializeable_Twin() const {
   return deduplicated ? deduplicated->GetSerializeable_Twin() : nullptr;

@@ -32,6 +32,7 @@ class Counted {
   // Blank, with nothing let go.
   void Forget() { pointer = nullptr; }
 
+  // Without a new reference; null where there is none.
   T* Get() const { return pointer; }
   T* operator->() const { return pointer; }
   explicit operator bool() const { return pointer != nullptr; }

@@ -26,6 +26,7 @@ Slot slots[kSlots];
 
 unsigned char* Bytes(void* object) { return static_cast<unsigned char*>(object); }
 
+// Both are addresses, whose low bits vary little: the divisions take these off.
 uintptr_t HashOf(const std::type_info* type, InterfaceCast cast) {
   const uintptr_t a = reinterpret_cast<uintptr_t>(type) / alignof(std::type_info);
   const uintptr_t b = reinterpret_cast<uintptr_t>(cast) / 4;
@@ -34,6 +35,8 @@ uintptr_t HashOf(const std::type_info* type, InterfaceCast cast) {
 
 }  // namespace
 
+// Without a lock. A slot's type is stored last and read first, so whoever sees the type sees the
+// rest. A class that lacks the interface is not remembered: that is the path to a raise.
 void* CastInterface(api::ISerializeable* object, InterfaceCast cast) {
   const api::ISerializeable& asked = *object;  // typeid of a pointer's target would raise on null
   const std::type_info* type = &typeid(asked);
@@ -50,6 +53,7 @@ void* CastInterface(api::ISerializeable* object, InterfaceCast cast) {
     }
   }
   void* found = cast(object);
+  // The exchange lets one thread fill the slot; one that loses goes without.
   if (found != nullptr && free != nullptr &&
       !free->taken.exchange(true, std::memory_order_relaxed)) {
     free->cast = cast;

@@ -17,6 +17,8 @@ constexpr int kFew = 16;
 // Up to here it decides where a comparison raises, or where elements are equal.
 constexpr int kExchanged = 256;
 
+// Merges from[begin..middle) and from[middle..end), each ascending, into to[begin..end). The left
+// one goes first where neither is less: equals keep their order.
 void Merge(const PlaceOrder& order, const int* from, int* to, int begin, int middle, int end) {
   int left = begin;
   int right = middle;
@@ -43,6 +45,7 @@ class Sorter {
     return order.isEqual(order.order, later, earlier);
   }
   static bool IsPlaceLess(const void* sorter, int a, int b);
+  // Whether each element is less than the one that follows it in `places`, gaps aside.
   bool Ascends(const int* places) const;
   void Reorder(int* places);
   void DropEquals();
@@ -52,6 +55,7 @@ class Sorter {
   const int count;
 };
 
+// Asks a later element against an earlier one only. Needs no memory.
 void Sorter::Exchange(bool deduplicate) {
   for (int i = 0; i < count; ++i) {
     for (int j = i + 1; j < count; ++j) {
@@ -155,6 +159,7 @@ void Sorter::DropEquals() {
 
 }  // namespace
 
+// A merge sort from the bottom up: runs of 1, 2, 4 … are merged between the halves of the room.
 void OrderStably(const PlaceOrder& order, int count, int* room) {
   int* from = room;
   int* to = room + count;

@@ -13,7 +13,8 @@ struct PlaceOrder {
   const void* elements;
 };
 
-// Integers that the function below needs for `count` places.
+// Integers that the function below needs for `count` places. Two rows: what is merged goes from one
+// to the other.
 constexpr int OrderingRoom(int count) { return 2 * count; }
 
 // Puts the places 0 to count - 1 into room[0..count): ascending, equals in order of place, in n log

@@ -177,6 +177,7 @@ struct SharedTypeIds {
   static constexpr int kArray_Conditions_Operator = 6;
   static constexpr int kArray_Recipe_Operator = 7;
 
+  // The ranges of ids that are asked for as such: components in recipes, tags in lookups.
   static constexpr int kFirstComponent = 20;
   static constexpr int kComponentTypes = 10;
   static constexpr int kFirstTag = 48;

@@ -30,7 +30,7 @@ struct SharedVocabulary {
   static constexpr Range EVelcaseVersion = {1, 15, 1};
   static constexpr Range EVelcaseSchema = {1, 1, 1};
 
-  // Bounds of a pack's payload.
+  // Bounds of a pack's payload. In bytes: compressed as the header has it, and inflated.
   static constexpr int kMaxPayload = 409600;
   static constexpr int kMaxUncompressed = 0x400000;
 };

@@ -46,7 +46,8 @@ enum EKnownChannel {
   kChannel_Printer = 127
 };
 
-// The index of a colour in the caller's records.
+// The index of a colour in the caller's records. 0 to 3 for black, cyan, magenta, yellow;
+// `otherwise` for any other channel.
 constexpr int GetColorIndex(int channel, int otherwise) {
   switch (channel) {
     case kChannel_Black:

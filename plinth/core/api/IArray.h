@@ -21,20 +21,28 @@ class IArray<T, true> : public virtual ISerializeable {
   using Element = T;
   using ISerializeable::Init;
   virtual void Init(int count) = 0;  // zero-filled
-  // Takes the block as it is; with `owned` it ends with the array.
+  // Takes the block as it is; with `owned` it ends with the array. The count is at least 1; an
+  // owned block comes from the platform's allocator. A refused block stays the caller's.
   virtual void Init(int count, Element* elements, bool owned) = 0;
+  // A copy in a block of its own, with the other's type id.
   virtual void Init(IArray* other) = 0;
+  // Copies the other's elements to the end, into a new block that the array owns. Out of memory
+  // leaves the array as it was.
   virtual void Append(IArray* other) = 0;
-  // Keeps the first `count` elements; never grows.
+  // Keeps the first `count` elements, in a new block that the array owns; never grows. Out of
+  // memory leaves the array as it was.
   virtual void Truncate(int count) = 0;
   virtual int GetCount() const = 0;
+  // `Set` and `Get` take an index in [0..count).
   virtual void Set(int index, Element value) = 0;
   virtual Element Get(int index) const = 0;
+  // The block, null for an empty array. It stays the array's and is good until the next change.
   virtual Element* GetElements() const = 0;
   virtual bool IsOwned_Elements() const = 0;
-  // Hands the block over to the caller.
+  // Hands the block over to the caller, who frees it by the platform's array form. The array goes
+  // on pointing at it.
   virtual void ClearOwnership_Elements() = 0;
-  // The 32-bit sum of the elements as unsigned values.
+  // The sum of the elements as unsigned values, modulo 2^32.
   virtual unsigned int CalculateChecksum() const = 0;
 };
 
@@ -45,17 +53,22 @@ class IArray<T, false> : public virtual ISerializeable {
   using Element = T*;
   using ISerializeable::Init;
   virtual void Init(int type, int count) = 0;  // all elements null
-  // Takes the block as it is, references included; none may be null.
+  // Takes the block as it is, references included; none may be null, and the count is at least 1. A
+  // refused block stays the caller's, with its references.
   virtual void Init(int type, int count, Element* elements, bool owned) = 0;
+  // The three below copy pointers, gaps too, and take a reference on each element in the new block.
   virtual void Init(IArray* other) = 0;
   virtual void Append(IArray* other) = 0;
   virtual void Truncate(int count) = 0;
   virtual int GetCount() const = 0;
+  // Takes a reference on `value`, which is not null, and drops the one on the old element.
   virtual void Set(int index, Element value) = 0;
   // Never null, and without a new reference.
   virtual Element Get(int index) const = 0;
+  // The block itself, with null for each gap, and no new references. Good until the next change.
   virtual Element* GetElements() const = 0;
   virtual bool IsOwned_Elements() const = 0;
+  // Hands the block over, with the references in it.
   virtual void ClearOwnership_Elements() = 0;
 };
 

@@ -11,6 +11,7 @@ namespace plinth::v1::api::_factory {
 class IFactory : public virtual IObject {
  public:
   PLINTH_INLINE_CONSTRUCTION(IFactory);
+  // Each result is blank, and has one reference, the caller's.
   virtual ISerializer* CreateSerializer() = 0;
   virtual IArray_uint8* CreateArray_uint8() = 0;
   virtual IArray_int32* CreateArray_int32() = 0;

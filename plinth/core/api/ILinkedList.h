@@ -22,6 +22,8 @@ class ILinkedList : public virtual ISerializeable {
         value->Destroy();
       }
     }
+    // Takes a reference of its own before it drops the old one: both may be the same object. Null
+    // raises `CException_Parameter_Invalid`.
     void SetValue(T* newValue) {
       if (newValue == nullptr) {
         Raise<CException_Parameter_Invalid>();
@@ -42,19 +44,30 @@ class ILinkedList : public virtual ISerializeable {
   };
 
   using ISerializeable::Init;
+  // An empty list of this type id.
   virtual void Init(int type) = 0;
+  // These two share the values and take the type id over. A null argument raises
+  // `CException_Parameter_Invalid`, a gap in the array `CException_This_Invalid`.
   virtual void Init(IArray<T>* array) = 0;
   virtual void Init(ILinkedList* other) = 0;
-  // In front of `before`, which is null only on an empty list.
+  // In front of `before`, which is null only on an empty list. `Insert` and `Add` take a reference
+  // on the value; out of memory leaves the list as it was. That a given element is this list's own
+  // is not checked, here and below.
   virtual void Insert(Element* before, T* value) = 0;
   // Behind `after`, which is null only on an empty list.
   virtual void Add(Element* after, T* value) = 0;
+  // Frees the element and drops its value. The two others then answer the neighbour, or null at the
+  // list's end. A null element raises `CException_Parameter_Invalid`.
   virtual void Remove(Element* element) = 0;
   virtual Element* Remove_GetPrev(Element* element) = 0;
   virtual Element* Remove_GetNext(Element* element) = 0;
-  // The last value in a detached element, which the caller ends with PlacementDelete.
+  // The last value in a detached element, which the caller ends with PlacementDelete. An empty list
+  // raises `CException_This_Invalid`; out of memory leaves the list as it was.
   virtual Element* PopBack() = 0;
+  // Shares the values of another list, which is not this one. What was linked before a failure
+  // stays.
   virtual void Append(ILinkedList* other) = 0;
+  // The ends of the list, null when it is empty. The elements stay the list's.
   virtual Element* GetHead() const = 0;
   virtual Element* GetTail() const = 0;
   virtual int GetCount() const = 0;

@@ -38,15 +38,23 @@ class VELORA_API IObject {
  public:
   using Collected = IObject;  // as a frame's collector holds every object
   [[gnu::always_inline]] IObject() = default;
+  // Brings the object to life without arguments. A class that needs some raises
+  // `CException_WrongInitMethod`.
   virtual void Init() = 0;
   [[gnu::always_inline]] virtual ~IObject() = default;
+  // Lets go of one reference; with the last the object ends. Works on a blank object too.
   virtual void Destroy() = 0;
+  // Raises `CException_This_Invalid` on a blank object.
   virtual int GetRefCount() const = 0;
   // Raises `CException_This_Invalid` unless the object is live and its invariants hold.
   virtual void CheckThis() const = 0;
+  // The shared interface part, without a new reference.
   virtual IObject* GetThis_Interface() = 0;
-  // The concrete part. Its class is known where the type id has been tested.
+  // The concrete part, without a new reference. Its class is known where the type id has been
+  // tested.
   virtual core::CObject* GetThis_Concrete() = 0;
+  // Takes one reference, which the caller ends by `Destroy`. A plain count: one thread at a time
+  // uses an object.
   virtual void AddRef() = 0;
 };
 

@@ -67,7 +67,10 @@ class CSerializer<Configuration>::Dictionary : public CSerializer<Configuration>
   void Init(int type);
   // From an image; the dictionary's length in bytes.
   int Init(bool reverseBytes, int size, unsigned char* image, int offset);
+  // In any form; without one `CException_This_Invalid`.
   int GetSerializeableType() const;
+  // In bytes, with type and terminator. Makes nothing; raises for what does not end within the
+  // image.
   static int CalculateLength(int size, const unsigned char* image, int offset);
   // A new array with a reference on each entry, in order. The caller owns it.
   IArray_Entry* BuildArray_Entries() const;
@@ -75,6 +78,7 @@ class CSerializer<Configuration>::Dictionary : public CSerializer<Configuration>
   void Transition_WorkingToDeduplicated(IArray_Entry* entries);
   void Transition_SerializedToDeduplicated(IArray_Entry* entries);
   void Transition_DeduplicatedToSerialized(IArray_Entry* entries);
+  // To the form, by whatever steps lead there; nothing for a dictionary that has it.
   void ToDeduplicated(IArray_Entry* entries);
   void ToSerialized(IArray_Entry* entries);
 
@@ -92,7 +96,9 @@ class CSerializer<Configuration>::Dictionary : public CSerializer<Configuration>
   static constexpr unsigned char kTerminator[2] = {0x80, 0x00};
 
  private:
+  // A new array, the caller's, with a reference on each entry.
   static IArray_Entry* BuildArray(int count, Entry** entries);
+  // Drops the references and frees the block.
   static void ReleaseBlock(int count, Entry** entries);
 };
 

@@ -1,4 +1,5 @@
-// Bodies of Dictionary.h, for the files that instantiate it.
+// Bodies of Dictionary.h, for the files that instantiate it. One file: a transition makes one of
+// the three forms from the members of another.
 #pragma once
 
 #include <string.h>
@@ -24,6 +25,7 @@ auto CSerializer<Configuration>::Dictionary::BuildArray(int count, Entry** entri
   return array;
 }
 
+// Null is ignored.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::ReleaseBlock(int count, Entry** entries) {
   CArray<Configuration, Entry>::Delete_Elements(count, entries);
@@ -67,6 +69,7 @@ CSerializer<Configuration>::Dictionary::Deduplicated::~Deduplicated() {
   }
 }
 
+// Raises before it takes the block, or not at all: a refused block stays the caller's.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Deduplicated::Init(int newType, int newCount,
                                                                 Entry** newEntries,
@@ -81,6 +84,7 @@ void CSerializer<Configuration>::Dictionary::Deduplicated::Init(int newType, int
   this->initialized = true;
 }
 
+// The entries in image order.
 template <class Configuration>
 auto CSerializer<Configuration>::Dictionary::Deduplicated::BuildArray_Entries() const
     -> IArray_Entry* {
@@ -120,6 +124,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   }
   bytes = image + offset;
   const VLQ type = VLQ::Decode(size, image, offset);
+  // Type 0 is no object's.
   if (type.value < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -135,6 +140,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   if (counted == 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // Ahead of the block, whose size the image decides.
   if (counted > MostEntries(size)) {
     PLINTH_RAISE(CException_General);
   }
@@ -145,6 +151,7 @@ void CSerializer<Configuration>::Dictionary::Serialized::Init(bool reverseBytes,
   place = offset + type.length;
   for (int i = 0; i < counted; ++i) {
     reading = place;
+    // In the block before it is filled: the form owns it if that raises.
     entries[i] = Object::template New<Entry>();
     place += entries[i]->Init(dictionary, reverseBytes, size, image, place);
   }
@@ -209,6 +216,7 @@ CSerializer<Configuration>::Dictionary::Dictionary() : Object(false), state(ESta
 template <class Configuration>
 CSerializer<Configuration>::Dictionary::~Dictionary() = default;
 
+// For writing. The form is held before its Init, so a raise there leaves nothing behind.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Init(int type) {
   working.Take(Object::template New<Working>(this, type));
@@ -217,6 +225,7 @@ void CSerializer<Configuration>::Dictionary::Init(int type) {
   this->initialized = true;
 }
 
+// For reading: parses the dictionary at this place of the image.
 template <class Configuration>
 int CSerializer<Configuration>::Dictionary::Init(bool reverseBytes, int size, unsigned char* image,
                                                  int offset) {
@@ -243,6 +252,8 @@ int CSerializer<Configuration>::Dictionary::GetSerializeableType() const {
   }
 }
 
+// The same walk as the one of reading, without a record made: the image is measured before anything
+// is allocated for it.
 template <class Configuration>
 int CSerializer<Configuration>::Dictionary::CalculateLength(int size, const unsigned char* image,
                                                             int offset) {
@@ -257,6 +268,7 @@ int CSerializer<Configuration>::Dictionary::CalculateLength(int size, const unsi
   return place - offset + static_cast<int>(sizeof kTerminator);
 }
 
+// A blank dictionary raises `CException_This_Invalid`.
 template <class Configuration>
 auto CSerializer<Configuration>::Dictionary::BuildArray_Entries() const -> IArray_Entry* {
   switch (state) {
@@ -285,10 +297,12 @@ void CSerializer<Configuration>::Dictionary::Transition_WorkingToDeduplicated(
       PLINTH_RAISE(CException_This_Invalid);
     }
     for (int i = 0; i < count; ++i) {
+      // A failure here leaves some entries moved on: the serializer is stripped then.
       own->Get(i)->ToDeduplicated(entries);
     }
     Deduplicated* form = Defer(frame, Object::template New<Deduplicated>(this));
     form->Init(working->type, count, own->GetElements(), own->IsOwned_Elements());
+    // The form has the block, and nothing can fail between the two.
     own->ClearOwnership_Elements();
     deduplicated.Take(HandOver(frame, form));
     working.Drop();
@@ -315,6 +329,7 @@ void CSerializer<Configuration>::Dictionary::Transition_SerializedToDeduplicated
   serialized.Drop();
 }
 
+// The new form takes the block over; the old one is dropped when nothing can fail.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::Transition_DeduplicatedToSerialized(
     IArray_Entry* entries) {
@@ -332,6 +347,7 @@ void CSerializer<Configuration>::Dictionary::Transition_DeduplicatedToSerialized
   deduplicated.Drop();
 }
 
+// A blank dictionary raises `CException_General`.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::ToDeduplicated(IArray_Entry* entries) {
   switch (state) {
@@ -346,6 +362,7 @@ void CSerializer<Configuration>::Dictionary::ToDeduplicated(IArray_Entry* entrie
   }
 }
 
+// Two steps from writing. A failure of the second leaves some entries moved on.
 template <class Configuration>
 void CSerializer<Configuration>::Dictionary::ToSerialized(IArray_Entry* entries) {
   switch (state) {

@@ -13,19 +13,23 @@ template <class Configuration>
 CSerializer<Configuration>::Duplicates::Duplicates()
     : Object(false), table(nullptr), size(0), kinds(0) {}
 
+// The entries are borrowed: the table alone is freed.
 template <class Configuration>
 CSerializer<Configuration>::Duplicates::~Duplicates() {
   operator delete[](table, api::Slots<Configuration>().platform, false, false);
 }
 
+// Without a new reference. Out of memory raises before the entry has a number.
 template <class Configuration>
 auto CSerializer<Configuration>::Duplicates::FindFirst(Entry* entry) -> Entry* {
+  // At most half full, so a walk to a free slot is short.
   if (static_cast<unsigned int>(kinds) >= size / 2) {
     Grow();
   }
   entry->working->hash = Hash(entry);
   Entry** slot = Slot(table, size, entry);
   if (*slot == nullptr) {
+    // The number of the kind; the serialized form gives the entry another one later.
     entry->number = kinds++;
     *slot = entry;
   }
@@ -36,6 +40,7 @@ auto CSerializer<Configuration>::Duplicates::FindFirst(Entry* entry) -> Entry* {
 template <class Configuration>
 auto CSerializer<Configuration>::Duplicates::Slot(Entry** slots, unsigned int slotCount,
                                                   const Entry* entry) -> Entry** {
+  // Linear probing: the slot count is a power of two, and a slot is free.
   unsigned int place = entry->working->hash;
   for (;; ++place) {
     Entry** slot = &slots[place & (slotCount - 1)];
@@ -49,6 +54,7 @@ template <class Configuration>
 void CSerializer<Configuration>::Duplicates::Grow() {
   api::CPlatform* platform = api::Slots<Configuration>().platform;
   const unsigned int newSize = size == 0 ? 16 : size * 2;
+  // Before anything changes: out of memory leaves the table as it was.
   Entry** grown = new (platform, true, true) Entry*[newSize];
   for (unsigned int i = 0; i < size; ++i) {
     if (table[i] != nullptr) {
@@ -75,6 +81,7 @@ unsigned int CSerializer<Configuration>::Duplicates::Hash(const Entry* entry) {
        reference = reference->next) {
     hash = (hash ^ static_cast<unsigned int>(reference->value->number)) * kPrime;
   }
+  // The slot is taken from the low bits, which the multiplications mix least.
   return hash ^ (hash >> 15);
 }
 
@@ -83,6 +90,7 @@ bool CSerializer<Configuration>::Duplicates::IsSameKind(const Entry* a, const En
   const auto* left = a->working;
   const auto* right = b->working;
   const int length = left->data->GetCount();
+  // The cheap tests first. One dictionary is one type.
   if (left->hash != right->hash || left->dictionary != right->dictionary ||
       length != right->data->GetCount() ||
       (length > 0 && memcmp(left->data->GetElements(), right->data->GetElements(),
@@ -95,6 +103,7 @@ bool CSerializer<Configuration>::Duplicates::IsSameKind(const Entry* a, const En
     mine = mine->next;
     its = its->next;
   }
+  // Both lists have ended.
   return mine == its;
 }
 

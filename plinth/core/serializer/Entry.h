@@ -33,6 +33,7 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     unsigned int hash;                        // of the content, once that is complete
 
    private:
+    // Copies the bytes. Out of memory raises and leaves the data as it was.
     void Append(const unsigned char* bytes, int count);
   };
 
@@ -92,15 +93,20 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
   void Destroy() { Object::RemoveRef(this); }
 
   void Init(Dictionary* dictionary, bool reverseBytes);
+  // Points into the image, which must outlive the entry.
   int Init(Dictionary* dictionary, bool reverseBytes, int size, unsigned char* image, int offset);
+  // Without a new reference. The dictionary holds the entry: a count here would close a ring.
   Dictionary* GetDictionary() const;
   // The entry's length at this place of an image, or 0 at the dictionary's terminator.
   static int CalculateLength(int size, const unsigned char* image, int offset);
 
+  // Counts a holder; takes no reference.
   void AddEntry_ReferencedBy(Entry* entry);
   bool IsEqualTo(Entry* other) const;
   bool IsLessThan(Entry* other) const;
 
+  // `entries` is the flattened array, in which references are places. One that raises leaves the
+  // entry in the form that it had.
   void Transition_WorkingToDeduplicated(IArray_Entry* entries);
   void Transition_SerializedToDeduplicated(IArray_Entry* entries);
   void Transition_DeduplicatedToSerialized(IArray_Entry* entries);

@@ -8,6 +8,7 @@
 
 namespace plinth::v1::core {
 
+// Without a form: `state` is None, and the end has nothing to release.
 template <class Configuration>
 CSerializer<Configuration>::Entry::Entry()
     : Object(false), state(EState::None), number(-1), serialized() {}
@@ -36,12 +37,14 @@ void CSerializer<Configuration>::Entry::Release() {
   }
 }
 
+// For writing. The dictionary is not counted.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverseBytes) {
   if (dictionary == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->reverse = reverseBytes;
+  // The form and its state together: from here on the entry's end frees it.
   working = Object::template New<Working>(dictionary, reverseBytes);
   state = EState::Working;
   working->Init();
@@ -63,6 +66,7 @@ int CSerializer<Configuration>::Entry::Init(Dictionary* dictionary, bool reverse
   return serialized.length;
 }
 
+// A blank entry raises `CException_This_Invalid`.
 template <class Configuration>
 auto CSerializer<Configuration>::Entry::GetDictionary() const -> Dictionary* {
   switch (state) {
@@ -85,6 +89,7 @@ int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned 
   if (size < 1 || image == nullptr || offset < 0 || offset >= size - 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // A length that starts so would have a redundant byte, which no writer makes.
   if (image[offset] == Dictionary::kTerminator[0] &&
       image[offset + 1] == Dictionary::kTerminator[1]) {
     return 0;
@@ -97,12 +102,14 @@ int CSerializer<Configuration>::Entry::CalculateLength(int size, const unsigned 
   }
   const VLQ referencePart = VLQ::Decode(size, image, static_cast<int>(behindData));
   const long long end = behindData + referencePart.length + static_cast<int>(referencePart.value);
+  // Two bytes at least, one for each length.
   if (end - offset <= 1 || end > size) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   return static_cast<int>(end - offset);
 }
 
+// Only while entries are written: a read entry's holders are of no interest.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::AddEntry_ReferencedBy(Entry* entry) {
   if (entry == nullptr) {
@@ -114,6 +121,8 @@ void CSerializer<Configuration>::Entry::AddEntry_ReferencedBy(Entry* entry) {
   ++working->holderCount;
 }
 
+// By content, while both are written. A null or another form of the other raises
+// `CException_Parameter_Invalid`, another form of this one `CException_This_Invalid`.
 template <class Configuration>
 bool CSerializer<Configuration>::Entry::IsEqualTo(Entry* other) const {
   if (other == nullptr) {
@@ -170,6 +179,7 @@ void CSerializer<Configuration>::Entry::Transition_WorkingToDeduplicated(IArray_
     form.ownsData = data->IsOwned_Elements();
     form.referenceCount = count;
     form.references = references->GetElements();
+    // Nothing can fail from here on.
     data->ClearOwnership_Elements();
     references->ClearOwnership_Elements();
     Release();
@@ -202,6 +212,7 @@ void CSerializer<Configuration>::Entry::Transition_SerializedToDeduplicated(IArr
   Deduplicated form = {};
   form.dictionary = serialized.dictionary;
   form.dataLength = serialized.dataLength;
+  // Into the image: neither data nor references are copied.
   form.data = form.dataLength > 0 ? serialized.bytes + serialized.dataOffset : nullptr;
   form.referenceCount = serialized.referenceCount;
   form.numberBytes = serialized.numberBytes;
@@ -247,6 +258,7 @@ void CSerializer<Configuration>::Entry::Transition_DeduplicatedToSerialized(IArr
                     true) unsigned char[static_cast<size_t>(form.length)];
   form.ownsBytes = true;
   unsigned char* to = form.bytes;
+  // An empty part may have no address, which memcpy must not get.
   const auto put = [&to](const unsigned char* from, int length) {
     if (length > 0) {
       memcpy(to, from, static_cast<size_t>(length));
@@ -283,6 +295,7 @@ void CSerializer<Configuration>::Entry::ToDeduplicated(IArray_Entry* entries) {
   }
 }
 
+// Two steps from writing. A failure of the second leaves the entry readable.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::ToSerialized(IArray_Entry* entries) {
   switch (state) {
@@ -298,6 +311,7 @@ void CSerializer<Configuration>::Entry::ToSerialized(IArray_Entry* entries) {
   }
 }
 
+// References that an image has are numbers: nothing is held.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::DropReferences() {
   if (state == EState::Working) {
@@ -310,6 +324,7 @@ void CSerializer<Configuration>::Entry::DropReferences() {
   }
 }
 
+// The new place is the dictionary's, which outlives the entry's use of it.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::MoveBytes(unsigned char* bytes) {
   Release();

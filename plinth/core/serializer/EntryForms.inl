@@ -10,6 +10,7 @@ namespace plinth::v1::core {
 
 // ---- Entry::Working
 
+// An empty entry: no data, no references.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Init() {
   data.Take(new (api::Slots<Configuration>().platform, false, true) CArray_uint8);
@@ -18,6 +19,7 @@ void CSerializer<Configuration>::Entry::Working::Init() {
   this->initialized = true;
 }
 
+// Goes down into the entries that it refers to.
 template <class Configuration>
 bool CSerializer<Configuration>::Entry::Working::IsEqualTo(const Working* other) const {
   this->CheckThis();
@@ -58,6 +60,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_uint8(unsigned char v
   Append(&value, 1);
 }
 
+// Negative raises `CException_Parameter_Invalid`; what is too large raises as VLQ::Encode does.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Working::Serialize_uint28(int value) {
   if (value < 0) {
@@ -97,6 +100,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
   if (arraySize < 1 || array == nullptr || offset < 0 || count < 1) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // 28 bits, as the encoding holds.
   constexpr int kLargest = 0x0FFFFFFF;
   int sound = 0;
   int length = 0;
@@ -117,6 +121,7 @@ void CSerializer<Configuration>::Entry::Working::Serialize_Array_uint28(int arra
     }
     PLINTH_END
   }
+  // Raises as the single value does.
   if (sound < count) {
     Serialize_uint28(array[offset + sound]);
   }
@@ -132,6 +137,7 @@ auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry
   if (referenceCursor < numberBytes) {
     const VLQ number = VLQ::Decode(numberBytes, numbers, referenceCursor);
     referenceCursor += number.length;
+    // Without a new reference: the array holds the entry.
     return entries->GetElements()[number.value];
   }
   if (numberBytes == 0 && referenceCursor < referenceCount) {
@@ -141,6 +147,7 @@ auto CSerializer<Configuration>::Entry::Deduplicated::NextReference(IArray_Entry
   return nullptr;
 }
 
+// Also for an entry without data, whose cursor is at the end from the start.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Deduplicated::Rewind() {
   if (cursor >= dataLength) {
@@ -174,6 +181,7 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_uint28() {
 template <class Configuration>
 int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ(bool reverseBytes) {
   Rewind();
+  // A value that the end cuts off is not read from the start again.
   if (cursor + 3 >= dataLength) {
     PLINTH_RAISE(CException_This_Invalid);
   }
@@ -183,6 +191,8 @@ int CSerializer<Configuration>::Entry::Deduplicated::Deserialize_int32_NoVLQ(boo
   return static_cast<int>(reverseBytes ? __builtin_bswap32(pattern) : pattern);
 }
 
+// Fewer bytes than asked for raise `CException_This_Invalid` and leave the cursor where it was, or
+// at the start.
 template <class Configuration>
 void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint8(int arraySize,
                                                                               unsigned char* array,
@@ -196,6 +206,7 @@ void CSerializer<Configuration>::Entry::Deduplicated::Deserialize_Array_uint8(in
     PLINTH_RAISE(CException_This_Invalid);
   }
   Rewind();
+  // All of it or nothing: bytes do not start again in the middle.
   if (dataLength - cursor < count) {
     PLINTH_RAISE(CException_This_Invalid);
   }
@@ -233,6 +244,7 @@ void CSerializer<Configuration>::Entry::Serialized::Init(int size, unsigned char
   const VLQ dataPart = VLQ::Decode(size, image, offset);
   dataOffset = dataPart.length;
   dataLength = static_cast<int>(dataPart.value);
+  // Behind the data come at least one byte of a length and one more byte of the dictionary.
   if (dataLength > room - (dataPart.length + 2)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }

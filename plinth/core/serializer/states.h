@@ -47,7 +47,7 @@ class CSerializer<Configuration>::Working : public CSerializer<Configuration>::O
 template <class Configuration>
 class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuration>::Object {
  public:
-  // A blank object of the type, by default from the helper.
+  // A blank object of the type, by default from the helper. The caller owns it.
   virtual api::ISerializeable* CreateSerializeable(int type);
   Deduplicated();
   virtual ~Deduplicated();
@@ -57,6 +57,7 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
             IArray_Entry* allEntries);
   api::ISerializeable* Deserialize_Serializeable(void* context);
   api::ISerializeable* Deserialize_Serializeable(int type, void* context);
+  // The innermost entry that is read; none raises `CException_This_Invalid`.
   Entry* GetEntry_Deserializing_Current() const;
   api::ISerializeable* GetSerializeable_Twin() const;
 
@@ -68,6 +69,7 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   CountedInRecord<IArray_Dictionary> dictionaries;
   int dictionaryIndex;  // stays -1
   CountedInRecord<IArray_Entry> entries;
+  // The place of the last root that was read; -1 before the first.
   int rootCursor;
   Entry** readStack;  // those being read, the innermost last; `entries` holds them
   int readCount;
@@ -75,13 +77,16 @@ class CSerializer<Configuration>::Deduplicated : public CSerializer<Configuratio
   typename Entry::Deduplicated* constructing;  // the innermost object under construction, or null
   int depth;                                   // objects under construction
   int deepest;  // the level that the innermost one reaches with what it holds so far
+  // Of the whole image: bytes of data, and references between entries.
   int byteCount;
   int referenceCount;
 
  private:
   Entry* GetEntry_Nested_Unprocessed();
+  // Out of memory raises, with the stack as it was.
   void PushRead(Entry* entry);
   void PopRead();
+  // These three give a reference to the caller; the entry keeps its own.
   api::ISerializeable* Read(Entry* entry, void* context);
   api::ISerializeable* CreateSerializeable(Entry* entry, void* context);
   api::ISerializeable* Construct(Entry* entry, void* context);
@@ -105,11 +110,13 @@ class CSerializer<Configuration>::Serialized : public CSerializer<Configuration>
   // Writes an image.
   void Init(bool reverseBytes, IArray_Dictionary* allDictionaries, IArray_Entry* allEntries);
 
+  // Bytes of the image.
   int length;
   unsigned char* bytes;
   int position;
   CountedInRecord<IArray_Dictionary> dictionaries;
   CountedInRecord<IArray_Entry> entries;
+  // The image ends with this object.
   bool ownsBytes;
 };
 

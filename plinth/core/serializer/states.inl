@@ -1,4 +1,5 @@
-// Bodies of states.h, for the files that instantiate it.
+// Bodies of states.h, for the files that instantiate it. One file: the three forms are read side by
+// side, since each transition makes one from the records of another.
 #pragma once
 
 #include <string.h>
@@ -12,8 +13,10 @@ namespace plinth::v1::core {
 
 // ---- Working
 
+// Out of memory raises; what was made before ends with this object.
 template <class Configuration>
 void CSerializer<Configuration>::Working::Init() {
+  // Each list is this object's as soon as it exists: a raise leaves nothing to free.
   rootDictionaries.Take(NewList_Dictionary());
   allDictionaries.Take(NewList_Dictionary());
   dictionaryStack.Take(NewList_Dictionary());
@@ -53,10 +56,12 @@ void CSerializer<Configuration>::Working::Serialization_Start(int type) {
       dictionary->Init(type);
       if (dictionaryStack->GetCount() == 0) {
         dictionary->working->root = true;
+        // A type is a root type by its first entry: later ones may be nested.
         rootDictionaries->Add(rootDictionaries->GetTail(), dictionary);
       }
       allDictionaries->Add(allDictionaries->GetTail(), dictionary);
     }
+    // One a level, so a type can be open several times.
     dictionaryStack->Add(dictionaryStack->GetTail(), dictionary);
 
     Entry* entry = Defer(frame, Object::template New<Entry>());
@@ -68,6 +73,7 @@ void CSerializer<Configuration>::Working::Serialization_Start(int type) {
       Entry* holder = current->GetValue();
       IList_Entry* references = holder->working->references.Get();
       references->Add(references->GetTail(), entry);
+      // A count alone: an entry does not refer to its holders.
       entry->AddEntry_ReferencedBy(holder);
     }
     entryStack->Add(entryStack->GetTail(), entry);
@@ -102,6 +108,7 @@ void CSerializer<Configuration>::Working::Deduplicate(OpenEntry* open) {
   if (entry->state != EState::Working || entry->GetDictionary()->state != EState::Working) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  // Entries of a root type are numbered too: their holders compare numbers.
   Entry* first = duplicates->FindFirst(entry);
   Dictionary* dictionary = entry->GetDictionary();
   if (first == entry || dictionary->working->root) {
@@ -111,7 +118,10 @@ void CSerializer<Configuration>::Working::Deduplicate(OpenEntry* open) {
     strayCopy = true;
     return;
   }
+  // An entry with a holder was opened inside it, so there is one before it on the stack.
   Entry* holder = open->previous->GetValue();
+  // The entry is the last reference of its holder: nothing was opened there since. The stack still
+  // holds it.
   holder->working->references->GetTail()->SetValue(first);
   first->AddEntry_ReferencedBy(holder);
   RemoveLast(dictionary->working->entries.Get(), entry);
@@ -139,6 +149,7 @@ void CSerializer<Configuration>::Working::FinishDeduplication() {
   }
 }
 
+// Its form of writing, without a new reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Working::GetEntry_Serializing_Current() const ->
     typename Entry::Working* {
@@ -180,12 +191,14 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   serializer = owner;
+  // The serializer itself is not counted: it owns this object.
   helper.Share(owner->GetSerializerHelper());
   this->reverse = reverseBytes;
   dictionaries.Share(allDictionaries);
   entries.Share(allEntries);
   const int dictionaryCount = allDictionaries->GetCount();
   for (int i = 0; i < dictionaryCount; ++i) {
+    // All forms first: the counts below are read from them.
     allDictionaries->Get(i)->ToDeduplicated(allEntries);
   }
   const int entryCount = allEntries->GetCount();
@@ -199,11 +212,13 @@ void CSerializer<Configuration>::Deduplicated::Init(api::ISerializer* owner, boo
   this->initialized = true;
 }
 
+// Raises what the helper raises for a type that it does not know.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeable(int type) {
   return helper->CreateSerializeable(type);
 }
 
+// Without a new reference.
 template <class Configuration>
 auto CSerializer<Configuration>::Deduplicated::GetEntry_Deserializing_Current() const -> Entry* {
   if (readCount == 0) {
@@ -247,6 +262,7 @@ auto CSerializer<Configuration>::Deduplicated::GetEntry_Nested_Unprocessed() -> 
       PLINTH_RAISE(CException_This_Invalid);
     }
     auto& form = entry->deduplicated;
+    // Values left over: the reader of this object does not know its own form.
     if (form.cursor != form.dataLength) {
       PLINTH_RAISE(CException_This_Invalid);
     }
@@ -258,6 +274,8 @@ auto CSerializer<Configuration>::Deduplicated::GetEntry_Nested_Unprocessed() -> 
   return nullptr;
 }
 
+// The entry stays on the stack until its nested entries are used up; one whose object exists leaves
+// it at once.
 template <class Configuration>
 api::ISerializeable* CSerializer<Configuration>::Deduplicated::Read(Entry* entry, void* context) {
   PushRead(entry);
@@ -312,10 +330,12 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::CreateSerializeab
   if (shared) {
     // A second referrer: it shares the instance, and the entry's bytes are not read again.
     PopRead();
+    // What it holds lies below this level too.
     deepest = depth + form->height > deepest ? depth + form->height : deepest;
     form->object->AddRef();
     return form->object;
   }
+  // An object around this one has the frame.
   if (depth > 0) {
     return Construct(entry, context);
   }
@@ -376,13 +396,17 @@ api::ISerializeable* CSerializer<Configuration>::Deduplicated::Construct(Entry* 
   form->outer = constructing;
   constructing = form;
   const int level = depth + 1;
+  // The depth below this object is measured by itself, and put back at the end.
   const int deepestAround = deepest;
   depth = level;
   deepest = level;
   form->object->Init(type, serializer, context);
+  // Nothing, unless the object's reader has caught a failure further in: what is left under
+  // construction then ends here.
   Abandon(form);
   constructing = form->outer;
   form->underConstruction = false;
+  // It shares its memory with `outer`, which is of no more use.
   form->wrapper = nullptr;
   form->height = deepest - level + 1;
   if (Entry* wrapped = Wrapped(*form)) {
@@ -415,6 +439,7 @@ template <class Configuration>
 CSerializer<Configuration>::Serialized::Serialized()
     : Object(false), length(0), bytes(nullptr), position(0), ownsBytes(false) {}
 
+// The entries that point into the bytes are not read any more by then.
 template <class Configuration>
 CSerializer<Configuration>::Serialized::~Serialized() {
   if (ownsBytes) {
@@ -439,6 +464,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   int dictionaryCount = 0;
   int place = 0;
   while (place < size) {
+    // Raises for a dictionary that does not end within the image.
     place += Dictionary::CalculateLength(size, data, place);
     trace.byte = place;
     ++dictionaryCount;
@@ -454,9 +480,11 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   position = 0;
   for (int i = 0; i < dictionaryCount; ++i) {
     Dictionary* dictionary = Object::template New<Dictionary>();
+    // The array holds the record before it is filled, so a raise leaves nothing behind.
     dictionaries->GetElements()[i] = dictionary;
     position += dictionary->Init(reverseBytes, size, data, position);
     entryCount += dictionary->serialized->count;
+    // Checked at each dictionary, so the sum cannot overflow.
     if (entryCount > MostEntries(size)) {
       PLINTH_RAISE(CException_General);
     }
@@ -466,6 +494,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes, int size, u
   for (int i = 0; i < dictionaryCount; ++i) {
     const auto* dictionary = dictionaries->GetElements()[i]->serialized.Get();
     for (int j = 0; j < dictionary->count; ++j) {
+      // The dictionary keeps its own reference.
       dictionary->entries[j]->AddRef();
       entries->GetElements()[filled++] = dictionary->entries[j];
     }
@@ -493,6 +522,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes,
   entries.Share(allEntries);
   const int entryCount = allEntries->GetCount();
   for (int i = 0; i < entryCount; ++i) {
+    // The number is the place in the flattened array, by which others refer to the entry.
     allEntries->Get(i)->number = i;
   }
   const int dictionaryCount = allDictionaries->GetCount();
@@ -520,6 +550,7 @@ void CSerializer<Configuration>::Serialized::Init(bool reverseBytes,
   position = 0;
   for (int i = 0; i < dictionaryCount; ++i) {
     const auto* dictionary = allDictionaries->Get(i)->serialized.Get();
+    // The dictionaries keep their bytes: a copy is simpler than a second owner.
     memcpy(bytes + position, dictionary->bytes, static_cast<size_t>(dictionary->length));
     position += dictionary->length;
   }

@@ -9,6 +9,7 @@
 namespace plinth::v1::api {
 
 struct BootSlots {
+  // Each of the three is a counted reference, or null.
   CPlatform* platform;
   IBootManager* bootManager;
   CThreadContextManager* threadContextManager;
@@ -39,11 +40,13 @@ const BootSlots& Booted();
 // it, or a block that was filled without an object.
 bool Initialize(BootSlots& slots, const BootRecord* record);
 
-// Forgets the calling thread in the block's thread context manager.
+// Forgets the calling thread in the block's thread context manager. Nothing happens in an empty
+// block.
 void CleanupThread(BootSlots& slots);
 
-// Drops the block's platform, thread context manager and boot manager in this order, and clears
-// its state bytes.
+// Drops the block's platform, thread context manager and boot manager in this order, and clears its
+// state bytes. The last reference on each ends it. The boot manager goes last, since the others'
+// memory is its.
 void CleanupProcess(BootSlots& slots);
 
 }  // namespace plinth::v1::api

@@ -12,6 +12,7 @@ class CException {
   // Runs the destructor and frees the object through the foundation's boot manager. One that stands
   // in a thread's reserve is only destructed.
   virtual void Destroy();
+  // Clears code and text. `Delete` does the same: an exception owns nothing.
   virtual void Reset();
   virtual void Delete();
 

@@ -23,7 +23,7 @@ class CJumpManager {
   CJumpManager();
 
   // The environment that the caller hands to _setjmp. Out of memory pushes nothing and answers the
-  // embedded environment.
+  // embedded environment. The node is the stack's until it is popped.
   jmp_buf* PushEnvironment();
   // Unlinks the top environment and copies it into the embedded one, which is answered; on an
   // empty stack the embedded one is zero-filled.
@@ -44,8 +44,9 @@ class CJumpManager {
 // given boot manager. Null is ignored.
 void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager);
 
-// Jumps to the top environment with the exception in flight. Does not return; on an empty stack
-// the process dies, so every raise must be inside a frame.
+// Jumps to the top environment with the exception in flight. Does not return; on an empty stack the
+// process dies, so every raise must be inside a frame. The frame that it lands in takes the
+// exception over.
 [[noreturn]] void Throw(CJumpManager* jumpManager, CException* exception);
 
 }  // namespace plinth::v1::api

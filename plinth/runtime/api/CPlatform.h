@@ -28,6 +28,7 @@ class CPlatform {
             _exports::common::handler::IHandler_Debug* debugHandler,
             _exports::common::handler::IHandler_Memory* memoryHandler,
             _exports::common::handler::IHandler_String* stringHandler);
+  // Ends the four handlers and leaves the platform blank.
   void Delete();
 
   int refCount;

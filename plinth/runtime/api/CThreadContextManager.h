@@ -17,6 +17,7 @@ class CThreadContextManager {
   static constexpr int kBucketCapacity = 5;
 
   struct Bucket {
+    // A thread that is known. Owns one reference on its jump manager.
     struct Entry {
       bool valid;
       Entry* previous;
@@ -48,11 +49,14 @@ class CThreadContextManager {
   void RemoveThread(IBootManager* bootManager);
 
   // Ends the entries, the buckets and the two platform managers, and leaves the table blank.
+  // Entries of threads that are still running end too: nobody may be inside a frame.
   void Delete(IBootManager* bootManager);
   void Delete();  // through the boot manager of the process's boot
 
+  // Whether `Init` has succeeded; a table that is not usable knows no thread.
   bool IsUsable() const;
 
+  // The blocks that hold the table.
   int refCount;
   bool valid;
   ISemaphoreManager* semaphoreManager;

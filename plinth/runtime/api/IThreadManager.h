@@ -8,6 +8,7 @@ class IThreadManager {
  public:
   virtual bool Init() = 0;
   virtual ~IThreadManager();
+  // Ends the manager and frees it through the boot manager; there are no counts.
   virtual void Destroy() = 0;
   // The calling thread's kernel id; 0 means that there is none.
   virtual int GetThreadHandle() const = 0;

@@ -12,6 +12,7 @@ struct Trace {
   bool inImage;  // `byte` counts in the inflated image
 };
 
+// The calling thread's. It outlives each call, so whoever begins one clears it.
 Trace& CurrentTrace();
 
 }  // namespace plinth::v1::api

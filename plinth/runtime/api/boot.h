@@ -14,6 +14,7 @@ namespace plinth::v1::api {
 // result is a new record of the three objects, which the caller frees with `FreeBootRecord`; null
 // when memory runs out or the thread finds no place in the table, and then `slots` is as it was.
 BootRecord* Boot(BootSlots& slots);
+// Null is ignored. The three objects stay as they are.
 void FreeBootRecord(BootRecord* record);
 
 // The whole of a layer's Initialize and Cleanup in the `_Posix_So` form, over the layer's block and
@@ -28,6 +29,7 @@ struct Visit {
   bool closes[kBlocks];
   bool forgetsThread;
 };
+// What this call will have to close: taken before it opens anything.
 Visit Enter();
 // Forgets the thread, then closes the blocks from the last to the first.
 void Leave(Visit& visit);

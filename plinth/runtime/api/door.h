@@ -11,6 +11,7 @@ namespace plinth::v1::api {
 // Waits for its turn. False, at once, on a thread that is inside already: the call was made from a
 // log callback, and is to be refused.
 bool EnterDoor();
+// By the thread that is inside, once for each `EnterDoor` that was true.
 void LeaveDoor();
 
 // The lock of the thread table, held for the walk of a bucket; see CSemaphoreManager_Table.

@@ -112,11 +112,17 @@ T* HandOver(volatile Frame& frame, T* object) {
 // The steps of the protocol, in the order in which the macros take them.
 // A frame works from its layer's block, or, where that is closed, from the process's boot.
 void FrameStart(volatile Frame& frame, const BootSlots& layer);
+// Pushes an environment for the body or the catch, and notes whether it has a node.
 jmp_buf* FramePush(volatile Frame& frame);
+// Makes the collector; out of memory it throws as if the body had raised.
 void FrameOpen(volatile Frame& frame);
+// Whether an exception landed here; the frame then owns it.
 bool FrameCatch(volatile Frame& frame);
+// Takes the exception off the collector and throws it on; the tail still runs.
 [[noreturn]] void FrameRethrow(volatile Frame& frame);
+// The common end, once: pops what is still pushed.
 void FrameLand(volatile Frame& frame);
+// Releases the collector, then throws what is pending to the frame around.
 void FrameClose(volatile Frame& frame);
 
 }  // namespace plinth::v1::api

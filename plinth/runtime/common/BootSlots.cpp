@@ -21,6 +21,8 @@ T* Read(T* const& pointer) {
   return *static_cast<T* const volatile*>(&pointer);
 }
 
+// Two steps, each with a claim of its own: a thread that waits in the second one sleeps by the boot
+// manager that the first has filled.
 bool FillBootManager(BootSlots& slots, const BootRecord& record) {
   if (Read(slots.bootReady)) {
     return slots.bootManager != nullptr;
@@ -31,6 +33,7 @@ bool FillBootManager(BootSlots& slots, const BootRecord& record) {
     }
     return true;
   }
+  // The claim first and `bootReady` last: a thread that waits goes on when all is there.
   slots.bootClaimed = true;
   if (record.bootManager != slots.bootManager) {
     slots.bootManager = record.bootManager;
@@ -66,11 +69,13 @@ bool FillContext(BootSlots& slots, const BootRecord& record) {
 
 }  // namespace
 
+// By the pointers: the bytes of a block can be set while it is filled.
 bool IsFull(const BootSlots& slots) {
   return slots.bootManager != nullptr && slots.threadContextManager != nullptr &&
          slots.platform != nullptr;
 }
 
+// Blocks in their fixed order, so all callers come to the same one.
 const BootSlots& Booted() {
   for (const BootSlots& slots : blocks) {
     if (IsFull(slots)) {
@@ -85,6 +90,7 @@ const BootSlots& Booted() {
   return blocks[0];
 }
 
+// The record is copied from, and stays the caller's.
 bool Initialize(BootSlots& slots, const BootRecord* record) {
   if (record == nullptr || record->bootManager == nullptr ||
       record->threadContextManager == nullptr || record->platform == nullptr) {
@@ -93,6 +99,7 @@ bool Initialize(BootSlots& slots, const BootRecord* record) {
   return FillBootManager(slots, *record) && FillContext(slots, *record);
 }
 
+// The thread is known once for all blocks that share a table, and forgotten once.
 void CleanupThread(BootSlots& slots) {
   if (slots.threadContextManager != nullptr) {
     slots.threadContextManager->RemoveThread(slots.bootManager);
@@ -113,6 +120,7 @@ void CleanupProcess(BootSlots& slots) {
     slots.bootManager->Destroy();
   }
   slots.bootManager = nullptr;
+  // An empty block can be filled again.
   slots.contextClaimed = false;
   slots.contextReady = false;
   slots.bootClaimed = false;

@@ -11,7 +11,9 @@ CException::CException(int exceptionCode) : code(exceptionCode), message(), rese
 
 CException::~CException() = default;
 
+// Called by the collector of the frame that caught it, or by the frame itself.
 void CException::Destroy() {
+  // Its memory is the jump manager's.
   if (reserved) {
     this->~CException();
   } else {

@@ -4,6 +4,7 @@ namespace plinth::v1::api {
 
 CGarbageCollector::TGarbageBase::~TGarbageBase() = default;
 
+// The node's destructor releases the object, where `owned` says so.
 void CGarbageCollector::TGarbageBase::Destroy(bool releaseObject) {
   owned = releaseObject;
   boot_manager::PlacementDelete(Booted().bootManager, this);
@@ -17,6 +18,7 @@ void CGarbageCollector::TGarbageBase::Reset() {
 
 void CGarbageCollector::TGarbageBase::Delete() { Reset(); }
 
+// From the newest on: what is handed over was mostly added last.
 void CGarbageCollector::Unlink(void* object) {
   for (TGarbageBase** link = &head; *link != nullptr; link = &(*link)->next) {
     if ((*link)->object == object) {
@@ -28,7 +30,9 @@ void CGarbageCollector::Unlink(void* object) {
   }
 }
 
+// Last in, first out: what was made later may use what was made before.
 void CGarbageCollector::Close() {
+  // The node is off the list before its object ends.
   while (TGarbageBase* node = head) {
     head = node->next;
     node->Destroy(true);

@@ -17,24 +17,29 @@ CJumpManager::CJumpManager()
       pending(nullptr),
       reserve() {}
 
+// Never null: without memory for a node the embedded environment serves, and FramePush sees it by
+// the stack's top.
 jmp_buf* CJumpManager::PushEnvironment() {
   JumpNode* node = new (Booted().bootManager, false) JumpNode;
   if (node == nullptr) {
     memset(&environment, 0, sizeof environment);
     return current = &environment;
   }
+  // _setjmp fills the environment; the collector is null until the frame has one.
   memset(static_cast<void*>(node), 0, sizeof *node);
   node->next = top;
   top = node;
   return current = &node->environment;
 }
 
+// Also for a frame that ends without a jump: the copy is of no use then.
 jmp_buf* CJumpManager::PopEnvironment() {
   JumpNode* node = top;
   if (node == nullptr) {
     memset(&environment, 0, sizeof environment);
   } else {
     top = node->next;
+    // The node is freed before the jump: what is jumped to must not lie in it.
     memcpy(&environment, &node->environment, sizeof environment);
     operator delete(node, Booted().bootManager, false);
   }
@@ -45,6 +50,7 @@ void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager) {
   if (jumpManager == nullptr || --jumpManager->refCount >= 1) {
     return;
   }
+  // Frames that a thread has left without their end; their collectors are not closed.
   while (JumpNode* node = jumpManager->top) {
     jumpManager->top = node->next;
     operator delete(node, bootManager, false);
@@ -52,6 +58,7 @@ void RemoveRef(CJumpManager* jumpManager, IBootManager* bootManager) {
   boot_manager::PlacementDelete(bootManager, jumpManager);
 }
 
+// Both are set: a catch clears them, a frame without one passes `pending` on.
 void Throw(CJumpManager* jumpManager, CException* exception) {
   jumpManager->caught = exception;
   jumpManager->pending = exception;

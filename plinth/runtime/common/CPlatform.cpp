@@ -22,6 +22,7 @@ void End(Handler*& handler) {
 CPlatform::CPlatform()
     : refCount(1), valid(false), file(nullptr), debug(nullptr), memory(nullptr), string(nullptr) {}
 
+// All four or none: a platform with a gap would fail at its first use, far from the cause.
 bool CPlatform::Init(_exports::common::handler::IHandler_File* fileHandler,
                      _exports::common::handler::IHandler_Debug* debugHandler,
                      _exports::common::handler::IHandler_Memory* memoryHandler,
@@ -39,7 +40,9 @@ bool CPlatform::Init(_exports::common::handler::IHandler_File* fileHandler,
   return true;
 }
 
+// Leaves the count of a new platform: whoever ends it has dropped the last reference.
 void CPlatform::Delete() {
+  // From the last made to the first: each may use the ones made before it.
   End(string);
   End(memory);
   End(debug);

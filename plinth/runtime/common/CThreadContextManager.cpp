@@ -38,6 +38,7 @@ bool CThreadContextManager::Init(ISemaphoreManager* semaphores, IThreadManager* 
   semaphoreManager = semaphores;
   threadManager = threads;
   bucketCapacity = kBucketCapacity;
+  // Zero-filled, so that `Delete` can end a row that is half made.
   buckets = new (bootManager, true) Bucket*[kBuckets];
   bool complete = buckets != nullptr;
   for (int i = 0; complete && i < kBuckets; ++i) {
@@ -55,6 +56,7 @@ bool CThreadContextManager::Init(ISemaphoreManager* semaphores, IThreadManager* 
   return true;
 }
 
+// Asked ahead of the lock, since there may be none to take.
 bool CThreadContextManager::IsUsable() const {
   return valid && semaphoreManager != nullptr && threadManager != nullptr && bucketCapacity > 0 &&
          semaphore != nullptr && buckets != nullptr;
@@ -105,6 +107,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
     return false;
   }
   semaphoreManager->Semaphore_Wait(semaphore);
+  // A thread that is known keeps its entry.
   bool known = FindEntry() != nullptr;
   const int threadId = threadManager->GetThreadHandle();
   if (!known && threadId != 0) {
@@ -125,6 +128,7 @@ bool CThreadContextManager::RegisterThread(IBootManager* bootManager) {
     }
     if (!known) {
       CurrentTrace().cause = bucket->count == bucket->capacity ? VELORA_REASON_THREAD : 0;
+      // Null is ignored.
       RemoveRef(jumpManager, bootManager);
     }
   }
@@ -141,6 +145,7 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   if (Bucket::Entry* entry = FindEntry()) {
     Bucket* bucket = BucketOf(entry->threadId);
     if (bucket->valid && bucket->capacity > 0 && bucket->count > 0) {
+      // Unlinked before it ends, so that no walk finds it.
       (entry->previous != nullptr ? entry->previous->next : bucket->head) = entry->next;
       if (entry->next != nullptr) {
         entry->next->previous = entry->previous;
@@ -152,10 +157,12 @@ void CThreadContextManager::RemoveThread(IBootManager* bootManager) {
   semaphoreManager->Semaphore_Release(semaphore);
 }
 
+// For callers without a boot manager at hand; the process has one.
 void CThreadContextManager::Delete() { Delete(Booted().bootManager); }
 
 // Ends all entries, those of threads that never went too, and lets go of both managers.
 void CThreadContextManager::Delete(IBootManager* bootManager) {
+  // A table that `Init` has not finished has no semaphore yet.
   const bool guarded = semaphore != nullptr && semaphoreManager != nullptr;
   if (guarded) {
     semaphoreManager->Semaphore_Wait(semaphore);

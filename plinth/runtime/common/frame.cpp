@@ -24,7 +24,10 @@ template void Raise<CException_General>();
 template void Raise<CException_Parameter_Invalid>();
 template void Raise<CException_This_Invalid>();
 
+// A thread that is not known has no jump manager: a frame on it crashes, so the doors register
+// first.
 void FrameStart(volatile Frame& frame, const BootSlots& layer) {
+  // The thread is looked up once for a frame; the later steps take it from here.
   const BootSlots& slots = IsFull(layer) ? layer : Booted();
   frame.memory = slots.bootManager;
   frame.jumpManager = KnownIn(slots);
@@ -32,6 +35,7 @@ void FrameStart(volatile Frame& frame, const BootSlots& layer) {
 
 jmp_buf* FramePush(volatile Frame& frame) {
   CJumpManager* jumpManager = frame.jumpManager;
+  // Without memory for a node nothing is pushed, and the embedded environment is handed out.
   const JumpNode* top = jumpManager->top;
   jmp_buf* environment = jumpManager->PushEnvironment();
   frame.pushed = jumpManager->top != top;
@@ -40,6 +44,8 @@ jmp_buf* FramePush(volatile Frame& frame) {
 
 void FrameOpen(volatile Frame& frame) {
   CJumpManager* jumpManager = frame.jumpManager;
+  // There is no node to jump by, so the throw goes to the embedded environment, which is this
+  // frame's.
   if (!frame.pushed) {
     ThrowInPlace(jumpManager, OrReserve<CException_Memory_AllocationFailed>(nullptr, jumpManager));
   }
@@ -51,6 +57,7 @@ void FrameOpen(volatile Frame& frame) {
   jumpManager->top->collector = collector;
 }
 
+// False where nothing is in flight, or not with the code of this jump.
 bool FrameCatch(volatile Frame& frame) {
   CJumpManager* jumpManager = frame.jumpManager;
   CException* exception = jumpManager->caught;
@@ -60,6 +67,7 @@ bool FrameCatch(volatile Frame& frame) {
   jumpManager->caught = nullptr;
   jumpManager->pending = nullptr;
   frame.exception = exception;
+  // Where it cannot be registered, FrameClose ends it by hand.
   frame.registered = frame.collector != nullptr && frame.collector->Add(exception);
   frame.catching = true;
   return true;
@@ -67,6 +75,7 @@ bool FrameCatch(volatile Frame& frame) {
 
 void FrameRethrow(volatile Frame& frame) {
   CException* exception = frame.exception;
+  // It must outlive this frame's collector.
   if (frame.registered) {
     HandOver(frame, exception);
   }
@@ -96,11 +105,13 @@ void FrameClose(volatile Frame& frame) {
   FrameLand(frame);
   CGarbageCollector* collector = frame.collector;
   if (collector != nullptr && --collector->refCount < 1) {
+    // From here on HandOver leaves the list alone: what ends now may hand over others.
     collector->closing = true;
     collector->Close();
     operator delete(collector, frame.memory, false);
   }
   frame.collector = nullptr;
+  // The exception ended here, and no collector has it.
   if (frame.catching && !frame.registered && !frame.rethrown) {
     frame.exception->Destroy();
   }

@@ -21,10 +21,12 @@ bool CBootManager_Posix::Init() {
 
 void CBootManager_Posix::Destroy() { RemoveRef(); }
 
+// May return early when a signal comes: its callers test again.
 void CBootManager_Posix::Sleep(int milliseconds) {
   usleep(1000u * static_cast<useconds_t>(milliseconds));
 }
 
+// calloc: the library relies on zeros in new records.
 void* CBootManager_Posix::Allocate(int size, bool) {
   return size < 1 || !valid ? nullptr : calloc(static_cast<size_t>(size), 1);
 }
@@ -39,6 +41,7 @@ bool CBootManager_Posix::IsValid() const { return valid; }
 
 void CBootManager_Posix::AddRef() { ++refCount; }
 
+// By the class's own operator: the memory came from malloc.
 void CBootManager_Posix::RemoveRef() {
   if (--refCount < 1) {
     delete this;

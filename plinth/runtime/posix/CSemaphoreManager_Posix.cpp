@@ -26,6 +26,7 @@ void CSemaphoreManager_Posix::Destroy() {
   boot_manager::PlacementDelete(Booted().bootManager, this);
 }
 
+// Not an address, but not null either: null means that there is none.
 void* CSemaphoreManager_Posix::Semaphore_Create(int) const {
   return reinterpret_cast<void*>(static_cast<uintptr_t>(1));
 }
@@ -46,6 +47,7 @@ CSemaphoreManager_Table::CSemaphoreManager_Table() = default;
 
 CSemaphoreManager_Table::~CSemaphoreManager_Table() = default;
 
+// One lock for all tables: a process has one boot, and so one table.
 void CSemaphoreManager_Table::Semaphore_Wait(void*) const { LockTable(); }
 
 void CSemaphoreManager_Table::Semaphore_Release(void*) const { UnlockTable(); }

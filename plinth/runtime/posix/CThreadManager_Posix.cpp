@@ -24,6 +24,8 @@ bool CThreadManager_Posix::Init() {
 
 void CThreadManager_Posix::Destroy() { boot_manager::PlacementDelete(Booted().bootManager, this); }
 
+// The kernel's id: unique in the machine while the thread runs, and free for another one
+// afterwards.
 int CThreadManager_Posix::GetThreadHandle() const { return static_cast<int>(syscall(SYS_gettid)); }
 
 void CThreadManager_Posix::Sleep(int) const {}

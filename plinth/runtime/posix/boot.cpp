@@ -19,6 +19,7 @@ using namespace _exports::common::handler;
 using namespace _exports::posix;
 using namespace _exports::posix::handler;
 
+// Null when memory runs out; nothing is left behind then.
 CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
   ISemaphoreManager* semaphores = new (bootManager, false) CSemaphoreManager_Table;
   IThreadManager* threads = new (bootManager, false) CThreadManager_Posix;
@@ -30,6 +31,7 @@ CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
     boot_manager::PlacementDelete(bootManager, semaphores);
     return nullptr;
   }
+  // The two managers were taken over, and ended.
   if (!contexts->Init(semaphores, threads, bootManager)) {
     boot_manager::PlacementDelete(bootManager, contexts);
     return nullptr;
@@ -37,6 +39,7 @@ CThreadContextManager* MakeThreadContextManager(IBootManager* bootManager) {
   return contexts;
 }
 
+// Null when memory runs out; nothing is left behind then.
 CPlatform* MakePlatform(IBootManager* bootManager) {
   CPlatform* platform = new (bootManager, false) CPlatform;
   if (platform == nullptr) {
@@ -88,6 +91,7 @@ bool Build(BootSlots& slots) {
 
 // Waits while another thread is building.
 void AwaitBuilder() {
+  // On the stack: there may be no boot manager to sleep by.
   CBootManager_Posix clock;
   for (const volatile BootSlots& seen : blocks) {
     while ((seen.bootClaimed && !seen.bootReady) || (seen.contextClaimed && !seen.contextReady)) {
@@ -107,9 +111,11 @@ BootRecord RecordOf(const BootSlots& slots) {
 
 }  // namespace
 
+// Known threads are registered once: a second boot of a thread finds its entry.
 BootRecord* Boot(BootSlots& slots) {
   AwaitBuilder();
   const bool found = IsFull(slots);
+  // Null pointers where nothing is booted; `Initialize` refuses them, and this thread builds.
   const BootRecord booted = RecordOf(Booted());
   if (!found && !Initialize(slots, &booted) && !Build(slots)) {
     return nullptr;
@@ -117,6 +123,7 @@ BootRecord* Boot(BootSlots& slots) {
   BootRecord* record = MakeBootRecord(slots);
   if (record == nullptr || !slots.threadContextManager->RegisterThread(slots.bootManager)) {
     FreeBootRecord(record);
+    // A block that this call has filled is emptied again; one that was full stays.
     if (!found) {
       CleanupProcess(slots);
     }
@@ -132,6 +139,7 @@ bool InitializeLayer(BootSlots& layer, const BootRecord* record) {
          Initialize(Slots<Configuration>(), record) && Initialize(layer, record);
 }
 
+// Both blocks share the table, so the second finds nothing to forget, unless the first is empty.
 void CleanupLayerThread(BootSlots& layer) {
   CleanupThread(layer);
   CleanupThread(Slots<FlatConfiguration>());
@@ -145,13 +153,16 @@ void CleanupLayerProcess(BootSlots& layer) {
 Visit Enter() {
   Visit visit;
   for (int i = 0; i < kBlocks; ++i) {
+    // Full blocks are somebody else's to close.
     visit.closes[i] = !IsFull(blocks[i]);
   }
   visit.forgetsThread = JumpManager() == nullptr;
   return visit;
 }
 
+// Cleared at the end: a second call does nothing.
 void Leave(Visit& visit) {
+  // While a table is there: the blocks close below.
   if (visit.forgetsThread && IsFull(Booted())) {
     Booted().threadContextManager->RemoveThread(Booted().bootManager);
   }

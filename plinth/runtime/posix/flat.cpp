@@ -13,11 +13,13 @@ void _plinth_v1_FreeBootRecord_Posix_So(BootRecord* record) {
   InTurn([record] { FreeBootRecord(record); });
 }
 
+// Not in turn: the body may call flat functions, and may be left by a jump.
 int _plinth_v1_Try_Posix_So(void (*body)(void*), void* context) {
   constexpr int kUnknownThread = -1;
   if (body == nullptr) {
     return CException_Parameter_Invalid::kCode;
   }
+  // Without a jump manager there is no frame to raise to, so the body must not run.
   if (JumpManager() == nullptr) {
     return kUnknownThread;
   }

@@ -23,26 +23,31 @@ class IComponent : public virtual IRecipe<Configuration>::IOperand {
   using IOperand = typename IRecipe<Configuration>::IOperand;
   using IOperator = typename IRecipe<Configuration>::IOperator;
   using IOperand::Init;
-  // A reference.
+  // A reference. Takes a reference on each part, as the form below does; null raises
+  // `CException_Parameter_Invalid`.
   virtual void Init(ITags<Configuration>* tags, IProperties<Configuration>* properties) = 0;
   // A stored one.
   virtual void Init(IProperty<Configuration>* version, IConditions<Configuration>* conditions,
                     ITags<Configuration>* tags, IProperties<Configuration>* properties,
                     IRecipe<Configuration>* recipe) = 0;
-  // Resolves the recipe whose operators the list holds, and returns what is left of the list.
+  // Resolves the recipe whose operators the list holds, and returns the list, which stays the
+  // caller's and has lost what was taken. A kind that may be one reference accepts null properties
+  // for it.
   virtual ILinkedList<IOperator>* Init(ILinkedList<IOperator>* operators,
                                        IProperties<Configuration>* properties,
                                        typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
   // The copy: shares what the other's state has.
   virtual void Init(IComponent* other) = 0;
+  // The state decides what the getters below have: see the enumeration.
   virtual int GetComponentState() const = 0;  // an EComponentState
+  // Null never; a part that the state lacks raises `CException_General`.
   virtual IProperty<Configuration>* GetComponentVersion() const = 0;
   virtual IConditions<Configuration>* GetConditions() const = 0;
   virtual ITags<Configuration>* GetTags() const = 0;
   virtual IProperties<Configuration>* GetProperties() const = 0;
   virtual IRecipe<Configuration>* GetRecipe() const = 0;
 
-  // Has a component of this kind build its data, which it keeps.
+  // Has a component of this kind build its data, which it keeps. Raises as `BuildData` does.
   template <class Component>
   static void CacheComponentData(typename Vocabulary<Configuration>::IVeltune* veltune,
                                  Component* component) {
@@ -59,9 +64,12 @@ class IBuilt : public virtual IComponent<Configuration> {
   using Copied = IBuilt;
   using IComponent<Configuration>::Init;
   virtual void Init(IBuilt* other) = 0;  // the copy: shares the parts and the data
-  // The data for the veltune's print mode, with a reference for the caller.
+  // The data for the veltune's print mode, with a reference for the caller. A second call for the
+  // same print mode gives the data of the first. Raises what the build raises, and then keeps the
+  // data that it had.
   virtual T* BuildData(typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
-  // What was built last, without a new reference; none raises `CException_This_Invalid`.
+  // What was built last, whatever the print mode is by then. Without a new reference; none raises
+  // `CException_This_Invalid`.
   virtual T* GetData() const = 0;
 };
 
@@ -75,7 +83,8 @@ class IShared : public virtual IComponent<Configuration> {
   using IComponent<Configuration>::Init;
   virtual void Init(IShared* other) = 0;
   virtual T* BuildData(typename Vocabulary<Configuration>::IVeltune* veltune) = 0;
-  // Takes another's data in place of its own.
+  // Takes another's data in place of its own, with a reference. Null raises
+  // `CException_Parameter_Invalid`.
   virtual void SetData(T* data) = 0;
   virtual T* GetData() const = 0;
 };

@@ -21,12 +21,15 @@ class IConditions : public virtual ISerializeable<Configuration> {
    public:
     PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
+    // The copy: not resolved yet.
     virtual void Init(IOperator* other) = 0;
     // Takes what it needs off the list's end, resolves that, and keeps its result. Returns the
-    // list.
+    // list. The parameters are remembered, not held, to be compared with those of `Evaluate`. The
+    // list has lost what was taken where this raises too.
     virtual ILinkedList<IOperator>* Resolve(ILinkedList<IOperator>* operators,
                                             IPrintModeParameters* parameters) = 0;
-    // The result for the parameters that it was resolved with.
+    // The result for the parameters that it was resolved with. Other parameters raise, an operator
+    // `CException_Parameter_Invalid`, an operand `CException_This_Invalid`.
     virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
     // False for an operand.
     virtual bool IsOperator() const = 0;
@@ -35,9 +38,11 @@ class IConditions : public virtual ISerializeable<Configuration> {
   using ISerializeable<Configuration>::Init;
   virtual void Init(ILinkedList<IOperator>* operators) = 0;  // shares the list
   virtual void Init(IConditions* other) = 0;                 // shares the other's list
-  // Whether the component is valid for these parameters.
+  // Whether the component is valid for these parameters. Leaves the list as it is. Null parameters
+  // raise `CException_Parameter_Invalid`, a missing operand or an empty list
+  // `CException_This_Invalid`.
   virtual bool Evaluate(IPrintModeParameters* parameters) const = 0;
-  // Without a new reference.
+  // Without a new reference. A change of the list is seen by all that share it.
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
 

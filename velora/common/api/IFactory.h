@@ -12,7 +12,8 @@ namespace velora::common::api {
 
 namespace _factory {
 
-// The slots of the common objects, in their order. Each gives a blank object.
+// The slots of the common objects, in their order. Each gives a blank object with one reference,
+// the caller's. Raises as the foundation's do.
 template <class Configuration>
 class IFactory : public virtual plinth::v1::api::_factory::IFactory {
  public:

@@ -24,10 +24,11 @@ template <class Configuration, class T>
 class IMatchable : public virtual IList<Configuration, T> {
  public:
   PLINTH_INLINE_CONSTRUCTION(IMatchable);
-  // How many pairs of this list and the other are equal.
+  // How many pairs of this list and the other are equal: one element may be in several.
   virtual int GetCount_Matching(IMatchable* other) const = 0;
   // Whether a component with this list can be what a key with the other asks for. What that means
-  // differs between tags and properties.
+  // differs between tags and properties. Both questions look at pairs of one type id alone. A null
+  // list raises `CException_Parameter_Invalid`, a gap that they meet `CException_This_Invalid`.
   virtual bool AreCompatibleWith(IMatchable* other) const = 0;
 };
 

@@ -54,7 +54,8 @@ template <class Configuration>
 class IPropertiesHelper : public virtual plinth::v1::api::IObject {
  public:
   PLINTH_INLINE_CONSTRUCTION(IPropertiesHelper);
-  // The value of the property of that name; none raises `CException_General`.
+  // The value of the property of that name; none raises `CException_General`. Null properties raise
+  // `CException_Parameter_Invalid`, here and below.
   virtual typename EChannel<Configuration>::Enum GetChannel(
       IProperties<Configuration>* properties) const = 0;
   virtual typename EComponentVersion<Configuration>::Enum GetComponentVersion(

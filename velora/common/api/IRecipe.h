@@ -21,8 +21,11 @@ class IRecipe : public virtual ISerializeable<Configuration> {
    public:
     PLINTH_INLINE_CONSTRUCTION(IOperator);
     using ISerializeable<Configuration>::Init;
+    // The copy: shares what the other has stored.
     virtual void Init(IOperator* other) = 0;
-    // Takes its operands off the list's end and makes its data. Returns the list.
+    // Takes its operands off the list's end and makes its data. Returns the list. The list stays
+    // the caller's; the data is the operator's until it is handed over. The properties are those of
+    // the component that is built.
     virtual ILinkedList<IOperator>* Resolve(ILinkedList<IOperator>* operators,
                                             IProperties<Configuration>* properties,
                                             IVeltune* veltune) = 0;
@@ -48,14 +51,15 @@ class IRecipe : public virtual ISerializeable<Configuration> {
     virtual void Init(IBuild* other) = 0;  // the copy: without the data
     // Without a new reference; none raises `CException_This_Invalid`.
     virtual T* GetData() const = 0;
-    // Lets go of the data.
+    // Lets go of the data. Others who hold it keep it.
     virtual void DestroyData() = 0;
   };
 
   using ISerializeable<Configuration>::Init;
   virtual void Init(ILinkedList<IOperator>* operators) = 0;  // shares the list
   virtual void Init(IRecipe* other) = 0;                     // shares the other's list
-  // Without a new reference.
+  // Without a new reference. A change of the list is seen by all that share it; a build that takes
+  // operands works on a copy.
   virtual ILinkedList<IOperator>* GetLinkedList_Operators() = 0;
 };
 

@@ -38,8 +38,10 @@ class ISerializeable : public virtual plinth::v1::api::ISerializeable {
   virtual void Init(ISerializeable* other) = 0;  // the copy: takes the callbacks over
   // The record must outlive the object, or be taken off by a null.
   virtual void SetCallbacks(Callbacks* callbacks) = 0;
+  // Null where there is none. It stays its owner's.
   virtual Callbacks* GetCallbacks() const = 0;
-  // Each calls the record's function of that name and returns what it returns; 0 without one.
+  // Each calls the record's function of that name and returns what it returns; 0 without one. The
+  // two of a lookup share one function. None raises by itself; what a callback raises passes on.
   virtual int Call_Callback_Locate() = 0;
   virtual int Call_Callback_Locate_Done() = 0;
   virtual int Call_Callback_Build() = 0;

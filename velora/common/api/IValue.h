@@ -9,7 +9,8 @@
 
 namespace velora::common::api {
 
-// `Base` is the interface of a tag, a property or an operand of a condition.
+// `Base` is the interface of a tag, a property or an operand of a condition. An enumeration `E` has
+// `Enum` and `Check`.
 template <class Base, class E>
 class IValue : public virtual Base {
  public:
@@ -17,8 +18,10 @@ class IValue : public virtual Base {
   using Enumeration = E;
   using Copied = Base;
   using Base::Init;
+  // Raises `CException_Parameter_Invalid` for a value out of range, and is blank then.
   virtual void Init(typename E::Enum value) = 0;
   virtual void Init(Base* other) = 0;  // the copy, of a value of the same type id
+  // Out of range where an image had it so.
   virtual typename E::Enum GetValue() const = 0;
 };
 

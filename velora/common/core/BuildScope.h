@@ -17,6 +17,7 @@ struct BuildChain {
   // Longer than any sound chain of references, and far from a stack's end.
   static constexpr int kMost = 1000;
 
+  // Identities, only compared: this recipe must not be met again within its own construction.
   const void* recipe;
   BuildChain* outer;
   BuildScope<Configuration>* scope;
@@ -41,20 +42,24 @@ class BuildScope {
 
   BuildScope() = default;
   ~BuildScope();
-  // The finder among components for a print mode.
+  // The finder among components for a print mode. It stays the scope's. A raise leaves the scope as
+  // it was.
   Finder<Configuration>* FinderAmong(const Components<Configuration>& components,
                                      Parameters* parameters, const void* printModeMapping);
-  // What was built of a recipe with its component's properties, or null. A kind's components are
-  // of that type id.
+  // What was built of a recipe with its component's properties, or null. A kind's components are of
+  // that type id. The answer is good until the next `Keep`.
   const Built* Find(const void* recipe, const void* properties, int kind,
                     const void* printModeMapping);
+  // Takes a reference on the object. Of a pair that is kept already nothing changes.
   void Keep(const void* recipe, const void* properties, const void* printModeMapping,
             const Built& made);
 
  private:
   void DropBuilt();
 
+  // Owned. A walk finds one: a build asks few lists.
   Block<Configuration, Finder<Configuration>*> finders;
+  // A pair of recipe and properties to its place in `built`.
   Places<Configuration> numbers;
   Block<Configuration, Built> built;
   const void* mapping = nullptr;  // that all of them were built for

@@ -54,10 +54,14 @@ auto BuildScope<Configuration>::Find(const void* recipe, const void* properties,
 template <class Configuration>
 void BuildScope<Configuration>::Keep(const void* recipe, const void* properties,
                                      const void* printModeMapping, const Built& made) {
+  // The print mode may have changed in the middle of a build: what was built before is of no use
+  // then.
   if (printModeMapping != mapping) {
     DropBuilt();
     mapping = printModeMapping;
   }
+  // New, so its place is the next one. Out of memory here leaves a number without a place, and the
+  // raise ends the build with the scope.
   if (numbers.Number(recipe, properties) == built.Size()) {
     built.Add(made);
     made.object->AddRef();

@@ -65,7 +65,8 @@ class CBuiltBody : public CComponent<Configuration> {
  protected:
   virtual const Kind& GetKind() const = 0;
 
-  // The data for the veltune's print mode, with a reference for the caller.
+  // The data for the veltune's print mode, with a reference for the caller. What was built for it
+  // before is given again.
   void* Build(IVeltune* veltune);
   // What was built last; none raises `CException_This_Invalid`.
   void* Built() const;
@@ -77,17 +78,20 @@ class CBuiltBody : public CComponent<Configuration> {
   bool IsVeltuneValid(IVeltune* veltune) const;
   void UpdatePrintModeMapping(IVeltune* veltune);
 
+  // The same object as `held`, as the kind's data interface; null exactly when that is.
   void* data;
 
  private:
   using Operator = typename CRecipe<Configuration>::COperator;
 
+  // Without a new reference; null for a recipe that is no leaf.
   Operator* FindLeaf() const;
   void RebuildFromLeaf(Operator* leaf, IVeltune* veltune);
   void Rebuild(IVeltune* veltune);
   bool TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune);
   // The canonical object of the veltune's print mode.
   static const void* MappingOf(IVeltune* veltune);
+  // Whether a recipe of the kind may end with that operator.
   bool Accepts(int operatorType) const;
 
   Counted<plinth::v1::api::IObject> held;  // the data as an object

@@ -8,6 +8,7 @@
 
 namespace velora::common::core {
 
+// Nothing fails behind the parent's Init, so no frame is needed.
 template <class Configuration>
 void CBuiltBody<Configuration>::Init(api::IComponent<Configuration>* other) {
   this->BeginInit();
@@ -31,6 +32,8 @@ bool CBuiltBody<Configuration>::Accepts(int operatorType) const {
   return false;
 }
 
+// The checks come before anything is taken off the list. Behind them the list has lost what was
+// taken, raise or not.
 template <class Configuration>
 void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& frame,
                                            Operators* operators, Properties* newProperties,
@@ -40,9 +43,12 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Component::Init(operators, newProperties, veltune);
+  // The element keeps the step alive after the list has let go of it.
   auto* last = Defer(frame, operators->PopBack());
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
+  // A step with callbacks makes them be called in each build: its data does not stand for
+  // another's.
   if (auto* chain = CVeltune<Configuration>::Concrete(veltune)->buildChain) {
     chain->watched |= step->GetCallbacks() != nullptr;
   }
@@ -61,6 +67,7 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
     }
     // An operand of this type id is of this class.
     auto* reference = static_cast<CBuiltBody*>(step->GetThis_Concrete());
+    // A copy, so its build leaves the stored component untouched.
     CBuiltBody* found = Defer(frame, kind.locate(veltune, reference));
     TakeData(found->Build(veltune));
   }
@@ -81,6 +88,7 @@ void* CBuiltBody<Configuration>::Build(IVeltune* veltune) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
+  // A resolved component has data and no recipe; a reference has neither.
   const bool resolved = this->componentState == api::kComponentState_Resolved;
   if ((resolved && !held) || (!resolved && this->componentState != api::kComponentState_Stored)) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -92,6 +100,7 @@ void* CBuiltBody<Configuration>::Build(IVeltune* veltune) {
       Rebuild(veltune);
     }
   }
+  // The caller's.
   held->AddRef();
   return data;
 }
@@ -133,6 +142,7 @@ void CBuiltBody<Configuration>::RebuildFromLeaf(Operator* leaf, IVeltune* veltun
 // may go.
 template <class Configuration>
 bool CBuiltBody<Configuration>::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune) {
+  // By identity: components of one image that are equal share recipe and properties.
   const auto* built = outer->scope->Find(this->recipe.Get(), this->properties.Get(), GetKind().type,
                                          MappingOf(veltune));
   if (built == nullptr) {
@@ -159,6 +169,8 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
   if (outer != nullptr && this->callbacks == nullptr && TakeBuilt(outer, veltune)) {
     return;
   }
+  // The link lies on this stack frame. The tail takes it off the chain, whichever way the build
+  // ends.
   BuildChain<Configuration> link = {this->recipe.Get(),
                                     outer,
                                     outer == nullptr ? nullptr : outer->scope,
@@ -166,6 +178,7 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
                                     1,
                                     this->callbacks != nullptr};
   PLINTH_FRAME(Configuration) {
+    // The walk outward is at most kMost steps long.
     bool sound = link.depth <= BuildChain<Configuration>::kMost;
     for (const auto* step = outer; step != nullptr; step = step->outer) {
       sound = sound && step->recipe != link.recipe;
@@ -188,11 +201,13 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
     if (rest->GetCount() != 0) {
       PLINTH_RAISE(CException_This_Invalid);
     }
+    // The old data ends only here, where the new data is complete.
     ShareData(temporary->Built());
     UpdatePrintModeMapping(veltune);
     if (outer != nullptr) {
       outer->Reach(link.height);
       outer->watched |= link.watched;
+      // Others take the data without a build, so nothing must be missed by that.
       if (!link.watched && !kind.builtAnew) {
         link.scope->Keep(this->recipe.Get(), this->properties.Get(), printModeMapping,
                          {held.Get(), data, kind.type, link.height});
@@ -205,6 +220,7 @@ void CBuiltBody<Configuration>::Rebuild(IVeltune* veltune) {
   PLINTH_END
 }
 
+// Without a new reference.
 template <class Configuration>
 void* CBuiltBody<Configuration>::Built() const {
   this->CheckThis();
@@ -220,6 +236,7 @@ void CBuiltBody<Configuration>::TakeData(void* newData) {
   data = newData;
 }
 
+// Takes a reference of its own; null leaves the component without data.
 template <class Configuration>
 void CBuiltBody<Configuration>::ShareData(void* newData) {
   held.Share(newData == nullptr ? nullptr : GetKind().object(newData));
@@ -231,6 +248,7 @@ const void* CBuiltBody<Configuration>::MappingOf(IVeltune* veltune) {
   return veltune->GetPrintModeMapping(veltune->GetPrintModeParameters());
 }
 
+// By address: a print mode has one mapping object, which outlives the veltune.
 template <class Configuration>
 bool CBuiltBody<Configuration>::IsVeltuneValid(IVeltune* veltune) const {
   return printModeMapping != nullptr && printModeMapping == MappingOf(veltune);
@@ -272,6 +290,7 @@ auto CBuilt<Configuration, Class, Interface>::GetData() const -> Data* {
   return static_cast<Data*>(this->Built());
 }
 
+// The caller owns the copy. A kind without a list cannot be looked up.
 template <class Configuration, class Class, class Interface>
 auto CBuilt<Configuration, Class, Interface>::Locate(IVeltune* veltune, Body* reference) -> Body* {
   if constexpr (Interface::kListType != 0) {
@@ -306,12 +325,14 @@ const BuiltKind<Configuration>& CBuilt<Configuration, Class, Interface>::GetKind
   return kKind;
 }
 
+// The remembered print mode stays as it is.
 template <class Configuration, class Class, class Interface>
 void CSharedOf<Configuration, Class, Interface>::SetData(typename Interface::Data* newData) {
   if (newData == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
+  // Its own data stays as it is.
   if (this->data != newData) {
     this->ShareData(newData);
   }

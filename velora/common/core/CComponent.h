@@ -50,7 +50,8 @@ class CComponent : public CRecipe<Configuration>::COperand,
   void Reset() override;
   void Delete() override;
 
-  // Both comparisons at once, with what is known of the parts of components, or null.
+  // Both comparisons at once, with what is known of the parts of components, or null. Raises as
+  // IsEqualTo does.
   EOrder Compare(plinth::v1::api::ISerializeable* other, Comparison<Configuration>* known) const;
 
  protected:
@@ -62,9 +63,11 @@ class CComponent : public CRecipe<Configuration>::COperand,
   Counted<Tags> tags;
   Counted<Properties> properties;
   Counted<api::IRecipe<Configuration>> recipe;
+  // An EComponentState; 0 on a blank component.
   int componentState;
 
  private:
+  // The part, or `CException_General` where the state lacks it.
   template <class Part>
   static Part* Present(const Counted<Part>& part);
   template <class Class, class Part>

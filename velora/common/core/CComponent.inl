@@ -9,11 +9,14 @@
 
 namespace velora::common::core {
 
+// A component needs its parts.
 template <class Configuration>
 void CComponent<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// Three forms of the copy, from the bases' interfaces. What is no component becomes null here, and
+// raises `CException_Parameter_Invalid`.
 template <class Configuration>
 void CComponent<Configuration>::Init(api::ISerializeable<Configuration>* other) {
   this->Init(dynamic_cast<Interface*>(other));
@@ -29,6 +32,7 @@ void CComponent<Configuration>::Init(typename Interface::IOperand* other) {
   this->Init(dynamic_cast<Interface*>(other));
 }
 
+// Nothing can fail behind the check, so no frame is needed here and below.
 template <class Configuration>
 void CComponent<Configuration>::Init(Tags* newTags, Properties* newProperties) {
   this->BeginInit();
@@ -62,6 +66,7 @@ void CComponent<Configuration>::Init(api::IProperty<Configuration>* newVersion,
 
 template <class Configuration>
 auto CComponent<Configuration>::Init(Operators* operators, Properties*, IVeltune*) -> Operators* {
+  // The state alone: the kind's own Init resolves the list.
   plinth::v1::core::CObject::Init();
   componentState = api::kComponentState_Resolved;
   return operators;
@@ -77,6 +82,7 @@ void CComponent<Configuration>::Init(Interface* other) {
   other->CheckThis();
   Operand::Init(static_cast<api::ISerializeable<Configuration>*>(other));
   componentState = other->GetComponentState();
+  // The getters raise for what a state lacks, so only what it has is asked for.
   if (componentState != api::kComponentState_Resolved) {
     tags.Share(other->GetTags());
     properties.Share(other->GetProperties());
@@ -101,6 +107,7 @@ template <class Configuration>
 void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* context) {
   using Ids = TypeIds<Configuration>;
   this->InitFrom(serializer, [&] {
+    // A resolved component is never stored: its data is built from recipes only.
     const int state = serializer->Deserialize_uint28();
     if (state != api::kComponentState_Reference && state != api::kComponentState_Stored) {
       PLINTH_RAISE(CException_This_Invalid);
@@ -114,16 +121,20 @@ void CComponent<Configuration>::Init(int, api::ISerializer* serializer, void* co
       // The recipe's operators find the component's properties in the context.
       ReadPart<CRecipe<Configuration>>(recipe, Ids::kRecipe, serializer, properties.Get());
     }
+    // Set behind the parts: a component that could not be read is blank with what it holds, and its
+    // end lets go of that.
     componentState = state;
   });
 }
 
+// An EComponentState.
 template <class Configuration>
 int CComponent<Configuration>::GetComponentState() const {
   this->CheckThis();
   return componentState;
 }
 
+// Without a new reference.
 template <class Configuration>
 template <class Part>
 Part* CComponent<Configuration>::Present(const Counted<Part>& part) {
@@ -174,6 +185,7 @@ void CComponent<Configuration>::Sort(bool deduplicate) {
 // The recipe's operators find the component's properties in the context, as in reading.
 template <class Configuration>
 void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* context) {
+  // Writes nothing; checks the serializer and this object.
   Operand::Serialize(serializer, context);
   if (componentState == api::kComponentState_Resolved) {
     PLINTH_RAISE(CException_This_Invalid);
@@ -190,6 +202,7 @@ void CComponent<Configuration>::Serialize(api::ISerializer* serializer, void* co
   serializer->Serialization_End(this->serializeableType);
 }
 
+// Without a memory: of components in recipes, Comparison starts one by itself.
 template <class Configuration>
 bool CComponent<Configuration>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   return Compare(other, nullptr) == kOrder_Equal;
@@ -210,6 +223,7 @@ EOrder CComponent<Configuration>::Compare(plinth::v1::api::ISerializeable* other
   }
   EOrder order = kOrder_Equal;
   const auto decide = [&order, known](const auto& a, const auto& b) {
+    // Components of one pack share their parts: one object needs no comparison.
     order = a.Get() == b.Get() ? kOrder_Equal
                                : Comparison<Configuration>::Compare(a.Get(), b.Get(), known);
     return order != kOrder_Equal;
@@ -242,6 +256,7 @@ void CComponent<Configuration>::CheckThis() const {
   CheckMembers();
 }
 
+// Frees nothing: `Delete` has dropped the parts.
 template <class Configuration>
 void CComponent<Configuration>::Reset() {
   Operand::Reset();
@@ -253,6 +268,7 @@ void CComponent<Configuration>::Reset() {
   componentState = 0;
 }
 
+// The parts that nobody else holds end here.
 template <class Configuration>
 void CComponent<Configuration>::Delete() {
   version.Drop();

@@ -56,6 +56,7 @@ class CConditions : public CExpression<Configuration, ConditionsTraits<Configura
     virtual bool Combine(bool x, bool y) const;
 
     IPrintModeParameters* resolvedWith;  // not owned, only compared
+    // The answer for `resolvedWith`; of an operator that takes elements only.
     bool result;
 
    private:
@@ -80,6 +81,8 @@ class CConditions : public CExpression<Configuration, ConditionsTraits<Configura
     bool IsOperator() const override;
 
    protected:
+    // Null raises `CException_Parameter_Invalid`, others than those of `Resolve`
+    // `CException_This_Invalid`.
     void CheckResolvedWith(IPrintModeParameters* parameters) const;
   };
 
@@ -147,6 +150,7 @@ namespace system {
 
 // What a test may say of itself; by default the parameters must be those of `Resolve`.
 struct Test {
+  // True: the operand holds for any parameters, and is not asked.
   static constexpr bool kAnyParameters = false;
 };
 

@@ -27,6 +27,7 @@ auto CConditions<Configuration>::COperator::Resolve(Operators* operators,
   return operators;
 }
 
+// The parameters are not held: they are compared, never asked for here.
 template <class Configuration>
 void CConditions<Configuration>::COperator::Begin(IPrintModeParameters* parameters) {
   if (parameters == nullptr) {
@@ -36,6 +37,7 @@ void CConditions<Configuration>::COperator::Begin(IPrintModeParameters* paramete
   resolvedWith = parameters;
 }
 
+// The answer of the last resolving; nothing is resolved here.
 template <class Configuration>
 bool CConditions<Configuration>::COperator::Evaluate(IPrintModeParameters* parameters) const {
   if (parameters == nullptr) {
@@ -99,6 +101,7 @@ void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Elemen
   int count = 0;
   IOperator* element = top;
   do {
+    // All elements of the list are of this class.
     auto* step = static_cast<COperator*>(element->GetThis_Concrete());
     step->Begin(parameters);
     if (step->CountTaken() > 0) {
@@ -107,13 +110,16 @@ void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Elemen
       while (count > 0) {
         Waiting& last = waiting[count - 1];
         const bool two = last.taker->CountTaken() == 2;
+        // The first of two: the next element of the list begins the other.
         if (two && last.element == nullptr) {
           last.element = element;
           break;
         }
         const bool x = (two ? last.element : element)->Evaluate(parameters);
+        // Asked only where there are two.
         const bool y = two && element->Evaluate(parameters);
         last.taker->result = last.taker->Combine(x, y);
+        // The taker is itself an element of the one that waits for it.
         element = last.taker;
         --count;
       }
@@ -132,6 +138,7 @@ template <class Configuration>
 void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Element* volatile* rest,
                                                           int count,
                                                           IPrintModeParameters* parameters) {
+  // On the stack for nearly all; a long expression pays a frame and a block.
   constexpr int kFew = 32;
   if (count <= kFew) {
     Waiting waiting[kFew];
@@ -147,12 +154,15 @@ void CConditions<Configuration>::COperator::ResolveBefore(IOperator* top, Elemen
   }
 }
 
+// The elements are taken off behind the resolving, in the tail: so they are gone where it raises
+// too.
 template <class Configuration>
 auto CConditions<Configuration>::CTaking::Resolve(Operators* operators,
                                                   IPrintModeParameters* parameters) -> Operators* {
   if (operators == nullptr || parameters == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // Moves in the body, and is read in the tail.
   Element* volatile rest = operators->GetTail();
   PLINTH_FRAME(Configuration) {
     this->ResolveBefore(this, &rest, operators->GetCount() + 1, parameters);
@@ -187,6 +197,7 @@ void CConditions<Configuration>::COperand::CheckResolvedWith(
 
 namespace conditions {
 
+// Checked like the others, although the answer does not depend on the parameters.
 template <class Configuration>
 bool CDefaultCondition<Configuration>::Evaluate(
     typename Vocabulary<Configuration>::IPrintModeParameters* parameters) const {
@@ -215,6 +226,7 @@ bool CConditions<Configuration>::Evaluate(IPrintModeParameters* parameters) cons
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   this->CheckThis();
+  // Only the place moves; the stored list stays whole for the next evaluation.
   Element* volatile rest = this->operators->GetTail();
   if (rest == nullptr) {
     PLINTH_RAISE(CException_This_Invalid);

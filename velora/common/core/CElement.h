@@ -38,6 +38,7 @@ class CSerializeable : public plinth::v1::core::CSerializeable,
   void Reset() override;
 
  protected:
+  // The caller's record, or null.
   Callbacks* callbacks;
 };
 
@@ -46,7 +47,8 @@ class CElement : public CSerializeable<Configuration> {
  public:
   [[gnu::always_inline]] explicit CElement(int type) : CSerializeable<Configuration>(type) {}
   PLINTH_INLINE_DESTRUCTION(CElement);
-  // A null serializer or a blank object raises; nothing is written.
+  // A null serializer or a blank object raises; nothing is written. Derived classes call this
+  // first, and write behind it.
   void Serialize(api::ISerializer* serializer, void* context) override;
 };
 

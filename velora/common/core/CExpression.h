@@ -35,6 +35,7 @@ class CExpression : public CSerializeable<Configuration>, public virtual Traits:
   void Delete() override;
 
  protected:
+  // Null only on a blank object. Copies of a live one share it.
   Counted<Operators> operators;
 };
 

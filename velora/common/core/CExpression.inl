@@ -34,6 +34,7 @@ void CExpression<Configuration, Traits>::Init(Interface* other) {
   if (other == nullptr) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // Asked first: a blank other raises while nothing is taken.
   Operators* shared = other->GetLinkedList_Operators();
   CSerializeable<Configuration>::Init(static_cast<api::ISerializeable<Configuration>*>(other));
   operators.Share(shared);
@@ -50,6 +51,7 @@ void CExpression<Configuration, Traits>::Init(int, api::ISerializer* serializer,
     } else {
       operators.Take(
           Create<Configuration, plinth::v1::core::CLinkedList<Configuration, IOperator>>());
+      // The list has the type id of the array that it is stored as.
       operators->Init(Traits::kArrayType, serializer, context);
     }
   });
@@ -76,6 +78,7 @@ template <class Configuration, class Traits>
 bool CExpression<Configuration, Traits>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CExpression*>(this->Comparable(other));
   Operators* others = right->GetLinkedList_Operators();
+  // Copies share their list, so most that are equal are one.
   return operators.Get() == others || operators->IsEqualTo(others);
 }
 

@@ -16,6 +16,8 @@
 
 namespace velora::common::core {
 
+// The caller owns the blank object. A pipeline's helper asks this one for what it does not make
+// itself.
 template <class Configuration>
 plinth::v1::api::ISerializeable* CSerializerHelper<Configuration>::CreateSerializeable(int type) {
   if (type < 1 || type > 127) {

@@ -73,6 +73,7 @@ class CMatchable : public CList<Configuration, Traits> {
 // A list may hold several tags of a type, as alternatives: of each type that both lists have, one
 // must match, and at least one must match in all.
 struct TagsPolicy {
+  // By type id, from kFirstTag on; a type outside the range is not judged.
   bool matched[SharedTypeIds::kTagTypes] = {};
   bool unmatched[SharedTypeIds::kTagTypes] = {};
   bool Judge(int type, bool equal);  // false ends the walk

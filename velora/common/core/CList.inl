@@ -9,11 +9,13 @@
 
 namespace velora::common::core {
 
+// A list needs an array.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// Shared, so a sort of this list sorts the caller's array.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Init(Array* newArray) {
   this->BeginInit();
@@ -35,6 +37,7 @@ void CList<Configuration, Traits>::Init(List* other) {
   });
 }
 
+// The array is a nested object of its own, which several lists of an image can share.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Init(int, api::ISerializer* serializer, void* context) {
   this->InitFrom(serializer, [&] {
@@ -49,9 +52,11 @@ void CList<Configuration, Traits>::Append(List* other) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
+  // Out of memory leaves the list as it was.
   array->Append(other->GetArray());
 }
 
+// Without a new reference.
 template <class Configuration, class Traits>
 auto CList<Configuration, Traits>::GetArray() const -> Array* {
   CheckThis();
@@ -64,6 +69,7 @@ void CList<Configuration, Traits>::Sort(bool deduplicate) {
   array->Sort(deduplicate);
 }
 
+// No values: the entry has the array's as its one nested entry.
 template <class Configuration, class Traits>
 void CList<Configuration, Traits>::Serialize(api::ISerializer* serializer, void* context) {
   if (serializer == nullptr) {
@@ -75,6 +81,7 @@ void CList<Configuration, Traits>::Serialize(api::ISerializer* serializer, void*
   serializer->Serialization_End(kSerializeableType);
 }
 
+// Most lists that are equal share their array.
 template <class Configuration, class Traits>
 bool CList<Configuration, Traits>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
   auto* right = static_cast<CList*>(this->Comparable(other));
@@ -117,6 +124,7 @@ inline bool TagsPolicy::Judge(int type, bool equal) {
   return true;
 }
 
+// One type without a match decides; otherwise one match is enough.
 inline bool TagsPolicy::Verdict() const {
   bool any = false;
   for (int i = 0; i < SharedTypeIds::kTagTypes; ++i) {
@@ -128,6 +136,7 @@ inline bool TagsPolicy::Verdict() const {
   return any;
 }
 
+// The first pair that disagrees ends the walk, and with it the verdict.
 inline bool PropertiesPolicy::Judge(int, bool equal) { return agreed = equal; }
 
 inline bool PropertiesPolicy::Verdict() const { return agreed; }
@@ -137,6 +146,7 @@ template <class Configuration, class Traits>
 void CMatchable<Configuration, Traits>::Sort(bool deduplicate) {
   if (!sorted) {
     Base::Sort(deduplicate);
+    // A sort without `deduplicate` may leave equals, so the next one is made.
     sorted = deduplicate;
   }
 }
@@ -147,6 +157,7 @@ void CMatchable<Configuration, Traits>::Append(List* other) {
   Base::Append(other);
 }
 
+// The caller can change the array behind this list's back.
 template <class Configuration, class Traits>
 auto CMatchable<Configuration, Traits>::GetArray() const -> Array* {
   sorted = false;
@@ -199,6 +210,7 @@ auto CMatchable<Configuration, Traits>::Present(T* element) -> T* {
   return element;
 }
 
+// Pairs, so equal elements on both sides count several times.
 template <class Configuration, class Traits>
 int CMatchable<Configuration, Traits>::GetCount_Matching(Matchable* other) const {
   int count = 0;
@@ -247,6 +259,7 @@ api::IProperty<Configuration>* CPropertiesHelper<Configuration>::GetProperty(Pro
   return FindProperty<Configuration>(properties, type, required);
 }
 
+// The argument ahead of the object.
 template <class Configuration>
 void CPropertiesHelper<Configuration>::CheckAsked(const Properties* properties) const {
   if (properties == nullptr) {

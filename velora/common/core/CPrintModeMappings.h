@@ -45,6 +45,8 @@ class CPrintModeMappingsOf : public Vocabulary<Configuration>::IPrintModeMapping
       m_aMappings = static_cast<Mapping*>(operator new[](
           sizeof(Mapping) * Interface::kCount, plinth::v1::api::Slots<Configuration>().platform,
           true, true));
+      // All are constructed before the first is given values: a raise then finds sound objects to
+      // end.
       for (int place = 0; place < Interface::kCount; ++place) {
         ::new (static_cast<void*>(&m_aMappings[place])) Mapping;
       }
@@ -66,6 +68,8 @@ class CPrintModeMappingsOf : public Vocabulary<Configuration>::IPrintModeMapping
     }
   }
 
+  // Stays the table's, and is the one object of its print mode: it may be compared by address. A
+  // place outside of [0..kCount) raises `CException_This_Invalid`.
   Mapping* GetMapping(int place) const {
     CheckThis();
     if (place < 0 || place >= Interface::kCount) {
@@ -75,6 +79,7 @@ class CPrintModeMappingsOf : public Vocabulary<Configuration>::IPrintModeMapping
   }
 
  private:
+  // `Interface::kCount` of them, or null.
   Mapping* m_aMappings;
   bool m_bInitialized;
 };

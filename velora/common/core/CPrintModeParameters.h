@@ -77,6 +77,7 @@ class CPrintModeParametersOf<Configuration, void(Keys...)>
                 Keys... keys);
 
  private:
+  // The caller's; they must outlive this object and its copies.
   Mappings* m_pPrintModeMappings;
   Mapping* m_pPrintModeMapping;
 };

@@ -5,6 +5,7 @@
 
 namespace velora::common::core {
 
+// Parameters need packs.
 template <class Configuration>
 void CPrintModeParameters<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -33,6 +34,8 @@ void CPrintModeParameters<Configuration>::Init(Parameters* other) {
                              other->GetArray_Velcases());
 }
 
+// A walk: a printer has a handful of packs. A gap in the array raises `CException_This_Invalid`
+// too.
 template <class Configuration>
 auto CPrintModeParameters<Configuration>::FindVelcase(int channel) const -> Pack* {
   this->CheckThis();
@@ -62,6 +65,7 @@ int CPrintModeParameters<Configuration>::GetPlatform() const {
   return platform;
 }
 
+// That of the printer's pack, without which there is none.
 template <class Configuration>
 int CPrintModeParameters<Configuration>::GetSupplyFamily() const {
   return FindVelcase(api::kChannel_Printer)->GetSupplyFamily();
@@ -121,8 +125,10 @@ void CPrintModeParametersOf<Configuration, void(Keys...)>::InitMode(int platform
   });
 }
 
+// The copy uses the other's table, which must outlive both.
 template <class Configuration, class... Keys>
 void CPrintModeParametersOf<Configuration, void(Keys...)>::Init(Parameters* other) {
+  // Raises for null, and then nothing below runs.
   Base::Init(other);
   m_pPrintModeMappings = other->GetPrintModeMappings();
   m_pPrintModeMapping = other->GetPrintModeMapping();
@@ -131,6 +137,7 @@ void CPrintModeParametersOf<Configuration, void(Keys...)>::Init(Parameters* othe
 template <class Configuration, class... Keys>
 void CPrintModeParametersOf<Configuration, void(Keys...)>::Update(Keys... keys) {
   CheckThis();
+  // Keys out of range raise, and the print mode stays as it was.
   m_pPrintModeMapping = m_pPrintModeMappings->GetPrintModeMapping(keys...);
 }
 
@@ -147,6 +154,7 @@ auto CPrintModeParametersOf<Configuration, void(Keys...)>::GetPrintModeMapping()
   return m_pPrintModeMapping;
 }
 
+// By address: a print mode has one mapping object.
 template <class Configuration, class... Keys>
 bool CPrintModeParametersOf<Configuration, void(Keys...)>::IsUpToDate(Keys... keys) const {
   CheckThis();

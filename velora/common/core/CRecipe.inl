@@ -16,6 +16,7 @@ void CRecipe<Configuration>::COperator::Init(IOperator* other) {
 
 template <class Configuration>
 void CRecipe<Configuration>::COperator::Init(int, api::ISerializer* serializer, void*) {
+  // An entry without values: the type id is all that is stored.
   this->InitFrom(serializer, [] {});
 }
 

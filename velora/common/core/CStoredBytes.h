@@ -35,8 +35,10 @@ class CStoredArray : public Element, public virtual Interface {
  protected:
   // Brings a blank object to life around an array, which it shares.
   void InitBytes(api::IArray_uint8* newBytes);
+  // Without a new reference; a blank object raises `CException_This_Invalid`.
   api::IArray_uint8* GetBytes() const;
 
+  // Shared by copies, and never changed.
   Counted<api::IArray_uint8> bytes;
 };
 
@@ -61,6 +63,7 @@ class CStoredBytes : public CStoredArray<Configuration, typename CRecipe<Configu
   void Delete() override;
 
  protected:
+  // Shares both; null properties are allowed.
   void InitBytes(Properties* newProperties, api::IArray_uint8* newBytes);
 
   Counted<Properties> properties;  // of the owning component; null where none was given
@@ -87,6 +90,7 @@ class CProducer : public Base {
   // The head of every Resolve: the checks, the old data gone, the callback.
   void BeginResolve(Operators* operators, Properties* properties, IVeltune* veltune);
 
+  // Between `Resolve` and the hand-over; null otherwise.
   Counted<Data> data;
 };
 

@@ -6,6 +6,7 @@
 
 namespace velora::common::core {
 
+// Bytes are needed.
 template <class Configuration, class Element, class Interface, int kType>
 void CStoredArray<Configuration, Element, Interface, kType>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -32,6 +33,7 @@ void CStoredArray<Configuration, Element, Interface, kType>::Init(
   }
   other->CheckThis();
   const auto* source = static_cast<const CStoredArray*>(other->GetThis_Concrete());
+  // Makes this object live; from here on nothing fails.
   Element::Init(other);
   bytes.Share(source->bytes.Get());
 }
@@ -55,6 +57,7 @@ void CStoredArray<Configuration, Element, Interface, kType>::Init(int, api::ISer
 template <class Configuration, class Element, class Interface, int kType>
 void CStoredArray<Configuration, Element, Interface, kType>::Serialize(api::ISerializer* serializer,
                                                                        void* context) {
+  // Writes nothing by itself: both bases only check.
   Element::Serialize(serializer, context);
   serializer->Serialization_Start(kType);
   bytes->Serialize(serializer, context);
@@ -125,6 +128,7 @@ void CStoredBytes<Configuration, Interface, kType>::Init(typename Interface::IOp
   this->Init(static_cast<api::ISerializeable<Configuration>*>(other));
 }
 
+// The properties are only checked; an operator that needs some has those that it was made with.
 template <class Configuration, class Interface, int kType>
 auto CStoredBytes<Configuration, Interface, kType>::Resolve(Operators* operators, Properties* given,
                                                             IVeltune* veltune) -> Operators* {
@@ -154,6 +158,7 @@ void CBare<Configuration, Interface, kType>::Init(typename Interface::Copied* ot
   Base::Init(static_cast<typename Base::Interface*>(other));
 }
 
+// An entry without values or nested entries.
 template <class Configuration, class Interface, int kType>
 void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* serializer,
                                                        void* context) {
@@ -162,6 +167,7 @@ void CBare<Configuration, Interface, kType>::Serialize(api::ISerializer* seriali
   serializer->Serialization_End(kType);
 }
 
+// Data of an earlier build must not be taken for that of one that fails.
 template <class Configuration, class Base>
 void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properties* properties,
                                                   IVeltune* veltune) {
@@ -173,6 +179,7 @@ void CProducer<Configuration, Base>::BeginResolve(Operators* operators, Properti
   this->Call_Callback_Resolve();
 }
 
+// Without a new reference.
 template <class Configuration, class Base>
 auto CProducer<Configuration, Base>::GetData() const -> Data* {
   this->CheckThis();
@@ -192,6 +199,7 @@ void CProducer<Configuration, Base>::DestroyData() {
 template <class Configuration, class Base>
 void* CProducer<Configuration, Base>::TakeData() {
   Data* taken = GetData();
+  // The caller's reference, ahead of the end of this operator's own.
   taken->AddRef();
   DestroyData();
   return taken;
@@ -216,6 +224,7 @@ Class* ResolveOperand(volatile plinth::v1::api::Frame& frame,
                       typename CRecipe<Configuration>::Operators* operators,
                       typename Vocabulary<Configuration>::IVeltune* veltune) {
   Class* operand = Defer(frame, Create<Configuration, Class>());
+  // The frame ends the operand, also where this raises.
   operand->InitWithin(frame, operators, nullptr, veltune);
   return operand;
 }

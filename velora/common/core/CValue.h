@@ -7,7 +7,8 @@
 
 namespace velora::common::core {
 
-// What does not depend on the enumeration, over the type id of the object.
+// What does not depend on the enumeration, over the type id of the object. So it is compiled once
+// for each base, not for each enumeration.
 template <class Configuration, class Base>
 class CNumber : public Base {
  public:
@@ -25,6 +26,7 @@ class CNumber : public Base {
   // The copy of one of the same type id.
   void InitCopy(api::ISerializeable<Configuration>* other);
 
+  // As stored: the enumeration's number, unchecked where it was read.
   int value;
 };
 

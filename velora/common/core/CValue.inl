@@ -51,6 +51,7 @@ void CNumber<Configuration, Base>::Serialize(api::ISerializer* serializer, void*
 
 template <class Configuration, class Base>
 bool CNumber<Configuration, Base>::IsEqualTo(plinth::v1::api::ISerializeable* other) const {
+  // One type id is one class, so the other has a value at the same place.
   return CompareTypes<Configuration>(this, other) == kSameType &&
          static_cast<const CNumber*>(other->GetThis_Concrete())->value == value;
 }

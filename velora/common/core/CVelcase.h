@@ -79,9 +79,11 @@ class CVelcase : public plinth::v1::core::CSerializer<plinth::v1::api::Configura
   void Reset() override;
   void Delete() override;
 
-  // Inflates `in` into `out`, which it must fill exactly.
+  // Inflates `in` into `out`, which it must fill exactly. Both stay the caller's. A stream that is
+  // damaged, too short or too long raises `CException_General`.
   static void ZlibDecompress(api::IArray_uint8* in, api::IArray_uint8* out);
-  // A new array with the deflated bytes, which must be fewer than `in` has.
+  // A new array with the deflated bytes, which must not be more than `in` has. The caller owns it.
+  // Bytes that grow raise `CException_General`.
   static api::IArray_uint8* ZlibCompress(api::IArray_uint8* in);
   // zlib's allocator on the layer's memory: zeroed, null for nothing to allocate.
   static void* ZlibMemAlloc(void* opaque, unsigned int items, unsigned int size);
@@ -94,11 +96,14 @@ class CVelcase : public plinth::v1::core::CSerializer<plinth::v1::api::Configura
   Family family;
   int channel;
   Version version;
+  // Bytes of the zlib stream, as the header declares them or as they were written.
   int compressedSize;
   int veloraSchema;
   int pipeline;  // 0 where the version has none
   int uncompressedSize;
+  // With its final 0; made when it is first asked for.
   Counted<api::IArray_uint8> pathname;
+  // 0 for a pack that was not read.
   int sizeBeforeDeserialization;
   unsigned int checksum;
 };
@@ -154,6 +159,7 @@ class CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>> : public CVelcase<
   }
 
  private:
+  // The list of a kind; null only on a blank pack or while an Init runs.
   template <class Kind>
   Counted<ListOf<Kind>>& Slot() {
     return std::get<Counted<ListOf<Kind>>>(lists);
@@ -162,14 +168,19 @@ class CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>> : public CVelcase<
   const Counted<ListOf<Kind>>& Slot() const {
     return std::get<Counted<ListOf<Kind>>>(lists);
   }
+  // Reads the next root of the image as the list of the kind; another object there raises
+  // `CException_Parameter_Invalid`.
   template <class Kind>
   void ReadList();
   template <class Kind>
   void TakeListOf(Pack* other);
+  // Header and stream into one block. A stream above kMaxPayload raises `CException_General`.
   void WriteFile(api::IArray_uint8* compressed, int imageSize);
+  // Frees the written bytes; nothing happens where there are none.
   void DropFile();
 
   std::tuple<Counted<ListOf<Kinds>>...> lists;
+  // Both 0 until the pack is written.
   int fileSize;
   unsigned char* fileBytes;
   bool initializing;  // an Init is running: the lists may be missing

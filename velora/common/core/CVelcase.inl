@@ -1,4 +1,5 @@
-// Bodies of CVelcase.h, for the files that instantiate it.
+// Bodies of CVelcase.h, for the files that instantiate it. One file: header, compression and
+// getters are one class, and each needs the fields of the others.
 #pragma once
 
 #include <stdio.h>
@@ -14,11 +15,13 @@
 
 namespace velora::common::core {
 
+// A pack needs at least a helper.
 template <class Configuration>
 void CVelcase<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
 }
 
+// The plain serializer: no header, whose fields stay blank.
 template <class Configuration>
 void CVelcase<Configuration>::Init(api::ISerializerHelper* helper, Endianness endianness) {
   Base::Init(helper, endianness);
@@ -30,6 +33,8 @@ void CVelcase<Configuration>::Init(api::ISerializerHelper* helper, Endianness en
   Base::Init(helper, endianness, size, data, owned);
 }
 
+// The checks come before anything is taken, so no frame is needed. Where the channel is not checked
+// here, the pipeline's pack checks it when it is read.
 template <class Configuration>
 void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newChannel,
                                    Version newVersion, api::ISerializerHelper* helper,
@@ -43,6 +48,7 @@ void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newCh
   }
   api::EVelcaseVersion<Configuration>::Check(newVersion);
   Base::Init(helper, endianness);
+  // Behind the base's Init, which makes the object blank first.
   schema = newSchema;
   family = newFamily;
   channel = newChannel;
@@ -50,6 +56,7 @@ void CVelcase<Configuration>::Init(Schema newSchema, Family newFamily, int newCh
   pipeline = Vocabulary<Configuration>::kHasPipeline ? 1 : 0;
 }
 
+// Header and sizes of the source, and its helper for writing. The lists are the derived class's.
 template <class Configuration>
 void CVelcase<Configuration>::Init(Pack* other) {
   this->BeginInit();
@@ -57,6 +64,7 @@ void CVelcase<Configuration>::Init(Pack* other) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   Base::Init(other->GetSerializerHelper(), other->GetTargetEndianness());
+  // A pack of the layer is of this class.
   const auto* source = static_cast<const CVelcase*>(other->GetThis_Concrete());
   schema = source->schema;
   family = source->family;
@@ -66,6 +74,7 @@ void CVelcase<Configuration>::Init(Pack* other) {
   veloraSchema = source->veloraSchema;
   pipeline = source->pipeline;
   uncompressedSize = source->uncompressedSize;
+  // Shared: a path does not change once it is there.
   pathname.Share(source->pathname.Get());
   sizeBeforeDeserialization = source->sizeBeforeDeserialization;
   checksum = source->checksum;
@@ -79,6 +88,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     if (newPathname == nullptr) {
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
+    // Virtual, so the derived class reads its lists before the path is taken.
     this->Init(size, data, helper, endianness, expected);
     const int length = static_cast<int>(strlen(newPathname));
     if (length == 0) {
@@ -94,6 +104,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
 template <class Configuration>
 void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializerHelper* helper,
                                    Endianness endianness, Family expected) {
+  // No bound on the bytes: the header is trusted with the stream's length.
   this->Init(size, data, helper, endianness, expected, 0xFFFFFFFFu);
 }
 
@@ -104,8 +115,11 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
   using Layout = PackLayout<Configuration>;
   this->InitGuarded([&](volatile plinth::v1::api::Frame& frame) {
     plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
+    // `trace.byte` follows the field that is looked at, so a raise from here on has its place in
+    // the file.
     trace.inImage = false;
     trace.byte = 0;
+    // The caller's `size` is believed for the checksum alone; `extent` bounds what is read.
     if (size < 1 || size < Layout::kPayloadEnd || data == nullptr ||
         extent < static_cast<unsigned int>(Layout::kHeaderSize)) {
       PLINTH_RAISE(CException_Parameter_Invalid);
@@ -134,6 +148,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     if (payload == 0 || static_cast<unsigned int>(payload) > Words::kMaxPayload) {
       PLINTH_RAISE(CException_This_Invalid);
     }
+    // The size of the payload was checked ahead of the fields in it.
     const int readPipeline = Words::kHasPipeline ? data[Layout::kPipeline] : 0;
     trace.byte = Layout::kPipeline;
     if (Words::kHasPipeline && readPipeline == 0) {
@@ -157,10 +172,12 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     trace.byte = Layout::kHeaderSize;
     using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* compressed = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    // Lent: the stream is the caller's.
     compressed->Init(streamSize, data + Layout::kHeaderSize, false);
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
     image->Init(imageSize);
     ZlibDecompress(compressed, image);
+    // The image is the serializer's if this succeeds, and the frame's otherwise.
     Base::Init(helper, endianness, image->GetCount(), image->GetElements(),
                image->IsOwned_Elements());
     image->ClearOwnership_Elements();
@@ -173,12 +190,14 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     pipeline = readPipeline;
     uncompressedSize = imageSize;
     sizeBeforeDeserialization = size;
+    // A plain sum of bytes, modulo 2^32.
     for (int i = 0; i < size; ++i) {
       checksum += data[i];
     }
   });
 }
 
+// The checks alone; the derived class appends its lists.
 template <class Configuration>
 void CVelcase<Configuration>::Append(Pack* other) {
   if (other == nullptr) {
@@ -187,6 +206,7 @@ void CVelcase<Configuration>::Append(Pack* other) {
   this->CheckThis();
 }
 
+// A pack without lists has nothing to sort.
 template <class Configuration>
 void CVelcase<Configuration>::SortComponents(bool) {}
 
@@ -250,6 +270,7 @@ auto CVelcase<Configuration>::GetChecksum() const -> unsigned int {
   return checksum;
 }
 
+// Changes a pack that has no path yet; out of memory raises.
 template <class Configuration>
 api::IArray_uint8* CVelcase<Configuration>::GetArray_uint8_Pathname() {
   this->CheckThis();
@@ -297,6 +318,7 @@ void CVelcase<Configuration>::CheckThis() const {
   CheckMembers();
 }
 
+// No reader would take a pack with sizes beyond these.
 template <class Configuration>
 void CVelcase<Configuration>::CheckMembers() const {
   Base::CheckMembers();
@@ -310,6 +332,7 @@ template <class Configuration>
 void CVelcase<Configuration>::Reset() {
   Base::Reset();
   schema = Schema();
+  // No family and no channel has this number; 0 is one of each.
   family = static_cast<Family>(-1);
   channel = -1;
   version = Version();
@@ -330,8 +353,11 @@ void CVelcase<Configuration>::Delete() {
 
 // ---- compression
 
+// Out of memory answers null and does not raise: a jump out of zlib would leave its state half
+// changed.
 template <class Configuration>
 void* CVelcase<Configuration>::ZlibMemAlloc(void*, unsigned int items, unsigned int size) {
+  // In 64 bits, so that no product wraps; what an int does not hold is refused, as everywhere.
   const unsigned long long bytes = static_cast<unsigned long long>(items) * size;
   if (bytes == 0 || bytes > 0x7FFFFFFF) {
     return nullptr;
@@ -347,6 +373,7 @@ void CVelcase<Configuration>::ZlibMemFree(void*, void* address) {
   }
 }
 
+// Stream and state are freed in the tail, whichever way the body ends: hence volatile.
 template <class Configuration>
 void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_uint8* out) {
   z_stream* volatile stream = nullptr;
@@ -360,6 +387,7 @@ void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_
     stream = inflating;
     inflating->zalloc = &ZlibMemAlloc;
     inflating->zfree = &ZlibMemFree;
+    // A window of 32 KB, with a zlib header and its checksum.
     if (inflateInit2(inflating, 15) != Z_OK) {
       plinth::v1::api::CurrentTrace().cause = VELORA_REASON_NO_MEMORY;
       PLINTH_RAISE(CException_General);
@@ -369,6 +397,7 @@ void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_
     inflating->avail_in = static_cast<uInt>(in->GetCount());
     inflating->next_out = out->GetElements();
     inflating->avail_out = static_cast<uInt>(out->GetCount());
+    // One call: all input is there, and all room for the output.
     const int result = inflate(inflating, Z_FINISH);
     if (result != Z_STREAM_END || inflating->avail_out != 0) {
       plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
@@ -386,6 +415,7 @@ void CVelcase<Configuration>::ZlibDecompress(api::IArray_uint8* in, api::IArray_
   PLINTH_END
 }
 
+// Level 9 and the most memory: a pack is written once and read often.
 template <class Configuration>
 api::IArray_uint8* CVelcase<Configuration>::ZlibCompress(api::IArray_uint8* in) {
   z_stream* volatile stream = nullptr;
@@ -397,6 +427,7 @@ api::IArray_uint8* CVelcase<Configuration>::ZlibCompress(api::IArray_uint8* in) 
     }
     using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* out = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
+    // As many bytes as the input has: that is the room for the stream.
     out->Init(in);
     // No allocator is given: deflating uses zlib's own.
     z_stream* deflating = Create<Configuration, z_stream>();

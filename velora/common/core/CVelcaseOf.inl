@@ -47,6 +47,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(Pack* other) 
 template <class Configuration, class Interface, class... Kinds>
 template <class Kind>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::ReadList() {
+  // A root of the image; its reference becomes the slot's.
   auto* read = this->Deserialize_Serializeable(Kind::kListType, nullptr);
   Slot<Kind>().Take(Nested<Configuration, ListOf<Kind>>(read));
 }
@@ -65,30 +66,37 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Init(int size, uns
       EChannel::Check(static_cast<typename EChannel::Enum>(this->channel));
     }
     (ReadList<Kinds>(), ...);
+    // The image and its records are let go: the lists hold all that is needed.
     this->Delete_States();
     initializing = false;
   });
 }
 
+// The other must be a pack of the same layer; list by list, each of its kind.
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Append(Pack* other) {
   Base::Append(other);
+  // What was appended before a failure stays.
   auto* source = static_cast<CVelcaseOf*>(other->GetThis_Concrete());
   (Slot<Kinds>()->Append(source->template GetList<Kinds>()), ...);
 }
 
+// A raise leaves the lists before it sorted. Equals in one list raise where `deduplicate` is set.
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::SortComponents(bool deduplicate) {
   CheckThis();
   (Slot<Kinds>()->Sort(deduplicate), ...);
 }
 
+// Bytes of the whole file. The first call writes it.
 template <class Configuration, class Interface, class... Kinds>
 int CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::GetSerializedSize() {
   Serialize();
   return fileSize;
 }
 
+// The file stays the pack's, and is written once: later calls give the same bytes. A pack that was
+// read has no states to write with, and raises `CException_This_Invalid`.
 template <class Configuration, class Interface, class... Kinds>
 unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serialize() {
   CheckThis();
@@ -97,6 +105,7 @@ unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serializ
   }
   PLINTH_FRAME(Configuration) {
     (Slot<Kinds>()->Serialize(this, nullptr), ...);
+    // The serializer's own, not this class's: the image without the header.
     const int imageSize = Base::Base::GetSerializedSize();
     using Bytes = plinth::v1::core::CArray_uint8;
     api::IArray_uint8* image = Defer<api::IArray_uint8>(frame, Create<Configuration, Bytes>());
@@ -111,6 +120,7 @@ unsigned char* CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::Serializ
   return fileBytes;
 }
 
+// Sizes and bytes are this object's at once, so that the caller's catch drops them.
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::WriteFile(
     api::IArray_uint8* compressed, int imageSize) {
@@ -120,6 +130,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::WriteFile(
   const int size = Layout::kHeaderSize + streamSize;
   fileSize = Layout::kHeaderSize;
   this->compressedSize = streamSize;
+  // A reader would refuse it.
   if (streamSize > Words::kMaxPayload) {
     PLINTH_RAISE(CException_General);
   }
@@ -160,6 +171,7 @@ void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::CheckThis() const 
 template <class Configuration, class Interface, class... Kinds>
 void CVelcaseOf<Configuration, KindsOf<Interface, Kinds...>>::CheckMembers() const {
   Base::CheckMembers();
+  // While an Init runs, the base class asks before the lists are there.
   const bool complete = initializing || (static_cast<bool>(Slot<Kinds>()) && ...);
   if (!complete || fileSize < 0 || (fileBytes != nullptr) != (fileSize > 0)) {
     PLINTH_RAISE(CException_This_Invalid);

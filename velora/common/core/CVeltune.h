@@ -55,7 +55,8 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
  protected:
   void CheckMembers() const;
 
-  // One sorted pack of the concrete class with the components of all. The caller owns it.
+  // One sorted pack of the concrete class with the components of all. The caller owns it. No packs,
+  // or packs of several supply families, raise `CException_This_Invalid`.
   template <class Class, class Pack>
   static Pack* Init_BuildVelcase_Combined(api::IArray<Pack>* velcases);
 
@@ -70,6 +71,7 @@ class CVeltune : public plinth::v1::core::CObject, public virtual api::IVeltune<
   Component* Search(Component* key, const Components<Configuration>& components,
                     Parameters* parameters, int kind);
 
+  // Their packs stay as long as they do.
   Counted<Parameters> parameters;
   BuildChain<Configuration>* buildChain;  // the innermost recipe under construction, or null
 };

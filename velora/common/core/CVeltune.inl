@@ -10,6 +10,7 @@
 
 namespace velora::common::core {
 
+// A veltune needs parameters.
 template <class Configuration>
 void CVeltune<Configuration>::Init() {
   PLINTH_RAISE(CException_WrongInitMethod);
@@ -25,6 +26,7 @@ void CVeltune<Configuration>::Init(Parameters* newParameters) {
   valid = true;
 }
 
+// The parameters are one object for both; the chain of builds is not taken over.
 template <class Configuration>
 void CVeltune<Configuration>::Init(Veltune* other) {
   this->BeginInit();
@@ -73,6 +75,7 @@ void CVeltune<Configuration>::Delete() {
 
 // ---- the lookup
 
+// The finder is on the frame, so what it borrows need not live longer than the search.
 template <class Configuration>
 int CVeltune<Configuration>::SearchOnce(Component* key, const Components<Configuration>& components,
                                         Parameters* parameters) {
@@ -99,10 +102,12 @@ auto CVeltune<Configuration>::Search(Component* key, const Components<Configurat
   if (observer != nullptr && components.array != nullptr) {
     observer->OnSought(key, components, parameters);
   }
+  // Behind the observer, ahead of the search.
   key->Call_Callback_Locate();
   plinth::v1::api::Trace& trace = plinth::v1::api::CurrentTrace();
   trace.cause = VELORA_REASON_NO_COMPONENT;  // as long as nothing is found
   trace.sought = kind;
+  // Within a build its finders serve; an observer sees each search by itself.
   const bool shared = buildChain != nullptr && components.array != nullptr &&
                       parameters != nullptr && observer == nullptr;
   const int place =
@@ -150,15 +155,19 @@ Pack* CVeltune<Configuration>::Init_BuildVelcase_Combined(api::IArray<Pack>* vel
       PLINTH_RAISE(CException_This_Invalid);
     }
     Pack* merged = Defer<Pack>(frame, Create<Configuration, Class>());
+    // A copy of the first. Where a layer's copies share their lists, the first pack's lists receive
+    // the components of the others.
     merged->Init(velcases->Get(0));
     const int count = velcases->GetCount();
     for (int i = 1; i < count; ++i) {
       Pack* next = velcases->Get(i);
+      // One printer's packs are of one family.
       if (next->GetSupplyFamily() != merged->GetSupplyFamily()) {
         PLINTH_RAISE(CException_This_Invalid);
       }
       merged->Append(next);
     }
+    // The order decides the last tie of a lookup.
     merged->SortComponents(true);
     result = HandOver(frame, merged);
   }

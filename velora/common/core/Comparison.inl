@@ -43,6 +43,7 @@ void Comparison<Configuration>::Unite(const void* a, const void* b) {
       equals.Number(part);
     }
   }
+  // The first joins the class of the second. No ranks: walks halve their way.
   classes[ClassOf(equals.Find(a))] = ClassOf(equals.Find(b));
 }
 
@@ -58,6 +59,7 @@ EOrder Comparison<Configuration>::Find(Part* a, Part* b, bool keeps, Ask ask) {
   if (const int number = keeps ? pairs.Find(a, b) : -1; number >= 0) {
     return answers[number];
   }
+  // May come back here for parts of these parts, and change all that is remembered.
   const EOrder order = ask();
   if (order == kOrder_Equal) {
     Unite(a, b);
@@ -66,6 +68,7 @@ EOrder Comparison<Configuration>::Find(Part* a, Part* b, bool keeps, Ask ask) {
       pairs.Release();
       answers.Release();
     }
+    // The room first: the number of a pair without an answer would be wrong later.
     answers.Resize(pairs.Count() + 1);
     answers[pairs.Number(a, b)] = order;
   }
@@ -89,20 +92,24 @@ EOrder Comparison<Configuration>::Compare(Part* a, Part* b, Comparison* known) {
 template <class Configuration>
 EOrder Comparison<Configuration>::CompareSteps(Step* a, Step* b, Comparison* known) {
   const int type = a->GetSerializeableType() - SharedTypeIds::kFirstComponent;
+  // One object, or no component.
   if (a == b || type < 0 || type >= SharedTypeIds::kComponentTypes) {
     return Compare(a, b, known);
   }
   const auto* component = static_cast<const Component*>(a->GetThis_Concrete());
   if (known != nullptr) {
+    // Every answer would be too many: pairs are as many as the square of the parts.
     const bool keeps = known->level++ % kLevels == 0;
     const EOrder order =
         known->Find(a, b, keeps, [component, b, known] { return component->Compare(b, known); });
     --known->level;
     return order;
   }
+  // A reference holds no recipe, so there is nothing to remember.
   if (component->GetComponentState() != api::kComponentState_Stored) {
     return component->Compare(b, nullptr);
   }
+  // The memory ends with this comparison, raise or not.
   volatile EOrder order = kOrder_Equal;
   PLINTH_FRAME(Configuration) {
     order = CompareSteps(a, b, Defer(frame, Create<Configuration, Comparison>()));

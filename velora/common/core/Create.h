@@ -27,6 +27,7 @@ template <class Configuration, class Interface, class Class = void>
 Interface* Nested(plinth::v1::api::ISerializeable* read) {
   if constexpr (!std::is_void_v<Class>) {
     const plinth::v1::api::ISerializeable& object = *read;
+    // The class itself: a derived one goes the long way.
     if (typeid(object) == typeid(Class)) {
       return static_cast<Class*>(read->GetThis_Concrete());
     }

@@ -20,8 +20,11 @@ class Finder {
   using Component = api::IComponent<Configuration>;
   using Parameters = typename Vocabulary<Configuration>::IPrintModeParameters;
 
+  // Asks all conditions. `printModeMapping` is kept as the name of the print mode, not owned; null
+  // for a finder of one search.
   void Init(const Components<Configuration>& components, Parameters* parameters,
             const void* printModeMapping);
+  // Whether it can answer for these components in that print mode.
   bool IsFor(const Components<Configuration>& components, const void* printModeMapping) const;
   // The place of the component that fits the key. Filters can reject everything; preferences only
   // choose among what is left, and the last tie goes by the order of the places.
@@ -49,6 +52,7 @@ class Finder {
   // T is a tag or a property.
   template <class T>
   static const Side::Form& FormOf();
+  // Makes the index, once.
   bool Index();
   void Add(Component* component, int place, Parameters* parameters);
   void Consider(int candidate);
@@ -58,7 +62,9 @@ class Finder {
 
   LookupObserver<Configuration>* observer = nullptr;  // sees all candidates: there is no index then
   Components<Configuration> source = {};
+  // Only compared.
   const void* mapping = nullptr;
+  // The lists of operators by their address, and by number.
   Places<Configuration> conditions;
   Block<Configuration, Condition> conditionAt;
   Block<Configuration, Candidate> candidates;

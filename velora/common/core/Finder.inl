@@ -14,6 +14,7 @@ const Side::Form& Finder<Configuration>::FormOf() {
   using Matchable = api::IMatchable<Configuration, T>;
   static constexpr bool kTags = std::is_same_v<T, api::ITag<Configuration>>;
   static constexpr Side::Form kForm = {
+      // Properties have the ids from 32 on; as many types as a word has bits.
       kTags ? SharedTypeIds::kFirstTag : 32,
       kTags ? SharedTypeIds::kTagTypes : 32,
       kTags,
@@ -57,6 +58,7 @@ bool Finder<Configuration>::IsFor(const Components<Configuration>& components,
          mapping == printModeMapping;
 }
 
+// A condition that cannot be evaluated raises here, and ends the lookup whatever it looks for.
 template <class Configuration>
 void Finder<Configuration>::Add(Component* component, int place, Parameters* parameters) {
   // By the list: conditions of one image may share it.
@@ -74,6 +76,7 @@ void Finder<Configuration>::Add(Component* component, int place, Parameters* par
   }
 }
 
+// Of a stored component, which has a version of this class.
 template <class Configuration>
 int Finder<Configuration>::VersionOf(Component* component) {
   using CComponentVersion = properties::CComponentVersion<Configuration>;
@@ -173,6 +176,7 @@ int Finder<Configuration>::Find(Component* sought) {
   chosen = -1;
   fitting = 0;
   const int count = candidates.Size();
+  // Asking goes pair by pair, so a large key makes each answer dear.
   const bool small = keyTags->GetArray()->GetCount() <= kSmallKey &&
                      keyProperties->GetArray()->GetCount() <= kSmallKey;
   if (indexable && !indexed && (!small || asked > kScans * (tags.Count() + properties.Count()))) {
@@ -187,11 +191,13 @@ int Finder<Configuration>::Find(Component* sought) {
   } else {
     asked += tags.BeginLookup(keyTags) ? tags.Count() : 0;
     asked += properties.BeginLookup(keyProperties) ? properties.Count() : 0;
+    // The walk over the candidates, in the cost of asking a list.
     asked += count / 8;
     for (int i = 0; i < count; ++i) {
       Consider(i);
     }
   }
+  // A version of 0 comes only from a damaged image: it must not win a choice.
   if (chosen < 0 || (fitting > 1 && VersionOf(candidates[chosen].component) == 0)) {
     PLINTH_RAISE(CException_General);
   }

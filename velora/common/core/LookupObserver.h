@@ -17,6 +17,7 @@ struct Components {
   int count;
   Component* (*at)(const void* array, int index);
 
+  // Without a new reference; an index out of range raises `CException_Parameter_Invalid`.
   Component* At(int index) const { return at(array, index); }
 };
 
@@ -55,6 +56,7 @@ class LookupObserver {
   // Behind a search that found something; one that raises has none.
   virtual void OnFound(Component* found) = 0;
 
+  // Whoever sets it owns it, and takes it off before it ends.
   static inline LookupObserver* current = nullptr;
 
  protected:

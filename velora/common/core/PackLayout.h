@@ -9,6 +9,7 @@ namespace velora::common::core {
 
 template <class Configuration>
 struct PackLayout {
+  // Offsets in bytes from the start of the file; a field is one byte unless a length is given.
   static constexpr int kSchema = 0;
   static constexpr int kFamily = 1;
   static constexpr int kChannel = 2;
@@ -22,6 +23,7 @@ struct PackLayout {
   static constexpr int kPayloadEnd = 8;  // what must be there before anything is looked at
 };
 
+// Four bytes. A value above the range of int comes out negative: its reader refuses that.
 inline int GetBigEndian(const unsigned char* bytes) {
   return static_cast<int>(static_cast<unsigned int>(bytes[0]) << 24 | bytes[1] << 16 |
                           bytes[2] << 8 | bytes[3]);

@@ -22,6 +22,8 @@ class Block {
   Block(const Block&) = delete;
   Block& operator=(const Block&) = delete;
 
+  // The room at least doubles, so that adding one by one is linear in all. What a smaller size has
+  // cut off is not cleared.
   void Resize(int newSize) {
     if (newSize > room) {
       const int newRoom = newSize > 2 * room ? newSize : 2 * room;
@@ -51,9 +53,11 @@ class Block {
   int Size() const { return size; }
   T* begin() { return data; }
   T* end() { return data + size; }
+  // Not checked.
   T& operator[](int index) { return data[index]; }
 
  private:
+  // Null is ignored.
   static void Free(T* block) {
     operator delete[](block, plinth::v1::api::Slots<Configuration>().platform, false, false);
   }
@@ -103,6 +107,7 @@ class Places {
     int number;  // and 1; 0: the slot is free
   };
 
+  // The slot of the object, or the free one for it. The table must not be empty.
   Slot& SlotOf(const void* a, const void* b) {
     const auto mask = static_cast<unsigned int>(slots.Size()) - 1;
     for (unsigned int place = HashOfPlaces(a, b);; ++place) {
@@ -113,6 +118,7 @@ class Places {
     }
   }
   void Grow() {
+    // The one step that can fail comes first.
     grown.Resize(slots.Size() == 0 ? 16 : 2 * slots.Size());
     slots.Swap(grown);
     for (const Slot& slot : grown) {

@@ -6,6 +6,7 @@
 
 namespace velora::common::core {
 
+// Known by its address: components of one image share lists.
 int Side::Add(List* list) {
   const int number = lists.Number(list);
   if (number == listAt.Size()) {
@@ -20,12 +21,14 @@ Side::~Side() {
   }
 }
 
+// In the row first, for that may find no memory; then with its reference.
 void Side::Hold(List* newKey) {
   held.Add(newKey);
   form.hold(newKey);
 }
 
-// A key that is asked for again keeps its answers.
+// A key that is asked for again keeps its answers. It is held: another list at its address would be
+// taken for it.
 bool Side::BeginLookup(List* newKey) {
   if (key == newKey && keyNumber < 0) {
     return false;
@@ -39,20 +42,24 @@ bool Side::BeginLookup(List* newKey) {
 
 bool Side::Fits(int number) {
   Entry& list = listAt[number];
+  // Each list is judged once a lookup, however many components have it.
   if (list.lookup != lookup) {
     list.lookup = lookup;
     list.matching = -1;
     if (keyNumber >= 0) {
       Judge(list);
     } else {
+      // Without an index the lists themselves answer.
       list.fits = form.areCompatible(list.list, key);
     }
   }
   return list.fits;
 }
 
+// By the lists themselves, or found by Judge with the verdict.
 int Side::CountMatching(int number) {
   Entry& list = listAt[number];
+  // Counted when it is asked for: most lists never are.
   if (list.matching < 0) {
     list.matching = form.countMatching(list.list, key);
   }
@@ -74,6 +81,7 @@ bool Side::NumberValues() {
       if (BitOf(element) == 0) {
         return false;
       }
+      // An element that several lists share is sorted once.
       if (elements.Number(element) == elementAt.Size()) {
         elementAt.Add(element);
       }
@@ -90,6 +98,7 @@ bool Side::NumberValues() {
   valueOfElement.Resize(count);
   for (int i = 0; i < count; ++i) {
     Element* element = elementAt[order[i]];
+    // In ascending order equals are neighbours.
     if (i == 0 || !valueAt[valueAt.Size() - 1]->IsEqualTo(element)) {
       valueAt.Add(element);
     }
@@ -101,6 +110,7 @@ bool Side::NumberValues() {
 // The number of the element's value, by its place or by n log n comparisons; -1 where no list has
 // it.
 int Side::ValueOf(Element* element) {
+  // A key from the same image shares its elements with the lists.
   if (const int number = elements.Find(element); number >= 0) {
     return valueOfElement[number];
   }
@@ -122,6 +132,7 @@ bool Side::MakeProfile(List* list, Profile* profile) {
   for (Element* element : read) {
     const unsigned int bit = BitOf(element);
     if (bit == 0) {
+      // What was added for this list is taken back.
       features.Resize(first);
       return false;
     }
@@ -144,6 +155,7 @@ bool Side::MakeProfile(List* list, Profile* profile) {
       continue;
     }
     const unsigned int bit = BitOf(valueAt[features[i].value]);
+    // Values ascend by type, so two values of a type are neighbours.
     profile->mixed |= bit & lastBit;
     lastBit = bit;
     features[++last] = features[i];
@@ -153,6 +165,8 @@ bool Side::MakeProfile(List* list, Profile* profile) {
   return true;
 }
 
+// In n log n steps for n elements and components. Out of memory raises and ends the finder's
+// lookup.
 bool Side::Build(const void* all, int count, ListOf listOf) {
   if (!NumberValues()) {
     return false;
@@ -163,6 +177,7 @@ bool Side::Build(const void* all, int count, ListOf listOf) {
     }
   }
   for (int i = 0; i < count; ++i) {
+    // Two passes over the components: how many a list has, then which.
     ++listAt[listOf(all, i)].components;
   }
   int place = 0;
@@ -192,6 +207,7 @@ bool Side::Build(const void* all, int count, ListOf listOf) {
     posting.components = components;
     components += listAt[posting.list].components;
   }
+  // The sum behind a range is then always there.
   postings.Add({~0u, 0, 0, components});  // behind the last
   return true;
 }
@@ -205,6 +221,7 @@ bool Side::BeginIndexed(List* newKey) {
   }
   Key made = {};
   if (known < 0) {
+    // Nothing is kept of a key that the index cannot serve.
     if (!MakeProfile(newKey, &made.profile)) {
       return false;
     }
@@ -245,6 +262,7 @@ void Side::Select(Key* made) {
                          [](unsigned int sought, const Posting& a) { return sought < a.types; }) -
         postings.begin());
     unsigned int left = types & profile.types;
+    // No type in common: none of these lists fits.
     if (left == 0) {
       continue;
     }
@@ -271,6 +289,7 @@ void Side::Select(Key* made) {
       }
       left &= ~bit;
     }
+    // Only the ranges of the best type stay.
     std::copy(ranges.begin() + best, ranges.begin() + bestEnd, ranges.begin() + first);
     ranges.Resize(first + bestEnd - best);
     made->weight += bestWeight;
@@ -300,20 +319,25 @@ void Side::Judge(Entry& list) {
       ++b;
     }
   }
+  // Fits: types in common, each with an equal pair; and where all pairs must agree, no type with
+  // two values on either side.
   const unsigned int common = own.types & sought.types;
   list.fits = common != 0 && (common & ~matched) == 0 &&
               (form.alternatives || (common & (own.mixed | sought.mixed)) == 0);
   list.matching = static_cast<int>(matching);
 }
 
+// In 64 bits: a component counts once for each value that its list shares with the key.
 long long Side::Weight() { return keyAt[keyNumber].weight; }
 
+// List by list, each list's components in their order; across lists there is none.
 void Side::ForEachFitting(void (*visit)(void* context, int component), void* context) {
   const Key& sought = keyAt[keyNumber];
   for (int i = 0; i < sought.ranges; ++i) {
     const Range range = ranges[sought.firstRange + i];
     for (int place = range.begin; place < range.end; ++place) {
       const int number = postings[place].list;
+      // A list comes once for each of its values that the key has.
       if (listAt[number].visited == lookup || !Fits(number)) {
         continue;
       }

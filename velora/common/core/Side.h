@@ -21,6 +21,7 @@ class Side {
     int firstType;      // of the elements' type ids
     int types;          // as many, at most 32
     bool alternatives;  // of a type with several values in a list one must match, otherwise all
+    // Takes a reference on a list, and `drop` lets it go.
     void (*hold)(List* list);
     void (*drop)(List* list);
     void (*read)(List* list, Elements* into);  // null for a gap
@@ -31,7 +32,8 @@ class Side {
   explicit Side(const Form& newForm) : form(newForm) {}
   ~Side();
 
-  // The number of a component's list. The components come in their order.
+  // The number of a component's list. The components come in their order. A list that was added
+  // before keeps its number. The list stays the caller's.
   int Add(List* list);
   int Count() const { return listAt.Size(); }
   // Makes the index over `count` components; listOf(all, component) is its list. False, and
@@ -39,13 +41,16 @@ class Side {
   using ListOf = int (*)(const void* components, int component);
   bool Build(const void* all, int count, ListOf listOf);
 
-  // For a key. Whether its answers are yet to be found; of an index, whether it can serve the key.
+  // For a key, which is held from then on. Whether its answers are yet to be found.
   bool BeginLookup(List* newKey);
+  // Of an index: whether it can serve the key. Not for a key with a gap or a foreign type.
   bool BeginIndexed(List* newKey);
+  // Whether the list with that number fits the key that was begun last.
   bool Fits(int list);
+  // Pairs that are equal; for a list that was asked whether it fits.
   int CountMatching(int list);
 
-  // Components to look at for the key.
+  // Components to look at for the key. Of an index only, as is the next one.
   long long Weight();
   // Calls visit(context, component) for those whose list on this side fits.
   void ForEachFitting(void (*visit)(void* context, int component), void* context);
@@ -86,9 +91,12 @@ class Side {
     long long weight;
   };
 
+  // The type of an element as a bit.
   unsigned int BitOf(const Element* element) const;
+  // Gives each element the number of its value. False for a gap or a foreign type.
   bool NumberValues();
   int ValueOf(Element* element);
+  // Adds to `features`.
   bool MakeProfile(List* list, Profile* profile);
   Range Find(unsigned int types, int value, int begin, int end);
   void Select(Key* made);
@@ -97,12 +105,15 @@ class Side {
 
   const Form& form;
   Elements read;  // of the list that is looked at
+  // The lists by their address, and by number.
   Places<Configuration> lists;
   Block<Configuration, Entry> listAt;
+  // Counts the lookups, so that answers of another one are told apart without clearing them.
   int lookup = 0;
   List* key = nullptr;
   Block<Configuration, List*> held;  // keys, a reference each
 
+  // The elements of all lists by their address, and by number.
   Places<Configuration> elements;
   Elements elementAt;
   Block<Configuration, int> valueOfElement;
@@ -110,9 +121,11 @@ class Side {
   Block<Configuration, Feature> features;
   Block<Configuration, int> componentOf;
   Block<Configuration, Posting> postings;
+  // The keys that the index has served, by their address.
   Places<Configuration> keys;
   Block<Configuration, Key> keyAt;
   Block<Configuration, Range> ranges;
+  // The key of an indexed lookup; -1: of one without the index.
   int keyNumber = -1;
 };
 

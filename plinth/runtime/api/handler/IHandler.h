@@ -12,6 +12,7 @@ class IHandler {
   [[gnu::always_inline]] virtual ~IHandler() = default;
   // Runs the destructor and frees the handler through the boot manager it lies in.
   virtual void Destroy() = 0;
+  // Whether `Init` has succeeded.
   virtual bool IsValid() const = 0;
   // Raises `CException_This_Invalid` on a handler that is not valid.
   virtual void CheckThis() const = 0;

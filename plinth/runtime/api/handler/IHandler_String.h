@@ -18,6 +18,7 @@ class IHandler_String : public virtual IHandler {
   virtual int Vsnprintf_GetRequiredSize(const char* format, va_list arguments) = 0;
   // Formats into `size` bytes at `target`, all of it or, raising, nothing; answers its length.
   virtual int Vsnprintf(char* target, int size, const char* format, va_list arguments) = 0;
+  // Without the terminator. Null is not checked.
   virtual int Strlen(const char* text) = 0;
   // Copies at most `size - 1` characters and terminates; answers the length of the whole source.
   virtual int Strcpy(char* target, int size, const char* source) = 0;

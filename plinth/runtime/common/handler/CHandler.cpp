@@ -11,6 +11,7 @@ bool CHandler::Init() {
 }
 
 void CHandler::Destroy() {
+  // The start of the whole object, whatever its class.
   void* const memory = dynamic_cast<void*>(this);
   this->~CHandler();
   operator delete(memory, Booted().bootManager, false);

@@ -32,6 +32,7 @@ void CHandler_Debug::_DbgPrint(const char* format, va_list arguments) {
   }
 }
 
+// Silent where the arguments are bad: debug output must not raise.
 void CHandler_Debug::StrCpy(char* target, int size, const char* source) {
   if (target == nullptr || source == nullptr || size <= 0 || !IsValid()) {
     return;

@@ -36,6 +36,7 @@ void* CHandler_Memory::Allocate(int size, bool, bool raise) {
   if (!IsValid()) {
     PLINTH_RAISE(CException_This_Invalid);
   }
+  // Zeros, as all memory of the library.
   void* const memory = calloc(static_cast<size_t>(size), 1);
   if (memory == nullptr && raise) {
     PLINTH_RAISE(CException_Memory_AllocationFailed);
@@ -43,6 +44,7 @@ void* CHandler_Memory::Allocate(int size, bool, bool raise) {
   return memory;
 }
 
+// Without a check: an end must not fail.
 void CHandler_Memory::Free(void* pointer) { free(pointer); }
 
 bool CHandler_Memory::IsHeapMemory(void*) const { return true; }

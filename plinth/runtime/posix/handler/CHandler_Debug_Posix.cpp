@@ -17,6 +17,8 @@ int CHandler_Debug_Posix::Vsnprintf_GetRequiredSize(const char* format, va_list 
     return -1;
   }
   IBootManager* const bootManager = Booted().bootManager;
+  // A second pass with more room, where vsnprintf fails; a text that is too long is measured at
+  // once.
   int length = -1;
   for (int size = kScratchStep; length < 0 && size <= kScratchLimit; size += kScratchStep) {
     char* const scratch = new (bootManager, false) char[static_cast<size_t>(size)];
@@ -24,6 +26,7 @@ int CHandler_Debug_Posix::Vsnprintf_GetRequiredSize(const char* format, va_list 
       return -1;
     }
     va_list attempt;
+    // Each pass uses the arguments up.
     va_copy(attempt, arguments);
     length = vsnprintf(scratch, static_cast<size_t>(size), format, attempt);
     va_end(attempt);
@@ -42,12 +45,14 @@ void CHandler_Debug_Posix::_DbgPrint(const char* format, va_list arguments) {
   if (text == nullptr) {
     return;
   }
+  // The caller's list is used up here, and of no more use to it.
   if (vsnprintf(text, static_cast<size_t>(size), format, arguments) >= 0) {
     fputs(text, stdout);
   }
   operator delete[](text, bootManager, false);
 }
 
+// A time of 0: there is no clock behind it.
 void* CHandler_Debug_Posix::StartTimer() { return new (Booted().bootManager, false) int(0); }
 
 int CHandler_Debug_Posix::StopTimer(void* timer) {

@@ -29,6 +29,7 @@ constexpr int kOpenFlags[][2] = {
 constexpr int kAccess =
     CHandler_File_Posix::kRead | CHandler_File_Posix::kWrite | CHandler_File_Posix::kReadWrite;
 
+// A handle is the descriptor itself: nothing to allocate, nothing to free.
 int Descriptor(void* handle) { return static_cast<int>(reinterpret_cast<intptr_t>(handle)); }
 
 bool IsTransfer(void* handle, int size, int count, const void* buffer) {
@@ -48,6 +49,7 @@ CHandler_File_Posix::~CHandler_File_Posix() = default;
 
 void* CHandler_File_Posix::Open(const char* path, int flags) {
   const int access = flags & kAccess;
+  // More than one bit set: two access modes at once.
   if (path == nullptr || (access & (access - 1)) != 0) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
@@ -72,6 +74,7 @@ int CHandler_File_Posix::GetSize(void* handle) {
     }
     CheckThis();
     struct stat status;
+    // Widened: a file may have more bytes than an int holds.
     const int64_t bytes = fstat(Descriptor(handle), &status) == 0 ? status.st_size : -1;
     if (bytes < 0 || bytes > INT_MAX) {
       PLINTH_RAISE(CException_General);
@@ -94,6 +97,7 @@ int CHandler_File_Posix::Read(void* handle, int size, int count, void* buffer) {
   return static_cast<int>(done);
 }
 
+// One call, as in `Read`: a short transfer is the caller's to go on with.
 int CHandler_File_Posix::Write(void* handle, int size, int count, void* buffer) {
   if (!IsTransfer(handle, size, count, buffer)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
@@ -106,6 +110,7 @@ int CHandler_File_Posix::Write(void* handle, int size, int count, void* buffer) 
   return static_cast<int>(done);
 }
 
+// Works on a blank handler, and ignores what close reports: there is nobody to tell.
 void CHandler_File_Posix::Close(void* handle) {
   if (Descriptor(handle) >= 0) {
     close(Descriptor(handle));

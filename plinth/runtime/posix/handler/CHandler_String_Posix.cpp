@@ -57,6 +57,7 @@ int CHandler_String_Posix::Vsnprintf(char* target, int size, const char* format,
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   CheckThis();
+  // Measured first: a buffer that is too small is left as it was.
   if (Vsnprintf_GetRequiredSize(format, arguments) > size) {
     PLINTH_RAISE(CException_Memory_OutputBufferInsufficient);
   }
@@ -71,6 +72,7 @@ int CHandler_String_Posix::Strcpy(char* target, int size, const char* source) {
   if (!IsCopy(target, size, source)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
+  // Fills the rest of the buffer with zeros, as strncpy does.
   strncpy(target, source, static_cast<size_t>(size) - 1);
   const int length = Strlen(source);
   target[size <= length ? size - 1 : length] = '\0';
@@ -84,6 +86,7 @@ void CHandler_String_Posix::Strncpy(char* target, int size, const char* source, 
   strncpy(target, source, static_cast<size_t>(count));
 }
 
+// `size` bounds what is added, not the whole.
 void CHandler_String_Posix::Strcat(char* target, int size, const char* source) {
   if (!IsCopy(target, size, source)) {
     PLINTH_RAISE(CException_Parameter_Invalid);
