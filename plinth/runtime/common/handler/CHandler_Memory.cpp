@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include "plinth/runtime/api/frame.h"
+#include "plinth/runtime/common/zeroed.h"
 
 namespace plinth::v1::api::_exports::common::handler {
 
@@ -36,7 +37,7 @@ void* CHandler_Memory::Allocate(int size, bool, bool raise) {
   if (!IsValid()) {
     PLINTH_RAISE(CException_This_Invalid);
   }
-  void* const memory = calloc(static_cast<size_t>(size), 1);
+  void* const memory = AllocateZeroed(size);
   if (memory == nullptr && raise) {
     PLINTH_RAISE(CException_Memory_AllocationFailed);
   }
