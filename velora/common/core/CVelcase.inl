@@ -10,6 +10,7 @@
 #include "velora/common/core/CVelcase.h"
 #include "velora/common/core/Create.h"
 #include "velora/common/core/PackLayout.h"
+#include "velora/common/core/checksum.h"
 #include "velora/reason.h"
 
 namespace velora::common::core {
@@ -173,9 +174,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     pipeline = readPipeline;
     uncompressedSize = imageSize;
     sizeBeforeDeserialization = size;
-    for (int i = 0; i < size; ++i) {
-      checksum += data[i];
-    }
+    checksum = SumBytes(data, 0, size);
   });
 }
 

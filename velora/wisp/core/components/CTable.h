@@ -2,6 +2,7 @@
 // Room: velora/wisp. The data owns its record where `Init` says so.
 #pragma once
 
+#include "velora/common/core/checksum.h"
 #include "velora/wisp/core/components/bases.h"
 
 namespace velora::v1::wisp::core::components {
@@ -12,9 +13,6 @@ class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
   PLINTH_INLINE_CONSTRUCTION(CTable);
   unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
 };
-
-// The sum of the bytes in [from..to) as unsigned ones.
-unsigned int SumBytes(const unsigned char* bytes, int from, int to);
 
 template <class Interface>
 class CRecordData : public plinth::v1::core::CObject, public virtual Interface {

@@ -28,8 +28,9 @@ void CRecordData<Interface>::Init(int size, unsigned char* record, bool owned) {
   m_nSize = size;
   m_pRecord = record;
   m_bOwned = owned;
-  m_nChecksum = SumBytes(record, Interface::kChecksumFrom,
-                         size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
+  m_nChecksum =
+      common::core::SumBytes(record, Interface::kChecksumFrom,
+                             size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
   valid = true;
 }
 
