@@ -3,6 +3,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include "plinth/runtime/common/zeroed.h"
+
 namespace plinth::v1::api {
 
 IBootManager::~IBootManager() = default;
@@ -28,7 +30,7 @@ void CBootManager_Posix::Sleep(int milliseconds) {
 
 // calloc: the library relies on zeros in new records.
 void* CBootManager_Posix::Allocate(int size, bool) {
-  return size < 1 || !valid ? nullptr : calloc(static_cast<size_t>(size), 1);
+  return size < 1 || !valid ? nullptr : AllocateZeroed(size);
 }
 
 void CBootManager_Posix::Free(void* pointer) {

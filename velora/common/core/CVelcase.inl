@@ -11,6 +11,7 @@
 #include "velora/common/core/CVelcase.h"
 #include "velora/common/core/Create.h"
 #include "velora/common/core/PackLayout.h"
+#include "velora/common/core/checksum.h"
 #include "velora/reason.h"
 
 namespace velora::common::core {
@@ -191,9 +192,7 @@ void CVelcase<Configuration>::Init(int size, unsigned char* data, api::ISerializ
     uncompressedSize = imageSize;
     sizeBeforeDeserialization = size;
     // A plain sum of bytes, modulo 2^32.
-    for (int i = 0; i < size; ++i) {
-      checksum += data[i];
-    }
+    checksum = SumBytes(data, 0, size);
   });
 }
 

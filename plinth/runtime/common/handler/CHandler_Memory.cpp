@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include "plinth/runtime/api/frame.h"
+#include "plinth/runtime/common/zeroed.h"
 
 namespace plinth::v1::api::_exports::common::handler {
 
@@ -37,7 +38,7 @@ void* CHandler_Memory::Allocate(int size, bool, bool raise) {
     PLINTH_RAISE(CException_This_Invalid);
   }
   // Zeros, as all memory of the library.
-  void* const memory = calloc(static_cast<size_t>(size), 1);
+  void* const memory = AllocateZeroed(size);
   if (memory == nullptr && raise) {
     PLINTH_RAISE(CException_Memory_AllocationFailed);
   }

@@ -48,7 +48,7 @@ void CGrayCurveData::Init(const WISPGrayCurve* curve) {
     PLINTH_RAISE(CException_Parameter_Invalid);
   }
   m_WISPGrayCurve = *curve;
-  m_nChecksum = SumBytes(m_WISPGrayCurve.curve, 0, kLevels);
+  m_nChecksum = common::core::SumBytes(m_WISPGrayCurve.curve, 0, kLevels);
   valid = true;
 }
 

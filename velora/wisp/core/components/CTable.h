@@ -2,6 +2,7 @@
 // Room: velora/wisp. The data owns its record where `Init` says so.
 #pragma once
 
+#include "velora/common/core/checksum.h"
 #include "velora/wisp/core/components/bases.h"
 
 namespace velora::v1::wisp::core::components {
@@ -12,9 +13,6 @@ class CTable : public common::core::CSharedOf<Configuration, Class, Interface> {
   PLINTH_INLINE_CONSTRUCTION(CTable);
   unsigned int GetChecksum() const override { return this->GetData()->GetChecksum(); }
 };
-
-// The sum of the bytes in [from..to) as unsigned ones; 0 where `to` is not behind `from`.
-unsigned int SumBytes(const unsigned char* bytes, int from, int to);
 
 // The checksum is computed once, when the record is given: its bytes must not change any more.
 template <class Interface>

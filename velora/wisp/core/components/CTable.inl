@@ -32,8 +32,9 @@ void CRecordData<Interface>::Init(int size, unsigned char* record, bool owned) {
   m_pRecord = record;
   m_bOwned = owned;
   // A record that ends ahead of the range has the checksum 0.
-  m_nChecksum = SumBytes(record, Interface::kChecksumFrom,
-                         size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
+  m_nChecksum =
+      common::core::SumBytes(record, Interface::kChecksumFrom,
+                             size < Interface::kChecksumTo ? size : Interface::kChecksumTo);
   valid = true;
 }
 
