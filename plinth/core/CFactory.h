@@ -6,6 +6,13 @@
 #include "plinth/core/CSerializer.h"
 #include "plinth/core/api/IFactory.h"
 
+namespace plinth::v1::core {
+
+// The serializer that serves all layers.
+extern template class CSerializer<api::Configuration>;
+
+}  // namespace plinth::v1::core
+
 namespace plinth::v1::core::_factory {
 
 // Objects are made through the layer's own block; the classes are those of the foundation.

@@ -175,10 +175,3 @@ class CSerializer<Configuration>::Object {
 #include "plinth/core/serializer/Duplicates.h"
 #include "plinth/core/serializer/Entry.h"
 #include "plinth/core/serializer/states.h"
-
-namespace plinth::v1::core {
-
-// The one that serves all layers.
-extern template class CSerializer<api::Configuration>;
-
-}  // namespace plinth::v1::core

@@ -7,7 +7,7 @@
 
 #include <tuple>
 
-#include "plinth/core/CSerializer.h"
+#include "plinth/core/CFactory.h"
 #include "velora/common/api/IComponent.h"
 #include "velora/common/api/IVelcase.h"
 
