@@ -33,12 +33,10 @@ class CArrayBody : public CArrayBlock, public virtual api::IArray<T> {
   void ClearOwnership_Elements() override;
 
   // Drops the reference on each element of a block of objects, then frees it. Null is ignored.
-  static void Delete_Elements(int count, Element* elements) {
-    DeleteBlock(kClass, count, elements);
-  }
+  static void Delete_Elements(int count, Element* elements);
 
  protected:
-  const ElementClass& Elements() const override { return kClass; }
+  const ElementClass& Elements() const override;
 
   template <class Array>
   static Array* NewArray(int type, int newCount);

@@ -45,6 +45,16 @@ constexpr ElementClass CArrayBody<Configuration, T>::kClass = CArrayBody::MakeCl
 
 // Null raises `CException_Parameter_Invalid`, a blank array `CException_This_Invalid`.
 template <class Configuration, class T>
+const ElementClass& CArrayBody<Configuration, T>::Elements() const {
+  return kClass;
+}
+
+template <class Configuration, class T>
+void CArrayBody<Configuration, T>::Delete_Elements(int count, Element* elements) {
+  DeleteBlock(kClass, count, elements);
+}
+
+template <class Configuration, class T>
 void CArrayBody<Configuration, T>::Init(Interface* other) {
   BeginInit();
   if (other == nullptr) {

@@ -71,7 +71,7 @@ class CBuiltBody : public CComponent<Configuration> {
   // What was built last; none raises `CException_This_Invalid`.
   void* Built() const;
   // Takes over the caller's reference.
-  void TakeData(void* newData);
+  void HoldData(void* newData);
   void ShareData(void* newData);
 
   // The data belongs to the veltune's present print mode, which is known by its one mapping object.

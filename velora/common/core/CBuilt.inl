@@ -60,7 +60,7 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
       PLINTH_RAISE(CException_Parameter_Invalid);
     }
     step->Resolve(operators, newProperties, veltune);
-    TakeData(static_cast<Operator*>(step->GetThis_Concrete())->TakeData());
+    HoldData(static_cast<Operator*>(step->GetThis_Concrete())->TakeData());
   } else {
     if (!kind.mayRefer || type != kind.type) {
       PLINTH_RAISE(CException_This_Invalid);
@@ -69,7 +69,7 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
     auto* reference = static_cast<CBuiltBody*>(step->GetThis_Concrete());
     // A copy, so its build leaves the stored component untouched.
     CBuiltBody* found = Defer(frame, kind.locate(veltune, reference));
-    TakeData(found->Build(veltune));
+    HoldData(found->Build(veltune));
   }
 }
 
@@ -131,7 +131,7 @@ void CBuiltBody<Configuration>::RebuildFromLeaf(Operator* leaf, IVeltune* veltun
   this->Call_Callback_Build();
   this->Call_Callback_Resolve();
   leaf->Resolve(this->recipe->GetLinkedList_Operators(), this->properties.Get(), veltune);
-  TakeData(leaf->TakeData());
+  HoldData(leaf->TakeData());
   UpdatePrintModeMapping(veltune);
   this->Call_Callback_Resolve_Done();
   this->Call_Callback_Build_Done();
@@ -231,7 +231,7 @@ void* CBuiltBody<Configuration>::Built() const {
 }
 
 template <class Configuration>
-void CBuiltBody<Configuration>::TakeData(void* newData) {
+void CBuiltBody<Configuration>::HoldData(void* newData) {
   held.Take(newData == nullptr ? nullptr : GetKind().object(newData));
   data = newData;
 }
