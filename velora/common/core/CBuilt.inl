@@ -1,6 +1,8 @@
 // Bodies of CBuilt.h, for the files that instantiate it.
 #pragma once
 
+#include <iterator>
+
 #include "velora/common/core/BuildScope.inl"
 #include "velora/common/core/CBuilt.h"
 #include "velora/common/core/CComponent.inl"
@@ -315,7 +317,7 @@ const BuiltKind<Configuration>& CBuilt<Configuration, Class, Interface>::GetKind
   static constexpr BuiltKind<Configuration> kKind = {
       Interface::kType,
       Interface::kOperators,
-      static_cast<int>(sizeof Interface::kOperators / sizeof *Interface::kOperators),
+      static_cast<int>(std::size(Interface::kOperators)),
       LeafType(),
       Interface::kMayRefer,
       Class::kBuiltAnew,
