@@ -17,7 +17,7 @@ constexpr int kNot = Shared::kConditions_Operator_Not;
 
 int OperandsOf(int type) { return type == kAnd || type == kOr ? 2 : type == kNot ? 1 : 0; }
 
-// How strongly an element binds: a weaker one stands in brackets.
+// How strongly an element binds: a weaker one is put in brackets.
 int BindingOf(int type) { return type == kOr ? 0 : type == kAnd ? 1 : type == kNot ? 2 : 3; }
 
 std::string TextOf(const Value& value, const TypeNames& names) {

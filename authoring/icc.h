@@ -1,5 +1,5 @@
-// Samples RGB to CMYK tables and gray curves from installed ICC profiles, and tells how far two
-// tables lie apart in colour.
+// Samples RGB to CMYK tables and gray curves from installed ICC profiles, and measures how far two
+// tables differ in colour.
 //
 // Room: authoring. Arguments and results are values; a LabMeter and an RgbView own a Little CMS
 // transform each. A profile that does not open, or that gives no transform of the kind asked for,
@@ -51,7 +51,7 @@ Bytes SampleTable(const Profile& source, const Profile& output, Intent intent,
 // Up to `limit` tables with different digests. The first is from the first source and the first
 // output, relative colorimetric: the one to take as the printer's reference. Then sources, intents
 // and outputs alternate, sources the fastest. A combination whose bytes lie within 1 of an earlier
-// table's on average is passed over: sources that are told in several packages are hardly news.
+// table's on average is passed over: several packages have the same profiles.
 std::vector<SampledTable> SampleTables(const std::vector<Profile>& profiles, int limit);
 
 // A gray curve and where it is from: 256 bytes, 0 is no toner, for RGB neutrals from 0 to 255.

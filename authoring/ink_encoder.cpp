@@ -65,7 +65,7 @@ Bytes Difference(const Bytes& a, const Bytes& b) {
   return difference;
 }
 
-// Nodes whose delta does not reach far enough are off. The differences are small, or stand alone.
+// Nodes whose delta does not reach far enough are off. The differences are small, or single nodes.
 void SubtractWhatIsOff(const Bytes& wanted, EncodedInk* encoded) {
   if (encoded->rebuilt == wanted) return;
   const InkSettings lossless;

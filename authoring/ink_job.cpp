@@ -184,7 +184,7 @@ class InkPacker {
  private:
   // Roles of channel maps: the ink itself, and what it is the difference of.
   static constexpr int kWhole = 1, kPart = 2;
-  // Where the channels begin under which the first part of a difference stands: no ink has them.
+  // The first channel number for the first parts of differences: no ink has it or one above.
   static constexpr int kMinuendChannels = 64;
 
   struct Name {

@@ -8,7 +8,7 @@
 namespace velora::authoring {
 
 // The bytes that an operator stores of a cube of 4913 nodes: of a part of it, or of all of it as
-// one string. The properties tell node count, lossy level and delta range.
+// one string. The properties have node count, lossy level and delta range.
 Step EncodeNodes(int operator_type, const std::vector<Value>& properties, const Bytes& cube);
 
 }  // namespace velora::authoring

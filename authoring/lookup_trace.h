@@ -1,6 +1,6 @@
 // The lookups of a call, as the library made them.
 //
-// Room: authoring. Values, and a recorder that is told of each lookup while it lives; one at a
+// Room: authoring. Values, and a recorder that gets each lookup while it lives; one at a
 // time. The program must be linked with the library that it watches.
 #pragma once
 

@@ -1,7 +1,7 @@
 // A pack's objects, made from plain values, for any pipeline.
 //
-// Room: authoring, see pack_layer.h. All objects are the frame's. Failures are raised, and the
-// place tells where.
+// Room: authoring, see pack_layer.h. All objects are the frame's. Failures are raised with the
+// place.
 #pragma once
 
 #include "authoring/pack_layer.h"

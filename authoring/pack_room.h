@@ -91,7 +91,7 @@ auto AuthorForBudget(Job job, long lossless, double least, Author author, BytesO
     } else if (mean >= kLoosest) {
       if (!bytes) std::rethrow_exception(reason);
       throw GoalMissed(std::to_string(job.budget) +
-                       " bytes are too few: packs with a mean error of 8 " + "take " +
+                       " bytes are too few: packs with a mean error of 8 take " +
                        std::to_string(std::lround(came)));
     } else {
       tight = {mean, came};

@@ -40,7 +40,7 @@ void DrawCaption(const std::string& caption, int left, int top, Canvas* canvas) 
   }
 }
 
-// A margin of one grid point stands around every slice.
+// Every slice has a margin of one grid point.
 void DrawGrid(const Bytes& rgb, int top, int scale, Canvas* canvas) {
   const int cell = (kGridPoints + 1) * scale;
   for (int y = 0; y < kGridPoints * scale; ++y) {

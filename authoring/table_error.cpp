@@ -7,7 +7,7 @@
 namespace velora::authoring {
 namespace {
 
-// Changes of an ink by so many levels tell how a colour moves.
+// A colour's slope is measured over changes of an ink by so many levels.
 constexpr int kProbe = 6;
 
 double Percentile(const std::vector<double>& sorted, double part) {

@@ -73,7 +73,7 @@ EncodedChannel EncodeCurves(const Bytes& reference, const std::vector<Bytes>& wa
                             const EncoderSettings& settings, const Bytes& printer = {});
 
 // The lossless encoding of planes, or of curves, whose packets compress best among two dozen
-// settings. The size of the reference tells which it is.
+// settings. The size of the reference decides which it is.
 EncodedChannel EncodeSmallest(const Bytes& reference, const std::vector<Bytes>& wanted,
                               const Bytes& printer = {});
 

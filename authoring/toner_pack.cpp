@@ -19,7 +19,7 @@ struct TonerLayer {
   using Kinds = KindRows<void FENN_KINDS(TONER_KIND)>;
 #undef TONER_KIND
 
-  // A caller's record tells the size of a pack in 16 bits, which are read with a sign.
+  // A caller's record has the size of a pack in 16 bits, which are read with a sign.
   static constexpr int kLargestFile = 32767;
 
   static bool Open() {

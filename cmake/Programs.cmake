@@ -69,11 +69,6 @@ if(VELORA_TOOLS)
       get_filename_component(name ${folder} NAME)
       file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp)
       if(sources)
-        if(VELORA_SANITIZE)
-          # The JSON headers are most of the code here, and take twice as long to compile with it.
-          set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS
-                                                            -fno-sanitize=undefined)
-        endif()
         add_executable(tool_${name} ${sources})
         target_link_libraries(tool_${name} PRIVATE velora_authoring nlohmann_json::nlohmann_json
                                                    ${CMAKE_DL_LIBS})

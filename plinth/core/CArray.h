@@ -55,7 +55,7 @@ template <class Configuration, class T>
 class CArray<Configuration, T, T, true> : public CArrayBody<Configuration, T> {
  public:
   using Body = CArrayBody<Configuration, T>;
-  // As many integers as an image has room for; only an image of that many bytes tells of more.
+  // As many integers as an image has room for. A larger count is valid up to the image's bytes.
   static constexpr int kMostIntegers = 1 << 22;
 
   using Body::Init;

@@ -1,6 +1,6 @@
 // The working form of every list of components, operators and serializer records.
-// Room: plinth/core. Owns its elements and one reference on each value. Raises as ILinkedList
-// tells.
+// Room: plinth/core. Owns its elements and one reference on each value. Errors: see
+// ILinkedList.
 #pragma once
 
 #include "plinth/core/CSerializeable.h"

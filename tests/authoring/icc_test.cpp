@@ -14,6 +14,7 @@
 #include "authoring/picture.h"
 #include "authoring/table_call.h"
 #include "authoring/table_error.h"
+#include "tests/support/data.h"
 #include "tests/support/fftw_bits.h"
 
 namespace velora::authoring {
@@ -127,7 +128,7 @@ TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
   EXPECT_EQ(std::count(shown.begin(), shown.end(), 0), 3 * kPlaneSize - 3);
   EXPECT_EQ(shown.back(), 255);
   // A caption makes a picture higher, its letters are ink.
-  const std::string path = testing::TempDir() + "comparison.png";
+  const std::string path = velora_test::ScratchPath("comparison.png");
   WriteComparison(path, sampled.bytes, marked, view);
   std::uintmax_t last = std::filesystem::file_size(path);
   for (const char* caption : {"", "?", "K 1", "Black 255"}) {
@@ -139,13 +140,13 @@ TEST_F(Icc, ColourDifferenceIsMeasuredInLab) {
 }
 
 TEST(IccFailures, AreToldWithTheirPath) {
-  const std::string path = testing::TempDir() + "broken.icc";
+  const std::string path = velora_test::ScratchPath("broken.icc");
   std::ofstream(path) << "no profile";
   const Profile broken{path, "broken", ProfileKind::kRgbSource};
   EXPECT_THROW(SampleTable(broken, broken, Intent::kRelative), std::runtime_error);
-  EXPECT_TRUE(FindProfiles({testing::TempDir() + "no such folder"}).empty());
+  EXPECT_TRUE(FindProfiles({velora_test::ScratchPath("no such folder")}).empty());
   std::remove(path.c_str());
-  EXPECT_THROW(WritePicture(testing::TempDir() + "no/such/folder.png", {Bytes(3 * kPlaneSize)}),
+  EXPECT_THROW(WritePicture(velora_test::ScratchPath("no/such/folder.png"), {Bytes(3 * kPlaneSize)}),
                std::runtime_error);
 }
 

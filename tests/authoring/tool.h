@@ -11,6 +11,8 @@
 #include <fstream>
 #include <string>
 
+#include "tests/support/data.h"
+
 namespace velora::authoring {
 
 namespace fs = std::filesystem;
@@ -51,8 +53,7 @@ class Tool : public testing::Test {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   }
 
-  const fs::path folder_ =
-      fs::path(testing::TempDir()) / ("velora-tool-" + std::to_string(getpid()));
+  const fs::path folder_ = velora_test::ScratchPath("tool");
 };
 
 }  // namespace velora::authoring

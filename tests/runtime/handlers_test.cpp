@@ -19,6 +19,7 @@
 #include "plinth/runtime/posix/handler/CHandler_Debug_Posix.h"
 #include "plinth/runtime/posix/handler/CHandler_File_Posix.h"
 #include "plinth/runtime/posix/handler/CHandler_String_Posix.h"
+#include "tests/support/data.h"
 #include "tests/support/process_heap.h"
 #include "tests/support/runtime_fixture.h"
 
@@ -64,7 +65,7 @@ TEST_F(HandlerTest, AllocateRaisesByCode) {
 
 class FileTest : public HandlerTest {
  protected:
-  FileTest() { path = ::testing::TempDir() + "velora_file_" + std::to_string(getpid()); }
+  FileTest() { path = velora_test::ScratchPath("file"); }
   ~FileTest() override { unlink(path.c_str()); }
 
   // Opens, or answers the code as a negative number.

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "tests/support/data.h"
 #include "tests/toolkit/support.h"
 #include "velora/frontend/toolkit/RawData.h"
 #include "velora/frontend/toolkit/file.h"
@@ -30,13 +31,17 @@ struct Read {
   std::string lines;
 };
 
-std::string WriteFile(const Bytes& bytes) {
-  const std::string path = testing::TempDir() + "toolkit_test.pfd";
-  FILE* file = fopen(path.c_str(), "wb");
-  fwrite(bytes.data(), 1, bytes.size(), file);
-  fclose(file);
-  return path;
-}
+// A file on disk, as long as it lives.
+struct OnDisk {
+  explicit OnDisk(const Bytes& bytes) {
+    FILE* file = fopen(path.c_str(), "wb");
+    fwrite(bytes.data(), 1, bytes.size(), file);
+    fclose(file);
+  }
+  ~OnDisk() { unlink(path.c_str()); }
+
+  const std::string path = velora_test::ScratchPath("file.pfd");
+};
 
 TEST(ReadPfd, KeepsThePacketsOfMediumAndAxis) {
   Read read(PfdFile('M', {{"GENxyz", "PKM", 0, {9, 9}},
@@ -133,7 +138,8 @@ TEST(ValidateWrapper, CodesAndLines) {
 TEST(ReadPfdFile, PassesOverWhatDoesNotLieInside) {
   const Bytes whole = PfdFile('K', {{"CPDC  ", "PKK", 0, {1, 2, 3}}, {"CPDS  ", "PKK", 7, {}}});
   for (size_t cut = 1; cut <= whole.size(); ++cut) {
-    const Read read(WriteFile(Bytes(whole.begin(), whole.begin() + static_cast<long>(cut))));
+    const OnDisk file(Bytes(whole.begin(), whole.begin() + static_cast<long>(cut)));
+    const Read read(file.path);
     EXPECT_EQ(read.result, cut >= 28);
     EXPECT_EQ(read.raw.m_aPfdPackets[1].length, cut >= whole.size() - 8 ? 3 : 0);
     EXPECT_EQ(read.raw.m_aPfdPackets[0].scalar, cut == whole.size() ? 7 : 0);
@@ -141,7 +147,8 @@ TEST(ReadPfdFile, PassesOverWhatDoesNotLieInside) {
   for (const size_t place : {28 + 7, 44 + 9}) {  // high bytes of the first offset and length
     Bytes bytes = whole;
     bytes[place] = 0xFF;
-    const Read read(WriteFile(bytes));
+    const OnDisk file(bytes);
+    const Read read(file.path);
     EXPECT_TRUE(read.result);
     EXPECT_EQ(read.raw.m_aPfdPackets[1].data, nullptr);
   }
@@ -150,13 +157,13 @@ TEST(ReadPfdFile, PassesOverWhatDoesNotLieInside) {
 TEST(ReadPfdFile, FilesThatCannotBeRead) {
   const std::string header =
       Line("readPfd", 241, "Error: PFD header invalid.  Are we attempting to read Velcases?");
-  const std::string folder = testing::TempDir(), missing = folder + "toolkit_test.none";
+  const std::string folder = testing::TempDir(), missing = velora_test::ScratchPath("none");
   EXPECT_EQ(Read(missing).lines,
             Line("ReadFile", 704, "Unable to open file " + missing + ".") + header);
   EXPECT_EQ(Read(folder).lines,
             Line("ReadFile", 712, "Error getting length for file " + folder + ".") + header);
   Bytes small(2);
-  const std::string longer = WriteFile({1, 2, 3});
+  const OnDisk longer({1, 2, 3});
   const auto nextDescriptor = [] {
     const int next = dup(0);
     close(next);
@@ -164,7 +171,7 @@ TEST(ReadPfdFile, FilesThatCannotBeRead) {
   };
   Capture([&] {
     const int next = nextDescriptor();
-    Ctr::ReadFile(small.data(), longer.c_str(), 2);
+    Ctr::ReadFile(small.data(), longer.path.c_str(), 2);
     EXPECT_EQ(nextDescriptor(), next) << "a descriptor was kept";
   });
   EXPECT_EQ(small, Bytes(2)) << "all or nothing";

@@ -100,7 +100,7 @@ std::string CallName(const PrintMode& mode) {
          std::to_string(mode.axis);
 }
 
-// The files of a call: what all tables of a kind share stands there once.
+// The files of a call: what all tables of a kind share is there once.
 std::string WriteCall(const AuthoredCall& made, const std::vector<std::string>& packs,
                       const Path& folder, Authored* authored) {
   const TableCall& call = made.call;

@@ -32,7 +32,7 @@ std::vector<Path> CallsIn(const Path& folder);
 enum class ModeKind { kCall, kTable, kRgbTable, kCurve, kBlob };
 authoring::PrintMode ReadMode(JsonObject* object, ModeKind kind);
 
-// A call and what should come of it; nothing where no such file stands beside it.
+// A call and what should come of it; nothing where no such file is beside it.
 struct CallFile {
   authoring::TableCall call;
   Bytes expected;

@@ -44,8 +44,8 @@ class CSerializer<Configuration>::Entry : public CSerializer<Configuration>::Obj
     int Deserialize_int32_NoVLQ(bool reverseBytes);
     void Deserialize_Array_uint8(int arraySize, unsigned char* array, int offset, int count);
     void Deserialize_Array_uint28(int arraySize, int* array, int offset, int count);
-    // The next of its references, which `entries` holds; null behind the last, and the cursor then
-    // stands before the first again.
+    // The next of its references, which `entries` holds; null behind the last, and the cursor is
+    // then before the first again.
     Entry* NextReference(IArray_Entry* entries);
 
     Dictionary* dictionary;

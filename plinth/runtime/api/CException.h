@@ -9,7 +9,7 @@ class CException {
  public:
   explicit CException(int code);
   virtual ~CException();
-  // Runs the destructor and frees the object through the foundation's boot manager. One that stands
+  // Runs the destructor and frees the object through the foundation's boot manager. One that is
   // in a thread's reserve is only destructed.
   virtual void Destroy();
   // Clears code and text. `Delete` does the same: an exception owns nothing.

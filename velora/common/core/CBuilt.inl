@@ -49,8 +49,8 @@ void CBuiltBody<Configuration>::InitWithin(volatile plinth::v1::api::Frame& fram
   auto* last = Defer(frame, operators->PopBack());
   auto* step = last->GetValue();
   const int type = step->GetSerializeableType();
-  // A step with callbacks makes them be called in each build: its data does not stand for
-  // another's.
+  // A step with callbacks makes them be called in each build: its data does not replace
+  // that of another build.
   if (auto* chain = CVeltune<Configuration>::Concrete(veltune)->buildChain) {
     chain->watched |= step->GetCallbacks() != nullptr;
   }
@@ -140,7 +140,7 @@ void CBuiltBody<Configuration>::RebuildFromLeaf(Operator* leaf, IVeltune* veltun
 }
 
 // Whether an equal build within the same outermost one has made the data: a component that is named
-// again and again, at each level of a chain, is built once. It must not stand deeper than a chain
+// again and again, at each level of a chain, is built once. It must not be deeper than a chain
 // may go.
 template <class Configuration>
 bool CBuiltBody<Configuration>::TakeBuilt(BuildChain<Configuration>* outer, IVeltune* veltune) {

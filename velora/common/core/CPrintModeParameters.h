@@ -1,6 +1,6 @@
 // The parameters of a print mode that both pipelines have: printer and packs.
-// Room: velora/common. Holds one reference on the array of packs. Raises as IPrintModeParameters
-// tells.
+// Room: velora/common. Holds one reference on the array of packs. Errors: see
+// IPrintModeParameters.
 #pragma once
 
 #include "plinth/core/CObject.h"

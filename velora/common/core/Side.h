@@ -108,7 +108,8 @@ class Side {
   // The lists by their address, and by number.
   Places<Configuration> lists;
   Block<Configuration, Entry> listAt;
-  // Counts the lookups, so that answers of another one are told apart without clearing them.
+  // Counts the lookups. An answer is stored with this number and holds for that lookup alone, so
+  // none has to be cleared.
   int lookup = 0;
   List* key = nullptr;
   Block<Configuration, List*> held;  // keys, a reference each

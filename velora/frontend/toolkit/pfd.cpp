@@ -106,7 +106,7 @@ bool RawData::readPfdWithin(AnyEndian& reader, CT_PROCESSING* pCT, unsigned int 
 
   for (int i = 0; i < reader.toByte(kTocCount); ++i) {
     const int place = kToc + i * kEntrySize;
-    // A table of contents that the file's end cuts off: what is whole of it counts.
+    // The file may end inside its table of contents: the complete entries are read.
     if (static_cast<unsigned int>(place + kEntrySize) > cbFile) break;
     const char* tag = reinterpret_cast<const char*>(reader.getData()) + place + kEntryTag;
     const char code = CtrPacketTag::convertPacketTag(tag);

@@ -110,7 +110,7 @@ int CHandler_File_Posix::Write(void* handle, int size, int count, void* buffer) 
   return static_cast<int>(done);
 }
 
-// Works on a blank handler, and ignores what close reports: there is nobody to tell.
+// Works on a blank handler, and ignores a failure of close: no caller could act on it.
 void CHandler_File_Posix::Close(void* handle) {
   if (Descriptor(handle) >= 0) {
     close(Descriptor(handle));

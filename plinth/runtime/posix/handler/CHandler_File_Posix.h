@@ -1,6 +1,6 @@
 // Files by descriptor, which a handle carries in its pointer.
-// Room: plinth/runtime. In the boot manager's memory; the platform owns it. Raises as
-// `IHandler_File` tells.
+// Room: plinth/runtime. In the boot manager's memory; the platform owns it. Errors:
+// see `IHandler_File`.
 #pragma once
 
 #include "plinth/runtime/common/handler/CHandler_File.h"

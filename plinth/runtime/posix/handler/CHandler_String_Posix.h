@@ -1,6 +1,6 @@
 // Strings and formatting through the C library.
-// Room: plinth/runtime. In the boot manager's memory; the platform owns it. Raises as
-// `IHandler_String` tells; a text that cannot be formatted at any size raises
+// Room: plinth/runtime. In the boot manager's memory; the platform owns it. Errors:
+// see `IHandler_String`; a text that cannot be formatted at any size raises
 // `CException_Parameter_Invalid`.
 #pragma once
 
