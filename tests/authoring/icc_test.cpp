@@ -146,8 +146,9 @@ TEST(IccFailures, AreToldWithTheirPath) {
   EXPECT_THROW(SampleTable(broken, broken, Intent::kRelative), std::runtime_error);
   EXPECT_TRUE(FindProfiles({velora_test::ScratchPath("no such folder")}).empty());
   std::remove(path.c_str());
-  EXPECT_THROW(WritePicture(velora_test::ScratchPath("no/such/folder.png"), {Bytes(3 * kPlaneSize)}),
-               std::runtime_error);
+  EXPECT_THROW(
+      WritePicture(velora_test::ScratchPath("no/such/folder.png"), {Bytes(3 * kPlaneSize)}),
+      std::runtime_error);
 }
 
 }  // namespace
