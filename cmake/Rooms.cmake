@@ -72,10 +72,11 @@ if(NOT VELORA_FFTW_SOLVERS)
   string(APPEND left_out "|/fftw_solvers\\.cpp$")
 endif()
 velora_room(room_toolkit velora/frontend/toolkit OBJECT_WORLD FAST EXCEPT ${left_out})
+velora_room(room_common velora/common OBJECT_WORLD)
+# Loops for the vectoriser: over planes, and over the bytes of a record.
 set_source_files_properties(
   velora/frontend/toolkit/grid_transform.cpp velora/frontend/toolkit/arithmetic.cpp
-  PROPERTIES COMPILE_OPTIONS -O3)
-velora_room(room_common velora/common OBJECT_WORLD)
+  velora/common/core/checksum.cpp PROPERTIES COMPILE_OPTIONS -O3)
 velora_room(room_fenn velora/fenn OBJECT_WORLD)
 velora_room(room_wisp velora/wisp OBJECT_WORLD)
 velora_room(room_facade velora/frontend/door OBJECT_WORLD ONLY "Velora*.cpp")
