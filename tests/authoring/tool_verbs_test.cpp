@@ -181,6 +181,7 @@ TEST_F(Verbs, ComparesTablesAndFolders) {
   Expect({"compare cmyk.bin other.bin", " 1  0 11   "}, 1);
   Expect({"--json compare cmyk.bin other.bin", "\"max\": 64.0"}, 1);
   Expect({"compare cmyk.bin rgb.bin", "19652 and 14739 bytes do not compare"}, 2);
+  Expect({"compare old/fuser.velcase new/fuser.velcase", "velora diff"}, 2);
   Expect({"compare old old", "gray-theme4-media0-axis2: equal"}, 0);
   Expect({"compare old new", "gray-theme5-media0-axis2: only in old"}, 1);
   EXPECT_GT(fs::file_size(folder_ / "picture.png"), 1000u);

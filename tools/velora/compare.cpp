@@ -48,6 +48,10 @@ Tables ReadTables(const std::string& path, const std::string& library) {
     for (const Path& call : CallsIn(path)) AddCall(call, library, &tables);
   } else if (Path(path).extension() == ".json") {
     AddCall(path, library, &tables);
+  } else if (Path(path).extension() == ".velcase") {
+    throw Refusal(path,
+                  "a pack alone makes no table; name the folders of the calls, or the packs to "
+                  "velora diff");
   } else {
     tables[path] = ReadTableFile(path);
   }
