@@ -144,7 +144,7 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
     packs[row.part] = kept;
   }
   // One recipe for parts of two kinds, as an image may have it, is built for each by itself.
-  const Components single = packs;
+  const Components apart = packs;
   fenn::IComponent* both = Stored(27, {"48=1", "35=2"}, {Reference(27, "49=1", "35=2")});
   packs[2] = Make<fenn::IComponent>(26);
   packs[2]->Init(both->GetComponentVersion(), both->GetConditions(), both->GetTags(),
@@ -152,7 +152,7 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
   packs[3] = both;
   packs.push_back(Stored(27, {"49=1", "35=2"}, {Bytes(97, Image(128, 0x88))}));
   EXPECT_EQ(RunCurve(), 4000);
-  packs = single;
+  packs = apart;
 
   // The widths of the printer's record; a record for another axis does not fit a curve.
   const Image sound = cbat[3];
