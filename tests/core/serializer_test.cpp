@@ -91,6 +91,12 @@ TEST_F(SerializerTest, MergingAndOrder) {
       EXPECT_EQ(ImageOf(writer.get()), row.image) << row.trees;
     }
   }
+  // Each of many kinds once: 303 bytes are theirs, and twice 106 refer to them.
+  std::string many;
+  for (int i = 0; i < 100; ++i) {
+    many += "32=" + std::to_string(i) + ' ';
+  }
+  EXPECT_EQ(Written("112(113(" + many + ") 114(" + many + "))")->GetSerializedSize(), 523);
 }
 
 // Type 20 reads nothing, so the test asks in its place.

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/ink/records.h"
+#include "tests/support/process_heap.h"
 #include "velora/wisp/core/Cache.inl"
 #include "velora/wisp/core/components/CAlternateNeutral.h"
 #include "velora/wisp/core/components/CColorMap.h"
@@ -420,6 +421,22 @@ TEST_F(InkVeltune, AFailedInitLeavesACacheBlank) {
   bucket->AddEntry(kPath, mapping, component);
   EXPECT_EQ(CodeOf([&] { bucket->AddEntry("", mapping, component); }), kParameter);
   EXPECT_EQ(bucket->GetLinkedList_Entries()->GetCount(), 1);
+  // Where memory ends, no bucket is in the list alone: a copy looks for each one's index.
+  ForEachShortage(
+      [&] {
+        return CodeOf([&] {
+                 cache->Init(1);
+                 cache->AddComponent(999, kPath, mapping, component);
+               }) == 0;
+      },
+      [&](int, bool) {
+        const int code = CodeOf([&] { cache->CheckThis(); });
+        EXPECT_EQ(CodeOf([&] { otherCache->Init(cache); }), code);
+        for (Cache* ended : {cache, static_cast<Cache*>(otherCache)}) {
+          CodeOf([&] { ended->Init(static_cast<Cache*>(nullptr)); });
+        }
+        return 0;
+      });
 }
 
 // Neither an entry nor an index more.

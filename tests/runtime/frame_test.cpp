@@ -54,6 +54,10 @@ class FrameTest : public RuntimeTest<> {
       Defer(frame, &d);
       Inner(raise);
     }
+    PLINTH_CATCH {
+      trace += 'r';
+      PLINTH_RETHROW;
+    }
     PLINTH_TAIL { trace += '1' + Depth(); }
     PLINTH_END
   }
@@ -86,7 +90,7 @@ TEST_F(FrameTest, RaiseRunsEveryTailOnItsWayAndPopsEachEnvironmentOnce) {
   PLINTH_TAIL { trace += '1' + Depth(); }
   PLINTH_END
   EXPECT_EQ(depth, 3);
-  EXPECT_EQ(trace, "3ba2d1C1");
+  EXPECT_EQ(trace, "3bar2d1C1");
   EXPECT_EQ(heap.live, before) << "the catch ends the exception";
 }
 

@@ -271,7 +271,7 @@ TEST_F(InkDoor, RefusesWithAReason) {
       {3, "path", Bytes(257), sizeof curve, VELORA_REASON_ARGUMENT, ""},
       {3, "path", {}, sizeof curve, VELORA_REASON_ARGUMENT, ""},
       {3, "path", locator, sizeof curve - 1, VELORA_REASON_BUFFER, ""},
-      {3, "path", {1, 2, 3}, sizeof curve, VELORA_REASON_LOCATOR, ""},
+      {3, "path", Bytes(256), sizeof curve, VELORA_REASON_LOCATOR, ""},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Gray(row.index, row.path, row.locator, row.size), 0);

@@ -14,6 +14,7 @@
 
 #include "tests/shared_library/ink_printer.h"
 #include "tests/support/process_heap.h"
+#include "velora/ink.h"
 
 namespace {
 
@@ -102,14 +103,24 @@ TEST(Process, ThreadsInTurnLeaveNoEntryBehind) {
       EXPECT_EQ(refused.Run(), 0);
     });
   }
-  // The same through the ink door, whose table stays while the threads come and go.
+  // The same through the ink doors, whose table stays while the threads come and go.
+  const Bytes pack = ReadData("vectors/ink/printer.velcase");
+  const ImagingBlob bytes = {static_cast<uint32_t>(pack.size()), pack.data()};
+  const ImagingBlob* packs[] = {&bytes};
   ink::_factory::IFactory* factory = ink::Open();
   ASSERT_NE(factory, nullptr);
   for (auto& worker : workers) {
-    worker->Do([] {
+    worker->Do([&packs] {
       EXPECT_TRUE(Boots());
       EXPECT_EQ(ink::Try([] {}), 0);
       _velora_v1_Cleanup_Thread_Posix_So();
+      velora_ink_session* sessions[2];
+      for (velora_ink_session*& session : sessions) {
+        EXPECT_EQ(velora_ink_open(packs, 1, InkPrinter::kPlatform, 0, &session), 1);
+      }
+      for (velora_ink_session* session : sessions) {
+        EXPECT_EQ(velora_ink_close(session), 1);
+      }
     });
   }
   factory->Destroy();

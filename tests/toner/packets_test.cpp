@@ -139,7 +139,11 @@ TEST_F(PacketsTest, RingsAndLongChainsEnd) {
       links.push_back(Link(29, tags(i).c_str(), {step}));
     }
     fenn::IVeltune* veltune = Veltune({Pack(127, links), Pack(0, {})});
-    return CodeOf([&] { Built(FindBlob(veltune, "48=1 49=0 52=1"), veltune); });
+    const int whole = CodeOf([&] { Built(FindBlob(veltune, "48=1 49=0 52=1"), veltune); });
+    // Behind a failure as behind a build, the chain from its second link on.
+    const std::string second = tags(1);
+    EXPECT_EQ(CodeOf([&] { Built(FindBlob(veltune, second.c_str()), veltune); }), ring ? 1 : 0);
+    return whole;
   };
   OnASmallStack([&] {
     ASSERT_TRUE(runtime.record.threadContextManager->RegisterThread(runtime.record.bootManager));

@@ -143,6 +143,16 @@ TEST_F(TablesTest, GrayCurvesByIndexAndTheirFailures) {
     EXPECT_TRUE(row.code == 0 || buffer == Image(256, 0xA5)) << row.what;
     packs[row.part] = kept;
   }
+  // One recipe for parts of two kinds, as an image may have it, is built for each by itself.
+  const Components apart = packs;
+  fenn::IComponent* both = Stored(27, {"48=1", "35=2"}, {Reference(27, "49=1", "35=2")});
+  packs[2] = Make<fenn::IComponent>(26);
+  packs[2]->Init(both->GetComponentVersion(), both->GetConditions(), both->GetTags(),
+                 both->GetProperties(), both->GetRecipe());
+  packs[3] = both;
+  packs.push_back(Stored(27, {"49=1", "35=2"}, {Bytes(97, Image(128, 0x88))}));
+  EXPECT_EQ(RunCurve(), 4000);
+  packs = apart;
 
   // The widths of the printer's record; a record for another axis does not fit a curve.
   const Image sound = cbat[3];
@@ -220,6 +230,22 @@ TEST_F(TablesTest, RecipesAndSizes) {
   EXPECT_EQ(Run(ColorTable(1, 88, "36=1"), kGray, 4913), 1);
 }
 
+// What each of four planes is made of is built once, but not where something in it has callbacks.
+TEST_F(TablesTest, CallbacksOfAPartAreCalledEachTimeItIsNamed) {
+  int builds = 0;
+  fenn::IComponent::Callbacks record = {};
+  record.context = &builds;
+  record.build = [](void* count) { return ++*static_cast<int*>(count); };
+  Color();
+  fenn::IComponent* scalar = Stored(28, {"49=2", "35=2"}, {Bytes(98, {7})});
+  scalar->SetCallbacks(&record);
+  packs[2] = Stored(28, {"48=1", "35=2"}, {Reference(28, "49=1", "35=2")});
+  packs.push_back(Stored(28, {"49=1", "35=2"}, {Reference(28, "49=2", "35=2")}));
+  packs.push_back(scalar);
+  EXPECT_EQ(Run(ColorTable(4, 86), kCmyk, 19652), 0);
+  EXPECT_EQ(builds, 4);
+}
+
 TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
   Color();
   fenn::IVeltune* veltune = ColorTable(1, 88);
@@ -267,6 +293,12 @@ TEST_F(TablesTest, VeltunesAreCopiedAndBroughtUpToDate) {
                   &same);
   EXPECT_TRUE(isUpToDate(1, &equal, &same));
   EXPECT_EQ(CodeOf([&] { isUpToDate(11, &equal, &same); }), 3000);
+  EXPECT_EQ(CodeOf([&] {
+              veltune->Update(ctr_table_type(1), ctr_theme_type(11), ctr_media_type(0),
+                              ctr_axis_type(1), &rawData, &processing);
+            }),
+            3000);
+  EXPECT_TRUE(isUpToDate(1, &equal, &same));
   EXPECT_EQ(CodeOf([&] { veltune->GetPrintModeMapping(nullptr); }), 3000);
 }
 

@@ -35,14 +35,15 @@ const std::string kEnd =
     Line("CbatReader", 362, "DeallocMem R-tagged.") + Line("CbatReader", 364, "CbatReader EXIT");
 
 TEST(Cbat, FieldsAreSignAndMagnitude) {
-  // Widths 4, 4, 1, 0, 15, 15: 5, -5, a sign without a magnitude, nothing, the extremes.
+  // Widths 4, 4, 1, 0, 15, 15, 8: 5, -5, a sign without a magnitude, nothing, the extremes, and 11,
+  // which takes the last two bytes together.
   Bytes widths(128);
-  widths[0] = 0x44, widths[1] = 0x01, widths[2] = 0xFF;
-  const Read read({0xD5, 0xFF, 0xFF, 0xFF, 0xFF, 0x00}, widths, 'M', 3);
+  widths[0] = 0x44, widths[1] = 0x01, widths[2] = 0xFF, widths[3] = 0x08;
+  const Read read({0xD5, 0xFF, 0xFF, 0xFF, 0xFF, 0x05}, widths, 'M', 3);
   EXPECT_EQ(read.count, 255);
   const short wrapped = static_cast<short>(-16383 * 3);
-  EXPECT_EQ(std::vector<short>(read.out.begin(), read.out.begin() + 7),
-            (std::vector<short>{15, -15, 0, 0, wrapped, wrapped, 0}));
+  EXPECT_EQ(std::vector<short>(read.out.begin(), read.out.begin() + 8),
+            (std::vector<short>{15, -15, 0, 0, wrapped, wrapped, 33, 0}));
 }
 
 TEST(Cbat, ReadsBackWhatWasPackedAndZerosBehindTheEnd) {

@@ -115,6 +115,8 @@ TEST(Differences, AddTransformAndResidueAndCorrectWhenTheKeyMatches) {
         const Result result = request.Run();
         EXPECT_EQ(result.table, key == digest ? Expected(mono, 10) : plain);
         EXPECT_EQ(result.digest, digest);  // of the table before correction
+        request.ct.corrections = 0;
+        EXPECT_EQ(request.Run().table, plain) << "no correction waits";
       }
     }
   }
